@@ -1,0 +1,50 @@
+// The conversions between text and numbers, with the rules of the language the program grew up with.
+//
+// Numbers in text are decimal: blanks (space, tab, CR, LF) at either end, a sign, digits, ".", digits, an exponent
+// ("E" or "e", a sign, digits), with a digit on at least one side of the "."; the value lies within the range of
+// a double. That is the grammar of the statistics engine, so that what IsNumeric accepts the engine accepts. No
+// group separators, no currency, no "&H". The separator is "." whatever the machine's locale.
+#pragma once
+
+#include <QString>
+#include <stdexcept>
+
+namespace Conversions {
+
+// What a conversion that cannot be done throws.
+class Failure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+class TypeMismatch : public Failure {  // a text that is no number
+ public:
+  TypeMismatch() : Failure("Type mismatch") {}
+};
+
+class Overflow : public Failure {  // a number outside the range of its type, at either end
+ public:
+  Overflow() : Failure("Overflow") {}
+};
+
+bool IsNumeric(QStringView text);
+
+double CDbl(QStringView text);
+
+// Halves are rounded to the even neighbour: 0.5 gives 0, 1.5 gives 2.
+qint16 CInt(double value);
+qint16 CInt(QStringView text);
+qint32 CLng(double value);
+qint32 CLng(QStringView text);
+
+// General number form: up to 15 significant digits, no trailing zeros, no leading blank; in scientific form
+// ("1E+20", "1.23456789E-10") where the value reaches 1E+15 or needs more than 15 decimals. Overflow where it
+// is not finite.
+QString CStr(double value);
+QString CStr(bool value);  // "True", "False"
+
+// The upper bound of the zero-based array that splitting gives: -1 for the empty text, else the number of
+// separators.
+qsizetype SplitUpperBound(QStringView text, QChar separator);
+
+}  // namespace Conversions
