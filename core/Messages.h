@@ -5,8 +5,8 @@
 
 #include "platform/ui/MessageBox.h"
 
-// Title "Critical Error Message" (stop icon) or "Error Message" (exclamation icon); a detail stands on a second
-// line, after " with error: ".
+// Title "Critical Error Message" (stop icon) or "Error Message" (exclamation icon); a detail stands on a
+// second line, after " with error: ".
 void ShowErrorMessage(bool isCritical, const QString& message, const QString& detail);
 
 // The critical box for the procedure `source` ("Module::Procedure") with the error's own text.

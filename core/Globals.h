@@ -1,0 +1,38 @@
+// The program-wide state. The program object in app owns it; everything else reaches it through Globals().
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "core/CData.h"
+#include "core/MainScreen.h"
+#include "core/clsSetup.h"
+#include "platform/ado/Connection.h"
+#include "platform/registry/Registry.h"
+#include "platform/system/Clock.h"
+
+struct ProgramState {
+  std::unique_ptr<Connection> gConnection;  // the one open database
+  bool gDatabaseOpen = false;               // AttachDatabase opened gConnection
+  bool gUsingODBC = false;                  // gConnection's provider is not Jet
+  clsSetup gSetup;                          // the settings object
+  std::vector<CDataPtr> gDataCollection;    // every data set, in load order; searched linearly
+  QString gHelpFilePath;
+  bool gRunningInDevelopment = false;
+  bool gAddMode = false;             // the data editor adds (else edits)
+  qint32 gCurrentDataID = 0;         // the data set selected on the main list
+  bool gLimitsRecalculated = false;  // set by the recalculate screen, read by the chart screen
+  bool gSettingsSaved = false;       // set by the configuration screen
+  QString gRawDataText;              // shared by the data editor and its expanded view
+
+  MainScreen* mainScreen = nullptr;  // not owned; null for the command line
+  Registry* registry = nullptr;      // not owned; the settings store
+  Clock* clock = nullptr;            // not owned
+};
+
+// The state in force; an error in the program (an exception) where none has been installed.
+ProgramState& Globals();
+
+// Installs the state that Globals() gives from now on (null for none) and returns the one before.
+ProgramState* InstallGlobals(ProgramState* state);

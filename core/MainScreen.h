@@ -1,0 +1,18 @@
+// What core needs of the main screen; the screen itself hands it in. Without one (the command line) nothing
+// is shown.
+#pragma once
+
+#include <QString>
+
+class CData;
+
+class MainScreen {
+ public:
+  virtual ~MainScreen() = default;
+  virtual void SetDatabasePanelText(const QString& text) = 0;  // the status bar's first panel
+  virtual void EnableLoadTimer() = 0;                 // InitTimer: (re)reads the library one second later
+  virtual void SetupMainFormDisplay() = 0;            // captions, tool tips and states of the commands
+  virtual void AddListRow(const CData& data) = 0;     // icon from ProcessState, Description, ID
+  virtual void UpdateListRow(const CData& data) = 0;  // the row with the same ID: icon, refresh, summary
+  virtual void RemoveListRow(qint32 id) = 0;          // every row with that ID
+};

@@ -1,0 +1,165 @@
+#include "engine/Decimal.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace engine {
+
+namespace {
+
+constexpr auto integerPowers = [] {
+  std::array<std::int64_t, 19> powers{};
+  powers[0] = 1;
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
+
+constexpr auto longDoublePowers = [] {
+  std::array<long double, maximumDecimals + 1> powers{};
+  powers[0] = 1;
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
+
+constexpr double fifteenDigits = 1e15;
+
+// A finite value's digits d1 d2 d3 ... and the power of ten of d1.
+struct Digits {
+  std::array<char, 20> digit{};
+  int count = 0;
+  int exponent = 0;
+};
+
+Digits DigitsOf(double magnitude, bool shortest) {
+  std::array<char, 40> text;
+  const auto end = shortest ? std::to_chars(text.data(), text.data() + text.size(), magnitude,
+                                            std::chars_format::scientific)
+                            : std::to_chars(text.data(), text.data() + text.size(), magnitude,
+                                            std::chars_format::scientific, 14);
+  Digits result;
+  const char* p = text.data();
+  for (; p != end.ptr && *p != 'e'; ++p) {
+    if (*p != '.') result.digit[static_cast<std::size_t>(result.count++)] = *p;
+  }
+  ++p;
+  if (p < end.ptr && *p == '+') ++p;
+  std::from_chars(p, end.ptr, result.exponent);
+  return result;
+}
+
+// The rounding rule on the digits themselves.
+double RoundByDigits(double magnitude, int places) {
+  const bool shortest = magnitude * static_cast<double>(IntegerPowerOfTen(places)) >= fifteenDigits;
+  Digits digits = DigitsOf(magnitude, shortest);
+  const int keep = digits.exponent + 1 + places;
+  if (keep < 0) return 0;
+  if (keep >= digits.count && shortest) return magnitude;
+  const auto kept = static_cast<std::size_t>(std::min(keep, digits.count));
+  const bool up = keep < digits.count && digits.digit[kept] >= '5';
+
+  // "0" stands ahead, to take a carry out of the first digit.
+  std::string text(1, '0');
+  text.append(digits.digit.data(), kept);
+  if (up) {
+    auto last = text.rbegin();
+    while (*last == '9') *last++ = '0';
+    ++*last;
+  }
+  text += 'e';
+  text += std::to_string(digits.exponent + 1 - static_cast<int>(kept));
+  double result = 0;
+  std::from_chars(text.data(), text.data() + text.size(), result);
+  return result;
+}
+
+}  // namespace
+
+long double PowerOfTen(int exponent) { return longDoublePowers[static_cast<std::size_t>(exponent)]; }
+
+std::int64_t IntegerPowerOfTen(int exponent) { return integerPowers[static_cast<std::size_t>(exponent)]; }
+
+double RoundToPlaces(double value, int places) {
+  if (!std::isfinite(value) || value == 0) return value;
+  const double magnitude = std::fabs(value);
+  const double power = static_cast<double>(IntegerPowerOfTen(places));
+  const double scaled = magnitude * power;
+  if (scaled < fifteenDigits) {
+    // Clear of a half by more than the 15 digits could tell: then the plain way gives the same result.
+    const double whole = std::floor(scaled);
+    const double fraction = scaled - whole;
+    if (std::fabs(fraction - 0.5) > scaled * 1e-14) {
+      const double rounded = (fraction > 0.5 ? whole + 1 : whole) / power;
+      return std::copysign(rounded, value);
+    }
+  }
+  return std::copysign(RoundByDigits(magnitude, places), value);
+}
+
+std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals) {
+  if (!std::isfinite(value)) return std::nullopt;
+  if (value == 0) return ScaledInteger{0, leastDecimals};
+  const Digits digits = DigitsOf(std::fabs(value), true);
+  int decimals = std::max(digits.count - 1 - digits.exponent, leastDecimals);
+  if (digits.exponent + 1 + decimals > 18 || decimals > maximumDecimals) return std::nullopt;
+  std::int64_t mantissa = 0;
+  for (int i = 0; i <= digits.exponent + decimals; ++i) {
+    mantissa *= 10;
+    if (i < digits.count) mantissa += digits.digit[static_cast<std::size_t>(i)] - '0';
+  }
+  return ScaledInteger{value < 0 ? -mantissa : mantissa, decimals};
+}
+
+double QuotientAsDouble(Int128 sum, std::int64_t count, int decimals) {
+  return static_cast<double>(static_cast<long double>(sum) /
+                             (static_cast<long double>(count) * PowerOfTen(decimals)));
+}
+
+TickRounder::TickRounder(std::int64_t count, int decimals, int places, Int128 maximumSum) {
+  divisor_ = count;
+  if (places >= decimals) {
+    factor_ = IntegerPowerOfTen(places - decimals);
+  } else {
+    for (int i = places; i < decimals; ++i) divisor_ *= 10;
+  }
+  constexpr Int128 room = Int128{1} << 61;
+  small_ = maximumSum < room && divisor_ < room && maximumSum * factor_ < room;
+}
+
+std::int64_t TickRounder::Wide(Int128 sum) const {
+  const Int128 scaled = sum * factor_;
+  const Int128 half = divisor_ / 2;
+  return static_cast<std::int64_t>((scaled < 0 ? scaled - half : scaled + half) / divisor_);
+}
+
+void AppendFixed(std::string& text, std::int64_t ticks, int places) {
+  std::array<char, 40> buffer;
+  char* const end = buffer.data() + buffer.size();
+  char* p = end;
+  auto rest =
+      ticks < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(ticks) : static_cast<std::uint64_t>(ticks);
+  for (int i = 0; i < places; ++i) {
+    *--p = static_cast<char>('0' + rest % 10);
+    rest /= 10;
+  }
+  if (places > 0) *--p = '.';
+  do {
+    *--p = static_cast<char>('0' + rest % 10);
+    rest /= 10;
+  } while (rest != 0);
+  if (ticks < 0) *--p = '-';
+  text.append(p, static_cast<std::size_t>(end - p));
+}
+
+void AppendFixed(std::string& text, double rounded, int places) {
+  std::array<char, 400> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded == 0 ? 0.0 : rounded,
+                                 std::chars_format::fixed, places);
+  text.append(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
+}
+
+}  // namespace engine

@@ -1,0 +1,69 @@
+// Decimal arithmetic of the engine: scaled integers, their conversion to double and to text, and the rounding
+// rule.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace engine {
+
+__extension__ using Int128 = __int128;
+
+inline constexpr int maximumDecimals =
+    27;  // 10^27 is the largest power of ten that a long double holds exactly
+
+// 10^exponent, exact for 0 to 27 (long double) and 0 to 18 (64 bits).
+long double PowerOfTen(int exponent);
+std::int64_t IntegerPowerOfTen(int exponent);
+
+// value rounded to `places` decimals (0 to 15), halves away from zero. A half is judged as a person reads it:
+// on the value's 15 significant digits (1.005 is a half although its binary fraction is a little less), or,
+// where `places` reach beyond those, on the shortest text that reads back the same. Rounding twice changes
+// nothing. A value that is not finite comes back as it is.
+double RoundToPlaces(double value, int places);
+
+// mantissa / 10^decimals.
+struct ScaledInteger {
+  std::int64_t mantissa = 0;
+  int decimals = 0;
+};
+
+// The decimal number that the shortest text of `value` says, with at least `leastDecimals` decimals; nothing
+// where it needs more than 18 digits or 27 decimals.
+std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals);
+
+// sum / (count * 10^decimals) as a double, correctly rounded but for half a unit in the 64th bit.
+double QuotientAsDouble(Int128 sum, std::int64_t count, int decimals);
+
+// Numbers sum / (count * 10^decimals) as whole numbers of the last of `places` decimals, halves away from
+// zero.
+class TickRounder {
+ public:
+  // maximumSum: no |sum| will be larger.
+  TickRounder(std::int64_t count, int decimals, int places, Int128 maximumSum);
+  std::int64_t operator()(Int128 sum) const {
+    if (small_) {
+      const std::int64_t scaled = static_cast<std::int64_t>(sum) * static_cast<std::int64_t>(factor_);
+      if (divisor_ == 1) return scaled;
+      const std::int64_t half = static_cast<std::int64_t>(divisor_) / 2;
+      return (scaled < 0 ? scaled - half : scaled + half) / static_cast<std::int64_t>(divisor_);
+    }
+    return Wide(sum);
+  }
+
+ private:
+  std::int64_t Wide(Int128 sum) const;
+
+  Int128 factor_ = 1;
+  Int128 divisor_ = 1;
+  bool small_ = false;  // all of it fits into 64 bits
+};
+
+// Appends ticks / 10^places with exactly `places` decimals (no point for 0).
+void AppendFixed(std::string& text, std::int64_t ticks, int places);
+
+// Appends a rounded value with exactly `places` decimals; no negative zero.
+void AppendFixed(std::string& text, double rounded, int places);
+
+}  // namespace engine

@@ -1,0 +1,459 @@
+#include "engine/Engine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "engine/Constants.h"
+#include "engine/Decimal.h"
+#include "engine/Parse.h"
+
+namespace engine {
+
+namespace {
+
+// Samples as scaled integers: every sum is exact.
+struct ExactArithmetic {
+  using Value = std::int64_t;
+  using Sum = Int128;
+  using Rounder = TickRounder;
+
+  std::span<const Value> samples;
+  int decimals;
+  int places;
+
+  Rounder MakeRounder(int count, Value largest) const {
+    return Rounder(count, decimals, places, Int128{largest} * count);
+  }
+  long double Quotient(Sum sum, std::int64_t count) const {
+    return static_cast<long double>(sum) / (static_cast<long double>(count) * PowerOfTen(decimals));
+  }
+
+  // n * sum of d^2 - (sum of d)^2 with d the distance to the first sample, so that it stays in 128 bits.
+  long double StandardDeviation(Value minimum, Value maximum) const {
+    const auto count = static_cast<std::int64_t>(samples.size());
+    const Value width = maximum - minimum;
+    const Value pivot = samples.front();
+    long double scatter;  // count * (squared deviations from the mean)
+    if (width < (std::int64_t{1} << 23)) {
+      std::int64_t sum = 0;
+      std::int64_t squares = 0;
+      for (const Value sample : samples) {
+        const Value d = sample - pivot;
+        sum += d;
+        squares += d * d;
+      }
+      scatter = static_cast<long double>(Int128{squares} * count - Int128{sum} * sum);
+    } else if (width <= std::numeric_limits<std::int64_t>::max() / count) {
+      Int128 sum = 0;
+      Int128 squares = 0;
+      for (const Value sample : samples) {
+        const Int128 d = sample - pivot;
+        sum += d;
+        squares += d * d;
+      }
+      scatter = static_cast<long double>(squares * count - sum * sum);
+    } else {
+      // Too wide for exact squares: exact deviations from the mean, squared in extended precision.
+      Int128 sum = 0;
+      for (const Value sample : samples) sum += sample;
+      scatter = 0;
+      for (const Value sample : samples) {
+        const auto deviation = static_cast<long double>(Int128{sample} * count - sum);
+        scatter += deviation * deviation / static_cast<long double>(count);
+      }
+    }
+    return std::sqrt(scatter / (static_cast<long double>(count) * static_cast<long double>(count - 1))) /
+           PowerOfTen(decimals);
+  }
+};
+
+// A sum that carries what each addition loses (A. Neumaier, ZAMM 54, 1974).
+struct CompensatedSum {
+  long double high = 0;
+  long double low = 0;
+  CompensatedSum(long double value = 0) : high(value) {}
+  CompensatedSum& operator+=(const CompensatedSum& other) {
+    const long double sum = high + other.high;
+    low += std::fabs(high) >= std::fabs(other.high) ? (high - sum) + other.high : (other.high - sum) + high;
+    low += other.low;
+    high = sum;
+    return *this;
+  }
+};
+
+// Samples as doubles, for exponents that lie too far apart.
+struct CompensatedArithmetic {
+  using Value = double;
+  using Sum = CompensatedSum;
+  struct Rounder {
+    int count;
+    int places;
+    double operator()(const Sum& sum) const {
+      return RoundToPlaces(static_cast<double>((sum.high + sum.low) / count), places);
+    }
+  };
+
+  std::span<const Value> samples;
+  int places;
+
+  Rounder MakeRounder(int count, Value) const { return {count, places}; }
+  long double Quotient(const Sum& sum, std::int64_t count) const {
+    return (sum.high + sum.low) / static_cast<long double>(count);
+  }
+
+  long double StandardDeviation(Value, Value) const {
+    Sum sum;
+    for (const Value sample : samples) sum += sample;
+    const long double mean = Quotient(sum, static_cast<std::int64_t>(samples.size()));
+    Sum squares;
+    Sum rest;  // of the rounding of the mean
+    for (const Value sample : samples) {
+      const long double deviation = sample - mean;
+      squares += deviation * deviation;
+      rest += deviation;
+    }
+    const auto count = static_cast<long double>(samples.size());
+    const long double correction = (rest.high + rest.low) * (rest.high + rest.low) / count;
+    return std::sqrt(std::max((squares.high + squares.low - correction) / (count - 1), 0.0L));
+  }
+};
+
+// What one pass over the subgroups gathers. Base: the points that the limits are calculated from.
+template <class Arithmetic>
+struct Totals {
+  typename Arithmetic::Sum sum{}, ranges{}, baseSum{}, baseRanges{};
+  int rangeCount = 0, baseCount = 0, baseRangeCount = 0;
+  typename Arithmetic::Value minimum{}, maximum{};
+};
+
+struct BasePeriod {
+  int first = 0;  // 0-based
+  int last = 0;
+};
+
+// Fills the two series, the points of the X-bar chart, and the totals.
+template <class Arithmetic>
+Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize,
+                              const BasePeriod& base, std::vector<typename Arithmetic::Value>& points,
+                              Results& results) {
+  using Value = typename Arithmetic::Value;
+  const std::span<const Value> samples = arithmetic.samples;
+  const auto [smallest, greatest] = std::minmax_element(samples.begin(), samples.end());
+  Totals<Arithmetic> totals;
+  totals.minimum = *smallest;
+  totals.maximum = *greatest;
+  const Value largest = std::max<Value>(*greatest, -*smallest);
+  const auto roundMean = arithmetic.MakeRounder(subGroupSize, largest);
+  const auto roundRange = arithmetic.MakeRounder(1, *greatest - *smallest);
+  const int count = static_cast<int>(samples.size()) / subGroupSize;
+
+  points.resize(static_cast<std::size_t>(count));
+  results.xBarOutputString.clear();
+  results.rBarOutputString.clear();
+  const Value* sample = samples.data();
+  for (int i = 0; i < count; ++i, sample += subGroupSize) {
+    typename Arithmetic::Sum sum = *sample;
+    Value low = *sample;
+    Value high = *sample;
+    for (int j = 1; j < subGroupSize; ++j) {
+      sum += sample[j];
+      low = std::min(low, sample[j]);
+      high = std::max(high, sample[j]);
+    }
+    if (subGroupSize == 1 && i > 0) {
+      low = std::min(sample[0], sample[-1]);
+      high = std::max(sample[0], sample[-1]);
+    }
+    const Value range = high - low;
+    const bool hasRange = subGroupSize > 1 || i > 0;
+    totals.sum += sum;
+    totals.ranges += range;
+    totals.rangeCount += hasRange;
+    if (i >= base.first && i <= base.last) {
+      totals.baseSum += sum;
+      totals.baseRanges += range;
+      ++totals.baseCount;
+      totals.baseRangeCount += hasRange;
+    }
+    const Value point = roundMean(sum);
+    points[static_cast<std::size_t>(i)] = point;
+    if (i > 0) {
+      results.xBarOutputString += inputs.stringDelimiter;
+      results.rBarOutputString += inputs.stringDelimiter;
+    }
+    AppendFixed(results.xBarOutputString, point, inputs.precisionValue);
+    AppendFixed(results.rBarOutputString, roundRange(range), inputs.precisionValue);
+  }
+  results.numberOfPlotPoints = count;
+  results.sampleQty = static_cast<int>(samples.size());
+  return totals;
+}
+
+template <class Arithmetic>
+void MakeLimits(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, const Inputs& inputs,
+                int subGroupSize, Results& results) {
+  const long double mean = arithmetic.Quotient(totals.baseSum, std::int64_t{totals.baseCount} * subGroupSize);
+  const long double range =
+      totals.baseRangeCount > 0 ? arithmetic.Quotient(totals.baseRanges, totals.baseRangeCount) : 0.0L;
+  const long double d2 = D2(subGroupSize);
+  const long double d3 = D3(subGroupSize);
+  const long double reach = 3 * (range / d2) / std::sqrt(static_cast<long double>(subGroupSize));
+  auto given = [](double input, long double calculated) {
+    return input != 0 ? input : static_cast<double>(calculated);
+  };
+  results.xBarUCL = given(inputs.xBarUCL, mean + reach);
+  results.xBarLCL = given(inputs.xBarLCL, mean - reach);
+  results.xBarMean = given(inputs.xBarMean, mean);
+  results.rBarUCL = given(inputs.rBarUCL, range * (1 + 3 * d3 / d2));
+  results.rBarLCL = given(inputs.rBarLCL, range * std::max(0.0L, 1 - 3 * d3 / d2));
+  results.rBarMean = given(inputs.rBarMean, range);
+}
+
+template <class Arithmetic>
+void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, const Inputs& inputs,
+                 int subGroupSize, Results& results) {
+  const auto count = static_cast<std::int64_t>(arithmetic.samples.size());
+  results.minValue = static_cast<double>(arithmetic.Quotient(totals.minimum, 1));
+  results.maxValue = static_cast<double>(arithmetic.Quotient(totals.maximum, 1));
+  results.stdDevValue =
+      count > 1 ? static_cast<double>(arithmetic.StandardDeviation(totals.minimum, totals.maximum)) : 0;
+  const long double range =
+      totals.rangeCount > 0 ? arithmetic.Quotient(totals.ranges, totals.rangeCount) : 0.0L;
+  const long double sigma = range / D2(subGroupSize);
+  const long double mean = arithmetic.Quotient(totals.sum, count);
+  results.cpkValue = 0;
+  if (sigma > 0 && inputs.upperSpecLimit > inputs.lowerSpecLimit) {
+    results.cpkValue = static_cast<double>(
+        std::min(inputs.upperSpecLimit - mean, mean - inputs.lowerSpecLimit) / (3 * sigma));
+  }
+}
+
+// Three times the distance of two numbers stays in 64 bits.
+constexpr double largestTick = 4e17;
+
+void JudgeAsDoubles(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint,
+                    Results& results) {
+  auto line = [&](double value) { return RoundToPlaces(value, inputs.precisionValue); };
+  FindViolations<double>(points, {line(results.xBarUCL), line(results.xBarMean), line(results.xBarLCL)},
+                         firstPoint, results.violatingPoints);
+}
+
+void JudgeAsTicks(std::span<const std::int64_t> points, const Inputs& inputs, std::size_t firstPoint,
+                  Results& results) {
+  const long double ticksPerUnit = PowerOfTen(inputs.precisionValue);
+  bool fits = true;
+  auto tick = [&](double value) {
+    const long double ticks = RoundToPlaces(value, inputs.precisionValue) * ticksPerUnit;
+    fits = fits && std::fabs(ticks) < largestTick;
+    return fits ? static_cast<std::int64_t>(std::llroundl(ticks)) : 0;
+  };
+  const ChartLines<std::int64_t> lines{tick(results.xBarUCL), tick(results.xBarMean), tick(results.xBarLCL)};
+  for (const std::int64_t point : points) fits = fits && std::abs(static_cast<double>(point)) < largestTick;
+  if (fits) {
+    FindViolations(points, lines, firstPoint, results.violatingPoints);
+    return;
+  }
+  std::vector<double> values;
+  values.reserve(points.size());
+  for (const std::int64_t point : points) values.push_back(QuotientAsDouble(point, 1, inputs.precisionValue));
+  JudgeAsDoubles(values, inputs, firstPoint, results);
+}
+
+void Judge(std::span<const std::int64_t> points, const Inputs& inputs, std::size_t firstPoint,
+           Results& results) {
+  JudgeAsTicks(points, inputs, firstPoint, results);
+}
+
+void Judge(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
+  JudgeAsDoubles(points, inputs, firstPoint, results);
+}
+
+void MakeVerdict(const Inputs& inputs, Results& results) {
+  results.ruleViolation = LowestViolatedRule(results.violatingPoints, inputs.sensitivityValue);
+  results.isInControl = results.ruleViolation == 0;
+  results.processState = (results.isInControl ? 3 : 1) + (results.cpkValue >= 1 ? 1 : 0);
+}
+
+void Store(const HistogramResults& histogram, std::string_view delimiter, Results& results) {
+  results.histogramBinQty = histogramBins;
+  results.histoLoScaleValue = histogram.lowScale;
+  results.histoHiScaleValue = histogram.highScale;
+  results.histogramBinValuesOutputString.clear();
+  results.histogramLabelsOutputString.clear();
+  for (std::size_t bin = 0; bin < histogramBins; ++bin) {
+    if (bin > 0) {
+      results.histogramBinValuesOutputString += delimiter;
+      results.histogramLabelsOutputString += delimiter;
+    }
+    AppendFixed(results.histogramBinValuesOutputString, std::int64_t{histogram.counts[bin]}, 0);
+    results.histogramLabelsOutputString += histogram.labels[bin];
+  }
+}
+
+bool AllFinite(const Results& r) {
+  for (const double value :
+       {r.xBarUCL, r.xBarLCL, r.xBarMean, r.rBarUCL, r.rBarLCL, r.rBarMean, r.cpkValue, r.maxValue,
+        r.minValue, r.stdDevValue, r.histoHiScaleValue, r.histoLoScaleValue}) {
+    if (!std::isfinite(value)) return false;
+  }
+  return true;
+}
+
+std::string InputError(const Inputs& inputs) {
+  auto outside = [](const char* name, int value, int low, int high) {
+    return value >= low && value <= high
+               ? std::string()
+               : std::string("the ") + name + " " + std::to_string(value) + " is not from " +
+                     std::to_string(low) + " to " + std::to_string(high);
+  };
+  const std::pair<const char*, double> limits[] = {{"upper specification limit", inputs.upperSpecLimit},
+                                                   {"lower specification limit", inputs.lowerSpecLimit},
+                                                   {"X-bar upper control limit", inputs.xBarUCL},
+                                                   {"X-bar lower control limit", inputs.xBarLCL},
+                                                   {"X-bar centre line", inputs.xBarMean},
+                                                   {"range upper control limit", inputs.rBarUCL},
+                                                   {"range lower control limit", inputs.rBarLCL},
+                                                   {"range centre line", inputs.rBarMean}};
+  for (const auto& [name, value] : limits) {
+    if (!std::isfinite(value)) return std::string("the ") + name + " is not a finite number";
+  }
+  for (std::string error : {outside("subgroup size", inputs.subGroupSize, 0, maximumSubGroupSize),
+                            outside("precision", inputs.precisionValue, 0, maximumPrecision),
+                            outside("sensitivity", inputs.sensitivityValue, 0, 2),
+                            outside("detection period", inputs.detectionPeriod, 0, 1),
+                            outside("start point", inputs.dataStartPoint, 0, maximumSamples),
+                            outside("stop point", inputs.dataStopPoint, 0, maximumSamples)}) {
+    if (!error.empty()) return error;
+  }
+  return {};
+}
+
+// The points that the limits are calculated from, of `count` points; an error text where there are none.
+std::string FindBasePeriod(const Inputs& inputs, int count, BasePeriod& base) {
+  const int start = std::max(inputs.dataStartPoint, 1);
+  const int stop = inputs.dataStopPoint == 0 ? count : std::min(inputs.dataStopPoint, count);
+  if (start > count) {
+    return "the start point " + std::to_string(start) + " lies beyond the last of " + std::to_string(count) +
+           " points";
+  }
+  if (start > stop) {
+    return "the start point " + std::to_string(start) + " lies beyond the stop point " + std::to_string(stop);
+  }
+  base = {start - 1, stop - 1};
+  return {};
+}
+
+// What no complete subgroup gives: no points, the limits as given, twelve empty bins, in control.
+Results ResultsWithoutPoints(const Inputs& inputs) {
+  Results results;
+  results.xBarUCL = inputs.xBarUCL;
+  results.xBarLCL = inputs.xBarLCL;
+  results.xBarMean = inputs.xBarMean;
+  results.rBarUCL = inputs.rBarUCL;
+  results.rBarLCL = inputs.rBarLCL;
+  results.rBarMean = inputs.rBarMean;
+  HistogramResults histogram;
+  const double anywhere = inputs.lowerSpecLimit < inputs.upperSpecLimit ? inputs.lowerSpecLimit : 0;
+  MakeHistogram(std::span(&anywhere, 1), anywhere, anywhere,
+                {inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue}, histogram);
+  histogram.counts.fill(0);
+  Store(histogram, inputs.stringDelimiter, results);
+  return results;
+}
+
+}  // namespace
+
+struct Engine::WorkSpace {
+  Samples samples;
+  std::vector<std::int64_t> ticks;  // the X-bar points, in whole numbers of the last shown decimal
+  std::vector<double> rounded;      // the X-bar points, as doubles
+  HistogramResults histogram;
+  Results results;
+  std::string error;
+
+  std::vector<std::int64_t>& Points(const ExactArithmetic&) { return ticks; }
+  std::vector<double>& Points(const CompensatedArithmetic&) { return rounded; }
+
+  // The whole text of a point has to fit into 64 bits too.
+  void LeaveExactWhereTicksDoNotFit(int places) {
+    if (!samples.exact || places <= samples.decimals) return;
+    const std::int64_t largest = largestMantissa / IntegerPowerOfTen(places - samples.decimals);
+    samples.exact = std::all_of(samples.mantissas.begin(), samples.mantissas.end(),
+                                [&](std::int64_t mantissa) { return std::abs(mantissa) <= largest; });
+    if (samples.exact) return;
+    for (const std::int64_t mantissa : samples.mantissas) {
+      samples.values.push_back(QuotientAsDouble(mantissa, 1, samples.decimals));
+    }
+  }
+
+  template <class Arithmetic>
+  void Compute(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize, const BasePeriod& base) {
+    auto& points = Points(arithmetic);
+    const auto totals = MakeSeries(arithmetic, inputs, subGroupSize, base, points, results);
+    MakeLimits(arithmetic, totals, inputs, subGroupSize, results);
+    MakeSummary(arithmetic, totals, inputs, subGroupSize, results);
+    constexpr std::size_t longestRule = 8;
+    const bool wholeChart = inputs.detectionPeriod == 1 || points.size() <= longestRule;
+    Judge(points, inputs, wholeChart ? 0 : points.size() - longestRule, results);
+    MakeVerdict(inputs, results);
+    const HistogramInputs histogramInputs{inputs.lowerSpecLimit, inputs.upperSpecLimit,
+                                          inputs.precisionValue};
+    if constexpr (std::is_same_v<Arithmetic, ExactArithmetic>) {
+      MakeHistogram(arithmetic.samples, arithmetic.decimals, totals.minimum, totals.maximum, histogramInputs,
+                    histogram);
+    } else {
+      MakeHistogram(arithmetic.samples, totals.minimum, totals.maximum, histogramInputs, histogram);
+    }
+    Store(histogram, inputs.stringDelimiter, results);
+  }
+};
+
+Engine::Engine() : work_(std::make_unique<WorkSpace>()) {}
+Engine::~Engine() = default;
+Engine::Engine(Engine&&) noexcept = default;
+Engine& Engine::operator=(Engine&&) noexcept = default;
+
+const std::string& Engine::LastError() const { return work_->error; }
+
+bool Engine::Run(const Inputs& inputs, Results& results) {
+  WorkSpace& work = *work_;
+  work.error = InputError(inputs);
+  if (!work.error.empty()) return false;
+  if (!ParseSamples(inputs.delimitedInputString, inputs.stringDelimiter, inputs.reverseDataString,
+                    work.samples, work.error)) {
+    return false;
+  }
+  const int subGroupSize = std::max(inputs.subGroupSize, 1);
+  const int count = static_cast<int>(work.samples.mantissas.size()) / subGroupSize;
+  if (count == 0) {
+    results = ResultsWithoutPoints(inputs);
+    return true;
+  }
+  BasePeriod base;
+  work.error = FindBasePeriod(inputs, count, base);
+  if (!work.error.empty()) return false;
+  work.LeaveExactWhereTicksDoNotFit(inputs.precisionValue);
+  const auto used = static_cast<std::size_t>(count) * static_cast<std::size_t>(subGroupSize);
+  if (work.samples.exact) {
+    work.Compute(ExactArithmetic{std::span(work.samples.mantissas).first(used), work.samples.decimals,
+                                 inputs.precisionValue},
+                 inputs, subGroupSize, base);
+  } else {
+    work.Compute(CompensatedArithmetic{std::span(work.samples.values).first(used), inputs.precisionValue},
+                 inputs, subGroupSize, base);
+  }
+  if (!AllFinite(work.results)) {
+    work.error = "the values are too large to be calculated with";
+    return false;
+  }
+  // Handed over by swapping, so that both sides keep the space they have grown.
+  std::swap(results, work.results);
+  return true;
+}
+
+}  // namespace engine

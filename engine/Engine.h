@@ -1,0 +1,119 @@
+// The statistics engine: subgrouped measurements in, X-bar and R charts, capability and detection rules out.
+//
+// Plain C++20: no I/O, no locale, no global state, nothing thrown (except for lack of memory). One Engine per
+// thread; its work space is kept between runs, so that a run allocates nothing once the space has grown.
+//
+// DECIMAL-EXACT. A measurement is a decimal text, not a binary fraction. All sums, means, ranges, squared
+// deviations and comparisons are done on integers of one common power of ten with 128-bit sums, and converted
+// to double once, at the end. Measurements whose exponents lie too far apart for 63 bits take a compensated
+// double path instead.
+//
+// SAMPLES. The non-empty elements of `delimitedInputString`, split at `stringDelimiter`, blanks around an
+// element ignored, oldest first (`reverseDataString`: last to first). An element is a decimal number: sign,
+// digits, ".", digits, exponent; it has to be finite as a double. At most 32767.
+//
+// SUBGROUPS. Consecutive runs of n = subGroupSize samples (0 counts as 1); an incomplete last run takes part
+// in nothing. n = 1 is an individuals chart: the point is the value, its range the distance to the value
+// before; the first range is written as 0 and takes no part in the mean range. No complete subgroup is a
+// success without points.
+//
+// LIMITS (Montgomery, Introduction to Statistical Quality Control, 6th ed., 6.2 and 6.4), over the points
+// dataStartPoint to dataStopPoint; d2, d3 as in Constants.h, for n = 1 those of 2:
+//   XBarMean = mean of the means      XBarUCL, XBarLCL = XBarMean +- 3 (RBarMean / d2) / sqrt(n)
+//   RBarMean = mean of the ranges     RBarUCL, RBarLCL = RBarMean * max(0, 1 +- 3 d3 / d2)
+// A limit whose input is not 0 comes back unchanged; the others are built from the data all the same.
+//
+// CAPABILITY (ibid. 8.3), over all samples used, sigma = R-bar / d2:
+//   Cpk = min(USL - mean, mean - LSL) / (3 sigma); 0 where sigma is 0 or USL <= LSL.
+// StdDevValue is the sample standard deviation (n - 1) of all samples used.
+//
+// RULES: see Rules.h. They are judged on points, limits and centre line rounded to precisionValue decimals.
+//
+// PROCESS STATE: 4 in control and Cpk >= 1; 3 in control, Cpk < 1; 2 out of control, Cpk >= 1; 1 out of
+// control, Cpk < 1; 0 no points.
+//
+// HISTOGRAM: see Histogram.h.
+//
+// TEXTS: elements joined by `stringDelimiter`, none behind the last, each with exactly precisionValue
+// decimals, halves rounded away from zero.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/Histogram.h"
+#include "engine/Rules.h"
+
+namespace engine {
+
+inline constexpr int maximumSamples = 32767;
+inline constexpr int maximumSubGroupSize = 20;
+inline constexpr int maximumPrecision = 15;
+
+struct Inputs {
+  std::string_view stringDelimiter = ",";  // empty: the whole text is one element
+  double upperSpecLimit = 0;
+  double lowerSpecLimit = 0;
+  int subGroupSize = 1;    // 0 to 20
+  int dataStartPoint = 0;  // 1-based plot point; 0 is the first
+  int dataStopPoint = 0;   // 0, or beyond the end, is the last
+  double xBarUCL = 0;      // 0: to be calculated, here and in the five below
+  double xBarLCL = 0;
+  double xBarMean = 0;
+  double rBarUCL = 0;
+  double rBarLCL = 0;
+  double rBarMean = 0;
+  int precisionValue = 4;  // decimals of the texts and of the rules' judgement, 0 to 15
+  bool reverseDataString = false;
+  int sensitivityValue = 1;               // 0 low, 1 medium, 2 high: which rules make a verdict
+  int detectionPeriod = 1;                // 1 long-term: every point; 0 short-term: the last eight
+  std::string_view delimitedInputString;  // ASCII or UTF-8
+  int sampleQty = 0;                      // a hint, no more
+};
+
+struct Results {
+  double xBarUCL = 0;
+  double xBarLCL = 0;
+  double xBarMean = 0;
+  double rBarUCL = 0;
+  double rBarLCL = 0;
+  double rBarMean = 0;
+  double cpkValue = 0;
+  int histogramBinQty = 0;
+  std::string histogramBinValuesOutputString;
+  std::string histogramLabelsOutputString;
+  double histoHiScaleValue = 0;
+  double histoLoScaleValue = 0;
+  bool isInControl = true;
+  double maxValue = 0;
+  double minValue = 0;
+  int numberOfPlotPoints = 0;
+  int processState = 0;
+  std::string rBarOutputString;
+  int ruleViolation = 0;  // the lowest violated rule of the sensitivity, 0 for none
+  double stdDevValue = 0;
+  std::string xBarOutputString;
+  int sampleQty = 0;                // samples in complete subgroups
+  ViolatingPoints violatingPoints;  // of all four rules, whatever the sensitivity
+};
+
+class Engine {
+ public:
+  Engine();
+  ~Engine();
+  Engine(Engine&&) noexcept;
+  Engine& operator=(Engine&&) noexcept;
+
+  // True: `results` is filled as a whole. False: `results` is as it was and LastError says why, naming the
+  // value, its 1-based position or the input at fault.
+  [[nodiscard]] bool Run(const Inputs& inputs, Results& results);
+  const std::string& LastError() const;
+
+ private:
+  struct WorkSpace;
+  std::unique_ptr<WorkSpace> work_;
+};
+
+}  // namespace engine

@@ -1,0 +1,139 @@
+#include "engine/Histogram.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+#include <vector>
+
+namespace engine {
+
+namespace {
+
+// Counts each sample in the last bin that starts at or below it. starts ascend; starts[0] is at or below
+// every sample. The guess from the scale is right or one off.
+template <class Number>
+void Count(std::span<const Number> samples, const std::array<Number, histogramBins>& starts, double low,
+           double width, std::array<int, histogramBins>& counts) {
+  counts.fill(0);
+  const double binsPerUnit = histogramBins / width;
+  for (const Number sample : samples) {
+    const double guess = (static_cast<double>(sample) - low) * binsPerUnit;
+    auto bin = static_cast<std::size_t>(std::clamp(guess, 0.0, double{histogramBins - 1}));
+    while (bin > 0 && sample < starts[bin]) --bin;
+    while (bin < histogramBins - 1 && sample >= starts[bin + 1]) ++bin;
+    ++counts[bin];
+  }
+}
+
+Int128 CeilingOfQuotient(Int128 dividend, Int128 divisor) {
+  const Int128 quotient = dividend / divisor;
+  return quotient * divisor < dividend ? quotient + 1 : quotient;
+}
+
+// The scale as scaled integers of one number of decimals.
+struct ExactScale {
+  std::int64_t low = 0;
+  std::int64_t high = 0;
+  int decimals = 0;
+};
+
+bool Rescale(std::int64_t& mantissa, int more) {
+  if (mantissa == 0) return true;
+  return more <= 18 && !__builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa) &&
+         std::abs(mantissa) < std::int64_t{4'000'000'000'000'000'000};
+}
+
+// False where a bound or a label does not fit.
+bool MakeExactScale(int decimals, std::int64_t minimum, std::int64_t maximum, const HistogramInputs& inputs,
+                    ExactScale& scale) {
+  scale = {minimum, maximum, std::max(decimals, inputs.places)};
+  std::optional<ScaledInteger> lower;
+  std::optional<ScaledInteger> upper;
+  if (inputs.lowerSpecLimit < inputs.upperSpecLimit) {
+    lower = ShortestDecimal(inputs.lowerSpecLimit, 0);
+    upper = ShortestDecimal(inputs.upperSpecLimit, 0);
+    if (!lower || !upper) return false;
+    scale.decimals = std::max({scale.decimals, lower->decimals, upper->decimals});
+  }
+  if (!Rescale(scale.low, scale.decimals - decimals) || !Rescale(scale.high, scale.decimals - decimals))
+    return false;
+  if (lower) {
+    if (!Rescale(lower->mantissa, scale.decimals - lower->decimals) ||
+        !Rescale(upper->mantissa, scale.decimals - upper->decimals)) {
+      return false;
+    }
+    scale.low = std::min(scale.low, lower->mantissa);
+    scale.high = std::max(scale.high, upper->mantissa);
+  }
+  if (scale.low == scale.high) {
+    const int unit = scale.decimals - inputs.places;
+    if (unit > 18) return false;
+    scale.low -= IntegerPowerOfTen(unit);
+    scale.high += IntegerPowerOfTen(unit);
+  }
+  return true;
+}
+
+}  // namespace
+
+void MakeHistogram(std::span<const double> samples, double minimum, double maximum,
+                   const HistogramInputs& inputs, HistogramResults& results) {
+  double low = minimum;
+  double high = maximum;
+  if (inputs.lowerSpecLimit < inputs.upperSpecLimit) {
+    low = std::min(low, inputs.lowerSpecLimit);
+    high = std::max(high, inputs.upperSpecLimit);
+  }
+  if (!(low < high)) {
+    // A value so large that the unit is lost in it gets the next doubles instead.
+    const double unit = 1 / static_cast<double>(IntegerPowerOfTen(inputs.places));
+    low = std::min(low - unit, std::nextafter(low, -HUGE_VAL));
+    high = std::max(high + unit, std::nextafter(high, HUGE_VAL));
+  }
+  const long double width = static_cast<long double>(high) - static_cast<long double>(low);
+  std::array<double, histogramBins> starts;
+  for (std::size_t bin = 0; bin < histogramBins; ++bin) {
+    starts[bin] = static_cast<double>(static_cast<long double>(low) +
+                                      width * static_cast<long double>(bin) / histogramBins);
+    results.labels[bin].clear();
+    AppendFixed(results.labels[bin], RoundToPlaces(starts[bin], inputs.places), inputs.places);
+  }
+  results.lowScale = low;
+  results.highScale = high;
+  Count(samples, starts, low, static_cast<double>(std::min(width, static_cast<long double>(1e308))),
+        results.counts);
+}
+
+void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int64_t minimum,
+                   std::int64_t maximum, const HistogramInputs& inputs, HistogramResults& results) {
+  ExactScale scale;
+  if (!MakeExactScale(decimals, minimum, maximum, inputs, scale)) {
+    std::vector<double> values;
+    values.reserve(samples.size());
+    for (const std::int64_t sample : samples) values.push_back(QuotientAsDouble(sample, 1, decimals));
+    MakeHistogram(values, QuotientAsDouble(minimum, 1, decimals), QuotientAsDouble(maximum, 1, decimals),
+                  inputs, results);
+    return;
+  }
+  // Bin b starts at (12 low + b (high - low)) / (12 * 10^scale.decimals).
+  const Int128 width = Int128{scale.high} - scale.low;
+  Int128 finer = histogramBins;  // from samples' units to twelfths of the scale's
+  for (int i = decimals; i < scale.decimals; ++i) finer *= 10;
+  const Int128 largest = std::max<Int128>(scale.high, -Int128{scale.low}) * histogramBins;
+  const TickRounder round(histogramBins, scale.decimals, inputs.places, largest);
+  std::array<std::int64_t, histogramBins> starts;
+  for (std::size_t bin = 0; bin < histogramBins; ++bin) {
+    const Int128 start = Int128{scale.low} * histogramBins + width * static_cast<int>(bin);
+    starts[bin] = static_cast<std::int64_t>(CeilingOfQuotient(start, finer));
+    results.labels[bin].clear();
+    AppendFixed(results.labels[bin], round(start), inputs.places);
+  }
+  results.lowScale = QuotientAsDouble(scale.low, 1, scale.decimals);
+  results.highScale = QuotientAsDouble(scale.high, 1, scale.decimals);
+  const double unit = static_cast<double>(finer) / histogramBins;
+  Count(samples, starts, static_cast<double>(scale.low) / unit, static_cast<double>(width) / unit,
+        results.counts);
+}
+
+}  // namespace engine

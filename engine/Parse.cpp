@@ -1,0 +1,246 @@
+#include "engine/Parse.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+#include "engine/Decimal.h"
+#include "engine/Engine.h"
+
+namespace engine {
+
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+bool IsDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+
+std::string_view Trim(std::string_view text) {
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+// The parts of a decimal number: sign, digits with the point taken out, and the power of ten of the last
+// digit.
+struct DecimalText {
+  bool negative = false;
+  std::string_view whole;
+  std::string_view fraction;
+  long exponent = 0;  // as written behind the E
+};
+
+std::optional<DecimalText> Dissect(std::string_view element) {
+  DecimalText parts;
+  std::size_t i = 0;
+  if (i < element.size() && (element[i] == '+' || element[i] == '-')) parts.negative = element[i++] == '-';
+  auto digits = [&] {
+    const std::size_t start = i;
+    while (i < element.size() && IsDigit(element[i])) ++i;
+    return element.substr(start, i - start);
+  };
+  parts.whole = digits();
+  if (i < element.size() && element[i] == '.') {
+    ++i;
+    parts.fraction = digits();
+  }
+  if (parts.whole.empty() && parts.fraction.empty()) return std::nullopt;
+  if (i < element.size() && (element[i] == 'e' || element[i] == 'E')) {
+    ++i;
+    bool negative = false;
+    if (i < element.size() && (element[i] == '+' || element[i] == '-')) negative = element[i++] == '-';
+    const std::string_view power = digits();
+    if (power.empty()) return std::nullopt;
+    // Anything beyond six digits is as good as a million.
+    for (const char c : power) parts.exponent = std::min(parts.exponent * 10 + (c - '0'), 1'000'000L);
+    if (negative) parts.exponent = -parts.exponent;
+  }
+  if (i != element.size()) return std::nullopt;
+  return parts;
+}
+
+// The nearest double; nothing where it overflows. Below the smallest double it is 0.
+std::optional<double> NearestDouble(std::string_view element, const DecimalText& parts) {
+  if (element.front() == '+') element.remove_prefix(1);
+  double value = 0;
+  const auto end = std::from_chars(element.data(), element.data() + element.size(), value);
+  if (end.ec == std::errc{}) return value;
+  // Out of range: too large or too small? The power of ten of the first significant digit tells.
+  const std::size_t zeros = std::min(parts.whole.find_first_not_of('0'), parts.whole.size());
+  long power = static_cast<long>(parts.whole.size() - zeros) + parts.exponent;
+  if (zeros == parts.whole.size()) {
+    power -= static_cast<long>(std::min(parts.fraction.find_first_not_of('0'), parts.fraction.size()));
+  }
+  if (power > 0) return std::nullopt;
+  return parts.negative ? -0.0 : 0.0;
+}
+
+// The number as mantissa / 10^decimals with no more than 18 digits and from 0 to maximumDecimals decimals.
+std::optional<ScaledInteger> ExactDecimal(const DecimalText& parts) {
+  std::string_view fraction = parts.fraction;
+  if (parts.exponent <= 0) {
+    while (!fraction.empty() && fraction.back() == '0') fraction.remove_suffix(1);
+  }
+  std::int64_t mantissa = 0;
+  int count = 0;
+  for (const std::string_view run : {parts.whole, fraction}) {
+    for (const char c : run) {
+      if (mantissa == 0 && c == '0') continue;
+      if (++count > 18) return std::nullopt;
+      mantissa = mantissa * 10 + (c - '0');
+    }
+  }
+  if (mantissa == 0) return ScaledInteger{};
+  long decimals = static_cast<long>(fraction.size()) - parts.exponent;
+  for (; decimals < 0; ++decimals) {
+    if (++count > 18) return std::nullopt;
+    mantissa *= 10;
+  }
+  while (decimals > 0 && mantissa % 10 == 0) {
+    mantissa /= 10;
+    --decimals;
+  }
+  if (decimals > maximumDecimals) return std::nullopt;
+  return ScaledInteger{parts.negative ? -mantissa : mantissa, static_cast<int>(decimals)};
+}
+
+// The usual element: sign, digits, perhaps a point and more digits, 18 at most, right up to `end` or to a
+// delimiter. Returns where it ends, or null where the element is anything else.
+const char* ParsePlain(const char* p, const char* end, std::string_view delimiter, ScaledInteger& number) {
+  bool negative = false;
+  if (*p == '-') {
+    negative = true;
+    ++p;
+  }
+  const char* const start = p;
+  std::uint64_t mantissa = 0;
+  while (p != end && IsDigit(*p)) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+  auto digits = p - start;
+  number.decimals = 0;
+  if (p != end && *p == '.') {
+    const char* const point = p++;
+    while (p != end && IsDigit(*p)) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+    digits += p - point - 1;
+    number.decimals = static_cast<int>(std::min<std::ptrdiff_t>(p - point - 1, 100));
+  }
+  if (digits == 0 || digits > 18) return nullptr;
+  if (p != end && (delimiter.empty() || static_cast<std::size_t>(end - p) < delimiter.size() ||
+                   *p != delimiter.front() || !std::equal(delimiter.begin(), delimiter.end(), p))) {
+    return nullptr;
+  }
+  number.mantissa = negative ? -static_cast<std::int64_t>(mantissa) : static_cast<std::int64_t>(mantissa);
+  return p;
+}
+
+std::string NotANumber(std::size_t position, std::string_view element) {
+  constexpr std::size_t longest = 60;
+  std::string shown(element.substr(0, longest));
+  if (element.size() > longest) {
+    while (!shown.empty() && (static_cast<unsigned char>(shown.back()) & 0xC0) == 0x80) shown.pop_back();
+    if (!shown.empty() && (static_cast<unsigned char>(shown.back()) & 0x80)) shown.pop_back();
+    shown += "...";
+  }
+  return "value " + std::to_string(position) + " (\"" + shown + "\") is not a number";
+}
+
+// Calls use(element) for every non-empty element until it says false.
+template <class Use>
+bool ForEachElement(std::string_view text, std::string_view delimiter, Use&& use) {
+  while (true) {
+    const std::size_t at = delimiter.empty() ? std::string_view::npos : text.find(delimiter);
+    const std::string_view element = Trim(text.substr(0, at));
+    if (!element.empty() && !use(element)) return false;
+    if (at == std::string_view::npos) return true;
+    text.remove_prefix(at + delimiter.size());
+  }
+}
+
+bool TooMany(std::string& error) {
+  error = "there are more than " + std::to_string(maximumSamples) + " samples";
+  return false;
+}
+
+// Brings all mantissas to the largest number of decimals; false where one does not fit.
+bool ToCommonDecimals(Samples& samples, bool mixed) {
+  for (std::size_t i = 0; i < samples.mantissas.size(); ++i) {
+    std::int64_t& mantissa = samples.mantissas[i];
+    if (mixed && samples.elementDecimals[i] != samples.decimals && mantissa != 0) {
+      const int more = samples.decimals - samples.elementDecimals[i];
+      if (more > 18 || __builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa)) return false;
+    }
+    if (mantissa > largestMantissa || mantissa < -largestMantissa) return false;
+  }
+  return true;
+}
+
+// The scaled integers; false with an error text, or with samples.exact false where the texts do not fit into
+// them.
+bool ParseExact(std::string_view text, std::string_view delimiter, Samples& samples, std::string& error) {
+  const char* p = text.data();
+  const char* const end = p + text.size();
+  int least = maximumDecimals;
+  auto add = [&](const ScaledInteger& number) {
+    samples.mantissas.push_back(number.mantissa);
+    samples.elementDecimals.push_back(static_cast<std::int8_t>(number.decimals));
+    least = std::min(least, number.decimals);
+    samples.decimals = std::max(samples.decimals, number.decimals);
+  };
+  while (p < end) {
+    ScaledInteger number;
+    if (const char* next = ParsePlain(p, end, delimiter, number)) {
+      add(number);
+      p = next == end ? end : next + delimiter.size();
+    } else {
+      const std::string_view rest(p, static_cast<std::size_t>(end - p));
+      const std::size_t at = delimiter.empty() ? std::string_view::npos : rest.find(delimiter);
+      const std::string_view element = Trim(rest.substr(0, at));
+      p = at == std::string_view::npos ? end : p + at + delimiter.size();
+      if (element.empty()) continue;
+      const std::optional<DecimalText> parts = Dissect(element);
+      if (!parts || !NearestDouble(element, *parts)) {
+        error = NotANumber(samples.mantissas.size() + 1, element);
+        return false;
+      }
+      const std::optional<ScaledInteger> exact = ExactDecimal(*parts);
+      if (!exact) samples.exact = false;
+      add(exact.value_or(ScaledInteger{}));
+    }
+    if (samples.mantissas.size() > static_cast<std::size_t>(maximumSamples)) return TooMany(error);
+  }
+  if (samples.decimals > maximumDecimals) samples.exact = false;
+  if (samples.exact) samples.exact = ToCommonDecimals(samples, least != samples.decimals);
+  return true;
+}
+
+void ParseDoubles(std::string_view text, std::string_view delimiter, Samples& samples) {
+  ForEachElement(text, delimiter, [&](std::string_view element) {
+    samples.values.push_back(NearestDouble(element, *Dissect(element)).value());
+    return true;
+  });
+}
+
+}  // namespace
+
+bool IsFiniteDecimal(std::string_view element) {
+  const std::optional<DecimalText> parts = Dissect(element);
+  return parts && NearestDouble(element, *parts);
+}
+
+bool ParseSamples(std::string_view text, std::string_view delimiter, bool reverse, Samples& samples,
+                  std::string& error) {
+  samples.exact = true;
+  samples.decimals = 0;
+  samples.mantissas.clear();
+  samples.elementDecimals.clear();
+  samples.values.clear();
+  if (!ParseExact(text, delimiter, samples, error)) return false;
+  if (!samples.exact) ParseDoubles(text, delimiter, samples);
+  if (reverse) {
+    std::reverse(samples.mantissas.begin(), samples.mantissas.end());
+    std::reverse(samples.values.begin(), samples.values.end());
+  }
+  return true;
+}
+
+}  // namespace engine

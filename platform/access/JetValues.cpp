@@ -1,0 +1,117 @@
+// The types of an Access table's columns, and what the stored bytes of each mean.
+#include "platform/access/JetValues.h"
+
+#include <QDate>
+#include <QTime>
+#include <cmath>
+
+#include "platform/access/JetBytes.h"
+
+using namespace Qt::StringLiterals;
+using JetBytes::Read;
+
+namespace {
+
+[[noreturn]] void ThrowOddText() { throw JetError(u"a text ends within a character"_s); }
+
+// Compressed text starts with one byte a character; a zero byte switches to two bytes a character and back.
+QString Expand(QByteArrayView bytes) {
+  QString text;
+  text.reserve(bytes.size());
+  bool wide = false;
+  for (qsizetype at = 0; at < bytes.size();) {
+    const auto low = Read<quint8>(bytes, at);
+    if (low == 0) {
+      wide = !wide;
+      ++at;
+    } else if (!wide) {
+      text += QChar(low);
+      ++at;
+    } else if (at + 1 == bytes.size()) {
+      ThrowOddText();
+    } else {
+      text += QChar(Read<quint16>(bytes, at));
+      at += 2;
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+int JetValues::FixedSize(JetType type) {
+  switch (type) {
+    case JetType::YesNo:
+    case JetType::Byte:
+      return 1;
+    case JetType::Integer:
+      return 2;
+    case JetType::Long:
+    case JetType::Single:
+      return 4;
+    case JetType::Currency:
+    case JetType::Double:
+    case JetType::DateTime:
+      return 8;
+    case JetType::Guid:
+      return 16;
+    case JetType::Decimal:
+      return 17;
+    default:
+      return 0;
+  }
+}
+
+QVariant JetValues::Value(JetType type, QByteArrayView bytes) {
+  const int size = FixedSize(type);
+  if (size != 0 && bytes.size() != size) {
+    throw JetError(u"a value has %1 bytes where its type has %2"_s.arg(bytes.size()).arg(size));
+  }
+  switch (type) {
+    case JetType::Byte:
+      return int{Read<quint8>(bytes, 0)};
+    case JetType::Integer:
+      return int{Read<qint16>(bytes, 0)};
+    case JetType::Long:
+      return Read<qint32>(bytes, 0);
+    case JetType::Currency:
+      return static_cast<double>(Read<qint64>(bytes, 0)) / 10000.0;
+    case JetType::Single:
+      return double{Read<float>(bytes, 0)};
+    case JetType::Double:
+      return Read<double>(bytes, 0);
+    case JetType::DateTime:
+      return DateTime(Read<double>(bytes, 0));
+    case JetType::Text:
+    case JetType::Memo:
+      return Text(bytes);
+    default:
+      return bytes.toByteArray();
+  }
+}
+
+QString JetValues::Text(QByteArrayView bytes) {
+  if (bytes.startsWith("\xFF\xFE")) {
+    return Expand(bytes.sliced(2));
+  }
+  if (bytes.size() % 2 != 0) {
+    ThrowOddText();
+  }
+  QString text(bytes.size() / 2, Qt::Uninitialized);
+  qFromLittleEndian<quint16>(bytes.data(), text.size(), text.data());
+  return text;
+}
+
+QString JetValues::DateTime(double days) {
+  constexpr double firstDay = -657434;  // 0100-01-01, the earliest date Access knows
+  constexpr double endDay = 2958466;    // 10000-01-01, the first it does not
+  if (!(days > firstDay - 1 && days < endDay)) {
+    throw JetError(u"a date is out of range"_s);
+  }
+  const double day = std::trunc(days);
+  const auto seconds = static_cast<int>(std::lround(std::abs(days - day) * 86400.0));
+  // A time within half a second of midnight belongs to the next day.
+  const QDate date = QDate(1899, 12, 30).addDays(static_cast<qint64>(day) + seconds / 86400);
+  const QTime time = QTime(0, 0).addSecs(seconds % 86400);
+  return date.toString(Qt::ISODate) + u' ' + time.toString(Qt::ISODate);
+}

@@ -1,0 +1,85 @@
+// An ADO-like connection to one database: provider and connect string in, SQL text out to Qt Sql.
+//
+// "Microsoft.Jet.OLEDB.4.0" is the embedded file (SQLite); the connect string is its path. "MSDASQL" is ODBC;
+// the connect string is the driver's. Opening never creates a file. SQL is the old engine's dialect: "DELETE
+// * FROM" is translated, a second statement in one text is refused. Every failure is a DatabaseError whose
+// text names the file and the reason. A file that another program has locked is a failure after a short wait,
+// never a hang.
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+#include <functional>
+#include <stdexcept>
+
+class DatabaseError : public std::runtime_error {
+ public:
+  explicit DatabaseError(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+class Connection {
+ public:
+  static const QString JetProvider;   // "Microsoft.Jet.OLEDB.4.0"
+  static const QString OdbcProvider;  // "MSDASQL"
+
+  enum State { Closed = 0, Open = 1 };
+
+  Connection();
+  ~Connection();  // closes
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  int CommandTimeout =
+      30;  // seconds; 30000 is what the program sets; the wait for a lock stays short all the same
+  QString Provider = JetProvider;
+
+  // Opens, and proves that the file is a database by reading from it.
+  void OpenWith(const QString& connectString, const QString& user = {}, const QString& password = {});
+  void Close();
+  State GetState() const { return state_; }
+
+  // Runs one statement that returns no rows; the values are bound to its "?" in order. Returns the rows
+  // affected.
+  qint64 Execute(const QString& sql, const QVariantList& values = {});
+
+  // Transactions; a nested Begin is an error. Rollback never fails.
+  void BeginTransaction();
+  void CommitTransaction();
+  void RollbackTransaction();
+
+  QSqlDatabase Database() const;
+
+  // The old dialect's statement in the embedded database's words.
+  static QString Translate(const QString& sql);
+
+  // For tests: called with the operation's name before each database operation of every connection; it may
+  // throw.
+  static std::function<void(const QString& operation)> FaultHook;
+  static void BeforeOperation(const QString& operation);
+
+ private:
+  QString name_;  // of the Qt Sql connection
+  QString path_;
+  State state_ = Closed;
+};
+
+// Rolls back unless committed.
+class Transaction {
+ public:
+  explicit Transaction(Connection& connection) : connection_(connection) { connection_.BeginTransaction(); }
+  ~Transaction() {
+    if (!done_) connection_.RollbackTransaction();
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void Commit() {
+    connection_.CommitTransaction();
+    done_ = true;
+  }
+
+ private:
+  Connection& connection_;
+  bool done_ = false;
+};

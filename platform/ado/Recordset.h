@@ -1,0 +1,75 @@
+// An ADO-like recordset: keyset, optimistic, client cursor over one SELECT.
+//
+// Open reads the rows once (they stay as read until Requery). Positions are 1-based; BOF and EOF are both
+// true for no rows. A change is made to the current row with SetField and written by Update, in one
+// transaction; it finds the row by its ID and fails (DatabaseError) when another program has changed or
+// deleted that row meanwhile. Moving away from a row with changes not yet written writes them first, as ADO
+// does. Only a plain "SELECT * FROM table ..." can be written to.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <vector>
+
+#include "platform/ado/Connection.h"
+
+class Recordset {
+ public:
+  enum CursorTypeEnum { OpenKeyset = 1 };
+  enum LockTypeEnum { LockOptimistic = 3 };
+  enum CursorLocationEnum { UseClient = 3 };
+  enum CommandTypeEnum { CommandText = 1 };
+  enum State { Closed = 0, Opened = 1 };
+
+  int CursorType = OpenKeyset;
+  int LockType = LockOptimistic;
+  int CursorLocation = UseClient;
+
+  Recordset() = default;
+  ~Recordset();  // closes; changes not written are dropped
+  Recordset(const Recordset&) = delete;
+  Recordset& operator=(const Recordset&) = delete;
+
+  void Open(const QString& sql, Connection& connection, int commandType = CommandText);
+  void Close();
+  State GetState() const { return state_; }
+  void Requery();
+
+  qint64 RecordCount() const;
+  bool BOF() const;
+  bool EndOfFile() const;           // ADO's EOF, which is a macro of the C library
+  qint64 AbsolutePosition() const;  // 1-based; -2 at BOF, -3 at EOF, -1 without rows
+
+  void MoveFirst();
+  void MoveLast();
+  void MoveNext();      // an error when already at EOF
+  void MovePrevious();  // an error when already at BOF
+
+  // The current row's value (a null QVariant for Null). Names compare without case; an unknown name, or no
+  // current row, is an error.
+  QVariant Field(const QString& name) const;
+  bool HasField(const QString& name) const;
+  QStringList FieldNames() const;
+  void SetField(const QString& name, const QVariant& value);
+
+  void AddNew();  // a new, empty current row; Update inserts it and gives it its ID
+  void Update();
+  void CancelUpdate();  // drops AddNew or the changes since the last Update
+
+ private:
+  int Column(const QString& name) const;
+  void Fetch();
+  void RequireRow() const;
+
+  Connection* connection_ = nullptr;
+  QString sql_;
+  QString table_;
+  QStringList columns_;
+  std::vector<std::vector<QVariant>> rows_;
+  std::vector<QVariant> edited_;  // the current row as changed; empty when there is nothing to write
+  std::vector<bool> touched_;
+  bool adding_ = false;
+  qint64 position_ = 0;  // 0 before the first, 1..n, n + 1 behind the last
+  State state_ = Closed;
+};

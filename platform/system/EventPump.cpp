@@ -1,0 +1,7 @@
+#include "platform/system/EventPump.h"
+
+#include <QCoreApplication>
+
+void DoEvents() {
+  if (QCoreApplication::instance()) QCoreApplication::processEvents();
+}

@@ -1,0 +1,15 @@
+// The bridge to the statistics engine: a data set's inputs in, its results back into the same data set.
+#pragma once
+
+#include "core/CData.h"
+
+namespace QCGlobalFunctions {
+
+// Runs the engine on the data set. False when it refuses, with its reason in one critical message; the data
+// set then keeps its inputs and its previous results.
+bool CreateStatistics(CData& data);
+
+// Sets the six control limits to 0, so that the next CreateStatistics calculates them.
+void ClearControlLimits(CData& data);
+
+}  // namespace QCGlobalFunctions
