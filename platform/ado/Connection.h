@@ -8,6 +8,8 @@
 #pragma once
 
 #include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 #include <QVariantList>
@@ -44,10 +46,15 @@ class Connection {
   // affected.
   qint64 Execute(const QString& sql, const QVariantList& values = {});
 
+  // The same for any statement: a forward-only query, before its first row. NextRow throws where reading fails.
+  QSqlQuery Run(const QString& operation, const QString& sql, const QVariantList& values = {});
+  bool NextRow(QSqlQuery& query) const;
+
   // Transactions; a nested Begin is an error. Rollback never fails.
   void BeginTransaction();
   void CommitTransaction();
   void RollbackTransaction();
+  bool InTransaction() const { return inTransaction_; }
 
   QSqlDatabase Database() const;
 
@@ -60,9 +67,15 @@ class Connection {
   static void BeforeOperation(const QString& operation);
 
  private:
-  QString name_;  // of the Qt Sql connection
-  QString path_;
+  void OpenFile(const QString& path);
+  void OpenOdbc(const QString& connectString, const QString& user, const QString& password);
+  void Control(const QString& operation, const QString& sql);
+  DatabaseError Failure(const QSqlError& error) const;
+
+  QString name_;   // of the Qt Sql connection
+  QString place_;  // what messages call the database: the file's path
   State state_ = Closed;
+  bool inTransaction_ = false;
 };
 
 // Rolls back unless committed.

@@ -34,7 +34,7 @@ class Recordset {
   void Open(const QString& sql, Connection& connection, int commandType = CommandText);
   void Close();
   State GetState() const { return state_; }
-  void Requery();
+  void Requery();  // the position stays where it was, as far as there still are rows
 
   qint64 RecordCount() const;
   bool BOF() const;
@@ -58,9 +58,19 @@ class Recordset {
   void CancelUpdate();  // drops AddNew or the changes since the last Update
 
  private:
-  int Column(const QString& name) const;
+  int Find(const QString& name) const;  // -1 when unknown
+  size_t Column(const QString& name) const;
+  std::vector<QVariant>& CurrentRow();
   void Fetch();
+  void MoveTo(qint64 position);
+  void RequireOpen() const;
   void RequireRow() const;
+
+  QString Quoted(const QString& column) const;
+  void Touched(QStringList& names, QVariantList& values) const;
+  void RequireUnchanged(const QVariant& id);
+  std::vector<QVariant> Insert();  // both: the row as it now stands in the table
+  std::vector<QVariant> Change();
 
   Connection* connection_ = nullptr;
   QString sql_;

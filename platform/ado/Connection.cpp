@@ -1,0 +1,183 @@
+#include "platform/ado/Connection.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QUrl>
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// How long a statement waits for another program to let go of the file.
+constexpr int lockWaitMilliseconds = 2000;
+
+// SQLite's primary result codes that have plainer words than the library's own.
+QString PlainReason(int code, const QString& libraryText) {
+  switch (code) {
+    case 3:
+    case 23:
+      return u"access is denied"_s;
+    case 5:
+    case 6:
+      return u"the file is in use by another program"_s;
+    case 8:
+      return u"the file is read-only"_s;
+    case 10:
+      return u"the file cannot be read or written (%1)"_s.arg(libraryText);
+    case 11:
+      return u"the file is damaged"_s;
+    case 13:
+      return u"the disk is full"_s;
+    case 14:
+      return u"the file cannot be opened"_s;
+    case 26:
+      return u"the file is not a database"_s;
+    default:
+      return libraryText;
+  }
+}
+
+// The driver's texts repeat the statement's name for the failed step; the database's own is the last part.
+QString LibraryText(const QSqlError& error) {
+  return error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+}
+
+QString ReasonNotToOpen(const QFileInfo& file) {
+  if (file.filePath().isEmpty()) return u"no file is named"_s;
+  if (!file.exists()) return u"there is no such file"_s;
+  if (file.isDir()) return u"it is a folder, not a file"_s;
+  if (!file.isFile()) return u"it is not an ordinary file"_s;
+  if (!file.isReadable()) return u"access is denied"_s;
+  return {};
+}
+
+}  // namespace
+
+const QString Connection::JetProvider = u"Microsoft.Jet.OLEDB.4.0"_s;
+const QString Connection::OdbcProvider = u"MSDASQL"_s;
+std::function<void(const QString&)> Connection::FaultHook;
+
+Connection::Connection() {
+  static std::atomic<int> counter = 0;
+  name_ = u"kestrel-%1"_s.arg(++counter);
+}
+
+Connection::~Connection() { Close(); }
+
+void Connection::BeforeOperation(const QString& operation) {
+  if (FaultHook) FaultHook(operation);
+}
+
+QSqlDatabase Connection::Database() const { return QSqlDatabase::database(name_, false); }
+
+void Connection::OpenWith(const QString& connectString, const QString& user, const QString& password) {
+  if (state_ == Open) throw DatabaseError(u"The connection is open already."_s);
+  BeforeOperation(u"open"_s);
+  try {
+    if (Provider == OdbcProvider)
+      OpenOdbc(connectString, user, password);
+    else
+      OpenFile(connectString);
+    state_ = Open;
+  } catch (...) {
+    Close();
+    throw;
+  }
+}
+
+void Connection::OpenFile(const QString& path) {
+  place_ = path;
+  if (const QString reason = ReasonNotToOpen(QFileInfo(path)); !reason.isEmpty())
+    throw DatabaseError(u"%1: %2"_s.arg(path, reason));
+  QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, name_);
+  // As a URI, since only that form can say that no file is to be made.
+  const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+  database.setDatabaseName(QString::fromLatin1(url.toEncoded()) + u"?mode=rw"_s);
+  database.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(lockWaitMilliseconds));
+  if (!database.open()) throw Failure(database.lastError());
+  Control(u"open"_s, u"PRAGMA synchronous = FULL"_s);
+  // The library opens any file; only reading tells whether it is a database.
+  Control(u"open"_s, u"SELECT count(*) FROM sqlite_master"_s);
+}
+
+void Connection::OpenOdbc(const QString& connectString, const QString& user, const QString& password) {
+  place_ = u"ODBC"_s;  // the connect string may hold a password
+  QSqlDatabase database = QSqlDatabase::addDatabase(u"QODBC"_s, name_);
+  if (!database.isValid()) throw DatabaseError(u"ODBC: the ODBC driver is not installed"_s);
+  database.setDatabaseName(connectString);
+  if (!database.open(user, password)) throw Failure(database.lastError());
+}
+
+void Connection::Close() {
+  if (inTransaction_) RollbackTransaction();
+  if (QSqlDatabase::contains(name_)) {
+    Database().close();
+    QSqlDatabase::removeDatabase(name_);
+  }
+  state_ = Closed;
+}
+
+DatabaseError Connection::Failure(const QSqlError& error) const {
+  // Extended codes carry the primary one in the low byte.
+  const int code = Provider == OdbcProvider ? 0 : error.nativeErrorCode().toInt() & 0xff;
+  return DatabaseError(u"%1: %2"_s.arg(place_, PlainReason(code, LibraryText(error))));
+}
+
+QSqlQuery Connection::Run(const QString& operation, const QString& sql, const QVariantList& values) {
+  if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
+  BeforeOperation(operation);
+  QSqlQuery query(Database());
+  query.setForwardOnly(true);
+  if (!query.prepare(Translate(sql))) throw Failure(query.lastError());
+  for (const QVariant& value : values) query.addBindValue(value);
+  if (!query.exec()) throw Failure(query.lastError());
+  return query;
+}
+
+bool Connection::NextRow(QSqlQuery& query) const {
+  if (query.next()) return true;
+  if (query.lastError().isValid()) throw Failure(query.lastError());
+  return false;
+}
+
+qint64 Connection::Execute(const QString& sql, const QVariantList& values) {
+  return Run(u"execute"_s, sql, values).numRowsAffected();
+}
+
+void Connection::Control(const QString& operation, const QString& sql) {
+  BeforeOperation(operation);
+  QSqlQuery query(Database());
+  if (!query.exec(sql)) throw Failure(query.lastError());
+}
+
+void Connection::BeginTransaction() {
+  if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
+  if (inTransaction_) throw DatabaseError(u"A transaction is open already."_s);
+  if (Provider == OdbcProvider) {
+    BeforeOperation(u"begin"_s);
+    if (!Database().transaction()) throw Failure(Database().lastError());
+  } else {
+    // The write lock is taken at once: what the transaction reads cannot change before it writes.
+    Control(u"begin"_s, u"BEGIN IMMEDIATE"_s);
+  }
+  inTransaction_ = true;
+}
+
+void Connection::CommitTransaction() {
+  if (!inTransaction_) throw DatabaseError(u"No transaction is open."_s);
+  BeforeOperation(u"commit"_s);
+  if (!Database().commit()) throw Failure(Database().lastError());
+  inTransaction_ = false;
+}
+
+void Connection::RollbackTransaction() {
+  Database().rollback();
+  inTransaction_ = false;
+}
+
+QString Connection::Translate(const QString& sql) {
+  static const QRegularExpression deleteAll(u"^\\s*DELETE\\s+\\*\\s+FROM\\b"_s,
+                                            QRegularExpression::CaseInsensitiveOption);
+  return QString(sql).replace(deleteAll, u"DELETE FROM"_s);
+}
