@@ -67,10 +67,10 @@ struct Inputs {
   double rBarMean = 0;
   int precisionValue = 4;  // decimals of the texts and of the rules' judgement, 0 to 15
   bool reverseDataString = false;
-  int sensitivityValue = 1;               // 0 low, 1 medium, 2 high: which rules make a verdict
-  int detectionPeriod = 1;                // 1 long-term: every point; 0 short-term: the last eight
-  std::string_view delimitedInputString;  // ASCII or UTF-8
-  int sampleQty = 0;                      // a hint, no more
+  int sensitivityValue = 1;                    // 0 low, 1 medium, 2 high: which rules make a verdict
+  int detectionPeriod = 1;                     // 1 long-term: every point; 0 short-term: the last eight
+  std::string_view delimitedInputString = {};  // ASCII or UTF-8
+  int sampleQty = 0;                           // a hint, no more
 };
 
 struct Results {

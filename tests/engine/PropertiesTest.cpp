@@ -1,0 +1,125 @@
+// Properties that hold for any data: shifting, scaling, reversing, appending, base periods, average run
+// lengths.
+#include <random>
+
+#include "tests/engine/EngineRun.h"
+
+namespace {
+
+using engine::Inputs;
+using engine::Results;
+
+std::vector<int> RandomTenths(std::mt19937& random, int count) {
+  std::normal_distribution<double> normal(500, 20);
+  std::vector<int> values;
+  for (int i = 0; i < count; ++i) values.push_back(static_cast<int>(normal(random)));
+  return values;
+}
+
+// The values as texts of tenths, so that a shift or a factor is one of the decimal texts too.
+std::string Tenths(const std::vector<int>& values, int shift = 0, int factor = 1) {
+  std::string text;
+  for (const int value : values) {
+    const int tenths = value * factor + shift;
+    text += std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + ",";
+  }
+  return text;
+}
+
+TEST(Properties, ShiftingAndScalingTheDataShiftsAndScalesTheLimits) {
+  std::mt19937 random(20);
+  for (int n = 1; n <= 20; ++n) {
+    const std::vector<int> values = RandomTenths(random, 200);
+    const Inputs inputs{.subGroupSize = n, .sensitivityValue = 2};
+    const Results plain = RunEngine(Tenths(values), inputs);
+    const Results moved = RunEngine(Tenths(values, 1230, 3), inputs);
+    EXPECT_NEAR(moved.xBarMean, plain.xBarMean * 3 + 123, 1e-10);
+    EXPECT_NEAR(moved.xBarUCL, plain.xBarUCL * 3 + 123, 1e-10);
+    EXPECT_NEAR(moved.xBarLCL, plain.xBarLCL * 3 + 123, 1e-10);
+    EXPECT_NEAR(moved.rBarUCL, plain.rBarUCL * 3, 1e-10);
+    EXPECT_NEAR(moved.stdDevValue, plain.stdDevValue * 3, 1e-10);
+    EXPECT_EQ(RunEngine(Tenths(values, 1230), inputs).violatingPoints, plain.violatingPoints);
+  }
+}
+
+TEST(Properties, LimitsFromTheFirstPointsEqualThoseOfThesePointsAlone) {
+  std::mt19937 random(21);
+  for (int n : {1, 2, 5, 20}) {
+    const std::vector<int> values = RandomTenths(random, 400);
+    const int k = 9;
+    const Results whole =
+        RunEngine(Tenths(values), {.subGroupSize = n, .dataStartPoint = 1, .dataStopPoint = k});
+    const Results alone = RunEngine(Tenths({values.begin(), values.begin() + n * k}), {.subGroupSize = n});
+    EXPECT_EQ(whole.xBarUCL, alone.xBarUCL);
+    EXPECT_EQ(whole.xBarMean, alone.xBarMean);
+    EXPECT_EQ(whole.rBarUCL, alone.rBarUCL);
+    // Limits that are kept do not change with points that come later.
+    Inputs kept{.subGroupSize = n,
+                .xBarUCL = alone.xBarUCL,
+                .xBarLCL = alone.xBarLCL,
+                .xBarMean = alone.xBarMean,
+                .rBarUCL = alone.rBarUCL,
+                .rBarLCL = alone.rBarLCL,
+                .rBarMean = alone.rBarMean};
+    const Results later = RunEngine(Tenths(values), kept);
+    EXPECT_EQ(later.xBarUCL, alone.xBarUCL);
+    EXPECT_EQ(later.rBarMean, alone.rBarMean);
+  }
+}
+
+TEST(Properties, ReversingTwiceChangesNothing) {
+  std::mt19937 random(22);
+  const std::vector<int> values = RandomTenths(random, 100);
+  const Results forward = RunEngine(Tenths(values), {.subGroupSize = 4});
+  const Results back =
+      RunEngine(Tenths({values.rbegin(), values.rend()}), {.subGroupSize = 4, .reverseDataString = true});
+  EXPECT_EQ(back.xBarOutputString, forward.xBarOutputString);
+  EXPECT_EQ(back.rBarOutputString, forward.rBarOutputString);
+  EXPECT_EQ(back.xBarUCL, forward.xBarUCL);
+}
+
+TEST(Properties, HistogramCountsAddUpToTheSamples) {
+  std::mt19937 random(23);
+  for (int i = 0; i < 200; ++i) {
+    const std::vector<int> values = RandomTenths(random, 60);
+    const double lower = 40 + i * 0.05;
+    const Results results = RunEngine(
+        Tenths(values), {.upperSpecLimit = lower + 17.77, .lowerSpecLimit = lower, .subGroupSize = 7});
+    int sum = 0;
+    for (const double count : Split(results.histogramBinValuesOutputString)) sum += static_cast<int>(count);
+    EXPECT_EQ(sum, results.sampleQty);
+  }
+}
+
+// The mean number of points to the first mark on a process in control, with known parameters.
+double AverageRunLength(bool onlyRuleOne) {
+  std::mt19937 random(1987);
+  std::normal_distribution<double> normal(0, 1e6);
+  const engine::ChartLines<std::int64_t> lines{3'000'000, 0, -3'000'000};
+  constexpr int runs = 40'000;
+  std::vector<std::int64_t> points;
+  engine::ViolatingPoints violating;
+  std::int64_t total = 0;
+  for (int run = 0; run < runs; ++run) {
+    points.clear();
+    for (int mark = 0; mark == 0;) {
+      for (int i = 0; i < 200; ++i) points.push_back(static_cast<std::int64_t>(normal(random)));
+      engine::FindViolations<std::int64_t>(points, lines, 0, violating);
+      for (const auto& list : violating) {
+        if (!list.empty() && (mark == 0 || list.front() < mark)) mark = list.front();
+        if (onlyRuleOne) break;
+      }
+      total += mark;
+    }
+  }
+  return static_cast<double>(total) / runs;
+}
+
+// C. W. Champ and W. H. Woodall, Exact results for Shewhart control charts with supplementary runs rules,
+// Technometrics 29, 1987.
+TEST(Properties, AverageRunLengthsAgreeWithTheExactOnes) {
+  EXPECT_NEAR(AverageRunLength(true), 370.4, 0.02 * 370.4);
+  EXPECT_NEAR(AverageRunLength(false), 91.75, 0.02 * 91.75);
+}
+
+}  // namespace
