@@ -1,0 +1,128 @@
+#include "stats/CreateStatistics.h"
+
+#include <QStringEncoder>
+
+#include "core/Messages.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "engine/Engine.h"
+
+using namespace Qt::StringLiterals;
+
+namespace QCGlobalFunctions {
+
+namespace {
+
+// The one engine of a thread, made on first use, with the space in which texts pass to and from it.
+struct Bridge {
+  engine::Engine engine;
+  engine::Results results;
+  std::string delimiter;
+  std::string inputText;
+};
+
+Bridge& TheBridge() {
+  static thread_local Bridge bridge;
+  return bridge;
+}
+
+void Encode(QStringView text, std::string& utf8) {
+  QStringEncoder encoder(QStringEncoder::Utf8);
+  utf8.resize(static_cast<std::size_t>(encoder.requiredSpace(text.size())));
+  utf8.resize(static_cast<std::size_t>(encoder.appendToBuffer(utf8.data(), text) - utf8.data()));
+}
+
+engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
+  engine::Inputs inputs;
+  Encode(data.StringDelimiter(), bridge.delimiter);
+  inputs.stringDelimiter = bridge.delimiter;
+  inputs.upperSpecLimit = data.UpperSpecLimit();
+  inputs.lowerSpecLimit = data.LowerSpecLimit();
+  inputs.subGroupSize = data.SubGroupSize();
+  inputs.dataStartPoint = data.DataStartPoint();
+  inputs.dataStopPoint = data.DataStopPoint();
+  inputs.xBarUCL = data.XBarUCL();
+  inputs.xBarLCL = data.XBarLCL();
+  inputs.xBarMean = data.XBarMean();
+  inputs.rBarUCL = data.RBarUCL();
+  inputs.rBarLCL = data.RBarLCL();
+  inputs.rBarMean = data.RBarMean();
+  inputs.precisionValue = data.PrecisionValue();
+  inputs.reverseDataString = data.ReverseDataString();
+  inputs.sensitivityValue = data.SensitivityValue();
+  inputs.detectionPeriod = data.DetectionPeriod();
+  Encode(data.DelimitedInputString(), bridge.inputText);
+  inputs.delimitedInputString = bridge.inputText;
+  inputs.sampleQty = data.SampleQty();
+  return inputs;
+}
+
+// The engine's counts lie within 16 bits: there are no more than 32767 samples.
+qint16 Short(int value) { return static_cast<qint16>(value); }
+
+QString Text(const std::string& utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+void Store(const engine::Results& results, CData& data) {
+  data.SetXBarUCL(results.xBarUCL);
+  data.SetXBarLCL(results.xBarLCL);
+  data.SetXBarMean(results.xBarMean);
+  data.SetRBarUCL(results.rBarUCL);
+  data.SetRBarLCL(results.rBarLCL);
+  data.SetRBarMean(results.rBarMean);
+  data.SetCPKValue(results.cpkValue);
+  data.SetHistogramBinQty(Short(results.histogramBinQty));
+  data.SetHistogramBinValuesOutputString(Text(results.histogramBinValuesOutputString));
+  data.SetHistogramLabelsOutputString(Text(results.histogramLabelsOutputString));
+  data.SetHistoHiScaleValue(results.histoHiScaleValue);
+  data.SetHistoLoScaleValue(results.histoLoScaleValue);
+  data.SetIsInControl(results.isInControl);
+  data.SetMaxValue(results.maxValue);
+  data.SetMinValue(results.minValue);
+  data.SetNumberOfPlotPoints(Short(results.numberOfPlotPoints));
+  data.SetProcessState(results.processState);
+  data.SetRBarMean(results.rBarMean);
+  data.SetRBarOutputString(Text(results.rBarOutputString));
+  data.SetRuleViolation(Short(results.ruleViolation));
+  data.SetStdDevValue(results.stdDevValue);
+  data.SetXBarOutputString(Text(results.xBarOutputString));
+  data.SetSampleQty(Short(results.sampleQty));
+  data.SetViolatingPoints(results.violatingPoints);
+}
+
+// The object's error record: kind 1 is a refusal of the engine.
+void Record(CData& data, qint32 errorType, const QString& message) {
+  data.SetErrorType(errorType);
+  data.SetErrorMessage(message);
+}
+
+}  // namespace
+
+bool CreateStatistics(CData& data) {
+  return Trap(u"QCGlobalFunctions::CreateStatistics"_s, false, [&] {
+    Bridge& bridge = TheBridge();
+    const bool succeeded = bridge.engine.Run(InputsOf(data, bridge), bridge.results);
+    if (succeeded) {
+      Store(bridge.results, data);
+      Record(data, 0, {});
+    } else {
+      const QString reason = Text(bridge.engine.LastError());
+      Record(data, 1, reason);
+      ShowErrorMessage(
+          true, LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s + reason, {});
+    }
+    return succeeded;
+  });
+}
+
+void ClearControlLimits(CData& data) {
+  data.SetXBarUCL(0);
+  data.SetXBarLCL(0);
+  data.SetXBarMean(0);
+  data.SetRBarUCL(0);
+  data.SetRBarLCL(0);
+  data.SetRBarMean(0);
+}
+
+}  // namespace QCGlobalFunctions
