@@ -5,11 +5,11 @@ namespace HelpTopics {
 
 enum Number {
   Contents = 0,
-  // Getting started
+  Welcome = 1,
   FirstSteps = 10,
   WorkedExample = 11,
-  ReadingTheCharts = 12,
-  // The screens
+
+  Screens = 2,
   MainScreen = 20,
   DataEditor = 21,
   ExpandedData = 22,
@@ -18,7 +18,8 @@ enum Number {
   Units = 25,
   Configuration = 26,
   About = 27,
-  // What the figures mean
+
+  Figures = 3,
   XBarChart = 30,
   RChart = 31,
   Capability = 32,
@@ -29,11 +30,13 @@ enum Number {
   ProcessStates = 37,
   WhenToRecalculate = 38,
   ChanceMarks = 39,
-  // Looking after the data
-  Backup = 50,
-  CommandLine = 51,
-  AccessLibraries = 52,
-  Glossary = 60
+
+  LookingAfter = 4,
+  Backup = 40,
+  AccessLibraries = 41,
+  CommandLine = 42,
+
+  Glossary = 5
 };
 
 }  // namespace HelpTopics

@@ -8,6 +8,7 @@
 class QLineEdit;
 class QListWidget;
 class QTextBrowser;
+class QToolBar;
 class QTreeWidget;
 
 struct HelpTopic {
@@ -30,11 +31,11 @@ class HelpViewer : public QWidget {
 
  private:
   QWidget* MakeNavigation();
-  void MakeToolBar();
+  QToolBar* MakeToolBar();
   void MakeShortcuts();
   void FillContents();
   void Open(const QUrl& page);
-  void ShowNavigation(bool show);
+  void ShowSearch();
   void BringToFront();
   void Search(const QString& words);
   void MarkCurrentTopic(const QUrl& page);

@@ -1,0 +1,237 @@
+#include "platform/ui/HelpViewer.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTextBrowser>
+#include <QTextDocumentFragment>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include "platform/ui/Icons.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int urlRole = Qt::UserRole;
+
+QString HtmlOf(const QUrl& page) {
+  QFile file(page.scheme() == u"qrc"_s ? u':' + page.path() : page.toLocalFile());
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+bool ContainsAll(const QString& text, const QStringList& words) {
+  return std::all_of(words.begin(), words.end(),
+                     [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
+}
+
+// The words around the first place where one of the searched words stands.
+QString Excerpt(const QString& text, const QString& word) {
+  constexpr int before = 30, length = 90;
+  const qsizetype from = std::max<qsizetype>(0, text.indexOf(word, 0, Qt::CaseInsensitive) - before);
+  return (from ? u"…"_s : QString()) + text.mid(from, length).simplified() + u"…"_s;
+}
+
+}  // namespace
+
+HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, bool withContents)
+    : topics_(topics) {
+  setWindowTitle(title);
+  setObjectName(u"HelpViewer"_s);
+  setAttribute(Qt::WA_QuitOnClose, false);
+
+  page_ = new QTextBrowser(this);
+  page_->setObjectName(u"Page"_s);
+  page_->setOpenExternalLinks(true);
+  page_->document()->setDocumentMargin(fontMetrics().height());
+  auto* splitter = new QSplitter(this);
+  splitter->addWidget(MakeNavigation());
+  splitter->addWidget(page_);
+  splitter->setStretchFactor(1, 1);
+  splitter->setChildrenCollapsible(false);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->setSpacing(0);
+  layout->addWidget(MakeToolBar());
+  layout->addWidget(splitter, 1);
+
+  FillContents();
+  MakeShortcuts();
+  navigation_->setVisible(withContents);
+  connect(page_, &QTextBrowser::sourceChanged, this, &HelpViewer::MarkCurrentTopic);
+  const int em = fontMetrics().height();
+  resize(em * (withContents ? 56 : 40), em * 38);
+}
+
+QWidget* HelpViewer::MakeNavigation() {
+  search_ = new QLineEdit;
+  search_->setObjectName(u"Search"_s);
+  search_->setPlaceholderText(u"Search the manual (Ctrl+F)"_s);
+  search_->setAccessibleName(u"Search the manual"_s);
+  search_->setClearButtonEnabled(true);
+  contents_ = new QTreeWidget;
+  contents_->setObjectName(u"Contents"_s);
+  contents_->setAccessibleName(u"Contents"_s);
+  contents_->setHeaderHidden(true);
+  results_ = new QListWidget;
+  results_->setObjectName(u"Results"_s);
+  results_->setAccessibleName(u"Search results"_s);
+  results_->setWordWrap(true);
+  results_->setAlternatingRowColors(true);
+
+  // The results take the place of the contents while there is something in the search box.
+  auto* lists = new QStackedWidget;
+  lists->addWidget(contents_);
+  lists->addWidget(results_);
+  connect(search_, &QLineEdit::textChanged, this, [this, lists](const QString& words) {
+    lists->setCurrentWidget(words.trimmed().isEmpty() ? static_cast<QWidget*>(contents_) : results_);
+    Search(words);
+  });
+  connect(search_, &QLineEdit::returnPressed, this, [this] {
+    if (results_->count() > 0) results_->setCurrentRow(0);
+    results_->setFocus();
+  });
+  connect(results_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
+    if (!item || item->data(urlRole).toUrl().isEmpty()) return;
+    Open(item->data(urlRole).toUrl());
+    page_->find(search_->text().simplified().section(u' ', 0, 0));
+  });
+  connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+    if (item) Open(item->data(0, urlRole).toUrl());
+  });
+
+  navigation_ = new QWidget;
+  auto* layout = new QVBoxLayout(navigation_);
+  const int gap = fontMetrics().height() / 3;
+  layout->setContentsMargins(gap, gap, 0, gap);
+  layout->addWidget(search_);
+  layout->addWidget(lists, 1);
+  navigation_->setMinimumWidth(fontMetrics().height() * 14);
+  return navigation_;
+}
+
+QToolBar* HelpViewer::MakeToolBar() {
+  auto* bar = new QToolBar(this);
+  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  const int side = fontMetrics().height();
+  bar->setIconSize({side, side});
+  const auto add = [bar](Symbol symbol, const QString& text, const QString& tip) {
+    QAction* action = bar->addAction(SymbolIcon(symbol), text);
+    action->setToolTip(tip);
+    bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    return action;
+  };
+  connect(add(Symbol::Contents, u"Contents"_s, u"Show or hide the contents"_s), &QAction::triggered, this,
+          [this] { navigation_->setVisible(navigation_->isHidden()); });
+  QAction* back = add(Symbol::Back, u"Back"_s, u"Back to the page before (Alt+Left)"_s);
+  back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
+  back->setEnabled(false);
+  connect(back, &QAction::triggered, page_, &QTextBrowser::backward);
+  connect(page_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+  connect(add(Symbol::Search, u"Search"_s, u"Search the manual (Ctrl+F)"_s), &QAction::triggered, this,
+          &HelpViewer::ShowSearch);
+  connect(add(Symbol::Close, u"Close"_s, u"Close the help window (Escape)"_s), &QAction::triggered, this,
+          &QWidget::close);
+  return bar;
+}
+
+void HelpViewer::MakeShortcuts() {
+  const auto onKey = [this](const QKeySequence& key, auto&& action) {
+    connect(new QShortcut(key, this), &QShortcut::activated, this, action);
+  };
+  onKey(Qt::Key_Escape, [this] { close(); });
+  onKey(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { ShowSearch(); });
+  onKey(QKeySequence(Qt::ALT | Qt::Key_Home), [this] { ShowContents(); });
+  onKey(QKeySequence(Qt::ALT | Qt::Key_Right), [this] { page_->forward(); });
+}
+
+void HelpViewer::ShowSearch() {
+  navigation_->show();
+  search_->setFocus();
+  search_->selectAll();
+}
+
+void HelpViewer::FillContents() {
+  QTreeWidgetItem* chapter = nullptr;
+  for (const HelpTopic& topic : topics_) {
+    auto* item = topic.level > 0 && chapter ? new QTreeWidgetItem(chapter) : new QTreeWidgetItem(contents_);
+    if (topic.level == 0) chapter = item;
+    item->setText(0, topic.title);
+    item->setData(0, urlRole, topic.page);
+  }
+  contents_->expandAll();
+}
+
+void HelpViewer::ShowContents() {
+  navigation_->show();
+  search_->clear();
+  Open(topics_.value(0).page);
+  BringToFront();
+  contents_->setFocus();
+}
+
+void HelpViewer::ShowTopic(int number) {
+  const auto topic =
+      std::find_if(topics_.begin(), topics_.end(), [&](auto& each) { return each.number == number; });
+  if (topic == topics_.end()) {
+    page_->setHtml(u"<h1>No such topic</h1><p>The manual has no topic number %1.</p>"_s.arg(number));
+  } else {
+    Open(topic->page);
+  }
+  BringToFront();
+  page_->setFocus();
+}
+
+void HelpViewer::Open(const QUrl& page) {
+  if (page_->source() == page) return;
+  if (HtmlOf(page).isEmpty()) {
+    page_->setHtml(u"<h1>Page not found</h1><p>The manual's page \"%1\" is missing.</p>"_s.arg(
+        page.fileName().toHtmlEscaped()));
+  } else {
+    page_->setSource(page);
+  }
+}
+
+void HelpViewer::MarkCurrentTopic(const QUrl& page) {
+  const QUrl plain = page.adjusted(QUrl::RemoveFragment);
+  for (QTreeWidgetItemIterator each(contents_); *each; ++each) {
+    if ((*each)->data(0, urlRole).toUrl() != plain) continue;
+    const QSignalBlocker quiet(contents_);
+    contents_->setCurrentItem(*each);
+    return;
+  }
+}
+
+void HelpViewer::Search(const QString& words) {
+  const QStringList wanted = words.simplified().split(u' ', Qt::SkipEmptyParts);
+  results_->clear();
+  if (wanted.isEmpty()) return;
+  for (const HelpTopic& topic : topics_) {
+    const QString text = QTextDocumentFragment::fromHtml(HtmlOf(topic.page)).toPlainText();
+    if (!ContainsAll(text, wanted)) continue;
+    auto* item = new QListWidgetItem(topic.title + u'\n' + Excerpt(text, wanted.first()), results_);
+    item->setData(urlRole, topic.page);
+  }
+  if (results_->count() == 0) {
+    auto* none = new QListWidgetItem(u"Nothing found."_s, results_);
+    none->setFlags(Qt::NoItemFlags);
+  }
+}
+
+// A modal window blocks every window that does not belong to it, so the help joins the one that is open now.
+void HelpViewer::BringToFront() {
+  show();
+  if (isMinimized()) showNormal();
+  const QWidget* modal = QApplication::activeModalWidget();
+  windowHandle()->setTransientParent(modal ? modal->windowHandle() : nullptr);
+  raise();
+  activateWindow();
+}

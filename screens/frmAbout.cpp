@@ -1,0 +1,135 @@
+#include "screens/frmAbout.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QVersionNumber>
+#include <QtEndian>
+#include <utility>
+
+#include "core/Globals.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "screens/Help.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QFrame* Separator(const QString& name, QWidget* parent) {
+  auto* line = new QFrame(parent);
+  line->setObjectName(name);
+  line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+  return line;
+}
+
+// The tool's full path, or empty where the settings store knows none.
+QString SysInfoPath() {
+  QString path;
+  if (frmAbout::GetKeyValue(uR"(SOFTWARE\Microsoft\Shared Tools\MSINFO)"_s, u"PATH"_s, path)) return path;
+  if (frmAbout::GetKeyValue(uR"(SOFTWARE\Microsoft\Shared Tools Location)"_s, u"MSINFO"_s, path)) {
+    path += QDir::separator() + u"MSINFO32.EXE"_s;
+    if (QFileInfo::exists(path)) return path;
+  }
+  return {};
+}
+
+}  // namespace
+
+frmAbout::frmAbout(QWidget* parent, ProgramStarter startProgram)
+    : QDialog(parent), startProgram_(std::move(startProgram)) {
+  Trap(u"frmAbout::Form_Load"_s, [this] {
+    BuildControls();
+    InstallHelpKey(this, HelpTopics::About);
+  });
+}
+
+void frmAbout::BuildControls() {
+  setObjectName(u"frmAbout"_s);
+  setWindowTitle(u"About "_s + LoadResText(u"Kestrel;108"));
+  setModal(true);
+  const int em = fontMetrics().height();
+
+  const auto label = [this](const QString& name, const QString& text) {
+    auto* made = new QLabel(text, this);
+    made->setObjectName(name);
+    made->setTextFormat(Qt::PlainText);
+    made->setWordWrap(true);
+    made->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return made;
+  };
+  auto* picIcon = label(u"picIcon"_s, {});
+  picIcon->setPixmap(windowIcon().pixmap(QSize(em * 3, em * 3), devicePixelRatio()));
+  auto* lblTitle = label(u"lblTitle"_s, LoadResText(u"Kestrel;108"));
+  QFont large = lblTitle->font();
+  large.setPointSizeF(large.pointSizeF() * 1.6);
+  large.setBold(true);
+  lblTitle->setFont(large);
+  const QString version = QVersionNumber::fromString(QCoreApplication::applicationVersion()).toString();
+  auto* lblVersion = label(u"lblVersion"_s, u"Version "_s + version);
+  auto* lblDescription =
+      label(u"lblDescription"_s,
+            LoadResText(u"Kestrel - SPC control charting solution for the quality system novice;302"));
+  auto* lblDisclaimer = label(u"lblDisclaimer"_s, LoadResText(u"Warning;303"));
+
+  auto* cmdOK = new QPushButton(u"&OK"_s, this);
+  cmdOK->setObjectName(u"cmdOK"_s);
+  cmdOK->setDefault(true);
+  auto* cmdSysInfo = new QPushButton(u"&System Info..."_s, this);
+  cmdSysInfo->setObjectName(u"cmdSysInfo"_s);
+  connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+  connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
+
+  auto* grid = new QGridLayout(this);
+  grid->setColumnStretch(1, 1);
+  grid->setHorizontalSpacing(em);
+  grid->addWidget(picIcon, 0, 0, 3, 1, Qt::AlignTop);
+  grid->addWidget(lblTitle, 0, 1, 1, 2);
+  grid->addWidget(lblVersion, 1, 1, 1, 2);
+  grid->addWidget(Separator(u"separator1"_s, this), 2, 1, 1, 2);
+  grid->addWidget(lblDescription, 3, 1, 1, 2);
+  grid->addWidget(Separator(u"separator2"_s, this), 4, 0, 1, 3);
+  grid->addWidget(lblDisclaimer, 5, 0, 2, 2, Qt::AlignTop);
+  grid->addWidget(cmdOK, 5, 2, Qt::AlignTop);
+  grid->addWidget(cmdSysInfo, 6, 2, Qt::AlignTop);
+  grid->setRowStretch(6, 1);
+  setTabOrder(cmdOK, cmdSysInfo);
+  cmdOK->setFocus();
+  setMinimumWidth(em * 30);
+}
+
+bool frmAbout::StartProgram(const QString& path) { return QProcess::startDetached(path, {}); }
+
+bool frmAbout::GetKeyValue(const QString& keyName, const QString& valueName, QString& text) {
+  Registry& registry = *Globals().registry;
+  Registry::Key key = 0;
+  if (registry.RegOpenKeyEx(keyName, Registry::KeyRead, key) != Registry::Success) return false;
+  Registry::Type type = Registry::None;
+  QByteArray data;
+  const int status = registry.RegQueryValueEx(key, valueName, type, data);
+  registry.RegCloseKey(key);
+  if (status != Registry::Success) return false;
+  if (type == Registry::String) {
+    if (data.endsWith('\0')) data.chop(1);
+    text = QString::fromUtf8(data);
+    return true;
+  }
+  if (type == Registry::Dword && data.size() == sizeof(quint32)) {
+    text = u"&h"_s + QString::number(qFromLittleEndian<quint32>(data.constData()), 16).toUpper();
+    return true;
+  }
+  return false;
+}
+
+void frmAbout::StartSysInfo() {
+  Trap(u"frmAbout::StartSysInfo"_s, [this] {
+    const QString path = SysInfoPath();
+    if (!path.isEmpty() && startProgram_(path)) return;
+    MessageBox::Show(
+        {.text = u"System Information Is Unavailable At This Time"_s, .title = LoadResText(u"Kestrel;108")});
+  });
+}

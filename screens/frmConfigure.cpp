@@ -1,0 +1,101 @@
+#include "screens/frmConfigure.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "core/Globals.h"
+#include "core/Messages.h"
+#include "core/RegistryFunctions.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "platform/ui/Mnemonics.h"
+#include "screens/Help.h"
+
+using namespace Qt::StringLiterals;
+
+frmConfigure::frmConfigure(QWidget* parent) : QDialog(parent) {
+  Trap(u"frmConfigure::Form_Load"_s, [this] {
+    Globals().gSettingsSaved = false;
+    BuildControls();
+    LoadSettingsToScreen();
+    InstallHelpKey(this, HelpTopics::Configuration);
+  });
+}
+
+void frmConfigure::BuildControls() {
+  setObjectName(u"frmConfigure"_s);
+  setWindowTitle(LoadResText(u"Kestrel Configuration;192"));
+  setModal(true);
+
+  auto* frameListviewSettings = new QGroupBox(LoadResText(u" Listview Settings ;245"), this);
+  frameListviewSettings->setObjectName(u"frameListviewSettings"_s);
+  auto* frameDoubleClickAction =
+      new QGroupBox(LoadResText(u"Double-click action;248"), frameListviewSettings);
+  frameDoubleClickAction->setObjectName(u"frameDoubleClickAction"_s);
+
+  Mnemonics mnemonics;
+  cmdAccept = new QPushButton(mnemonics.Mark(LoadResText(u"&Accept;196")), this);
+  cmdAccept->setObjectName(u"cmdAccept"_s);
+  cmdAccept->setDefault(true);
+  cmdAccept->setEnabled(false);
+  cmdClose = new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this);
+  cmdClose->setObjectName(u"cmdClose"_s);
+  optionViewChart = new QRadioButton(mnemonics.Mark(LoadResText(u"View Chart;247")), frameDoubleClickAction);
+  optionViewChart->setObjectName(u"optionViewChart"_s);
+  optionEditSelection =
+      new QRadioButton(mnemonics.Mark(LoadResText(u"Edit Selection;246")), frameDoubleClickAction);
+  optionEditSelection->setObjectName(u"optionEditSelection"_s);
+
+  auto* options = new QVBoxLayout(frameDoubleClickAction);
+  options->addWidget(optionViewChart);
+  options->addWidget(optionEditSelection);
+  (new QVBoxLayout(frameListviewSettings))->addWidget(frameDoubleClickAction);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(cmdAccept);
+  buttons->addWidget(cmdClose);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(frameListviewSettings);
+  layout->addStretch();
+  layout->addLayout(buttons);
+  setMinimumWidth(fontMetrics().height() * 22);
+
+  setTabOrder(optionViewChart, optionEditSelection);
+  setTabOrder(optionEditSelection, cmdAccept);
+  setTabOrder(cmdAccept, cmdClose);
+  for (QRadioButton* option : {optionViewChart, optionEditSelection}) {
+    connect(option, &QRadioButton::clicked, this, [this] { cmdAccept->setEnabled(true); });
+  }
+  connect(cmdAccept, &QPushButton::clicked, this, &frmConfigure::Accept);
+  connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmConfigure::LoadSettingsToScreen() {
+  const bool viewsChart = Globals().gSetup.ListviewDoubleClickViewsChart;
+  optionViewChart->setChecked(viewsChart);
+  optionEditSelection->setChecked(!viewsChart);
+  (viewsChart ? optionViewChart : optionEditSelection)->setFocus();
+}
+
+bool frmConfigure::SaveScreenSettings() {
+  return Trap(u"frmConfigure::SaveScreenSettings"_s, false, [this] {
+    constexpr int dword = Registry::Dword;
+    const QString name = u"ListviewDoubleClickViewsChart"_s;
+    clsSetup& setup = Globals().gSetup;
+    setup.ListviewDoubleClickViewsChart = optionViewChart->isChecked();
+    const QString value = optionViewChart->isChecked() ? u"1"_s : u"0"_s;
+    // Writing answers true as soon as the key exists, so only reading back tells whether the value got there.
+    return RegistryFunctions::SetKeyValue(setup.RegistryKeyPath, name, dword, value) &&
+           RegistryFunctions::GetKeyValue(setup.RegistryKeyPath, name, dword) == value;
+  });
+}
+
+void frmConfigure::Accept() {
+  if (!SaveScreenSettings()) return;
+  ShowSystemMessage(LoadResText(u"Registry settings saved;201"), MessageBox::Icon::Information);
+  cmdAccept->setEnabled(false);
+  Globals().gSettingsSaved = true;
+}
