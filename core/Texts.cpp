@@ -13,9 +13,8 @@ struct Entry {
   QStringView text;
 };
 
-// Blanks at either end belong to the texts: callers join them with values. So do the odd spellings, which
-// readers of older files and manuals search for. 101, 103, 122, 193 to 195, 198, 199, 253, 293 and 294 are
-// shown nowhere.
+// Blanks at either end belong to the texts: callers join them with values. Odd spellings stay as users know
+// them. 101, 103, 122, 193 to 195, 198, 199, 253, 293 and 294 are shown nowhere.
 constexpr auto table = std::to_array<Entry>({
     {101, u"Failed to open database"},
     {102, u"Error opening database:"},
