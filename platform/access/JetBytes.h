@@ -1,4 +1,5 @@
-// Bounded reading of the little-endian numbers an Access file is made of, and the one error its readers throw.
+// Bounded reading of the little-endian numbers an Access file is made of, and the one error its readers
+// throw.
 #pragma once
 
 #include <QByteArrayView>
@@ -24,7 +25,7 @@ inline QByteArrayView Slice(QByteArrayView bytes, qsizetype from, qsizetype size
 }
 
 template <class Number>
-Number Read(QByteArrayView bytes, qsizetype at) {
+Number Get(QByteArrayView bytes, qsizetype at) {
   return qFromLittleEndian<Number>(Slice(bytes, at, sizeof(Number)).data());
 }
 

@@ -1,4 +1,5 @@
-// The pages of an Access file: which files can be read at all, fetching and decoding a page, and the records on it.
+// The pages of an Access file: which files can be read at all, fetching and decoding a page, and the records
+// on it.
 #include "platform/access/JetPages.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using JetBytes::Read;
+using JetBytes::Get;
 using JetBytes::Slice;
 
 namespace {
@@ -44,13 +45,13 @@ void Decode(char* bytes, qsizetype size, quint32 key) {
 }
 
 bool HasPassword(QByteArrayView header) {
-  const auto created = Read<double>(header, creationDateAt);
+  const auto created = Get<double>(header, creationDateAt);
   if (!(std::abs(created) < 1e9)) {
     throw JetError(u"The first page of the file is damaged."_s);
   }
   const auto mask = static_cast<quint32>(static_cast<qint32>(created));
   for (qsizetype i = 0; i < passwordSize; i += 4) {
-    if (Read<quint32>(header, passwordAt + i) != mask) {
+    if (Get<quint32>(header, passwordAt + i) != mask) {
       return true;
     }
   }
@@ -86,7 +87,7 @@ void JetPages::ReadHeader() {
   }
   const bool isAce = header.startsWith(aceMagic);
   if (header.size() > versionAt) {
-    CheckVersion(isAce, Read<quint8>(header, versionAt));
+    CheckVersion(isAce, Get<quint8>(header, versionAt));
   }
   const qint64 size = device_.size();
   if (header.size() < pageSize || size % pageSize != 0) {
@@ -97,22 +98,21 @@ void JetPages::ReadHeader() {
   }
   count_ = static_cast<quint32>(size / pageSize);
   Decode(header.data() + codedAt, codedSize, 0x6B39DAC7);
-  key_ = Read<quint32>(header, keyAt);
+  key_ = Get<quint32>(header, keyAt);
   if (isAce && key_ != 0) {
     throw JetError(
         u"The file is encrypted by Office, which cannot be read. Remove the database password in Access first."_s);
   }
   if (!isAce && HasPassword(header)) {
-    throw JetError(
-        u"The file is protected by a password. Remove the database password in Access first."_s);
+    throw JetError(u"The file is protected by a password. Remove the database password in Access first."_s);
   }
 }
 
 QByteArray JetPages::Fetch(quint32 number) {
   if (number == 0 || number >= count_) {
-    throw JetError(u"page %1 is needed, but the file has only the pages 0 to %2: it is cut off or damaged"_s
-                       .arg(number)
-                       .arg(count_ - 1));
+    throw JetError(
+        u"page %1 is needed, but the file has only the pages 0 to %2: it is cut off or damaged"_s.arg(number)
+            .arg(count_ - 1));
   }
   Slot& slot = cache_[number % cache_.size()];
   if (slot.number != number) {
@@ -133,14 +133,14 @@ QByteArray JetPages::Fetch(quint32 number) {
 
 QByteArray JetPages::Page(quint32 number, PageType type) {
   QByteArray page = Fetch(number);
-  if (Read<quint8>(page, 0) != type) {
+  if (Get<quint8>(page, 0) != type) {
     throw JetError(u"page %1 of the file is not of the kind expected"_s.arg(number));
   }
   return page;
 }
 
 int JetPages::RecordCount(const QByteArray& dataPage) {
-  const int count = Read<quint16>(dataPage, 12);
+  const int count = Get<quint16>(dataPage, 12);
   Slice(dataPage, 14, 2 * count);
   return count;
 }
@@ -151,10 +151,10 @@ JetRecord JetPages::Record(const QByteArray& dataPage, int row) {
     throw JetError(u"a pointer names a record that is not on its page"_s);
   }
   constexpr quint16 startBits = 0x1FFF;
-  const auto slot = Read<quint16>(dataPage, 14 + 2 * row);
+  const auto slot = Get<quint16>(dataPage, 14 + 2 * row);
   const qsizetype start = slot & startBits;
   // Records fill a page from its end, each up to where the one before it starts.
-  const qsizetype end = row == 0 ? pageSize : Read<quint16>(dataPage, 12 + 2 * row) & startBits;
+  const qsizetype end = row == 0 ? pageSize : Get<quint16>(dataPage, 12 + 2 * row) & startBits;
   if (start < 14 + 2 * count || start > end || end > pageSize) {
     throw JetError(u"the records of a page overlap or lie outside of it"_s);
   }

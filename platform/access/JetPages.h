@@ -1,7 +1,8 @@
-// The pages of an Access file: which files can be read at all, fetching and decoding a page, and the records on it.
+// The pages of an Access file: which files can be read at all, fetching and decoding a page, and the records
+// on it.
 //
-// Pages are read when they are needed and a few are kept, so the memory does not grow with the file. Everything
-// fetched is checked to be of the kind asked for; a failure is a JetError.
+// Pages are read when they are needed and a few are kept, so the memory does not grow with the file.
+// Everything fetched is checked to be of the kind asked for; a failure is a JetError.
 #pragma once
 
 #include <QByteArray>

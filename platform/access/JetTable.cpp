@@ -1,11 +1,12 @@
-// A table of an Access file as its definition describes it: the columns, the number of rows, where its pages are.
+// A table of an Access file as its definition describes it: the columns, the number of rows, where its pages
+// are.
 #include "platform/access/JetTable.h"
 
 #include <algorithm>
 #include <set>
 
 using namespace Qt::StringLiterals;
-using JetBytes::Read;
+using JetBytes::Get;
 using JetBytes::Slice;
 
 namespace {
@@ -28,19 +29,19 @@ QByteArray ReadDefinition(JetPages& pages, quint32 page) {
     }
     const QByteArray bytes = pages.Page(next, JetPages::DefinitionPage);
     definition += next == page ? bytes : bytes.sliced(8);
-    next = Read<quint32>(bytes, 4);
+    next = Get<quint32>(bytes, 4);
   }
   return definition;
 }
 
 JetColumn ReadColumn(QByteArrayView bytes) {
   JetColumn column;
-  column.type = static_cast<JetType>(Read<quint8>(bytes, 0));
-  column.number = Read<quint16>(bytes, 5);
-  column.variableIndex = Read<quint16>(bytes, 7);
-  column.fixed = (Read<quint8>(bytes, 15) & 1) != 0;
-  column.fixedOffset = Read<quint16>(bytes, 21);
-  column.size = Read<quint16>(bytes, 23);
+  column.type = static_cast<JetType>(Get<quint8>(bytes, 0));
+  column.number = Get<quint16>(bytes, 5);
+  column.variableIndex = Get<quint16>(bytes, 7);
+  column.fixed = (Get<quint8>(bytes, 15) & 1) != 0;
+  column.fixedOffset = Get<quint16>(bytes, 21);
+  column.size = Get<quint16>(bytes, 23);
   return column;
 }
 
@@ -71,15 +72,15 @@ void CheckPlaces(const JetTable& table) {
 }
 
 void ReadColumns(QByteArrayView definition, JetTable& table) {
-  const int count = Read<quint16>(definition, 45);
-  const qsizetype columnsAt = headSize + indexSize * qsizetype{Read<quint32>(definition, 51)};
+  const int count = Get<quint16>(definition, 45);
+  const qsizetype columnsAt = headSize + indexSize * qsizetype{Get<quint32>(definition, 51)};
   if (count > maxColumns || count > table.columnsEver) {
     throw JetError(u"its definition counts %1 columns"_s.arg(count));
   }
   qsizetype nameAt = columnsAt + columnSize * count;
   for (int i = 0; i < count; ++i) {
     JetColumn column = ReadColumn(Slice(definition, columnsAt + columnSize * i, columnSize));
-    const auto nameSize = Read<quint16>(definition, nameAt);
+    const auto nameSize = Get<quint16>(definition, nameAt);
     column.name = JetValues::Text(Slice(definition, nameAt + 2, nameSize));
     nameAt += 2 + nameSize;
     if (table.Column(column.name) != nullptr) {
@@ -103,10 +104,10 @@ JetTable ReadTableDefinition(JetPages& pages, quint32 page, const QString& name)
   JetTable table;
   table.name = name;
   table.page = page;
-  table.rowCount = Read<quint32>(definition, 16);
-  table.columnsEver = Read<quint16>(definition, 41);
-  table.variablesEver = Read<quint16>(definition, 43);
-  table.ownedPages = Read<quint32>(definition, 55);
+  table.rowCount = Get<quint32>(definition, 16);
+  table.columnsEver = Get<quint16>(definition, 41);
+  table.variablesEver = Get<quint16>(definition, 43);
+  table.ownedPages = Get<quint32>(definition, 55);
   ReadColumns(definition, table);
   CheckPlaces(table);
   return table;

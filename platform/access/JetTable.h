@@ -1,4 +1,5 @@
-// A table of an Access file as its definition describes it: the columns, the number of rows, where its pages are.
+// A table of an Access file as its definition describes it: the columns, the number of rows, where its pages
+// are.
 #pragma once
 
 #include <QString>
@@ -28,7 +29,8 @@ struct JetTable {
   quint32 ownedPages = 0;  // pointer to the map of the data pages
   std::vector<JetColumn> columns;
 
-  const JetColumn* Column(const QString& columnName) const;  // names compare without case; null where there is none
+  const JetColumn* Column(
+      const QString& columnName) const;  // names compare without case; null where there is none
 };
 
 // Reads and checks the definition that starts on the page.

@@ -8,7 +8,7 @@
 #include "platform/access/JetBytes.h"
 
 using namespace Qt::StringLiterals;
-using JetBytes::Read;
+using JetBytes::Get;
 
 namespace {
 
@@ -20,17 +20,17 @@ QString Expand(QByteArrayView bytes) {
   text.reserve(bytes.size());
   bool wide = false;
   for (qsizetype at = 0; at < bytes.size();) {
-    const auto low = Read<quint8>(bytes, at);
+    const auto low = Get<quint8>(bytes, at);
     if (low == 0) {
       wide = !wide;
       ++at;
     } else if (!wide) {
-      text += QChar(low);
+      text += QChar(char16_t{low});
       ++at;
     } else if (at + 1 == bytes.size()) {
       ThrowOddText();
     } else {
-      text += QChar(Read<quint16>(bytes, at));
+      text += QChar(Get<quint16>(bytes, at));
       at += 2;
     }
   }
@@ -69,19 +69,19 @@ QVariant JetValues::Value(JetType type, QByteArrayView bytes) {
   }
   switch (type) {
     case JetType::Byte:
-      return int{Read<quint8>(bytes, 0)};
+      return int{Get<quint8>(bytes, 0)};
     case JetType::Integer:
-      return int{Read<qint16>(bytes, 0)};
+      return int{Get<qint16>(bytes, 0)};
     case JetType::Long:
-      return Read<qint32>(bytes, 0);
+      return Get<qint32>(bytes, 0);
     case JetType::Currency:
-      return static_cast<double>(Read<qint64>(bytes, 0)) / 10000.0;
+      return static_cast<double>(Get<qint64>(bytes, 0)) / 10000.0;
     case JetType::Single:
-      return double{Read<float>(bytes, 0)};
+      return double{Get<float>(bytes, 0)};
     case JetType::Double:
-      return Read<double>(bytes, 0);
+      return Get<double>(bytes, 0);
     case JetType::DateTime:
-      return DateTime(Read<double>(bytes, 0));
+      return DateTime(Get<double>(bytes, 0));
     case JetType::Text:
     case JetType::Memo:
       return Text(bytes);
@@ -104,8 +104,8 @@ QString JetValues::Text(QByteArrayView bytes) {
 
 QString JetValues::DateTime(double days) {
   constexpr double firstDay = -657434;  // 0100-01-01, the earliest date Access knows
-  constexpr double endDay = 2958466;    // 10000-01-01, the first it does not
-  if (!(days > firstDay - 1 && days < endDay)) {
+  constexpr double lastSecond = 2958465 + 86399.0 / 86400;
+  if (!(days > firstDay - 1 && days <= lastSecond)) {
     throw JetError(u"a date is out of range"_s);
   }
   const double day = std::trunc(days);
