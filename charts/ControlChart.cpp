@@ -1,0 +1,232 @@
+#include "charts/ControlChart.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <stdexcept>
+
+#include "charts/FittedScale.h"
+#include "charts/TScale.h"
+#include "core/Texts.h"
+#include "platform/chart/Palette.h"
+#include "platform/language/Conversions.h"
+#include "stats/DetectionRules.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Direction = ChartGraph::Direction;
+
+std::vector<double> PlotValues(const QString& list, const CData& data, const char* name) {
+  std::vector<double> values;
+  const int count = std::max<int>(0, data.NumberOfPlotPoints());
+  values.reserve(static_cast<size_t>(count));
+  for (const QStringView element : ListElements(list, data.StringDelimiter(), count, name)) {
+    values.push_back(Conversions::CDbl(element));
+  }
+  return values;
+}
+
+// Decimals of a number as it is written.
+int DecimalsOf(QStringView number) {
+  const qsizetype exponent = number.indexOf(u'e', 0, Qt::CaseInsensitive);
+  const QStringView mantissa = exponent < 0 ? number : number.first(exponent);
+  const qsizetype point = mantissa.indexOf(u'.');
+  const qsizetype written = point < 0 ? 0 : mantissa.size() - point - 1;
+  const int shift = exponent < 0 ? 0 : number.sliced(exponent + 1).toInt();
+  return static_cast<int>(written) - shift;
+}
+
+// One decimal more than the data, but no more than the limits themselves are given with.
+int LimitDecimals(const CData& data) {
+  const QString input = data.DelimitedInputString();
+  const QString delimiter = data.StringDelimiter();
+  int most = input.isEmpty() ? data.PrecisionValue() : 0;
+  for (const QStringView element : QStringView(input).tokenize(delimiter)) {
+    most = std::max(most, DecimalsOf(element.trimmed()));
+  }
+  return std::clamp<int>(most + 1, 0, std::max<int>(0, data.PrecisionValue()));
+}
+
+// Per point the active rules that it breaks, as bits.
+std::vector<std::uint8_t> BrokenRules(const CData& data, size_t count) {
+  std::vector<std::uint8_t> rules(count);
+  const CData::ViolatingPointLists& lists = data.ViolatingPoints();
+  for (const int rule : DetectionRules::ActiveRules(data.SensitivityValue())) {
+    for (const qint16 point : lists.at(static_cast<size_t>(rule - 1))) {
+      if (point < 1 || static_cast<size_t>(point) > count) continue;
+      auto& bits = rules[static_cast<size_t>(point - 1)];
+      bits = static_cast<std::uint8_t>(bits | (1u << rule));
+    }
+  }
+  return rules;
+}
+
+void ScaleCoarsely(ControlChart& chart, const QString& failure) {
+  TScale scale;
+  scale.SetMaxValue(chart.upperLimit);
+  scale.SetMinValue(chart.lowerLimit);
+  if (!scale.GetScaleValues(chart.axisMaximum, chart.axisMinimum)) throw ScaleError(failure);
+}
+
+void ScaleToFit(ControlChart& chart, const CData& data, const QString& failure) {
+  double low = std::min({chart.lowerLimit, chart.mean, chart.upperLimit});
+  double high = std::max({chart.lowerLimit, chart.mean, chart.upperLimit});
+  for (const double value : chart.values) {
+    if (std::isnan(value)) continue;
+    low = std::min(low, value);
+    high = std::max(high, value);
+  }
+  try {
+    const auto ends =
+        FittedScale::Fit(low, high, std::pow(10, -std::clamp<int>(data.PrecisionValue(), 0, 8)));
+    chart.axisMinimum = ends.minimum;
+    chart.axisMaximum = ends.maximum;
+  } catch (const std::range_error&) {
+    throw ScaleError(failure);
+  }
+}
+
+void SetScale(ControlChart& chart, const CData& data, bool fitted, const QString& failure) {
+  if (fitted) {
+    ScaleToFit(chart, data, failure);
+  } else {
+    ScaleCoarsely(chart, failure);
+  }
+  chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
+}
+
+// The words for the rules whose numbers stand at the points.
+QString RuleLegend(const ControlChart& chart) {
+  static const QString words[] = {u"1 beyond a limit"_s, u"2 two of three beyond 2 sigma"_s,
+                                  u"3 four of five beyond 1 sigma"_s, u"4 eight on one side"_s};
+  unsigned broken = 0;
+  for (const std::uint8_t bits : chart.rules) {
+    if (bits != 0) broken |= 1u << std::countr_zero(bits);
+  }
+  QStringList shown;
+  for (int rule = 1; rule <= 4; ++rule) {
+    if (broken & (1u << rule)) shown.append(words[rule - 1]);
+  }
+  return shown.isEmpty() ? QString() : u"Rules:  "_s + shown.join(u"  \u00b7  "_s);
+}
+
+void DefineDataSets(ChartGraph& graph, const ControlChart& chart) {
+  const size_t count = chart.values.size();
+  std::vector<double> positions(count);
+  std::iota(positions.begin(), positions.end(), 1.0);
+  graph.WGDefineDataSetVB(chart.prefix + u" Data Set"_s, chart.values);
+  graph.WGDefineDataSetVB(chart.prefix + u"Point Data Set"_s, std::move(positions));
+  graph.WGDefineDataSetVB(u"Zero Data Set"_s, std::vector<double>(count, chart.mean));
+  graph.WGDefineDataSetVB(u"UCL Data Set"_s, std::vector<double>(count, chart.upperLimit));
+  graph.WGDefineDataSetVB(u"LCL Data Set"_s, std::vector<double>(count, chart.lowerLimit));
+}
+
+void DrawLines(ChartGraph& graph, const ControlChart& chart) {
+  const ChartGraph::LineStyle limit{2, 0, Palette::Red};
+  ChartGraph::Curve curve;
+  curve.positions = chart.prefix + u"Point Data Set"_s;
+  curve.values = chart.prefix + u" Data Set"_s;
+  curve.line = {0, 0, Palette::Blue};
+  curve.markText = {0, 16, 4, 3};
+  for (const std::uint8_t bits : chart.rules) {
+    curve.marks.push_back(static_cast<std::uint8_t>(bits == 0 ? 0 : std::countr_zero(bits)));
+  }
+  graph.Draw(std::move(curve));
+  graph.Draw(ChartGraph::Level{Direction::Horizontal, u"Zero Data Set"_s, {0, 0, Palette::Black}});
+  graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});
+  graph.Draw(ChartGraph::Level{Direction::Horizontal, u"LCL Data Set"_s, limit});
+  const auto label = [&](const QString& name, double value) {
+    return ChartGraph::LineLabel{value, name + u' ' + QString::number(value, 'f', chart.labelDecimals)};
+  };
+  graph.Draw(ChartGraph::LineLabels{
+      Direction::Horizontal,
+      {label(u"UCL"_s, chart.upperLimit), label(u"Mean"_s, chart.mean), label(u"LCL"_s, chart.lowerLimit)},
+      {0, 16, 4, 0}});
+}
+
+}  // namespace
+
+ScaleError::ScaleError(const QString& reference) : Error(LoadResText(reference)), reference_(reference) {}
+
+std::vector<QStringView> ListElements(QStringView list, QStringView delimiter, qsizetype count,
+                                      const char* name) {
+  std::vector<QStringView> elements;
+  if (count <= 0) return elements;
+  elements.reserve(static_cast<size_t>(count));
+  for (const QStringView element : list.tokenize(delimiter)) {
+    if (element.isEmpty() && elements.empty() && list.isEmpty()) break;
+    elements.push_back(element);
+    if (std::ssize(elements) == count) return elements;
+  }
+  throw Error(u"Subscript out of range: %1 has %2 of %3 elements"_s.arg(QLatin1StringView(name))
+                  .arg(elements.size())
+                  .arg(count));
+}
+
+ControlCharts SetupControlCharts(const CData& data, bool fittedScale) {
+  const QString unit = data.UnitOfMeasurement();
+  const QString valueTitle = unit.isEmpty() ? data.Description() : unit;
+  const int decimals = LimitDecimals(data);
+  ControlCharts charts;
+  charts.xbar = {u" AVERAGE"_s,
+                 u"XBar"_s,
+                 valueTitle,
+                 PlotValues(data.XBarOutputString(), data, "XBarOutputString"),
+                 data.XBarLCL(),
+                 data.XBarMean(),
+                 data.XBarUCL(),
+                 0,
+                 0,
+                 0,
+                 decimals,
+                 {}};
+  charts.r = {u" RANGE"_s,
+              u"RBar"_s,
+              valueTitle,
+              PlotValues(data.RBarOutputString(), data, "RBarOutputString"),
+              data.RBarLCL(),
+              data.RBarMean(),
+              data.RBarUCL(),
+              0,
+              0,
+              0,
+              decimals,
+              {}};
+  charts.xbar.rules = BrokenRules(data, charts.xbar.values.size());
+  // The first single value has no predecessor, so there is no first moving range.
+  if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
+    charts.r.values.front() = std::numeric_limits<double>::quiet_NaN();
+  }
+  SetScale(charts.xbar, data, fittedScale, u"Could not generate scaling data;227"_s);
+  SetScale(charts.r, data, fittedScale, u"Could not generate scaling data;228"_s);
+  return charts;
+}
+
+void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
+  const auto count = static_cast<double>(chart.values.size());
+  if (count < FewestPlotPoints) {
+    graph.Title(u"NOT ENOUGH  DATA"_s, {0, 16, 12, 3});
+    return;
+  }
+  DefineDataSets(graph, chart);
+  graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
+  graph.ScalePlotArea(0, chart.axisMinimum, count + 1, chart.axisMaximum);
+  const ChartGraph::TextParameters normal{0, 16, 6, 0};
+  graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, u"Sample"_s, normal});
+  graph.Draw(
+      ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, -1, normal, chart.valueTitle, normal});
+  DrawLines(graph, chart);
+  graph.Title(chart.title, {0, 16, 8, 0});
+  const QString limits =
+      u"LCL=%1, Mean=%2, UCL=%3"_s.arg(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
+                                       Conversions::CStr(chart.upperLimit));
+  graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98});
+  if (const QString legend = RuleLegend(chart); !legend.isEmpty()) {
+    graph.Draw(
+        ChartGraph::Text{{0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, legend, {0, 16, 4, 0}, 0.98});
+  }
+}

@@ -1,0 +1,52 @@
+// The X-bar and the R chart: what a data set gives to plot, the axis ends, and the recording of one chart.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "core/CData.h"
+#include "core/Trap.h"
+#include "platform/chart/ChartGraph.h"
+
+// With fewer points neither a control chart nor the text window shows more than that.
+constexpr int FewestPlotPoints = 5;
+
+// The value axis of a chart cannot be made.
+class ScaleError : public Error {
+ public:
+  explicit ScaleError(const QString& reference);
+  QString Reference() const { return reference_; }  // the text reference of the message for the user
+
+ private:
+  QString reference_;
+};
+
+struct ControlChart {
+  QString title;
+  QString prefix;  // of its data sets' names
+  QString valueTitle;
+  std::vector<double> values;  // of the plot points; not a number where there is no value
+  double lowerLimit = 0;
+  double mean = 0;
+  double upperLimit = 0;
+  double axisMaximum = 0;
+  double axisMinimum = 0;
+  double tickInterval = 0;
+  int labelDecimals = 0;            // of the limits' labels: one more than the data
+  std::vector<std::uint8_t> rules;  // per point, bit n set: it breaks active rule n
+};
+
+struct ControlCharts {
+  ControlChart xbar;
+  ControlChart r;
+};
+
+// ScaleError when an axis cannot be made, Error when a series is shorter than the number of plot points or
+// holds something that is no number.
+ControlCharts SetupControlCharts(const CData& data, bool fittedScale);
+
+void DrawGraph(ChartGraph& graph, const ControlChart& chart);
+
+// The first `count` elements of a list of the data set; Error, naming the list, when it holds fewer.
+std::vector<QStringView> ListElements(QStringView list, QStringView delimiter, qsizetype count,
+                                      const char* name);

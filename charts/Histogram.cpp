@@ -1,0 +1,97 @@
+#include "charts/Histogram.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "charts/ControlChart.h"
+#include "platform/chart/Palette.h"
+#include "platform/language/Conversions.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Direction = ChartGraph::Direction;
+
+struct Bins {
+  std::vector<double> counts;
+  QStringList labels;
+};
+
+Bins ReadBins(const CData& data) {
+  const QString delimiter = data.StringDelimiter();
+  const QString counts = data.HistogramBinValuesOutputString();
+  const QString labels = data.HistogramLabelsOutputString();
+  Bins bins;
+  for (const QStringView count :
+       ListElements(counts, delimiter, HistogramBins, "HistogramBinValuesOutputString")) {
+    bins.counts.push_back(Conversions::CDbl(count));
+  }
+  for (const QStringView label :
+       ListElements(labels, delimiter, HistogramBins, "HistogramLabelsOutputString")) {
+    bins.labels.append(label.toString());
+  }
+  return bins;
+}
+
+// Where a measured value lies along the bins.
+double BinPosition(const CData& data, double value) {
+  const double low = data.HistoLoScaleValue();
+  const double width = data.HistoHiScaleValue() - low;
+  return width > 0 ? (value - low) / width * HistogramBins : HistogramBins / 2.0;
+}
+
+// A data set without any specification has all three at 0: lines there would be made up.
+bool HasSpecification(const CData& data) {
+  return data.LowerSpecLimit() != 0 || data.UpperSpecLimit() != 0 || data.NominalSpecLimit() != 0;
+}
+
+void DrawSpecification(ChartGraph& graph, const CData& data) {
+  const ChartGraph::LineStyle limit{2, 0, Palette::Red};
+  graph.Draw(ChartGraph::Level{Direction::Vertical, u" LL Data Set"_s, limit});
+  graph.Draw(ChartGraph::Level{Direction::Vertical, u" UL Data Set"_s, limit});
+  graph.Draw(ChartGraph::Level{Direction::Vertical, u" Nominal Data Set"_s, {0, 0, Palette::Black}});
+  const auto label = [&](const QString& name, double value) {
+    return ChartGraph::LineLabel{BinPosition(data, value), name + u' ' + Conversions::CStr(value)};
+  };
+  graph.Draw(ChartGraph::LineLabels{
+      Direction::Vertical,
+      {label(u"LSL"_s, data.LowerSpecLimit()), label(u"Nominal"_s, data.NominalSpecLimit()),
+       label(u"USL"_s, data.UpperSpecLimit())},
+      {0, 16, 4, 0}});
+}
+
+}  // namespace
+
+int CountTickSpacing(double largest) {
+  if (largest >= 0 && largest <= 100) return 10;
+  if (largest >= 101 && largest <= 200) return 20;
+  if (largest >= 201 && largest <= 300) return 40;
+  return 50;
+}
+
+void DrawHistogramGraph(ChartGraph& graph, const CData& data) {
+  const Bins bins = ReadBins(data);
+  const auto atEnds = [&](double value) { return std::vector<double>(2, BinPosition(data, value)); };
+  graph.WGDefineDataSetVB(u" Histogram"_s, bins.counts);
+  graph.WGDefineDataSetVB(u" LL Data Set"_s, atEnds(data.LowerSpecLimit()));
+  graph.WGDefineDataSetVB(u" UL Data Set"_s, atEnds(data.UpperSpecLimit()));
+  graph.WGDefineDataSetVB(u" UCL Data Set"_s, atEnds(data.XBarUCL()));
+  graph.WGDefineDataSetVB(u" LCL Data Set"_s, atEnds(data.XBarLCL()));
+  graph.WGDefineDataSetVB(u" Nominal Data Set"_s, atEnds(data.NominalSpecLimit()));
+
+  const double largest = *std::max_element(bins.counts.begin(), bins.counts.end());
+  const int spacing = CountTickSpacing(largest);
+  const double top = std::max(1.0, std::ceil(largest / spacing)) * spacing;
+  graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
+  graph.ScalePlotArea(0, 0, HistogramBins, top);
+
+  const ChartGraph::TextParameters small{0, 16, 4, 0};
+  const ChartGraph::TextParameters normal{0, 16, 6, 0};
+  const QString unit = data.UnitOfMeasurement();
+  graph.Draw(ChartGraph::Axis{Direction::Vertical, double(spacing), {}, -1, normal, u"Count"_s, normal});
+  graph.WGLabelAxisStringsVB(bins.labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
+  graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
+  if (HasSpecification(data)) DrawSpecification(graph, data);
+  graph.Title(u" HISTOGRAM"_s, {0, 16, 8, 0});
+}

@@ -1,0 +1,107 @@
+#include "charts/StatPage.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "charts/Histogram.h"
+#include "charts/TextWindow.h"
+#include "platform/chart/Palette.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double headHeight = 0.075;
+// How far from a point the mouse still means it, in parts of the page's unit.
+constexpr double reach = 0.012;
+
+}  // namespace
+
+StatPage::StatPage(const CData& data, const StatPageOptions& options)
+    : description_(data.Description()), charts_(SetupControlCharts(data, options.fittedScale)) {
+  DrawGraph(page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49), charts_.xbar);
+  DrawGraph(page_.WGCreateGraph(0.005, 0.5, 0.6, 0.99), charts_.r);
+  DrawHistogramGraph(page_.WGCreateGraph(0.61, 0.005, 0.995, 0.49), data);
+  DrawTavelTextWindow(page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99), data);
+  if (options.printedHead) RecordHead(data, options);
+}
+
+void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
+  using Alignment = ChartGraph::Alignment;
+  ChartGraph& head = head_.emplace(QRectF(0, 0, 1, 1), false);
+  const ChartGraph::TextParameters small{0, 16, 6, 0};
+  head.Draw(ChartGraph::Text{{0.01, 0.36}, Alignment::LeftMiddle, data.Description(), {0, 16, 10, 3}, 0.82});
+  head.Draw(ChartGraph::Text{{0.99, 0.36},
+                             Alignment::RightMiddle,
+                             u"Page %1 of %2"_s.arg(options.pageNumber).arg(options.pageCount),
+                             small,
+                             0.15});
+  QStringList facts;
+  if (!data.UnitOfMeasurement().isEmpty()) facts.append(u"Unit: "_s + data.UnitOfMeasurement());
+  facts.append(u"Samples: %1"_s.arg(data.SampleQty()));
+  facts.append(u"Subgroup size: %1"_s.arg(data.SubGroupSize()));
+  head.Draw(ChartGraph::Text{{0.01, 0.79}, Alignment::LeftMiddle, facts.join(u"     "_s), small, 0.7});
+  if (options.printedAt.isValid()) {
+    const QString printed = u"Printed: "_s + options.printedAt.toString(u"yyyy-MM-dd HH:mm"_s);
+    head.Draw(ChartGraph::Text{{0.99, 0.79}, Alignment::RightMiddle, printed, small, 0.28});
+  }
+}
+
+QRectF StatPage::HeadArea(const QRectF& target) const {
+  return {target.x(), target.y(), target.width(), head_ ? target.height() * headHeight : 0};
+}
+
+QRectF StatPage::PageArea(const QRectF& target) const {
+  return target.adjusted(0, HeadArea(target).height(), 0, 0);
+}
+
+void StatPage::Paint(QPainter& painter, const QRectF& target) const {
+  if (head_) {
+    const QRectF area = HeadArea(target);
+    painter.fillRect(area, Palette::Colour(Palette::White));
+    PaintGraph(painter, *head_, {area, area, head_->Scale(), PageUnit(target)});
+  }
+  page_.Paint(painter, PageArea(target));
+}
+
+GraphId StatPage::GraphAt(QPointF position, const QRectF& target) const {
+  return static_cast<GraphId>(page_.GraphAt(position, PageArea(target)));
+}
+
+std::optional<StatPage::PointInfo> StatPage::PointAt(QPointF position, const QRectF& target) const {
+  const GraphId graph = GraphAt(position, target);
+  if (graph == GraphId::XBar) return NearestPoint(graph, charts_.xbar, position, PageArea(target));
+  if (graph == GraphId::R) return NearestPoint(graph, charts_.r, position, PageArea(target));
+  return std::nullopt;
+}
+
+std::optional<StatPage::PointInfo> StatPage::NearestPoint(GraphId graph, const ControlChart& chart,
+                                                          QPointF position, const QRectF& area) const {
+  const auto count = static_cast<int>(chart.values.size());
+  if (count < FewestPlotPoints) return std::nullopt;
+  const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), area);
+  const double within = std::max(4.0, reach * geometry.unit);
+  const double perPoint = geometry.plot.width() / geometry.scale.width();
+  const double number = (position.x() - geometry.plot.left()) / perPoint;
+  const int first = std::max(1, static_cast<int>(std::ceil(number - within / perPoint)));
+  const int last = std::min(count, static_cast<int>(std::floor(number + within / perPoint)));
+
+  std::optional<PointInfo> nearest;
+  double distance = within;
+  for (int point = first; point <= last; ++point) {
+    const double value = chart.values[static_cast<size_t>(point - 1)];
+    const QPointF at(geometry.X(point),
+                     std::clamp(geometry.Y(value), geometry.plot.top(), geometry.plot.bottom()));
+    const double away = std::hypot(at.x() - position.x(), at.y() - position.y());
+    if (!(away <= distance)) continue;
+    distance = away;
+    nearest = PointInfo{graph, point, value, at, {}};
+  }
+  if (nearest && !chart.rules.empty()) {
+    const unsigned bits = chart.rules[static_cast<size_t>(nearest->number - 1)];
+    for (int rule = 1; rule <= 4; ++rule) {
+      if (bits & (1u << rule)) nearest->rules.push_back(rule);
+    }
+  }
+  return nearest;
+}

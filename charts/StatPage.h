@@ -1,0 +1,66 @@
+// The page of a data set: X-bar chart, R chart, histogram and text window together, recorded once and painted
+// through any painter, and what lies under the mouse on it.
+#pragma once
+
+#include <QDateTime>
+#include <QPainter>
+#include <QPointF>
+#include <QRectF>
+#include <optional>
+#include <vector>
+
+#include "charts/ControlChart.h"
+#include "core/CData.h"
+#include "platform/chart/ChartPage.h"
+
+enum class GraphId { None = -1, XBar, R, Histogram, Text };
+
+struct StatPageOptions {
+  bool fittedScale = false;  // value axes from the points and the limits, in place of the standard scale
+  bool printedHead = false;  // a strip above the four graphs that says what the page shows
+  int pageNumber = 1;
+  int pageCount = 1;
+  QDateTime printedAt;  // for the head; left out where it is null
+};
+
+class StatPage {
+ public:
+  // Records the page; the data set is not needed afterwards. ScaleError when a scale cannot be made, Error
+  // when a series of the data set is shorter than its number of points or is no list of numbers.
+  StatPage(const CData& data, const StatPageOptions& options);
+
+  void Paint(QPainter& painter, const QRectF& target) const;
+
+  // All positions are in the coordinates of the target that was painted into.
+  GraphId GraphAt(QPointF position, const QRectF& target) const;
+  struct PointInfo {
+    GraphId graph = GraphId::None;
+    int number = 0;  // of the subgroup, from 1
+    double value = 0;
+    QPointF position;        // on the edge of the plot area for a point outside the scale
+    std::vector<int> rules;  // the active rules that it breaks, ascending
+  };
+  // The plotted point nearest to the position, if one is near enough to be meant.
+  std::optional<PointInfo> PointAt(QPointF position, const QRectF& target) const;
+
+  void Select(GraphId graph) { page_.SelectGraph(static_cast<int>(graph)); }  // shown by a frame
+  GraphId Selected() const { return static_cast<GraphId>(page_.WGGetSelectedGraph()); }
+  void Blowup(GraphId graph) { page_.WGBlowupGraph(static_cast<int>(graph)); }  // it fills the page
+  void Restore() { page_.WGBlowupGraph(ChartPage::NoGraph); }
+  bool IsBlownUp() const { return page_.BlownUpGraph() != ChartPage::NoGraph; }
+
+  QString Description() const { return description_; }
+  const ChartPage& Page() const { return page_; }
+
+ private:
+  void RecordHead(const CData& data, const StatPageOptions& options);
+  QRectF HeadArea(const QRectF& target) const;
+  QRectF PageArea(const QRectF& target) const;
+  std::optional<PointInfo> NearestPoint(GraphId graph, const ControlChart& chart, QPointF position,
+                                        const QRectF& area) const;
+
+  QString description_;
+  ControlCharts charts_;
+  ChartPage page_;
+  std::optional<ChartGraph> head_;
+};

@@ -1,0 +1,212 @@
+#include "platform/chart/AxisPainter.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "platform/chart/Palette.h"
+
+namespace {
+
+using Axis = ChartGraph::Axis;
+
+QString NumberLabel(double value, double spacing) {
+  if (std::abs(value) < spacing * 1e-9) value = 0;  // what rounding left over
+  return QString::number(value, 'g', 12);
+}
+
+// How labels of an axis are shown: every how many ticks, and whether turned to read upwards.
+struct Thinning {
+  int step;
+  bool turned;
+};
+
+class AxisLayout {
+ public:
+  AxisLayout(QPainter& painter, const Axis& axis, const GraphGeometry& geometry)
+      : painter_(painter),
+        axis_(axis),
+        geometry_(geometry),
+        horizontal_(axis.direction == ChartGraph::Direction::Horizontal),
+        font_(TextFont(axis.labelText, geometry.unit)),
+        tickLength_(geometry.unit * 0.006) {
+    const QRectF& scale = geometry.scale;
+    start_ = horizontal_ ? scale.left() : scale.top();
+    const double extent = horizontal_ ? scale.width() : scale.height();
+    // The last tick may miss the end of the scale by a rounding error.
+    ticks_ = static_cast<int>(std::floor(extent / axis.spacing * (1 + 1e-9))) + 1;
+    pitch_ = axis.spacing / extent * (horizontal_ ? geometry.plot.width() : geometry.plot.height());
+  }
+
+  void Paint() {
+    FitLabelWidth();
+    const Thinning thinning = horizontal_ ? ThinHorizontal() : ThinVertical();
+    painter_.setPen(LinePen({0, 0, Palette::Black}, geometry_.unit));
+    PaintLine();
+    const int tickStep = pitch_ < geometry_.unit * 0.006 ? thinning.step : 1;
+    for (int tick = 0; tick < ticks_; tick += tickStep) PaintTick(At(tick));
+    painter_.setFont(font_);
+    PaintLabels(thinning);
+    PaintTitle();
+  }
+
+ private:
+  double At(int tick) const { return start_ + tick * axis_.spacing; }
+  QFontMetricsF Metrics() const { return QFontMetricsF(font_, painter_.device()); }
+  double LabelGap() const { return geometry_.unit * 0.009; }
+  double TitleHeight() const {
+    return axis_.title.isEmpty() ? 0 : QFontMetricsF(TextFont(axis_.titleText, geometry_.unit)).height();
+  }
+
+  QString Label(int tick) const {
+    if (axis_.labels.isEmpty())
+      return At(tick) < axis_.labelsFrom ? QString() : NumberLabel(At(tick), axis_.spacing);
+    return tick < axis_.labels.size() ? axis_.labels[tick] : QString();
+  }
+
+  double WidestLabel() const {
+    const QFontMetricsF metrics = Metrics();
+    if (!axis_.labels.isEmpty()) {
+      double widest = 0;
+      for (const QString& label : axis_.labels) widest = std::max(widest, metrics.horizontalAdvance(label));
+      return widest;
+    }
+    // Along a numbered horizontal axis the last number is the longest.
+    if (horizontal_) return metrics.horizontalAdvance(Label(ticks_ - 1));
+    double widest = 0;
+    for (int tick = 0; tick < std::min(ticks_, 1000); ++tick) {
+      widest = std::max(widest, metrics.horizontalAdvance(Label(tick)));
+    }
+    return widest;
+  }
+
+  // The numbers of a vertical axis have the room between its title and the axis.
+  void FitLabelWidth() {
+    if (horizontal_) return;
+    const double room = geometry_.plot.left() - geometry_.frame.left() - TitleHeight() - 3 * tickLength_;
+    const double widest = WidestLabel();
+    if (widest > room) font_.setPixelSize(std::max(1, static_cast<int>(font_.pixelSize() * room / widest)));
+  }
+
+  // 1, 2, 4, 10, 20, 40, 100, ...: multiples that are round numbers with a spacing of 5, 10, 20 or 50.
+  int RoundStepFor(double needed) const {
+    for (int decade = 1;; decade *= 10) {
+      for (const int step : {decade, 2 * decade, 4 * decade}) {
+        if (step * pitch_ >= needed || step >= ticks_) return step;
+      }
+    }
+  }
+
+  Thinning ThinVertical() const { return {RoundStepFor(Metrics().height()), false}; }
+
+  Thinning ThinHorizontal() const {
+    const double widest = WidestLabel();
+    if (axis_.labels.isEmpty()) return {RoundStepFor(widest + LabelGap()), false};
+    const double height = Metrics().height();
+    const double below = geometry_.frame.bottom() - geometry_.plot.bottom() - 3 * tickLength_ - TitleHeight();
+    // Beyond every second label, turned ones tell more.
+    const bool canTurn = height <= pitch_ && widest <= below;
+    for (const int step : std::array{1, 2, 3, 4, 6}) {
+      if (step > 2 && canTurn) return {1, true};
+      if (step * pitch_ >= widest + LabelGap()) return {step, false};
+    }
+    return {ticks_, false};
+  }
+
+  void PaintLine() const {
+    const QRectF& plot = geometry_.plot;
+    painter_.drawLine(plot.bottomLeft(), horizontal_ ? plot.bottomRight() : plot.topLeft());
+  }
+
+  void PaintTick(double value) const {
+    const QRectF& plot = geometry_.plot;
+    if (horizontal_) {
+      const double x = geometry_.X(value);
+      painter_.drawLine(QPointF(x, plot.bottom()), QPointF(x, plot.bottom() + tickLength_));
+    } else {
+      const double y = geometry_.Y(value);
+      painter_.drawLine(QPointF(plot.left() - tickLength_, y), QPointF(plot.left(), y));
+    }
+  }
+
+  void PaintLabels(const Thinning& thinning) const {
+    painter_.setPen(Palette::Colour(axis_.labelText.colour));
+    if (axis_.labelsFrom >= 0) PaintFirstNumber(thinning.step);
+    for (int tick = 0; tick < ticks_; tick += thinning.step)
+      PaintLabel(At(tick), Label(tick), thinning.turned);
+  }
+
+  void PaintFirstNumber(int step) const {
+    const QFontMetricsF metrics = Metrics();
+    const QString first = NumberLabel(axis_.labelsFrom, axis_.spacing);
+    const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(step));
+    const double distance = geometry_.X(At(step)) - geometry_.X(axis_.labelsFrom);
+    if (distance >= widths / 2 + LabelGap()) PaintLabel(axis_.labelsFrom, first, false);
+  }
+
+  void PaintLabel(double value, const QString& text, bool turned) const {
+    if (text.isEmpty()) return;
+    const QFontMetricsF metrics = Metrics();
+    const double width = metrics.horizontalAdvance(text);
+    const double middle = (metrics.ascent() - metrics.descent()) / 2;
+    const QRectF& plot = geometry_.plot;
+    if (!horizontal_) {
+      painter_.drawText(QPointF(plot.left() - 1.6 * tickLength_ - width, geometry_.Y(value) + middle), text);
+    } else if (turned) {
+      PaintTurned({geometry_.X(value) + middle, plot.bottom() + 1.6 * tickLength_ + width}, text);
+    } else {
+      painter_.drawText(
+          QPointF(geometry_.X(value) - width / 2, plot.bottom() + 1.4 * tickLength_ + metrics.ascent()),
+          text);
+    }
+  }
+
+  void PaintTurned(QPointF start, const QString& text) const {
+    const PainterSaver saver(painter_);
+    painter_.translate(start);
+    painter_.rotate(-90);
+    painter_.drawText(QPointF(0, 0), text);
+  }
+
+  void PaintTitle() const {
+    const QFont font = TextFont(axis_.titleText, geometry_.unit);
+    const QFontMetricsF metrics(font, painter_.device());
+    const QRectF& plot = geometry_.plot;
+    const double room = horizontal_ ? geometry_.frame.width() * 0.9 : geometry_.frame.height() * 0.9;
+    const QString title = metrics.elidedText(axis_.title, Qt::ElideRight, room);
+    const double width = metrics.horizontalAdvance(title);
+    painter_.setFont(font);
+    painter_.setPen(Palette::Colour(axis_.titleText.colour));
+    if (horizontal_) {
+      painter_.drawText(QPointF(plot.center().x() - width / 2, TitleBaseline(metrics)), title);
+    } else {
+      const double middle = std::clamp(plot.center().y() + width / 2, geometry_.frame.top() + width,
+                                       geometry_.frame.bottom() - tickLength_);
+      PaintTurned({geometry_.frame.left() + tickLength_ + metrics.ascent(), middle}, title);
+    }
+  }
+
+  // The title stands below where turned labels would end, and above the graph's last line of text.
+  double TitleBaseline(const QFontMetricsF& metrics) const {
+    const QRectF& frame = geometry_.frame;
+    if (!axis_.labels.isEmpty()) return frame.bottom() - tickLength_ * 0.7 - metrics.descent();
+    return geometry_.plot.bottom() + 0.55 * (frame.bottom() - geometry_.plot.bottom()) + metrics.descent();
+  }
+
+  QPainter& painter_;
+  const Axis& axis_;
+  const GraphGeometry& geometry_;
+  bool horizontal_;
+  QFont font_;
+  double tickLength_;
+  double start_;
+  int ticks_;
+  double pitch_;
+};
+
+}  // namespace
+
+void PaintAxis(QPainter& painter, const ChartGraph::Axis& axis, const GraphGeometry& geometry) {
+  AxisLayout(painter, axis, geometry).Paint();
+}

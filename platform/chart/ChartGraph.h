@@ -1,0 +1,121 @@
+// One graph of a chart page as a recording: its named data sets, its plot area and scale, and what is drawn.
+#pragma once
+
+#include <QMap>
+#include <QRectF>
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+#include <variant>
+#include <vector>
+
+class ChartGraph {
+ public:
+  struct LineStyle {
+    int style = 0;  // 0 solid, 2 dashed
+    int width = 0;  // 0 is the thinnest line that reads well, every further one is as much again
+    int colour = 0;
+  };
+  struct TextParameters {
+    int colour = 0;
+    int font = 16;  // the sans-serif face, the only one
+    int size = 6;   // relative to the page
+    int style = 0;  // 3 bold
+  };
+  enum class Alignment { LeftMiddle, RightMiddle, BelowCentred, AboveCentred = 6 };
+  enum class Direction { Horizontal, Vertical };
+
+  // Ticks from the start of the scale, with numbers or with the given labels; labels thin out before they
+  // touch.
+  struct Axis {
+    Direction direction = Direction::Horizontal;
+    double spacing = 1;
+    QStringList labels;      // one for each tick; empty: the numbers
+    double labelsFrom = -1;  // a position of 0 or more: numbers start here, with this number
+    TextParameters labelText;
+    QString title;
+    TextParameters titleText;
+  };
+  // One value per position. symbols 0 marks the points, -1 leaves the bare line. A mark other than 0 is shown
+  // at its point as a sign with that number. A value that is not a number leaves a gap.
+  struct Curve {
+    QString positions;
+    QString values;
+    LineStyle line;
+    int symbols = 0;
+    std::vector<std::uint8_t> marks;  // one per value, or empty
+    TextParameters markText;
+  };
+  // A line across the whole plot area at the first value of a data set; not drawn outside the scale.
+  struct Level {
+    Direction direction = Direction::Horizontal;
+    QString dataSet;
+    LineStyle line;
+  };
+  struct Bars {
+    QString dataSet;
+    double width = 1;  // of a bar, in positions
+    int fill = 0;
+    int outline = 0;
+  };
+  struct LineLabel {
+    double value = 0;
+    QString text;
+  };
+  // Names levels at their ends, outside the plot area; the labels of near levels move apart.
+  struct LineLabels {
+    Direction direction = Direction::Horizontal;  // of the levels
+    std::vector<LineLabel> labels;
+    TextParameters text;
+  };
+  // A line of text at a graph-relative point. It never grows wider than its room.
+  struct Text {
+    QPointF position;
+    Alignment alignment = Alignment::LeftMiddle;
+    QString text;
+    TextParameters parameters;
+    double maxWidth = 1;  // fraction of the graph
+  };
+  using Operation = std::variant<Axis, Level, Bars, Curve, LineLabels, Text>;
+
+  explicit ChartGraph(const QRectF& frame, bool bordered = true) : frame_(frame), bordered_(bordered) {}
+
+  void WGDefineDataSetVB(const QString& name, std::vector<double> values) {
+    dataSets_[name] = std::move(values);
+  }
+  void SetPlotArea(double left, double top, double right, double bottom) {
+    plotArea_ = QRectF(QPointF(left, top), QPointF(right, bottom));
+  }
+  // What the plot area's corners stand for: x and y of the lower left one, x and y of the upper right one.
+  void ScalePlotArea(double x0, double y0, double x1, double y1) {
+    scale_ = QRectF(QPointF(x0, y0), QPointF(x1, y1));
+  }
+  void Draw(Operation operation) { operations_.push_back(std::move(operation)); }
+  void WGBargraph(const QString& dataSet, double width, int fill, int outline) {
+    Draw(Bars{dataSet, width, fill, outline});
+  }
+  // A horizontal axis with one label for each tick.
+  void WGLabelAxisStringsVB(const QStringList& labels, double spacing, const TextParameters& labelText,
+                            const QString& title, const TextParameters& titleText) {
+    Draw(Axis{Direction::Horizontal, spacing, labels, -1, labelText, title, titleText});
+  }
+  void Title(const QString& text, const TextParameters& parameters) {
+    Draw(Text{{0.5, 0.008}, Alignment::BelowCentred, text, parameters, 0.98});
+  }
+
+  QRectF Frame() const { return frame_; }
+  bool IsBordered() const { return bordered_; }
+  QRectF PlotArea() const { return plotArea_; }
+  // Left, right: the horizontal ends; top, bottom: the lower and the upper end of the vertical scale.
+  QRectF Scale() const { return scale_; }
+  const std::vector<double>& DataSet(const QString& name) const;  // std::out_of_range when not defined
+  const std::vector<Operation>& Operations() const { return operations_; }
+
+ private:
+  QRectF frame_;
+  bool bordered_;
+  QRectF plotArea_{0, 0, 1, 1};
+  QRectF scale_{0, 0, 1, 1};
+  QMap<QString, std::vector<double>> dataSets_;
+  std::vector<Operation> operations_;
+};

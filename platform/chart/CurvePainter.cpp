@@ -1,0 +1,196 @@
+#include "platform/chart/CurvePainter.h"
+
+#include <QFontMetricsF>
+#include <QPolygonF>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/chart/Palette.h"
+#include "platform/chart/Placement.h"
+
+namespace {
+
+// Up to so many values are shown as points; a line alone cannot be read as single values, more points not at
+// all.
+constexpr size_t mostPoints = 200;
+// A line finer than this shows no more, not even on paper, and costs time and room in a file.
+constexpr int mostColumns = 2000;
+
+class CurvePicture {
+ public:
+  CurvePicture(QPainter& painter, const ChartGraph& graph, const ChartGraph::Curve& curve,
+               const GraphGeometry& geometry)
+      : painter_(painter),
+        curve_(curve),
+        geometry_(geometry),
+        positions_(graph.DataSet(curve.positions)),
+        values_(graph.DataSet(curve.values)),
+        single_(values_.size() <= mostPoints),
+        numberFont_(TextFont(curve.markText, geometry.unit)),
+        metrics_(numberFont_, painter.device()),
+        markRadius_(MarkRadius()),
+        occupied_(geometry.plot, std::max(1.0, markRadius_ / 2)) {}
+
+  void Paint() {
+    const PainterSaver saver(painter_);
+    painter_.setClipRect(geometry_.plot, Qt::IntersectClip);
+    PaintLine();
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.setFont(numberFont_);
+    if (curve_.symbols >= 0 && single_) PaintPoints();
+    const std::vector<size_t> shown = PaintMarks();
+    PaintMarkNumbers(shown);
+    PaintArrows();
+  }
+
+ private:
+  double Spacing() const { return geometry_.plot.width() / static_cast<double>(values_.size() + 1); }
+  double PointRadius() const {
+    return std::clamp(Spacing() * 0.4, geometry_.unit * 0.0016, geometry_.unit * 0.0042);
+  }
+  double MarkRadius() const {
+    return std::clamp(Spacing() * 0.7, geometry_.unit * 0.0045, geometry_.unit * 0.0078);
+  }
+  QPointF At(size_t i) const { return {geometry_.X(positions_[i]), geometry_.Y(values_[i])}; }
+  int MarkOf(size_t i) const { return i < curve_.marks.size() ? curve_.marks[i] : 0; }
+  static QRectF Around(QPointF centre, double radius) {
+    return {centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius};
+  }
+
+  void PaintLine() {
+    const int columns = single_ ? static_cast<int>(mostPoints)
+                                : std::clamp(static_cast<int>(geometry_.plot.width()), 1, mostColumns);
+    const std::vector<int> kept = Placement::KeepExtremes(values_, columns);
+    painter_.setPen(LinePen(curve_.line, geometry_.unit));
+    painter_.setRenderHint(QPainter::Antialiasing, kept.size() < mostColumns / 2);
+    QPolygonF line;
+    line.reserve(static_cast<qsizetype>(kept.size()));
+    int before = -1;
+    for (const int index : kept) {
+      if (HasGap(before, index)) {
+        painter_.drawPolyline(line);
+        line.clear();
+      }
+      line.append(At(static_cast<size_t>(index)));
+      before = index;
+    }
+    painter_.drawPolyline(line);
+  }
+
+  bool HasGap(int before, int index) const {
+    return before >= 0 && index > before + 1 &&
+           std::any_of(values_.begin() + before + 1, values_.begin() + index,
+                       [](double v) { return std::isnan(v); });
+  }
+
+  void PaintPoints() {
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(Palette::Colour(curve_.line.colour));
+    const double radius = PointRadius();
+    for (size_t i = 0; i < values_.size(); ++i) {
+      if (std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
+      if (MarkOf(i) == 0) painter_.drawEllipse(At(i), radius, radius);
+      occupied_.Take(Around(At(i), radius));
+    }
+  }
+
+  // Every mark is painted but those that lie under another; what was painted is the result.
+  std::vector<size_t> PaintMarks() {
+    std::vector<size_t> shown;
+    Placement::Occupancy centres(geometry_.plot, std::max(1.0, markRadius_ * 0.4));
+    for (size_t i = 0; i < curve_.marks.size(); ++i) {
+      if (MarkOf(i) == 0 || std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
+      if (centres.TakeCell(At(i)) || single_) shown.push_back(i);
+    }
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(Palette::Colour(Palette::Red));
+    for (const size_t i : shown) {
+      const QPointF centre = At(i);
+      const QPointF diamond[] = {centre + QPointF(0, -markRadius_), centre + QPointF(markRadius_, 0),
+                                 centre + QPointF(0, markRadius_), centre + QPointF(-markRadius_, 0)};
+      painter_.drawConvexPolygon(diamond, 4);
+      occupied_.Take(Around(centre, markRadius_));
+    }
+    return shown;
+  }
+
+  // The number stands beside its mark, on the side away from the middle if it can; where marks are too many,
+  // some numbers are left out, never a mark.
+  void PaintMarkNumbers(const std::vector<size_t>& shown) {
+    painter_.setPen(Palette::Colour(curve_.markText.colour));
+    for (const size_t i : shown) {
+      const bool upper = At(i).y() < geometry_.plot.center().y();
+      PaintBeside(At(i), QString::number(MarkOf(i)), markRadius_, upper);
+    }
+  }
+
+  bool PaintBeside(QPointF point, const QString& text, double distance, bool above) {
+    const double width = metrics_.horizontalAdvance(text);
+    const double height = metrics_.capHeight();
+    const double gap = geometry_.unit * 0.0025;
+    const double vertical = distance + gap + height / 2;
+    const double sideways = distance + gap + width / 2;
+    const QPointF first(0, above ? -vertical : vertical);
+    for (const QPointF offset : {first, QPointF(sideways, 0), QPointF(-sideways, 0), -first}) {
+      const QPointF centre = point + offset;
+      const QRectF box(centre.x() - width / 2, centre.y() - height / 2, width, height);
+      if (!occupied_.IsFree(box)) continue;
+      painter_.drawText(box.bottomLeft(), text);
+      occupied_.Take(box);
+      return true;
+    }
+    return false;
+  }
+
+  // A point outside the scale shows as an arrow at the edge with its number, and the number of its mark
+  // before it.
+  void PaintArrows() {
+    const double size = geometry_.unit * 0.0085;
+    Placement::Occupancy centres(geometry_.plot, std::max(1.0, size * 0.4));
+    std::vector<size_t> arrows;
+    for (size_t i = 0; i < values_.size(); ++i) {
+      if (std::isnan(values_[i]) || !geometry_.IsOutside(values_[i])) continue;
+      if (centres.TakeCell(EdgeOf(i))) arrows.push_back(i);
+    }
+    for (const size_t i : arrows) {
+      const bool above = values_[i] > geometry_.scale.bottom();
+      const QPointF tip = EdgeOf(i);
+      const double base = above ? 1.3 * size : -1.3 * size;
+      const QPointF arrow[] = {tip, tip + QPointF(size * 0.75, base), tip + QPointF(-size * 0.75, base)};
+      painter_.setPen(Qt::NoPen);
+      painter_.setBrush(Palette::Colour(MarkOf(i) == 0 ? curve_.line.colour : int{Palette::Red}));
+      painter_.drawConvexPolygon(arrow, 3);
+      occupied_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
+    }
+    painter_.setPen(Palette::Colour(curve_.markText.colour));
+    for (const size_t i : arrows) {
+      const bool above = values_[i] > geometry_.scale.bottom();
+      const QString number = u'#' + QString::number(positions_[i]);
+      const QString text = MarkOf(i) == 0 ? number : QString::number(MarkOf(i)) + u' ' + number;
+      PaintBeside(EdgeOf(i) + QPointF(0, above ? size : -size), text, size * 0.8, !above);
+    }
+  }
+
+  QPointF EdgeOf(size_t i) const {
+    const QRectF& plot = geometry_.plot;
+    return {geometry_.X(positions_[i]), values_[i] > geometry_.scale.bottom() ? plot.top() : plot.bottom()};
+  }
+
+  QPainter& painter_;
+  const ChartGraph::Curve& curve_;
+  const GraphGeometry& geometry_;
+  const std::vector<double>& positions_;
+  const std::vector<double>& values_;
+  bool single_;
+  QFont numberFont_;
+  QFontMetricsF metrics_;
+  double markRadius_;
+  Placement::Occupancy occupied_;
+};
+
+}  // namespace
+
+void PaintCurve(QPainter& painter, const ChartGraph& graph, const ChartGraph::Curve& curve,
+                const GraphGeometry& geometry) {
+  CurvePicture(painter, graph, curve, geometry).Paint();
+}

@@ -1,0 +1,212 @@
+#include "platform/chart/GraphPainter.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/chart/AxisPainter.h"
+#include "platform/chart/CurvePainter.h"
+#include "platform/chart/Palette.h"
+#include "platform/chart/Placement.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A text is made smaller down to this part of its size before it is cut short.
+constexpr double smallestText = 0.65;
+
+struct FittedText {
+  QFont font;
+  QString text;
+  QRectF bounds;  // ascent, descent and advance around the start of the base line
+};
+
+FittedText FitText(QPainter& painter, const QString& text, QFont font, double maxWidth) {
+  const auto advance = [&] { return QFontMetricsF(font, painter.device()).horizontalAdvance(text); };
+  const int smallest = static_cast<int>(std::ceil(font.pixelSize() * smallestText));
+  double width = advance();
+  while (width > maxWidth && font.pixelSize() > std::max(1, smallest)) {
+    const int wanted = static_cast<int>(font.pixelSize() * maxWidth / width);
+    font.setPixelSize(std::clamp(wanted, std::max(1, smallest), font.pixelSize() - 1));
+    width = advance();
+  }
+  const QFontMetricsF metrics(font, painter.device());
+  const QString shown = width > maxWidth ? metrics.elidedText(text, Qt::ElideRight, maxWidth) : text;
+  return {
+      font, shown,
+      QRectF(0, -metrics.ascent(), metrics.horizontalAdvance(shown), metrics.ascent() + metrics.descent())};
+}
+
+// Bright inks cannot be read on white paper; they get a dark plate.
+void PaintPlate(QPainter& painter, const QRectF& bounds, const QColor& ink) {
+  if (qGray(ink.rgb()) < 200) return;
+  const double rim = bounds.height() * 0.2;
+  painter.fillRect(bounds.adjusted(-2 * rim, -rim, 2 * rim, rim), QColor(64, 64, 64));
+}
+
+void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeometry& geometry) {
+  using enum ChartGraph::Alignment;
+  const FittedText fitted = FitText(painter, text.text, TextFont(text.parameters, geometry.unit),
+                                    text.maxWidth * geometry.frame.width());
+  const QPointF anchor(geometry.frame.x() + text.position.x() * geometry.frame.width(),
+                       geometry.frame.y() + text.position.y() * geometry.frame.height());
+  const QRectF& bounds = fitted.bounds;
+  QPointF start = anchor - bounds.center();
+  if (text.alignment == LeftMiddle) start.setX(anchor.x());
+  if (text.alignment == RightMiddle) start.setX(anchor.x() - bounds.width());
+  if (text.alignment == BelowCentred) start.setY(anchor.y() - bounds.top());
+  if (text.alignment == AboveCentred) start.setY(anchor.y() - bounds.bottom());
+
+  const QColor ink = Palette::Colour(text.parameters.colour);
+  PaintPlate(painter, bounds.translated(start), ink);
+  painter.setFont(fitted.font);
+  painter.setPen(ink);
+  painter.drawText(start, fitted.text);
+}
+
+void PaintLevel(QPainter& painter, const ChartGraph& graph, const ChartGraph::Level& level,
+                const GraphGeometry& geometry) {
+  const std::vector<double>& values = graph.DataSet(level.dataSet);
+  if (values.empty()) return;
+  const double value = values.front();
+  const QRectF& plot = geometry.plot;
+  painter.setPen(LinePen(level.line, geometry.unit));
+  if (level.direction == ChartGraph::Direction::Horizontal) {
+    if (geometry.IsOutside(value)) return;
+    const double y = geometry.Y(value);
+    painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
+  } else {
+    if (value < geometry.scale.left() || value > geometry.scale.right()) return;
+    const double x = geometry.X(value);
+    painter.drawLine(QPointF(x, plot.bottom()), QPointF(x, plot.top()));
+  }
+}
+
+void PaintBars(QPainter& painter, const ChartGraph& graph, const ChartGraph::Bars& bars,
+               const GraphGeometry& geometry) {
+  painter.setPen(LinePen({0, 0, bars.outline}, geometry.unit));
+  painter.setBrush(Palette::Colour(bars.fill));
+  double position = 0.5;
+  for (const double value : graph.DataSet(bars.dataSet)) {
+    const QPointF topLeft(geometry.X(position - bars.width / 2), geometry.Y(value));
+    if (value > 0) {
+      painter.drawRect(
+          QRectF(topLeft, QPointF(geometry.X(position + bars.width / 2), geometry.plot.bottom())));
+    }
+    position += 1;
+  }
+  painter.setBrush(Qt::NoBrush);
+}
+
+// What a label of a level shows, and where along the edge of the plot area its level ends. A level outside
+// the scale is named at the edge, with an arrow towards it.
+struct LevelEnd {
+  QString text;
+  double wanted;
+};
+
+LevelEnd EndOf(const ChartGraph::LineLabel& label, bool horizontal, const GraphGeometry& geometry) {
+  const QRectF& plot = geometry.plot;
+  const double low = horizontal ? geometry.scale.top() : geometry.scale.left();
+  const double high = horizontal ? geometry.scale.bottom() : geometry.scale.right();
+  QString text = label.text;
+  if (label.value < low) text.prepend(horizontal ? u"\u2193 "_s : u"\u2190 "_s);
+  if (label.value > high) text.append(horizontal ? u" \u2191"_s : u" \u2192"_s);
+  const double shown = std::clamp(label.value, low, high);
+  return {text, horizontal ? std::clamp(geometry.Y(shown), plot.top(), plot.bottom()) : geometry.X(shown)};
+}
+
+void PaintLineLabels(QPainter& painter, const ChartGraph::LineLabels& labels, const GraphGeometry& geometry) {
+  const bool horizontal = labels.direction == ChartGraph::Direction::Horizontal;
+  const QRectF& plot = geometry.plot;
+  const QRectF& frame = geometry.frame;
+  const double gap = geometry.unit * (horizontal ? 0.011 : 0.006);
+  const double rim = geometry.unit * 0.004;
+  const double room = horizontal ? frame.right() - rim - plot.right() - gap : frame.width() * 0.31;
+
+  const QFont font = TextFont(labels.text, geometry.unit);
+  std::vector<FittedText> texts;
+  std::vector<double> wanted, sizes;
+  for (const ChartGraph::LineLabel& label : labels.labels) {
+    const LevelEnd end = EndOf(label, horizontal, geometry);
+    texts.push_back(FitText(painter, end.text, font, room));
+    wanted.push_back(end.wanted);
+    const QRectF& bounds = texts.back().bounds;
+    sizes.push_back(horizontal ? bounds.height() : bounds.width() + 3 * rim);
+  }
+  const std::vector<double> centres =
+      horizontal ? Placement::Spread(wanted, sizes, plot.top(), plot.bottom())
+                 : Placement::Spread(wanted, sizes, frame.left() + rim, frame.right() - rim);
+
+  for (size_t i = 0; i < texts.size(); ++i) {
+    const QRectF& bounds = texts[i].bounds;
+    painter.setPen(LinePen({0, 0, Palette::Grey}, geometry.unit));
+    QPointF start;
+    if (horizontal) {
+      painter.drawLine(QPointF(plot.right(), wanted[i]), QPointF(plot.right() + gap * 0.8, centres[i]));
+      start = QPointF(plot.right() + gap, centres[i] - bounds.center().y());
+    } else {
+      painter.drawLine(QPointF(wanted[i], plot.top()), QPointF(centres[i], plot.top() - gap * 0.8));
+      start = QPointF(centres[i] - bounds.width() / 2, plot.top() - gap - bounds.bottom());
+    }
+    painter.setFont(texts[i].font);
+    painter.setPen(Palette::Colour(labels.text.colour));
+    painter.drawText(start, texts[i].text);
+  }
+}
+
+struct OperationPainter {
+  QPainter& painter;
+  const ChartGraph& graph;
+  const GraphGeometry& geometry;
+
+  void operator()(const ChartGraph::Axis& axis) const { PaintAxis(painter, axis, geometry); }
+  void operator()(const ChartGraph::Level& level) const { PaintLevel(painter, graph, level, geometry); }
+  void operator()(const ChartGraph::Bars& bars) const { PaintBars(painter, graph, bars, geometry); }
+  void operator()(const ChartGraph::Curve& curve) const { PaintCurve(painter, graph, curve, geometry); }
+  void operator()(const ChartGraph::LineLabels& labels) const { PaintLineLabels(painter, labels, geometry); }
+  void operator()(const ChartGraph::Text& text) const { PaintText(painter, text, geometry); }
+};
+
+}  // namespace
+
+double GraphGeometry::Y(double value) const {
+  const double heights = (value - scale.top()) / scale.height();
+  return plot.bottom() - std::clamp(heights, -20.0, 20.0) * plot.height();
+}
+
+double PageUnit(const QRectF& target) { return std::min(target.height(), 0.7 * target.width()); }
+
+QFont TextFont(const ChartGraph::TextParameters& parameters, double unit) {
+  QFont font;
+  font.setFamilies({u"DejaVu Sans"_s, u"sans-serif"_s});
+  font.setStyleHint(QFont::SansSerif);
+  // The smallest library size has to stay legible, so sizes grow from a base and not from zero.
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(unit * (0.0065 + 0.00195 * parameters.size)))));
+  font.setBold(parameters.style == 3);
+  return font;
+}
+
+QPen LinePen(const ChartGraph::LineStyle& line, double unit) {
+  QPen pen(Palette::Colour(line.colour), std::max(1.0, unit * 0.0014) * (1 + line.width));
+  pen.setCapStyle(Qt::FlatCap);
+  if (line.style == 2) pen.setDashPattern({6, 4});
+  return pen;
+}
+
+void PaintFrame(QPainter& painter, const GraphGeometry& geometry, int colour, int width) {
+  painter.setPen(LinePen({0, width - 1, colour}, geometry.unit));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(geometry.frame);
+}
+
+void PaintGraph(QPainter& painter, const ChartGraph& graph, const GraphGeometry& geometry) {
+  const PainterSaver saver(painter);
+  painter.setRenderHint(QPainter::Antialiasing, false);  // straight lines are sharper so
+  painter.setRenderHint(QPainter::TextAntialiasing, true);
+  if (graph.IsBordered()) PaintFrame(painter, geometry, Palette::LightGrey, 1);
+  for (const ChartGraph::Operation& operation : graph.Operations()) {
+    std::visit(OperationPainter{painter, graph, geometry}, operation);
+  }
+}
