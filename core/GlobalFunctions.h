@@ -40,11 +40,15 @@ bool MoveToNextRecord(Recordset& recordset, bool& flag);
 bool MoveToLastRecord(Recordset& recordset, bool& flag);
 
 // True when a row has that value. The value goes into the SQL as it is: an apostrophe makes the query fail,
-// which is reported and gives false.
-bool IsDuplicateName(const QString& tableName, const QString& columnName, const QString& value);
+// which is reported and gives false; `failed`, where wanted, tells that from "no duplicate".
+bool IsDuplicateName(const QString& tableName, const QString& columnName, const QString& value,
+                     bool* failed = nullptr);
 
 // The column `fieldName` of the row whose column Name equals name, or 0.
 qint32 GetIDByName(const QString& tableName, const QString& fieldName, const QString& name);
+
+// The same, its errors thrown and not reported.
+qint32 FindIDByName(const QString& tableName, const QString& fieldName, const QString& name);
 
 // Yes, No or Cancel to "Do you wish to save these changes?".
 MessageBox::Answer PromptForChanges();

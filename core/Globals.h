@@ -18,6 +18,7 @@ struct ProgramState {
   bool gUsingODBC = false;                  // gConnection's provider is not Jet
   clsSetup gSetup;                          // the settings object
   std::vector<CDataPtr> gDataCollection;    // every data set, in load order; searched linearly
+  quint32 gCollectionEmptied = 0;           // how often; a load that finds it changed has been overtaken
   QString gHelpFilePath;
   bool gRunningInDevelopment = false;
   bool gAddMode = false;             // the data editor adds (else edits)
@@ -33,6 +34,9 @@ struct ProgramState {
 
 // The state in force; an error in the program (an exception) where none has been installed.
 ProgramState& Globals();
+
+// Globals().gConnection; throws Error where it is not open.
+Connection& CurrentConnection();
 
 // Installs the state that Globals() gives from now on (null for none) and returns the one before.
 ProgramState* InstallGlobals(ProgramState* state);

@@ -1,0 +1,232 @@
+#include "core/GlobalFunctions.h"
+
+#include <QFileInfo>
+
+#include "core/Globals.h"
+#include "core/Library.h"
+#include "core/RegistryFunctions.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "platform/language/Conversions.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString ProviderFor(bool useODBC) { return useODBC ? Connection::OdbcProvider : Connection::JetProvider; }
+
+// The last row's revision; a null text for none, or for one too short to be a revision.
+QString ReadRevision(const QString& databasePath) {
+  Connection connection;
+  connection.OpenWith(databasePath);
+  Recordset revisions;
+  revisions.Open(u"SELECT * FROM DBRevision"_s, connection);
+  if (revisions.RecordCount() < 1) return {};
+  revisions.MoveLast();
+  const QVariant revision = revisions.Field(u"Revision"_s);
+  return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
+}
+
+bool IsAccepted(const QString& revision) {
+  const QStringList parts = revision.split(u'.');
+  const qint32 major = Conversions::CLng(parts[0]);
+  if (major != Library::requiredMajor) return major > Library::requiredMajor;
+  if (parts.size() < 2) throw Error(u"The revision %1 has no minor number."_s.arg(revision));
+  return Conversions::CLng(parts[1]) >= Library::requiredMinor;
+}
+
+void ShowVersionMessage(const QString& revision) {
+  const auto required = u"%1.%2"_s.arg(Library::requiredMajor).arg(Library::requiredMinor);
+  ShowErrorMessage(false,
+                   LoadResText(u"Invalid Database Version;296") + u"\r\n"_s +
+                       LoadResText(u"Current Database Version:;297") + u'\t' + revision + u"\r\n"_s +
+                       LoadResText(u"Required Database Version:;298") + u'\t' + required + u"\r\n"_s,
+                   {});
+}
+
+void ShowInDatabasePanel(const QString& text) {
+  if (MainScreen* screen = Globals().mainScreen)
+    screen->SetDatabasePanelText(LoadResText(u"Current Database: ;299") + text);
+}
+
+// What the program does with a database once it is open.
+void UseDatabase(const QString& path, const QString& revision) {
+  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(QFileInfo(path).fileName(), LoadResText(u"DB Rev. ;300"), revision));
+  clsSetup& setup = Globals().gSetup;
+  setup.DatabaseName = path;
+  RegistryFunctions::SetKeyValue(setup.RegistryKeyPath, u"DatabaseName"_s, Registry::String, path);
+  if (MainScreen* screen = Globals().mainScreen) screen->EnableLoadTimer();
+}
+
+}  // namespace
+
+namespace GlobalFunctions {
+
+bool OpenDatabaseConnection(bool useODBC, const QString& connectString) {
+  return Trap(u"GlobalFunctions::OpenDatabaseConnection"_s, false, [&] {
+    ProgramState& state = Globals();
+    state.gConnection = std::make_unique<Connection>();
+    state.gConnection->CommandTimeout = 30000;
+    state.gConnection->Provider = ProviderFor(useODBC);
+    state.gConnection->OpenWith(connectString);
+    state.gUsingODBC = state.gConnection->Provider != Connection::JetProvider;
+    return true;
+  });
+}
+
+bool TestDatabaseConnection(bool useODBC, const QString& connectString) {
+  try {
+    Connection connection;
+    connection.Provider = ProviderFor(useODBC);
+    connection.OpenWith(connectString);
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& valid) {
+  valid = false;
+  Trap(u"fmMain::IsDBRevisionValid"_s, [&] {
+    const QString found = ReadRevision(databasePath);
+    if (found.isNull()) return;
+    valid = IsAccepted(found);
+    if (valid)
+      revision = found;
+    else
+      ShowVersionMessage(found);
+  });
+}
+
+void AttachDatabase(const QString& databasePath) {
+  Trap(u"frmMain::AttachDatabase"_s, [&] {
+    ProgramState& state = Globals();
+    const QString path = databasePath.isEmpty() ? state.gSetup.DatabaseName : databasePath;
+    QString revision;
+    bool valid = false;
+    if (TestDatabaseConnection(false, path)) IsDBRevisionValid(path, revision, valid);
+    if (!valid) {
+      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path, {});
+    } else {
+      state.gDatabaseOpen = OpenDatabaseConnection(false, path);
+      if (state.gDatabaseOpen)
+        UseDatabase(path, revision);
+      else
+        ShowInDatabasePanel(LoadResText(u"<none>;295"));
+    }
+    if (state.mainScreen) state.mainScreen->SetupMainFormDisplay();
+  });
+}
+
+bool OpenFilteredRecordset(Recordset& recordset, const QString& baseSQL, const QString& whereClause,
+                           bool excludeDeleted) {
+  return Trap(u"GlobalFunctions::OpenFilteredRecordset"_s, false, [&] {
+    QString sql = baseSQL;
+    if (!whereClause.isEmpty()) sql += u" WHERE "_s + whereClause;
+    if (excludeDeleted) sql += whereClause.isEmpty() ? u" WHERE Deleted = 0"_s : u" AND Deleted = 0"_s;
+    if (recordset.GetState() == Recordset::Opened) recordset.Close();
+    recordset.Open(sql, CurrentConnection());
+    return true;
+  });
+}
+
+}  // namespace GlobalFunctions
+
+namespace QCGlobalFunctions {
+
+bool MarkRecordAsDeletedByID(const QString& tableName, qint32 id) {
+  return Trap(u"QCGlobalFunctions::MarkRecordAsDeletedByID"_s, false, [&] {
+    Recordset recordset;
+    recordset.Open(u"SELECT * FROM %1 WHERE ID = %2"_s.arg(tableName).arg(id), CurrentConnection());
+    if (recordset.RecordCount() < 1) return false;
+    recordset.SetField(u"Deleted"_s, true);
+    recordset.Update();
+    return true;
+  });
+}
+
+bool DeleteRecordByID(const QString& tableName, qint32 id) {
+  return Trap(u"QCGlobalFunctions::DeleteRecordByID"_s, false, [&] {
+    CurrentConnection().Execute(u"DELETE * FROM %1 WHERE ID = %2"_s.arg(tableName).arg(id));
+    return true;
+  });
+}
+
+bool MoveOffOldRecord(Recordset& recordset, bool& flag) {
+  return Trap(u"QCGlobalFunctions::MoveOffOldRecord"_s, false, [&] {
+    recordset.Requery();
+    const qint64 position = recordset.AbsolutePosition();
+    if (position >= 2 && !recordset.BOF()) {
+      recordset.MovePrevious();
+    } else if (position >= recordset.RecordCount() || recordset.EndOfFile()) {
+      if (recordset.BOF() && recordset.EndOfFile()) flag = false;
+      return true;
+    } else {
+      recordset.MoveNext();
+    }
+    flag = false;
+    return true;
+  });
+}
+
+namespace {
+
+bool Move(const QString& source, bool& flag, Recordset& recordset, void (Recordset::*move)()) {
+  return Trap(source, false, [&] {
+    (recordset.*move)();
+    flag = false;
+    return true;
+  });
+}
+
+}  // namespace
+
+bool MoveToFirstRecord(Recordset& recordset, bool& flag) {
+  return Move(u"QCGlobalFunctions::MoveToFirstRecord"_s, flag, recordset, &Recordset::MoveFirst);
+}
+
+bool MoveToPreviousRecord(Recordset& recordset, bool& flag) {
+  return Move(u"QCGlobalFunctions::MoveToPreviousRecord"_s, flag, recordset, &Recordset::MovePrevious);
+}
+
+bool MoveToNextRecord(Recordset& recordset, bool& flag) {
+  return Move(u"QCGlobalFunctions::MoveToNextRecord"_s, flag, recordset, &Recordset::MoveNext);
+}
+
+bool MoveToLastRecord(Recordset& recordset, bool& flag) {
+  return Move(u"QCGlobalFunctions::MoveToLastRecord"_s, flag, recordset, &Recordset::MoveLast);
+}
+
+bool IsDuplicateName(const QString& tableName, const QString& columnName, const QString& value,
+                     bool* failed) {
+  if (failed) *failed = true;
+  return Trap(u"QCGlobalFunctions::IsDuplicateName"_s, false, [&] {
+    Recordset recordset;
+    recordset.Open(u"SELECT * FROM %1 WHERE %2 = '%3'"_s.arg(tableName, columnName, value),
+                   CurrentConnection());
+    if (failed) *failed = false;
+    return recordset.RecordCount() > 0;
+  });
+}
+
+qint32 GetIDByName(const QString& tableName, const QString& fieldName, const QString& name) {
+  return Trap(u"QCGlobalFunctions::GetIDByName"_s, 0,
+              [&] { return FindIDByName(tableName, fieldName, name); });
+}
+
+qint32 FindIDByName(const QString& tableName, const QString& fieldName, const QString& name) {
+  Recordset recordset;
+  recordset.Open(u"SELECT * FROM %1 WHERE Name = '%2'"_s.arg(tableName, name), CurrentConnection());
+  if (recordset.RecordCount() < 1) return 0;
+  return Conversions::CLng(recordset.Field(fieldName).toString());
+}
+
+MessageBox::Answer PromptForChanges() {
+  return Trap(u"QCGlobalFunctions::PromptForChanges"_s, MessageBox::Answer::Cancel, [] {
+    return MessageBox::Show(
+        {LoadResText(u"Data on this screen has changed. Do you wish to save these changes?;110"),
+         LoadResText(u"Confirmation;111"), MessageBox::Icon::Question, MessageBox::Buttons::YesNoCancel});
+  });
+}
+
+}  // namespace QCGlobalFunctions
