@@ -1,0 +1,36 @@
+// Lets a test that runs as the superuser meet the file permissions of an ordinary user.
+#pragma once
+
+#include <QString>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+class WithoutPrivileges {
+ public:
+  // The folder is opened to everybody for reading, so that the ordinary user comes that far.
+  explicit WithoutPrivileges([[maybe_unused]] const QString& folder) {
+#ifdef Q_OS_UNIX
+    if (geteuid() != 0) {
+      effective_ = true;
+    } else if (chmod(folder.toUtf8().constData(), 0755) == 0 && seteuid(65534) == 0) {
+      effective_ = dropped_ = true;
+    }
+#endif
+  }
+  ~WithoutPrivileges() {
+#ifdef Q_OS_UNIX
+    if (dropped_ && seteuid(0) != 0) _exit(1);
+#endif
+  }
+  WithoutPrivileges(const WithoutPrivileges&) = delete;
+  WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
+
+  bool Effective() const { return effective_; }
+
+ private:
+  bool effective_ = false;
+  bool dropped_ = false;
+};
