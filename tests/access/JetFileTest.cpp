@@ -1,0 +1,119 @@
+// Reading genuine Access files: every value of the valid ones, and which others are refused, and how.
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <QUuid>
+#include <cmath>
+
+#include "tests/access/AccessFiles.h"
+
+using namespace Qt::StringLiterals;
+using namespace AccessFiles;
+
+TEST(JetFile, ReadsEveryValueOfEveryValidFile) {
+  for (const auto& [name, json] : Valid()) {
+    EXPECT_EQ(Dump(ReadAll(Bytes(name))), Dump(Expected(json))) << name.toStdString();
+  }
+}
+
+TEST(JetFile, FindsTablesAndColumnsWithoutCase) {
+  const auto file = Open(Bytes(u"plant.mdb"_s));
+  EXPECT_EQ(file->UserTables(), QStringList({u"StatData"_s, u"Units"_s, u"DBRevision"_s}));
+  const JetTable units = file->Table(u"UNITS"_s);
+  ASSERT_NE(units.Column(u"deleted"_s), nullptr);
+  EXPECT_EQ(units.Column(u"deleted"_s)->type, JetType::YesNo);
+  JetRows rows = file->Rows(units, {u"NAME"_s});
+  ASSERT_TRUE(rows.Next());
+  EXPECT_EQ(rows.Values().at(0), QVariant(u"mm"_s));
+  EXPECT_THROW(file->Rows(units, {u"Name"_s, u"Price"_s}), JetError);
+  EXPECT_THROW(file->Table(u"Orders"_s), JetError);
+}
+
+// Access's own tables use every type, layout and flag that it knows.
+TEST(JetFile, ReadsTheTablesOfAccessItself) {
+  for (const auto& [name, json] : Valid()) {
+    const auto file = Open(Bytes(name));
+    for (const QString& table : {u"MSysObjects"_s, u"MSysACEs"_s, u"MSysQueries"_s, u"MSysRelationships"_s})
+      EXPECT_NO_THROW(ReadTable(*file, table)) << name.toStdString();
+  }
+}
+
+TEST(JetFile, RefusesByName) {
+  const QByteArray plant = Bytes(u"plant.mdb"_s);
+  const auto changed = [&](const QByteArray& bytes, qsizetype at, char mask) {
+    QByteArray copy = bytes;
+    copy[at] = static_cast<char>(copy[at] ^ mask);
+    return copy;
+  };
+  QByteArray garbage = plant.left(JetPages::pageSize);
+  for (int i = 0; i < 39 * JetPages::pageSize; ++i) garbage += static_cast<char>(i * i / 7);
+  const std::vector<std::pair<QByteArray, std::string>> cases = {
+      {Bytes(u"jet3.mdb"_s), "Access 97"},
+      {changed(plant, 0x14, 1 ^ 9), "not known (9)"},
+      {changed(Bytes(u"plant.accdb.z"_s), 0x14, 2 ^ 1), "not known (1)"},
+      {changed(plant, 0x42, 1), "protected by a password"},
+      {changed(Bytes(u"plant.accdb.z"_s), 0x3E, 1), "encrypted by Office"},
+      {changed(plant, 0x3E, 1), "damaged"},
+      {changed(plant, 4, 1), "no Access database"},
+      {garbage, "\"MSysObjects\" is damaged"},
+      {{}, "no Access database"},
+      {plant.left(162792), "cut off"},
+      {plant.left(100), "cut off"},
+  };
+  for (const auto& [bytes, text] : cases) {
+    EXPECT_NE(Refusal(bytes).find(text), std::string::npos) << text << " / " << Refusal(bytes);
+  }
+}
+
+TEST(JetFile, RecognisesAccessFilesByContent) {
+  QTemporaryDir folder;
+  const auto written = [&](const QByteArray& bytes) {
+    QFile file(folder.filePath(QUuid::createUuid().toString()));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+  };
+  EXPECT_TRUE(JetFile::IsAccessFile(Path(u"plant.mdb"_s)));
+  EXPECT_TRUE(JetFile::IsAccessFile(Path(u"jet3.mdb"_s)));
+  EXPECT_TRUE(JetFile::IsAccessFile(written(Bytes(u"plant.accdb.z"_s))));
+  EXPECT_FALSE(JetFile::IsAccessFile(Path(u"plant.json"_s)));
+  EXPECT_FALSE(JetFile::IsAccessFile(written("SQLite format 3")));
+  EXPECT_FALSE(JetFile::IsAccessFile(written({})));
+  EXPECT_FALSE(JetFile::IsAccessFile(folder.path()));
+  EXPECT_FALSE(JetFile::IsAccessFile(folder.filePath(u"missing.mdb"_s)));
+  EXPECT_THROW(JetFile(folder.filePath(u"missing.mdb"_s)), JetError);
+}
+
+TEST(JetValues, TextIsPlainOrCompressed) {
+  const auto text = [](const char* bytes, qsizetype size) {
+    return JetValues::Text(QByteArrayView(bytes, size)).toStdString();
+  };
+  EXPECT_EQ(text("a\0\xB5\x03", 4), "aε");
+  EXPECT_EQ(text("\xFF\xFE"
+                 "a\xB5",
+                 4),
+            "aµ");
+  EXPECT_EQ(text("\xFF\xFE"
+                 "a\0\xB5\x03\xB6\x03\0b",
+                 9),
+            "aεζb");
+  EXPECT_EQ(text("\xFF\xFE\0\x35\xD8\x07\xDF", 7), "𝜇") << "a surrogate pair";
+  EXPECT_EQ(text("\xFF\xFE", 2), "");
+  EXPECT_EQ(text("", 0), "");
+  EXPECT_THROW(text("a\0b", 3), JetError);
+  EXPECT_THROW(text("\xFF\xFE\0\xB5", 4), JetError);
+}
+
+TEST(JetValues, DatesAreRoundedToSecondsAndCountBackBefore1900) {
+  const auto date = [](double days) { return JetValues::DateTime(days).toStdString(); };
+  EXPECT_EQ(date(0), "1899-12-30 00:00:00");
+  EXPECT_EQ(date(-1.25), "1899-12-29 06:00:00");
+  EXPECT_EQ(date(-0.25), "1899-12-30 06:00:00");
+  EXPECT_EQ(date(37663.32094907407), "2003-02-11 07:42:10");
+  EXPECT_EQ(date(1.9999999), "1900-01-01 00:00:00");
+  EXPECT_EQ(date(-1.9999999), "1899-12-30 00:00:00");
+  EXPECT_EQ(date(-657434), "0100-01-01 00:00:00");
+  EXPECT_EQ(date(2958465.99998843), "9999-12-31 23:59:59");
+  for (const double outside : {-657435.0, 2958466.0, 1e300, -HUGE_VAL, std::nan("")})
+    EXPECT_THROW(date(outside), JetError) << outside;
+}
