@@ -104,8 +104,9 @@ QString JetValues::Text(QByteArrayView bytes) {
 
 QString JetValues::DateTime(double days) {
   constexpr double firstDay = -657434;  // 0100-01-01, the earliest date Access knows
-  constexpr double lastSecond = 2958465 + 86399.0 / 86400;
-  if (!(days > firstDay - 1 && days <= lastSecond)) {
+  constexpr double endDay = 2958466;    // 10000-01-01, the first it does not
+  constexpr double halfSecond = 0.5 / 86400;
+  if (!(days > firstDay - 1 && days < endDay - halfSecond)) {
     throw JetError(u"a date is out of range"_s);
   }
   const double day = std::trunc(days);
