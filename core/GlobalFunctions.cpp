@@ -50,11 +50,13 @@ void ShowInDatabasePanel(const QString& text) {
 }
 
 // What the program does with a database once it is open.
-void UseDatabase(const QString& path, const QString& revision) {
+void UseDatabase(const QString& path, const QString& revision, bool keepInSettings) {
   ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(QFileInfo(path).fileName(), LoadResText(u"DB Rev. ;300"), revision));
-  clsSetup& setup = Globals().gSetup;
-  setup.DatabaseName = path;
-  RegistryFunctions::SetKeyValue(setup.RegistryKeyPath, u"DatabaseName"_s, Registry::String, path);
+  if (keepInSettings) {
+    clsSetup& setup = Globals().gSetup;
+    setup.DatabaseName = path;
+    RegistryFunctions::SetKeyValue(setup.RegistryKeyPath, u"DatabaseName"_s, Registry::String, path);
+  }
   if (MainScreen* screen = Globals().mainScreen) screen->EnableLoadTimer();
 }
 
@@ -101,7 +103,10 @@ void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& val
 void AttachDatabase(const QString& databasePath) {
   Trap(u"frmMain::AttachDatabase"_s, [&] {
     ProgramState& state = Globals();
-    const QString path = databasePath.isEmpty() ? state.gSetup.DatabaseName : databasePath;
+    const bool forThisRun = databasePath.isEmpty() && !state.gDatabaseForThisRun.isEmpty();
+    const QString path = forThisRun               ? state.gDatabaseForThisRun
+                         : databasePath.isEmpty() ? state.gSetup.DatabaseName
+                                                  : databasePath;
     QString revision;
     bool valid = false;
     if (TestDatabaseConnection(false, path)) IsDBRevisionValid(path, revision, valid);
@@ -110,7 +115,7 @@ void AttachDatabase(const QString& databasePath) {
     } else {
       state.gDatabaseOpen = OpenDatabaseConnection(false, path);
       if (state.gDatabaseOpen)
-        UseDatabase(path, revision);
+        UseDatabase(path, revision, !forThisRun);
       else
         ShowInDatabasePanel(LoadResText(u"<none>;295"));
     }

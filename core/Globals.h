@@ -16,9 +16,10 @@ struct ProgramState {
   std::unique_ptr<Connection> gConnection;  // the one open database
   bool gDatabaseOpen = false;               // AttachDatabase opened gConnection
   bool gUsingODBC = false;                  // gConnection's provider is not Jet
-  clsSetup gSetup;                          // the settings object
-  std::vector<CDataPtr> gDataCollection;    // every data set, in load order; searched linearly
-  quint32 gCollectionEmptied = 0;           // how often; a load that finds it changed has been overtaken
+  QString gDatabaseForThisRun;  // attached at the start in place of the settings' one, which it leaves alone
+  clsSetup gSetup;              // the settings object
+  std::vector<CDataPtr> gDataCollection;  // every data set, in load order; searched linearly
+  quint32 gCollectionEmptied = 0;         // how often; a load that finds it changed has been overtaken
   QString gHelpFilePath;
   bool gRunningInDevelopment = false;
   bool gAddMode = false;             // the data editor adds (else edits)

@@ -33,7 +33,7 @@ void AttachConfiguredDatabase() {
   if (state.mainScreen)
     state.mainScreen->SetDatabasePanelText(LoadResText(u"Current Database: ;299") +
                                            LoadResText(u"<none>;295"));
-  if (!state.gSetup.DatabaseName.isEmpty())
+  if (!state.gDatabaseForThisRun.isEmpty() || !state.gSetup.DatabaseName.isEmpty())
     GlobalFunctions::AttachDatabase({});
   else
     MessageBox::Show({LoadResText(u"Error opening database:;304"), u"System Message"_s,

@@ -12,7 +12,8 @@ namespace StartUp {
 // they cannot be read, after the "Fatal Error" box: the program then has to end.
 bool ReadSettings(const QString& applicationFolder);
 
-// Clears the working flags, and attaches the database of the settings, or tells the user that there is none.
+// Clears the working flags, and attaches the database for this run or of the settings, or tells the user that
+// there is none.
 void AttachConfiguredDatabase();
 
 }  // namespace StartUp
