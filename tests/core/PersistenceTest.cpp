@@ -1,0 +1,171 @@
+// What a data set keeps on its way into the table and back.
+#include <gtest/gtest.h>
+
+#include <QTimer>
+
+#include "core/DataObjectFunctions.h"
+#include "tests/support/TestProgram.h"
+
+using namespace Qt::StringLiterals;
+using namespace DataObjectFunctions;
+
+namespace {
+
+// What of a data set the table holds.
+QVariantList Stored(const CData& data) {
+  return {data.Description(),    data.UnitOfMeasurement(), data.DelimitedInputString(),
+          data.SampleQty(),      data.SubGroupSize(),      data.UpperSpecLimit(),
+          data.LowerSpecLimit(), data.NominalSpecLimit(),  data.HiFlier(),
+          data.LoFlier(),        data.XBarUCL(),           data.XBarLCL(),
+          data.XBarMean(),       data.RBarUCL(),           data.RBarLCL(),
+          data.RBarMean(),       data.SensitivityValue(),  data.DetectionPeriod(),
+          data.LastModified()};
+}
+
+class PersistenceTest : public testing::Test {
+ protected:
+  CDataPtr Loaded(qint32 id) {
+    CDataPtr data;
+    EXPECT_TRUE(InitializeCDataCollection());
+    EXPECT_TRUE(GetDataObjectByID(id, data));
+    return data;
+  }
+
+  TestProgram program;
+  std::vector<CDataPtr>& collection = program.state.gDataCollection;
+};
+
+TEST_F(PersistenceTest, EveryStoredPropertyComesBack) {
+  const CDataPtr saved = TestProgram::NewDataSet(u"Bore Ø 74"_s);
+  saved->SetUpperSpecLimit(12.123456);
+  saved->SetHiFlier(99.123456789);
+  saved->SetLoFlier(-1);
+  saved->SetXBarUCL(11);
+  saved->SetXBarLCL(9);
+  saved->SetRBarUCL(3);
+  saved->SetRBarMean(1.5);
+  saved->SetXBarMean(10.25);
+  saved->SetSensitivityValue(2);
+  saved->SetDetectionPeriod(0);
+  ASSERT_TRUE(SaveDataObjectToDatabase(saved));
+  EXPECT_TRUE(saved->IsDataValid());
+  EXPECT_EQ(saved->LastModified(), u"2024-02-29 13:45:59"_s);
+  EXPECT_EQ(program.Rows(u"SELECT UpperSpecLimit, HiFlier FROM StatData"_s)[0],
+            QVariantList({12.1235, 99.123456789}))
+      << "limits are stored as read, to the precision; fliers in full";
+
+  const CDataPtr loaded = Loaded(1);
+  ASSERT_TRUE(loaded);
+  EXPECT_EQ(Stored(*loaded), Stored(*saved));
+}
+
+TEST_F(PersistenceTest, ANewDataSetIsSavedWithoutAnIdAndWithoutASecondBox) {
+  const CDataPtr data = TestProgram::NewDataSet(u"O'BRIEN; x"_s);
+  ASSERT_TRUE(SaveDataObjectToDatabase(data));
+  EXPECT_EQ(data->ID(), 0);
+  ASSERT_TRUE(AddDataObjectToSystem(data));
+  EXPECT_EQ(collection, std::vector<CDataPtr>({data, data})) << "by the save, and by the adding";
+  EXPECT_EQ(program.screen.calls, QStringList{u"AddListRow O'BRIEN; x"_s});
+  EXPECT_EQ(program.Rows(u"SELECT Description FROM StatData"_s),
+            std::vector<QVariantList>{{u"O'BRIEN; x"_s}});
+}
+
+TEST_F(PersistenceTest, SavingAgainKeepsTheDescriptionAndTheRow) {
+  const qint32 id = program.Insert(u"OLD"_s);
+  const CDataPtr data = Loaded(id);
+  data->SetDescription(u"NEW"_s);
+  data->SetDelimitedInputString(u"1,2,3,"_s);
+  ASSERT_TRUE(SaveDataObjectToDatabase(data));
+  EXPECT_EQ(program.Rows(u"SELECT ID, Description, \"Values\" FROM StatData"_s),
+            std::vector<QVariantList>({{id, u"OLD"_s, u"1,2,3,"_s}}));
+  EXPECT_EQ(collection.size(), 1U);
+}
+
+TEST_F(PersistenceTest, NullsAndCountsOnLoading) {
+  const qint32 id = program.Insert(u"A"_s);
+  program.Execute(
+      u"UPDATE StatData SET SensitivityValue = NULL, DetectionPeriod = NULL, UnitOfMeasurement = NULL, "
+      u"LastModified = NULL"_s);
+  CDataPtr data = Loaded(id);
+  EXPECT_EQ(data->SensitivityValue(), 0);
+  EXPECT_EQ(data->DetectionPeriod(), 0);
+  EXPECT_EQ(data->UnitOfMeasurement(), QString());
+  program.Execute(u"UPDATE StatData SET SubGroupSize = NULL"_s);
+  data = Loaded(id);
+  EXPECT_EQ(data->SubGroupSize(), 0);
+}
+
+TEST_F(PersistenceTest, NoSampleIsLostForWantOfAComma) {
+  const qint32 id = program.Insert(u"A"_s);
+  const QString values = Loaded(id)->DelimitedInputString();
+  program.Execute(u"UPDATE StatData SET \"Values\" = ?"_s, {values.chopped(1)});
+  EXPECT_EQ(Loaded(id)->SampleQty(), 40);
+}
+
+TEST_F(PersistenceTest, ABadRowStopsTheLoadAndIsNamed) {
+  EXPECT_FALSE(InitializeCDataCollection()) << "an empty table";
+  program.Insert(u"GOOD"_s);
+  const qint32 id = program.Insert(u"BAD"_s);
+  program.Insert(u"BEHIND"_s);
+  const auto refusal = [&](const QString& assignment) {
+    program.Execute(u"UPDATE StatData SET XBarUCL = 0, SubGroupSize = 4"_s);
+    program.Execute(u"UPDATE StatData SET %1 WHERE ID = %2"_s.arg(assignment).arg(id));
+    program.boxes.Expect();
+    EXPECT_FALSE(InitializeCDataCollection());
+    EXPECT_EQ(collection.size(), 1U);
+    return program.boxes.Take().text;
+  };
+  const QString start =
+      u"DataObjectFunctions::InitializeCDataCollection failed with error: \r\nData set \"BAD\" (ID 2): "_s;
+  EXPECT_EQ(refusal(u"XBarUCL = NULL"_s), start + u"XBarUCL is Null."_s);
+  EXPECT_EQ(refusal(u"XBarUCL = 'ten'"_s), start + u"XBarUCL is no number."_s);
+  EXPECT_EQ(refusal(u"SubGroupSize = 40000"_s), start + u"Overflow"_s);
+}
+
+TEST_F(PersistenceTest, ALoadStopsWhereAnotherOneOvertakesIt) {
+  program.Insert(u"A"_s);
+  program.Insert(u"B"_s);
+  bool inner = false;
+  QTimer::singleShot(0, [&] { inner = InitializeCDataCollection(); });
+  EXPECT_FALSE(InitializeCDataCollection());
+  EXPECT_TRUE(inner);
+  EXPECT_EQ(collection.size(), 2U) << "no data set twice";
+}
+
+TEST_F(PersistenceTest, LookingUpAndRemoving) {
+  for (const qint32 id : {7, 8, 7}) {
+    collection.push_back(TestProgram::NewDataSet(u"ID %1"_s.arg(id)));
+    collection.back()->SetID(id);
+  }
+  CDataPtr data = collection[0];
+  EXPECT_TRUE(GetDataObjectByID(9, data));
+  EXPECT_FALSE(data);
+  EXPECT_TRUE(GetDataObjectByID(7, data));
+  EXPECT_EQ(data, collection[0]);
+  EXPECT_EQ(GetDataObjectDescription(8), u"ID 8"_s);
+  EXPECT_EQ(GetDataObjectDescription(9), QString());
+  EXPECT_EQ(GetCurrentDataObjectID(u"ID 8"_s), 8);
+  EXPECT_EQ(GetCurrentDataObjectID(u"id 8"_s), 0);
+  EXPECT_TRUE(DeleteDataObjectByID(7));
+  EXPECT_EQ(collection.size(), 2U) << "the first of the two only";
+  EXPECT_TRUE(ModifyDataObjectInSystem(collection[0]));
+  EXPECT_TRUE(DeleteDataObjectfromListview(8));
+  EXPECT_EQ(program.screen.calls, QStringList({u"UpdateListRow ID 8"_s, u"RemoveListRow 8"_s}));
+  DeleteAllDataObjects();
+  EXPECT_TRUE(collection.empty());
+}
+
+TEST_F(PersistenceTest, AScanReaches32767EntriesAndNoFurther) {
+  collection.assign(32768, TestProgram::NewDataSet(u"SAME"_s));
+  collection[32766] = std::make_shared<CData>();
+  collection[32766]->SetID(5);
+  EXPECT_TRUE(DeleteDataObjectByID(5));
+  program.boxes.Expect();
+  collection.push_back(collection[0]);
+  CDataPtr data;
+  EXPECT_FALSE(GetDataObjectByID(5, data));
+  EXPECT_EQ(program.boxes.Take().text,
+            u"DataObjectFunctions::GetDataObjectByID failed with error: \r\nOverflow"_s);
+}
+
+}  // namespace

@@ -1,0 +1,105 @@
+// What a settings file survives: crashes, damage, two programs, missing rights.
+#include "platform/registry/Registry.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "tests/support/WithoutPrivileges.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class FileRegistryTest : public testing::Test {
+ protected:
+  const QString key = u"Software\\Orvane Labs\\Kestrel"_s;
+
+  static int Set(Registry& registry, const QString& path, const QString& name, Registry::Type type,
+                 const QByteArray& data) {
+    Registry::Key handle = 0;
+    const int status = registry.RegCreateKeyEx(path, Registry::KeyWrite, handle);
+    return status == Registry::Success ? registry.RegSetValueEx(handle, name, type, data) : status;
+  }
+
+  static QByteArray Get(Registry& registry, const QString& path, const QString& name) {
+    Registry::Key handle = 0;
+    Registry::Type type{};
+    QByteArray data;
+    registry.RegOpenKeyEx(path, Registry::KeyRead, handle);
+    const int status = registry.RegQueryValueEx(handle, name, type, data);
+    return status == Registry::Success ? data : QByteArray("status ") + QByteArray::number(status);
+  }
+
+  void WriteFile(const QByteArray& content) const {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+  }
+
+  QTemporaryDir folder;
+  const QString path = folder.filePath(u"new/settings.json"_s);
+};
+
+TEST_F(FileRegistryTest, TwoProgramsSeeEachOthersValuesAndTypesAreKept) {
+  FileRegistry first(path), second(path);
+  const QString file = u"C:\\Prüfung \"A\"\\StatData.mdb"_s;
+  EXPECT_EQ(Set(first, key, u"DatabaseName"_s, Registry::String, file.toUtf8()), Registry::Success);
+  EXPECT_EQ(Set(second, key, u"Choice"_s, Registry::Dword, QByteArray("\0\1\0\0", 4)), Registry::Success);
+  EXPECT_EQ(Get(second, key.toUpper(), u"databasename"_s), file.toUtf8());
+  EXPECT_EQ(Get(first, key, u"Choice"_s), QByteArray("\0\1\0\0", 4));
+  EXPECT_EQ(Get(first, u"Software\\Other"_s, u"Choice"_s), "status 2");
+}
+
+TEST_F(FileRegistryTest, AnOpenKeyAllowsOnlyWhatItWasOpenedFor) {
+  MemoryRegistry registry;
+  Registry::Key handle = 0;
+  Registry::Type type{};
+  QByteArray data;
+  ASSERT_EQ(registry.RegCreateKeyEx(key, Registry::KeyWrite, handle), Registry::Success);
+  EXPECT_EQ(registry.RegQueryValueEx(handle, u"A"_s, type, data), Registry::AccessDenied);
+  ASSERT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::Success);
+  EXPECT_EQ(registry.RegSetValueEx(handle, u"A"_s, Registry::String, "x"), Registry::AccessDenied);
+  EXPECT_EQ(registry.RegCloseKey(handle), Registry::Success);
+  EXPECT_EQ(registry.RegQueryValueEx(handle, u"A"_s, type, data), Registry::NotFound);
+}
+
+TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
+  for (const QByteArray& content : {QByteArray(), QByteArray("{\"Software\": {\"Data"), QByteArray("[1]")}) {
+    WriteFile(content);
+    FileRegistry registry(path);
+    Registry::Key handle = 0;
+    EXPECT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::ReadFault);
+    EXPECT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::NotFound);
+    EXPECT_EQ(Set(registry, key, u"DatabaseName"_s, Registry::String, "a.mdb"), Registry::Success);
+    QFile aside(path + u".damaged"_s);
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), content);
+    EXPECT_EQ(Get(registry, key, u"DatabaseName"_s), "a.mdb");
+  }
+}
+
+TEST_F(FileRegistryTest, ValuesOfAStrangeShapeDoNoHarm) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
+  WriteFile(R"({"A": 5, "B": {"x": 1, "y": [], "z": {"4": "0g"}, "w": {"99": "01", "4": "00"}}})");
+  FileRegistry registry(path);
+  EXPECT_EQ(Get(registry, u"a"_s, u"x"_s), "status 2");
+  EXPECT_EQ(Get(registry, u"b"_s, u"x"_s), "");
+  EXPECT_EQ(Set(registry, u"B"_s, u"v"_s, Registry::String, "ok"), Registry::Success);
+  EXPECT_EQ(Get(registry, u"b"_s, u"v"_s), "ok");
+}
+
+TEST_F(FileRegistryTest, AFolderWithoutRightsIsAWriteFault) {
+  ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+  {
+    const WithoutPrivileges ordinaryUser(folder.path());
+    FileRegistry registry(path);
+    EXPECT_EQ(Set(registry, key, u"A"_s, Registry::String, "x"), Registry::WriteFault);
+    EXPECT_EQ(Get(registry, key, u"A"_s), "status 2") << "what could not be stored is not pretended";
+  }
+  QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+}  // namespace
