@@ -27,14 +27,6 @@ QString ReadRevision(const QString& databasePath) {
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
 
-bool IsAccepted(const QString& revision) {
-  const QStringList parts = revision.split(u'.');
-  const qint32 major = Conversions::CLng(parts[0]);
-  if (major != Library::requiredMajor) return major > Library::requiredMajor;
-  if (parts.size() < 2) throw Error(u"The revision %1 has no minor number."_s.arg(revision));
-  return Conversions::CLng(parts[1]) >= Library::requiredMinor;
-}
-
 void ShowVersionMessage(const QString& revision) {
   const auto required = u"%1.%2"_s.arg(Library::requiredMajor).arg(Library::requiredMinor);
   ShowErrorMessage(false,
@@ -92,12 +84,20 @@ void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& val
   Trap(u"fmMain::IsDBRevisionValid"_s, [&] {
     const QString found = ReadRevision(databasePath);
     if (found.isNull()) return;
-    valid = IsAccepted(found);
+    valid = IsRevisionAccepted(found);
     if (valid)
       revision = found;
     else
       ShowVersionMessage(found);
   });
+}
+
+bool IsRevisionAccepted(const QString& revision) {
+  const QStringList parts = revision.split(u'.');
+  const qint32 major = Conversions::CLng(parts[0]);
+  if (major != Library::requiredMajor) return major > Library::requiredMajor;
+  if (parts.size() < 2) throw Error(u"The revision %1 has no minor number."_s.arg(revision));
+  return Conversions::CLng(parts[1]) >= Library::requiredMinor;
 }
 
 void AttachDatabase(const QString& databasePath) {

@@ -18,6 +18,9 @@ bool TestDatabaseConnection(bool useODBC, const QString& connectString);  // a t
 // Shows the version message for an old one, and nothing of its own when there is no usable revision.
 void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& valid);
 
+// Whether the program accepts a file of this revision. Throws where the text cannot be a revision.
+bool IsRevisionAccepted(const QString& revision);
+
 // Makes a file the current database; an empty path means the one for this run, else the one of the settings.
 // A refused file leaves the current state as it was.
 void AttachDatabase(const QString& databasePath);
