@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// The limits have no declared type: in a column of type DOUBLE the database would make a zero of a negative
+// zero.
 const auto statDataTable =
     uR"(
 CREATE TABLE StatData (
@@ -19,17 +21,17 @@ CREATE TABLE StatData (
   Description TEXT COLLATE NOCASE,
   "Values" TEXT,
   LastModified TEXT,
-  NominalSpecLimit DOUBLE,
-  UpperSpecLimit DOUBLE,
-  LowerSpecLimit DOUBLE,
-  HiFlier DOUBLE,
-  LoFlier DOUBLE,
-  XBarUCL DOUBLE,
-  XBarLCL DOUBLE,
-  XBarMean DOUBLE,
-  RBarUCL DOUBLE,
-  RBarLCL DOUBLE,
-  RBarMean DOUBLE,
+  NominalSpecLimit,
+  UpperSpecLimit,
+  LowerSpecLimit,
+  HiFlier,
+  LoFlier,
+  XBarUCL,
+  XBarLCL,
+  XBarMean,
+  RBarUCL,
+  RBarLCL,
+  RBarMean,
   SubGroupSize INTEGER,
   SensitivityValue INTEGER,
   DetectionPeriod INTEGER,
