@@ -167,7 +167,7 @@ TEST_F(JetDamage, MutantsAreRefusedOrWhole) {
   std::mt19937 random(20030211);
   const auto draw = [&](size_t below) { return std::uniform_int_distribution<size_t>(0, below - 1)(random); };
   int refused = 0;
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 2000; ++i) {
     QByteArray mutant = plant_;
     for (size_t changes = 1 + draw(3); changes > 0; --changes) {
       // Half of the changes at the start of a page, where the structures are.

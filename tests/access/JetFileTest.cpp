@@ -95,7 +95,7 @@ TEST(JetValues, TextIsPlainOrCompressed) {
             "aµ");
   EXPECT_EQ(text("\xFF\xFE"
                  "a\0\xB5\x03\xB6\x03\0b",
-                 9),
+                 10),
             "aεζb");
   EXPECT_EQ(text("\xFF\xFE\0\x35\xD8\x07\xDF", 7), "𝜇") << "a surrogate pair";
   EXPECT_EQ(text("\xFF\xFE", 2), "");

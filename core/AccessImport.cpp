@@ -1,0 +1,226 @@
+// Takes over a library from a genuine Access file: every row of its tables into a new library file, or none.
+#include "core/AccessImport.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <array>
+#include <cmath>
+
+#include "core/GlobalFunctions.h"
+#include "core/Library.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "platform/access/JetFile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class Kind { Id, Whole, Real, Text, YesNo };
+
+struct Column {
+  QString name;
+  Kind kind;
+};
+
+struct Table {
+  QString name;
+  std::vector<Column> columns;
+
+  QStringList ColumnNames() const {
+    QStringList names;
+    for (const Column& column : columns) names += column.name;
+    return names;
+  }
+};
+
+const std::array<Table, 3>& Tables() {
+  static const std::array<Table, 3> tables = {
+      Table{u"StatData"_s,
+            {{u"ID"_s, Kind::Id},
+             {u"Description"_s, Kind::Text},
+             {u"Values"_s, Kind::Text},
+             {u"LastModified"_s, Kind::Text},
+             {u"NominalSpecLimit"_s, Kind::Real},
+             {u"UpperSpecLimit"_s, Kind::Real},
+             {u"LowerSpecLimit"_s, Kind::Real},
+             {u"HiFlier"_s, Kind::Real},
+             {u"LoFlier"_s, Kind::Real},
+             {u"XBarUCL"_s, Kind::Real},
+             {u"XBarLCL"_s, Kind::Real},
+             {u"XBarMean"_s, Kind::Real},
+             {u"RBarUCL"_s, Kind::Real},
+             {u"RBarLCL"_s, Kind::Real},
+             {u"RBarMean"_s, Kind::Real},
+             {u"SubGroupSize"_s, Kind::Whole},
+             {u"SensitivityValue"_s, Kind::Whole},
+             {u"DetectionPeriod"_s, Kind::Whole},
+             {u"UnitOfMeasurement"_s, Kind::Text}}},
+      Table{u"Units"_s,
+            {{u"ID"_s, Kind::Id},
+             {u"Name"_s, Kind::Text},
+             {u"Description"_s, Kind::Text},
+             {u"Deleted"_s, Kind::YesNo}}},
+      Table{u"DBRevision"_s, {{u"Revision"_s, Kind::Text}}},
+  };
+  return tables;
+}
+
+// The UTF-8 of a text; as a text the database would take a leading U+FEFF for a mark and drop it. What it
+// would give back as another character is refused.
+QVariant TextToStore(const QString& text) {
+  if (!text.isValidUtf16() || text.contains(QChar(0xFFFE)) || text.contains(QChar(0xFFFF)))
+    throw Error(u"the text holds something that is no character"_s);
+  return text.isEmpty() ? QByteArray("") : text.toUtf8();
+}
+
+QVariant ValueToStore(const QVariant& value, Kind kind) {
+  const int type = value.typeId();
+  const bool isWhole = type == QMetaType::Int;
+  const bool isReal = type == QMetaType::Double;
+  if (value.isNull()) {
+    // The database would give a number of its own to a row without one.
+    if (kind == Kind::Id || kind == Kind::YesNo) throw Error(u"the value is missing"_s);
+    return {};
+  }
+  if (kind == Kind::Text && type == QMetaType::QString) return TextToStore(value.toString());
+  if (kind == Kind::YesNo && (type == QMetaType::Bool || isWhole)) return value.toBool() ? 1 : 0;
+  if (kind == Kind::Real && (isReal || isWhole)) {
+    // The database would store a Null in its place.
+    if (std::isnan(value.toDouble())) throw Error(u"the value is no number"_s);
+    return value.toDouble();
+  }
+  if ((kind == Kind::Id || kind == Kind::Whole) && isWhole) return value;
+  throw Error(u"the column has a type that a library cannot take over"_s);
+}
+
+QSqlQuery PrepareInsert(Connection& connection, const Table& table) {
+  QStringList names;
+  QStringList places;
+  for (const Column& column : table.columns) {
+    names += u'"' + column.name + u'"';
+    places += column.kind == Kind::Text ? u"CAST(? AS TEXT)"_s : u"?"_s;
+  }
+  QSqlQuery query(connection.Database());
+  if (!query.prepare(
+          u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, names.join(u','), places.join(u','))))
+    throw DatabaseError(query.lastError().databaseText());
+  return query;
+}
+
+void BindRow(QSqlQuery& insert, const Table& table, const std::vector<QVariant>& values) {
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
+    const Column& column = table.columns[i];
+    try {
+      insert.bindValue(static_cast<int>(i), ValueToStore(values[i], column.kind));
+    } catch (const Error& error) {
+      throw JetError(u"column \"%1\": %2"_s.arg(column.name, ErrorText(error)));
+    }
+  }
+}
+
+void Write(QSqlQuery& insert) {
+  constexpr int constraintFailed = 19;  // the library's code for a key that is there already
+  Connection::BeforeOperation(u"execute"_s);
+  if (insert.exec()) return;
+  if ((insert.lastError().nativeErrorCode().toInt() & 0xFF) == constraintFailed)
+    throw JetError(u"another row has the same ID"_s);
+  throw DatabaseError(insert.lastError().databaseText());
+}
+
+// Opened once for all tables, so that the total is known before the first row.
+struct Source {
+  const Table& table;
+  JetTable definition;
+};
+
+void CopyRows(JetFile& file, const Source& source, Connection& connection,
+              const std::function<void()>& rowCopied) {
+  QSqlQuery insert = PrepareInsert(connection, source.table);
+  JetRows rows = file.Rows(source.definition, source.table.ColumnNames());
+  for (qint64 row = 1; rows.Next(); ++row) {
+    try {
+      BindRow(insert, source.table, rows.Values());
+      Write(insert);
+    } catch (const JetError& error) {
+      throw JetError(u"The table \"%1\" cannot be taken over at row %2: %3."_s.arg(source.table.name)
+                         .arg(row)
+                         .arg(error.Text()));
+    }
+    rowCopied();
+  }
+}
+
+void CopyTables(const QString& accessPath, Connection& connection, const AccessImport::Progress& progress) {
+  JetFile file(accessPath);
+  const auto state = [&] { return QFileInfo(accessPath).lastModified(); };
+  const QDateTime stateBefore = state();
+  std::vector<Source> sources;
+  qint64 total = 0;
+  for (const Table& table : Tables()) {
+    sources.push_back({table, file.Table(table.name)});
+    total += sources.back().definition.rowCount;
+  }
+  qint64 done = 0;
+  for (const Source& source : sources) {
+    CopyRows(file, source, connection, [&] {
+      if (progress) progress(++done, total);
+    });
+  }
+  if (state() != stateBefore)
+    throw JetError(u"The file was changed while it was read. Close it in Access first."_s);
+}
+
+// Runs a body that reads the Access file; what is wrong with that file is an Error that names it.
+template <class Body>
+auto Reading(const QString& accessPath, Body&& body) {
+  try {
+    return body();
+  } catch (const JetError& error) {
+    throw Error(u"%1: %2"_s.arg(accessPath, error.Text()));
+  }
+}
+
+bool IsAccepted(const QString& revision) {
+  try {
+    return GlobalFunctions::IsRevisionAccepted(revision);
+  } catch (const std::exception&) {
+    return false;  // no revision at all
+  }
+}
+
+// The version message on one line.
+QString RefusalOf(const QString& revision) {
+  return u"%1. %2 %3. %4 %5.%6."_s.arg(
+      LoadResText(u"Invalid Database Version;296"), LoadResText(u"Current Database Version:;297"), revision,
+      LoadResText(u"Required Database Version:;298"), QString::number(Library::requiredMajor),
+      QString::number(Library::requiredMinor));
+}
+
+QString ReadRevision(JetFile& file) {
+  const Table& table = Tables().back();
+  JetRows rows = file.Rows(file.Table(table.name), table.ColumnNames());
+  QString revision;
+  while (rows.Next()) revision = rows.Values().front().toString();
+  return revision;
+}
+
+}  // namespace
+
+QString AccessImport::Revision(const QString& accessPath) {
+  return Reading(accessPath, [&] {
+    JetFile file(accessPath);
+    return ReadRevision(file);
+  });
+}
+
+void AccessImport::Convert(const QString& accessPath, const QString& libraryPath, const Progress& progress) {
+  const QString revision = Revision(accessPath);
+  if (revision.size() < 3) throw Error(u"%1: the table \"DBRevision\" names no revision."_s.arg(accessPath));
+  if (!IsAccepted(revision)) throw Error(u"%1: %2"_s.arg(accessPath, RefusalOf(revision)));
+  Library::Create(libraryPath, [&](Connection& connection) {
+    Reading(accessPath, [&] { CopyTables(accessPath, connection, progress); });
+  });
+}

@@ -1,0 +1,201 @@
+// Taking over a library from an Access file: all of it, exactly, or none of it and the reason.
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTemporaryDir>
+
+#include "core/AccessImport.h"
+#include "core/Trap.h"
+#include "platform/ado/Connection.h"
+#include "tests/access/AccessFiles.h"
+
+using namespace Qt::StringLiterals;
+using namespace AccessFiles;
+
+namespace {
+
+class AccessImportTest : public testing::Test {
+ protected:
+  QString Write(const QByteArray& bytes) {
+    QFile file(folder_.filePath(u"old.mdb"_s));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+  }
+
+  // The text of the refusal, after which nothing but the Access file may be there.
+  std::string Refusal(const QByteArray& bytes) {
+    const QString path = Write(bytes);
+    try {
+      AccessImport::Convert(path, target_);
+      ADD_FAILURE() << "it was taken over";
+      return {};
+    } catch (const Error& error) {
+      EXPECT_EQ(QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                QStringList(u"old.mdb"_s));
+      const std::string text = error.what();
+      EXPECT_EQ(text.rfind(path.toStdString() + ": ", 0), 0U) << text;
+      return text.substr(static_cast<size_t>(path.size()) + 2);
+    }
+  }
+
+  Contents ReadLibrary() {
+    Connection connection;
+    connection.OpenWith(target_);
+    Contents contents;
+    for (const QString& table : {u"StatData"_s, u"Units"_s, u"DBRevision"_s}) {
+      QSqlQuery query(u"SELECT * FROM "_s + table, connection.Database());
+      EXPECT_FALSE(query.lastError().isValid());
+      while (query.next()) {
+        Row row;
+        for (int i = 0; i < query.record().count(); ++i) row[query.record().fieldName(i)] = query.value(i);
+        if (table == u"Units"_s) row[u"Deleted"_s] = row[u"Deleted"_s].toBool();
+        contents[table].push_back(row);
+      }
+    }
+    return contents;
+  }
+
+  QTemporaryDir folder_;
+  QString target_ = folder_.filePath(u"new.lib"_s);
+};
+
+// A row's number of the first page of data sets.
+qsizetype FixedAt(const QByteArray& file, quint32 pointer, const char* column) {
+  const JetTable table = Open(file)->Table(u"StatData"_s);
+  return RecordAt(file, pointer) + 2 + table.Column(QString::fromLatin1(column))->fixedOffset;
+}
+
+constexpr quint32 firstRow = 28 << 8;  // where plant.mdb has it
+
+}  // namespace
+
+TEST_F(AccessImportTest, TakesOverEveryValueOfEveryValidFile) {
+  for (const auto& [name, json] : Valid()) {
+    QFile::remove(target_);
+    const QByteArray bytes = Bytes(name);
+    const QString path = Write(bytes);
+    Contents expected = Expected(json);
+    qint64 rows = 0;
+    for (const auto& [table, values] : expected) rows += static_cast<qint64>(values.size());
+    qint64 last = 0;
+    AccessImport::Convert(path, target_, [&](qint64 done, qint64 total) {
+      EXPECT_EQ(done, ++last);
+      EXPECT_EQ(total, rows);
+    });
+    EXPECT_EQ(last, rows);
+    EXPECT_EQ(Dump(ReadLibrary()), Dump(expected)) << name.toStdString();
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == bytes) << "the original was touched";
+  }
+}
+
+TEST_F(AccessImportTest, ReadsTheRevisionOfTheLastRow) {
+  EXPECT_EQ(AccessImport::Revision(Path(u"plant.mdb"_s)), u"2.0"_s);
+  EXPECT_EQ(AccessImport::Revision(Path(u"old_revision.mdb"_s)), u"1.9"_s);
+  EXPECT_THROW(AccessImport::Revision(Path(u"no_revision.mdb"_s)), Error);
+}
+
+TEST_F(AccessImportTest, RefusesInOneLineAndLeavesNothing) {
+  EXPECT_EQ(Refusal(Bytes(u"old_revision.mdb"_s)),
+            "Invalid Database Version. Current Database Version: 1.9. Required Database Version: 2.0.");
+  EXPECT_EQ(Refusal(Bytes(u"no_revision.mdb"_s)), "The table \"DBRevision\" is missing.");
+  EXPECT_NE(Refusal(Bytes(u"jet3.mdb"_s)).find("Access 97"), std::string::npos);
+  const QByteArray plant = Bytes(u"plant.mdb"_s);
+  EXPECT_NE(Refusal(plant.left(40 * JetPages::pageSize)).find("is damaged"), std::string::npos);
+  QByteArray cutLater = plant;  // the revision can be read, the last data set cannot
+  cutLater[PageAt(60)] = 0;
+  EXPECT_NE(Refusal(cutLater).find("\"StatData\" is damaged at row 8: column \"Values\""), std::string::npos);
+}
+
+TEST_F(AccessImportTest, NamesTheColumnsThatAreMissing) {
+  QByteArray file = Bytes(u"plant.mdb"_s);
+  for (const char* name : {"HiFlier", "LoFlier"}) {
+    const QString text = QString::fromLatin1(name);
+    const QByteArray stored(reinterpret_cast<const char*>(text.utf16()), 2 * text.size());
+    for (qsizetype at = 0; (at = file.indexOf(stored, at)) >= 0;) file[at] = 'X';
+  }
+  EXPECT_EQ(Refusal(file), "The table \"StatData\" lacks the column \"HiFlier\", \"LoFlier\".");
+}
+
+TEST_F(AccessImportTest, NeverReplacesAFile) {
+  QFile file(target_);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("mine");
+  file.close();
+  EXPECT_THROW(AccessImport::Convert(Path(u"plant.mdb"_s), target_), Error);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), "mine");
+}
+
+// What the new file cannot hold as it is must not become something else in it.
+TEST_F(AccessImportTest, RefusesWhatWouldChange) {
+  const QByteArray plant = Bytes(u"plant.mdb"_s);
+  QByteArray file = plant;
+  Put(file, FixedAt(file, firstRow, "XBarUCL"), std::numeric_limits<double>::quiet_NaN());
+  EXPECT_EQ(
+      Refusal(file),
+      "The table \"StatData\" cannot be taken over at row 1: column \"XBarUCL\": the value is no number.");
+  file = plant;
+  Put(file, FixedAt(file, firstRow, "ID"), 2);
+  EXPECT_EQ(Refusal(file),
+            "The table \"StatData\" cannot be taken over at row 2: another row has the same ID.");
+  const QVariant text = Expected(u"plant"_s)[u"StatData"_s][7][u"Values"_s];
+  const qsizetype textAt = RecordAt(plant, Get<quint32>(plant, LongFieldAt(plant, text) + 4)) + 4;
+  file = plant;
+  for (const quint16 unit : std::initializer_list<quint16>{0xD834, 0xFFFE, 0xFFFF}) {
+    file = plant;
+    Put(file, textAt, unit);
+    EXPECT_NE(Refusal(file).find("column \"Values\": the text holds something that is no character"),
+              std::string::npos);
+  }
+}
+
+TEST_F(AccessImportTest, KeepsTextsThatADatabaseMightTakeForSomethingElse) {
+  QByteArray file = Bytes(u"plant.mdb"_s);
+  Contents expected = Expected(u"plant"_s);
+  QVariant& text = expected[u"StatData"_s][7][u"Values"_s];
+  QString changed = text.toString().replace(3, 1, QChar(0));
+  Put<quint16>(file, RecordAt(file, Get<quint32>(file, LongFieldAt(file, text) + 4)) + 4 + 2 * 3, 0);
+  text = changed;
+  // The letters of a compressed text as switch, byte order mark, switch.
+  file.replace(QByteArray("\xFF\xFE"
+                          "BORE DIAMETER"),
+               QByteArray("\xFF\xFE\0\xFF\xFE\0 DIAMETER", 15));
+  expected[u"StatData"_s][0][u"Description"_s] = QChar(0xFEFF) + u" DIAMETER"_s;
+  AccessImport::Convert(Write(file), target_);
+  EXPECT_EQ(Dump(ReadLibrary()), Dump(expected));
+}
+
+// The nth operation of the new file fails, for every n.
+TEST_F(AccessImportTest, LeavesNothingWhenTheNewFileFails) {
+  const QString path = Write(Bytes(u"unicode.mdb"_s));
+  int operations = 1;
+  for (bool failed = true; failed; ++operations) {
+    int left = operations;
+    failed = false;
+    Connection::FaultHook = [&](const QString&) {
+      if (--left == 0) throw DatabaseError(u"disk full"_s);
+    };
+    try {
+      AccessImport::Convert(path, target_);
+    } catch (const Error&) {
+      failed = true;
+      EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden), QStringList(u"old.mdb"_s));
+    }
+  }
+  Connection::FaultHook = {};
+  EXPECT_GT(operations, 27) << "there are as many rows";
+  EXPECT_TRUE(QFile::exists(target_));
+}
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
