@@ -72,7 +72,7 @@ void ScaleCoarsely(ControlChart& chart, const QString& failure) {
   if (!scale.GetScaleValues(chart.axisMaximum, chart.axisMinimum)) throw ScaleError(failure);
 }
 
-void ScaleToFit(ControlChart& chart, const CData& data, const QString& failure) {
+void ScaleToFit(ControlChart& chart, const QString& failure) {
   double low = std::min({chart.lowerLimit, chart.mean, chart.upperLimit});
   double high = std::max({chart.lowerLimit, chart.mean, chart.upperLimit});
   for (const double value : chart.values) {
@@ -81,8 +81,7 @@ void ScaleToFit(ControlChart& chart, const CData& data, const QString& failure) 
     high = std::max(high, value);
   }
   try {
-    const auto ends =
-        FittedScale::Fit(low, high, std::pow(10, -std::clamp<int>(data.PrecisionValue(), 0, 8)));
+    const auto ends = FittedScale::Fit(low, high, std::pow(10, -chart.labelDecimals));
     chart.axisMinimum = ends.minimum;
     chart.axisMaximum = ends.maximum;
   } catch (const std::range_error&) {
@@ -90,9 +89,9 @@ void ScaleToFit(ControlChart& chart, const CData& data, const QString& failure) 
   }
 }
 
-void SetScale(ControlChart& chart, const CData& data, bool fitted, const QString& failure) {
+void SetScale(ControlChart& chart, bool fitted, const QString& failure) {
   if (fitted) {
-    ScaleToFit(chart, data, failure);
+    ScaleToFit(chart, failure);
   } else {
     ScaleCoarsely(chart, failure);
   }
@@ -140,7 +139,7 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"LCL Data Set"_s, limit});
   const auto label = [&](const QString& name, double value) {
-    return ChartGraph::LineLabel{value, name + u' ' + QString::number(value, 'f', chart.labelDecimals)};
+    return ChartGraph::LineLabel{value, name, QString::number(value, 'f', chart.labelDecimals)};
   };
   graph.Draw(ChartGraph::LineLabels{
       Direction::Horizontal,
@@ -201,8 +200,8 @@ ControlCharts SetupControlCharts(const CData& data, bool fittedScale) {
   if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
     charts.r.values.front() = std::numeric_limits<double>::quiet_NaN();
   }
-  SetScale(charts.xbar, data, fittedScale, u"Could not generate scaling data;227"_s);
-  SetScale(charts.r, data, fittedScale, u"Could not generate scaling data;228"_s);
+  SetScale(charts.xbar, fittedScale, u"Could not generate scaling data;227"_s);
+  SetScale(charts.r, fittedScale, u"Could not generate scaling data;228"_s);
   return charts;
 }
 
@@ -218,7 +217,7 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   const ChartGraph::TextParameters normal{0, 16, 6, 0};
   graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, u"Sample"_s, normal});
   graph.Draw(
-      ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, -1, normal, chart.valueTitle, normal});
+      ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
   graph.Title(chart.title, {0, 16, 8, 0});
   const QString limits =

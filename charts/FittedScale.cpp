@@ -10,7 +10,8 @@ namespace FittedScale {
 namespace {
 
 constexpr double margin = 0.04;
-constexpr double roundSteps[] = {1, 1.5, 2, 2.5, 3, 4, 5, 6, 8, 10};
+// The last ones are there for a lower end that a round step moves far down.
+constexpr double roundSteps[] = {1, 1.5, 2, 2.5, 3, 4, 5, 6, 8, 10, 15, 20};
 
 }  // namespace
 
@@ -32,9 +33,7 @@ Ends Fit(double low, double high, double unit) {
     const double maximum = minimum + Intervals * step;
     if (maximum >= top) return {minimum, maximum};
   }
-  const double step = 20 * decade;
-  const double minimum = std::floor(bottom / step) * step;
-  return {minimum, minimum + Intervals * step};
+  throw std::range_error("the values leave no room for an axis");
 }
 
 }  // namespace FittedScale

@@ -52,7 +52,7 @@ void DrawSpecification(ChartGraph& graph, const CData& data) {
   graph.Draw(ChartGraph::Level{Direction::Vertical, u" UL Data Set"_s, limit});
   graph.Draw(ChartGraph::Level{Direction::Vertical, u" Nominal Data Set"_s, {0, 0, Palette::Black}});
   const auto label = [&](const QString& name, double value) {
-    return ChartGraph::LineLabel{BinPosition(data, value), name + u' ' + Conversions::CStr(value)};
+    return ChartGraph::LineLabel{BinPosition(data, value), name, Conversions::CStr(value)};
   };
   graph.Draw(ChartGraph::LineLabels{
       Direction::Vertical,
@@ -89,7 +89,7 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data) {
   const ChartGraph::TextParameters small{0, 16, 4, 0};
   const ChartGraph::TextParameters normal{0, 16, 6, 0};
   const QString unit = data.UnitOfMeasurement();
-  graph.Draw(ChartGraph::Axis{Direction::Vertical, double(spacing), {}, -1, normal, u"Count"_s, normal});
+  graph.Draw(ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, u"Count"_s, normal});
   graph.WGLabelAxisStringsVB(bins.labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
   if (HasSpecification(data)) DrawSpecification(graph, data);

@@ -2,7 +2,6 @@
 
 #include <QBuffer>
 #include <QImage>
-#include <QPageLayout>
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
@@ -18,57 +17,65 @@ namespace {
 constexpr int dotsPerInch = 600;
 constexpr double marginMm = 10;
 
-void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target, const QString& path) {
-  page.Select(GraphId::None);
-  QPainter painter;
-  if (!painter.begin(&device)) throw Error(u"%1: the page cannot be painted"_s.arg(path));
-  page.Paint(painter, target);
-  painter.end();
-}
-
 }  // namespace
 
-void WritePdf(const StatPage& page, const QString& path) {
+QPageLayout Landscape(QPageSize::PageSizeId paper) {
+  return QPageLayout(QPageSize(paper), QPageLayout::Landscape,
+                     QMarginsF(marginMm, marginMm, marginMm, marginMm), QPageLayout::Millimeter);
+}
+
+void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target) {
+  page.Select(GraphId::None);
+  QPainter painter;
+  if (!painter.begin(&device)) throw Error(u"The page cannot be painted."_s);
+  page.Paint(painter, target);
+  if (!painter.end()) throw Error(u"The page could not be painted completely."_s);
+}
+
+QImage Picture(const StatPage& page, QSize size) {
+  QImage image(size, QImage::Format_RGB32);
+  if (image.isNull()) throw Error(u"no picture of %1 by %2"_s.arg(size.width()).arg(size.height()));
+  PaintOn(image, page, QRectF(image.rect()));
+  return image;
+}
+
+QByteArray Svg(const StatPage& page, QSize size) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  {
-    QPdfWriter writer(&buffer);
-    writer.setTitle(page.Description());
-    writer.setResolution(dotsPerInch);
-    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
-                                     QMarginsF(marginMm, marginMm, marginMm, marginMm),
-                                     QPageLayout::Millimeter));
-    PaintOn(writer, page, QRectF(0, 0, writer.width(), writer.height()), path);
-  }
-  SaveFile(path, bytes);
+  QSvgGenerator generator;
+  generator.setOutputDevice(&buffer);
+  generator.setTitle(page.Description());
+  generator.setSize(size);
+  generator.setViewBox(QRect(QPoint(0, 0), size));
+  PaintOn(generator, page, QRectF(QPointF(0, 0), QSizeF(size)));
+  return bytes;
+}
+
+QByteArray Pdf(const StatPage& page, const QPageLayout& layout) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setTitle(page.Description());
+  writer.setResolution(dotsPerInch);
+  writer.setPageLayout(layout);
+  PaintOn(writer, page, QRectF(0, 0, writer.width(), writer.height()));
+  return bytes;
+}
+
+void WritePdf(const StatPage& page, const QString& path, const QPageLayout& layout) {
+  SaveFile(path, Pdf(page, layout));
 }
 
 void WritePng(const StatPage& page, const QString& path, QSize size) {
-  QImage image(size, QImage::Format_RGB32);
-  if (image.isNull())
-    throw Error(u"%1: no picture of %2 by %3"_s.arg(path).arg(size.width()).arg(size.height()));
-  PaintOn(image, page, QRectF(image.rect()), path);
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  if (!image.save(&buffer, "PNG")) throw Error(u"%1: the picture cannot be coded"_s.arg(path));
+  if (!Picture(page, size).save(&buffer, "PNG")) throw Error(u"%1: the picture cannot be coded"_s.arg(path));
   SaveFile(path, bytes);
 }
 
-void WriteSvg(const StatPage& page, const QString& path, QSize size) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  {
-    QSvgGenerator generator;
-    generator.setOutputDevice(&buffer);
-    generator.setTitle(page.Description());
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
-    PaintOn(generator, page, QRectF(QPointF(0, 0), QSizeF(size)), path);
-  }
-  SaveFile(path, bytes);
-}
+void WriteSvg(const StatPage& page, const QString& path, QSize size) { SaveFile(path, Svg(page, size)); }
 
 }  // namespace PageOutput

@@ -1,6 +1,9 @@
-// Writes a page of charts to a picture or document file, completely or not at all.
+// A page of charts as a picture or document: its bytes, or a file that is written completely or not at all.
 #pragma once
 
+#include <QByteArray>
+#include <QImage>
+#include <QPageLayout>
 #include <QSize>
 #include <QString>
 
@@ -10,7 +13,14 @@
 // older file of that name is then as it was.
 namespace PageOutput {
 
-void WritePdf(const StatPage& page, const QString& path);  // one sheet of A4, landscape
+QPageLayout Landscape(QPageSize::PageSizeId paper = QPageSize::A4);  // with margins that every printer keeps
+
+void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target);
+QImage Picture(const StatPage& page, QSize size);
+QByteArray Svg(const StatPage& page, QSize size);
+QByteArray Pdf(const StatPage& page, const QPageLayout& layout = Landscape());  // one sheet
+
+void WritePdf(const StatPage& page, const QString& path, const QPageLayout& layout = Landscape());
 void WritePng(const StatPage& page, const QString& path, QSize size = {1920, 1200});
 void WriteSvg(const StatPage& page, const QString& path, QSize size = {1920, 1200});
 

@@ -17,12 +17,19 @@ constexpr double reach = 0.012;
 
 }  // namespace
 
-StatPage::StatPage(const CData& data, const StatPageOptions& options)
-    : description_(data.Description()), charts_(SetupControlCharts(data, options.fittedScale)) {
-  DrawGraph(page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49), charts_.xbar);
-  DrawGraph(page_.WGCreateGraph(0.005, 0.5, 0.6, 0.99), charts_.r);
-  DrawHistogramGraph(page_.WGCreateGraph(0.61, 0.005, 0.995, 0.49), data);
-  DrawTavelTextWindow(page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99), data);
+StatPage::StatPage(const CData& data, const StatPageOptions& options) : description_(data.Description()) {
+  const auto run = [&](const char* procedure, const std::function<void()>& step) {
+    options.runStep ? options.runStep(procedure, step) : step();
+  };
+  run("SetupControlCharts", [&] { charts_ = SetupControlCharts(data, options.fittedScale); });
+  ChartGraph& xbar = page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49);
+  run("DrawGraph", [&] { DrawGraph(xbar, charts_.xbar); });
+  ChartGraph& r = page_.WGCreateGraph(0.005, 0.5, 0.6, 0.99);
+  run("DrawGraph", [&] { DrawGraph(r, charts_.r); });
+  ChartGraph& histogram = page_.WGCreateGraph(0.61, 0.005, 0.995, 0.49);
+  run("DrawHistogramGraph", [&] { DrawHistogramGraph(histogram, data); });
+  ChartGraph& text = page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99);
+  run("DrawTavelTextWindow", [&] { DrawTavelTextWindow(text, data); });
   if (options.printedHead) RecordHead(data, options);
 }
 
@@ -68,40 +75,54 @@ GraphId StatPage::GraphAt(QPointF position, const QRectF& target) const {
   return static_cast<GraphId>(page_.GraphAt(position, PageArea(target)));
 }
 
-std::optional<StatPage::PointInfo> StatPage::PointAt(QPointF position, const QRectF& target) const {
-  const GraphId graph = GraphAt(position, target);
-  if (graph == GraphId::XBar) return NearestPoint(graph, charts_.xbar, position, PageArea(target));
-  if (graph == GraphId::R) return NearestPoint(graph, charts_.r, position, PageArea(target));
-  return std::nullopt;
+const ControlChart* StatPage::Chart(GraphId graph) const {
+  const ControlChart* chart = graph == GraphId::XBar ? &charts_.xbar
+                              : graph == GraphId::R  ? &charts_.r
+                                                     : nullptr;
+  return chart && chart->values.size() >= FewestPlotPoints ? chart : nullptr;
 }
 
-std::optional<StatPage::PointInfo> StatPage::NearestPoint(GraphId graph, const ControlChart& chart,
-                                                          QPointF position, const QRectF& area) const {
-  const auto count = static_cast<int>(chart.values.size());
-  if (count < FewestPlotPoints) return std::nullopt;
-  const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), area);
+int StatPage::PointCount(GraphId graph) const {
+  const ControlChart* chart = Chart(graph);
+  return chart ? static_cast<int>(chart->values.size()) : 0;
+}
+
+std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, const QRectF& target) const {
+  const ControlChart* chart = Chart(graph);
+  if (!chart || number < 1 || number > PointCount(graph)) return std::nullopt;
+  const auto index = static_cast<size_t>(number - 1);
+  const double value = chart->values[index];
+  const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), PageArea(target));
+  const QPointF at(geometry.X(number),
+                   std::clamp(geometry.Y(value), geometry.plot.top(), geometry.plot.bottom()));
+  PointInfo point{graph, number, value, at, {}};
+  const unsigned bits = chart->rules.empty() ? 0u : chart->rules[index];
+  for (int rule = 1; rule <= 4; ++rule) {
+    if (bits & (1u << rule)) point.rules.push_back(rule);
+  }
+  return point;
+}
+
+std::optional<StatPage::PointInfo> StatPage::PointAt(QPointF position, const QRectF& target) const {
+  const GraphId graph = GraphAt(position, target);
+  const ControlChart* chart = Chart(graph);
+  if (!chart) return std::nullopt;
+  const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), PageArea(target));
   const double within = std::max(4.0, reach * geometry.unit);
   const double perPoint = geometry.plot.width() / geometry.scale.width();
   const double number = (position.x() - geometry.plot.left()) / perPoint;
   const int first = std::max(1, static_cast<int>(std::ceil(number - within / perPoint)));
-  const int last = std::min(count, static_cast<int>(std::floor(number + within / perPoint)));
+  const int last = std::min(PointCount(graph), static_cast<int>(std::floor(number + within / perPoint)));
 
-  std::optional<PointInfo> nearest;
+  int nearest = 0;
   double distance = within;
   for (int point = first; point <= last; ++point) {
-    const double value = chart.values[static_cast<size_t>(point - 1)];
-    const QPointF at(geometry.X(point),
-                     std::clamp(geometry.Y(value), geometry.plot.top(), geometry.plot.bottom()));
-    const double away = std::hypot(at.x() - position.x(), at.y() - position.y());
+    const double y = std::clamp(geometry.Y(chart->values[static_cast<size_t>(point - 1)]),
+                                geometry.plot.top(), geometry.plot.bottom());
+    const double away = std::hypot(geometry.X(point) - position.x(), y - position.y());
     if (!(away <= distance)) continue;
     distance = away;
-    nearest = PointInfo{graph, point, value, at, {}};
+    nearest = point;
   }
-  if (nearest && !chart.rules.empty()) {
-    const unsigned bits = chart.rules[static_cast<size_t>(nearest->number - 1)];
-    for (int rule = 1; rule <= 4; ++rule) {
-      if (bits & (1u << rule)) nearest->rules.push_back(rule);
-    }
-  }
-  return nearest;
+  return Point(graph, nearest, target);
 }

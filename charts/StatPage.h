@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -21,6 +22,9 @@ struct StatPageOptions {
   int pageNumber = 1;
   int pageCount = 1;
   QDateTime printedAt;  // for the head; left out where it is null
+  // Runs one step of the recording, named as its procedure. Where set, it may keep the step's error to
+  // itself: the page then shows what could be drawn.
+  std::function<void(const char* procedure, const std::function<void()>& step)> runStep;
 };
 
 class StatPage {
@@ -42,6 +46,9 @@ class StatPage {
   };
   // The plotted point nearest to the position, if one is near enough to be meant.
   std::optional<PointInfo> PointAt(QPointF position, const QRectF& target) const;
+  int PointCount(GraphId graph) const;  // 0 for a graph without points
+  // The plotted point with that number; none for a graph that has no such point.
+  std::optional<PointInfo> Point(GraphId graph, int number, const QRectF& target) const;
 
   void Select(GraphId graph) { page_.SelectGraph(static_cast<int>(graph)); }  // shown by a frame
   GraphId Selected() const { return static_cast<GraphId>(page_.WGGetSelectedGraph()); }
@@ -56,8 +63,7 @@ class StatPage {
   void RecordHead(const CData& data, const StatPageOptions& options);
   QRectF HeadArea(const QRectF& target) const;
   QRectF PageArea(const QRectF& target) const;
-  std::optional<PointInfo> NearestPoint(GraphId graph, const ControlChart& chart, QPointF position,
-                                        const QRectF& area) const;
+  const ControlChart* Chart(GraphId graph) const;  // null for a graph without points
 
   QString description_;
   ControlCharts charts_;

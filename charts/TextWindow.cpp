@@ -1,8 +1,5 @@
 #include "charts/TextWindow.h"
 
-#include <utility>
-#include <vector>
-
 #include "charts/ControlChart.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"

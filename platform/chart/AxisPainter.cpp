@@ -11,9 +11,16 @@ namespace {
 
 using Axis = ChartGraph::Axis;
 
+// A tick's number without an exponent and without what rounding left over.
 QString NumberLabel(double value, double spacing) {
-  if (std::abs(value) < spacing * 1e-9) value = 0;  // what rounding left over
-  return QString::number(value, 'g', 12);
+  constexpr int mostDecimals = 15;
+  if (std::abs(value) >= 1e15) return QString::number(value, 'g', 12);
+  double unit = 1;
+  for (int decimals = 0; decimals < mostDecimals; ++decimals, unit /= 10) {
+    const double rounded = std::round(value / unit) * unit;
+    if (std::abs(rounded - value) < spacing * 1e-6) return QString::number(rounded + 0.0, 'f', decimals);
+  }
+  return QString::number(value, 'f', mostDecimals);
 }
 
 // How labels of an axis are shown: every how many ticks, and whether turned to read upwards.
@@ -48,7 +55,7 @@ class AxisLayout {
     for (int tick = 0; tick < ticks_; tick += tickStep) PaintTick(At(tick));
     painter_.setFont(font_);
     PaintLabels(thinning);
-    PaintTitle();
+    PaintTitle(thinning.turned);
   }
 
  private:
@@ -56,12 +63,15 @@ class AxisLayout {
   QFontMetricsF Metrics() const { return QFontMetricsF(font_, painter_.device()); }
   double LabelGap() const { return geometry_.unit * 0.009; }
   double TitleHeight() const {
-    return axis_.title.isEmpty() ? 0 : QFontMetricsF(TextFont(axis_.titleText, geometry_.unit)).height();
+    return axis_.title.isEmpty()
+               ? 0
+               : QFontMetricsF(TextFont(axis_.titleText, geometry_.unit), painter_.device()).height();
   }
 
   QString Label(int tick) const {
     if (axis_.labels.isEmpty())
-      return At(tick) < axis_.labelsFrom ? QString() : NumberLabel(At(tick), axis_.spacing);
+      return axis_.labelsFrom && At(tick) < *axis_.labelsFrom ? QString()
+                                                              : NumberLabel(At(tick), axis_.spacing);
     return tick < axis_.labels.size() ? axis_.labels[tick] : QString();
   }
 
@@ -132,17 +142,17 @@ class AxisLayout {
 
   void PaintLabels(const Thinning& thinning) const {
     painter_.setPen(Palette::Colour(axis_.labelText.colour));
-    if (axis_.labelsFrom >= 0) PaintFirstNumber(thinning.step);
+    if (axis_.labelsFrom) PaintFirstNumber(thinning.step);
     for (int tick = 0; tick < ticks_; tick += thinning.step)
       PaintLabel(At(tick), Label(tick), thinning.turned);
   }
 
   void PaintFirstNumber(int step) const {
     const QFontMetricsF metrics = Metrics();
-    const QString first = NumberLabel(axis_.labelsFrom, axis_.spacing);
+    const QString first = NumberLabel(*axis_.labelsFrom, axis_.spacing);
     const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(step));
-    const double distance = geometry_.X(At(step)) - geometry_.X(axis_.labelsFrom);
-    if (distance >= widths / 2 + LabelGap()) PaintLabel(axis_.labelsFrom, first, false);
+    const double distance = geometry_.X(At(step)) - geometry_.X(*axis_.labelsFrom);
+    if (distance >= widths / 2 + LabelGap()) PaintLabel(*axis_.labelsFrom, first, false);
   }
 
   void PaintLabel(double value, const QString& text, bool turned) const {
@@ -169,7 +179,7 @@ class AxisLayout {
     painter_.drawText(QPointF(0, 0), text);
   }
 
-  void PaintTitle() const {
+  void PaintTitle(bool belowTurned) const {
     const QFont font = TextFont(axis_.titleText, geometry_.unit);
     const QFontMetricsF metrics(font, painter_.device());
     const QRectF& plot = geometry_.plot;
@@ -179,7 +189,7 @@ class AxisLayout {
     painter_.setFont(font);
     painter_.setPen(Palette::Colour(axis_.titleText.colour));
     if (horizontal_) {
-      painter_.drawText(QPointF(plot.center().x() - width / 2, TitleBaseline(metrics)), title);
+      painter_.drawText(QPointF(plot.center().x() - width / 2, TitleBaseline(metrics, belowTurned)), title);
     } else {
       const double middle = std::clamp(plot.center().y() + width / 2, geometry_.frame.top() + width,
                                        geometry_.frame.bottom() - tickLength_);
@@ -187,11 +197,11 @@ class AxisLayout {
     }
   }
 
-  // The title stands below where turned labels would end, and above the graph's last line of text.
-  double TitleBaseline(const QFontMetricsF& metrics) const {
-    const QRectF& frame = geometry_.frame;
-    if (!axis_.labels.isEmpty()) return frame.bottom() - tickLength_ * 0.7 - metrics.descent();
-    return geometry_.plot.bottom() + 0.55 * (frame.bottom() - geometry_.plot.bottom()) + metrics.descent();
+  // Below turned labels the title stands at the very bottom, else so that one more line of text fits beneath.
+  double TitleBaseline(const QFontMetricsF& metrics, bool belowTurned) const {
+    const double bottom = geometry_.frame.bottom();
+    if (belowTurned) return bottom - tickLength_ * 0.7 - metrics.descent();
+    return geometry_.plot.bottom() + 0.55 * (bottom - geometry_.plot.bottom()) + metrics.descent();
   }
 
   QPainter& painter_;

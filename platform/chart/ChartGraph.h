@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <cstdint>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -30,8 +31,8 @@ class ChartGraph {
   struct Axis {
     Direction direction = Direction::Horizontal;
     double spacing = 1;
-    QStringList labels;      // one for each tick; empty: the numbers
-    double labelsFrom = -1;  // a position of 0 or more: numbers start here, with this number
+    QStringList labels;                // one for each tick; empty: the numbers
+    std::optional<double> labelsFrom;  // numbers start here, with this number
     TextParameters labelText;
     QString title;
     TextParameters titleText;
@@ -60,7 +61,8 @@ class ChartGraph {
   };
   struct LineLabel {
     double value = 0;
-    QString text;
+    QString name;
+    QString number;
   };
   // Names levels at their ends, outside the plot area; the labels of near levels move apart.
   struct LineLabels {
@@ -97,7 +99,7 @@ class ChartGraph {
   // A horizontal axis with one label for each tick.
   void WGLabelAxisStringsVB(const QStringList& labels, double spacing, const TextParameters& labelText,
                             const QString& title, const TextParameters& titleText) {
-    Draw(Axis{Direction::Horizontal, spacing, labels, -1, labelText, title, titleText});
+    Draw(Axis{Direction::Horizontal, spacing, labels, {}, labelText, title, titleText});
   }
   void Title(const QString& text, const TextParameters& parameters) {
     Draw(Text{{0.5, 0.008}, Alignment::BelowCentred, text, parameters, 0.98});

@@ -38,7 +38,7 @@ void ChartPage::Paint(QPainter& painter, const QRectF& target) const {
     if (!IsShown(index)) continue;
     const GraphGeometry geometry = Geometry(index, target);
     PaintGraph(painter, Graph(index), geometry);
-    if (index == selected_) PaintFrame(painter, geometry, Palette::Blue, 3);
+    if (index == selected_) PaintFrame(painter, geometry, Palette::Blue, 2);
   }
 }
 

@@ -1,6 +1,8 @@
 #include "platform/chart/CurvePainter.h"
 
 #include <QFontMetricsF>
+#include <QList>
+#include <QPaintEngine>
 #include <QPolygonF>
 #include <algorithm>
 #include <cmath>
@@ -46,7 +48,7 @@ class CurvePicture {
  private:
   double Spacing() const { return geometry_.plot.width() / static_cast<double>(values_.size() + 1); }
   double PointRadius() const {
-    return std::clamp(Spacing() * 0.4, geometry_.unit * 0.0016, geometry_.unit * 0.0042);
+    return std::clamp(Spacing() * 0.4, geometry_.unit * 0.0022, geometry_.unit * 0.0042);
   }
   double MarkRadius() const {
     return std::clamp(Spacing() * 0.7, geometry_.unit * 0.0045, geometry_.unit * 0.0078);
@@ -68,13 +70,25 @@ class CurvePicture {
     int before = -1;
     for (const int index : kept) {
       if (HasGap(before, index)) {
-        painter_.drawPolyline(line);
+        PaintPolyline(line);
         line.clear();
       }
       line.append(At(static_cast<size_t>(index)));
       before = index;
     }
-    painter_.drawPolyline(line);
+    PaintPolyline(line);
+  }
+
+  void PaintPolyline(const QPolygonF& line) {
+    if (painter_.paintEngine()->type() != QPaintEngine::Raster) {
+      painter_.drawPolyline(line);
+      return;
+    }
+    // Stroking a crowded line as one shape takes a hundred times as long as its pieces one by one.
+    QList<QLineF> pieces;
+    pieces.reserve(line.size());
+    for (qsizetype i = 1; i < line.size(); ++i) pieces.append(QLineF(line[i - 1], line[i]));
+    painter_.drawLines(pieces);
   }
 
   bool HasGap(int before, int index) const {
@@ -135,6 +149,9 @@ class CurvePicture {
       const QPointF centre = point + offset;
       const QRectF box(centre.x() - width / 2, centre.y() - height / 2, width, height);
       if (!occupied_.IsFree(box)) continue;
+      // On the solid band of a crowded line a number needs paper under it.
+      if (!single_)
+        painter_.fillRect(box.adjusted(-gap / 2, -gap / 2, gap / 2, gap / 2), QColor(255, 255, 255, 215));
       painter_.drawText(box.bottomLeft(), text);
       occupied_.Take(box);
       return true;

@@ -6,8 +6,8 @@
 
 #include "platform/chart/AxisPainter.h"
 #include "platform/chart/CurvePainter.h"
+#include "platform/chart/LineLabelPainter.h"
 #include "platform/chart/Palette.h"
-#include "platform/chart/Placement.h"
 
 using namespace Qt::StringLiterals;
 
@@ -41,8 +41,8 @@ FittedText FitText(QPainter& painter, const QString& text, QFont font, double ma
 // Bright inks cannot be read on white paper; they get a dark plate.
 void PaintPlate(QPainter& painter, const QRectF& bounds, const QColor& ink) {
   if (qGray(ink.rgb()) < 200) return;
-  const double rim = bounds.height() * 0.2;
-  painter.fillRect(bounds.adjusted(-2 * rim, -rim, 2 * rim, rim), QColor(64, 64, 64));
+  const double rim = bounds.height() * 0.4;
+  painter.fillRect(bounds.adjusted(-rim, 0, rim, 0), QColor(64, 64, 64));
 }
 
 void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeometry& geometry) {
@@ -99,63 +99,6 @@ void PaintBars(QPainter& painter, const ChartGraph& graph, const ChartGraph::Bar
   painter.setBrush(Qt::NoBrush);
 }
 
-// What a label of a level shows, and where along the edge of the plot area its level ends. A level outside
-// the scale is named at the edge, with an arrow towards it.
-struct LevelEnd {
-  QString text;
-  double wanted;
-};
-
-LevelEnd EndOf(const ChartGraph::LineLabel& label, bool horizontal, const GraphGeometry& geometry) {
-  const QRectF& plot = geometry.plot;
-  const double low = horizontal ? geometry.scale.top() : geometry.scale.left();
-  const double high = horizontal ? geometry.scale.bottom() : geometry.scale.right();
-  QString text = label.text;
-  if (label.value < low) text.prepend(horizontal ? u"\u2193 "_s : u"\u2190 "_s);
-  if (label.value > high) text.append(horizontal ? u" \u2191"_s : u" \u2192"_s);
-  const double shown = std::clamp(label.value, low, high);
-  return {text, horizontal ? std::clamp(geometry.Y(shown), plot.top(), plot.bottom()) : geometry.X(shown)};
-}
-
-void PaintLineLabels(QPainter& painter, const ChartGraph::LineLabels& labels, const GraphGeometry& geometry) {
-  const bool horizontal = labels.direction == ChartGraph::Direction::Horizontal;
-  const QRectF& plot = geometry.plot;
-  const QRectF& frame = geometry.frame;
-  const double gap = geometry.unit * (horizontal ? 0.011 : 0.006);
-  const double rim = geometry.unit * 0.004;
-  const double room = horizontal ? frame.right() - rim - plot.right() - gap : frame.width() * 0.31;
-
-  const QFont font = TextFont(labels.text, geometry.unit);
-  std::vector<FittedText> texts;
-  std::vector<double> wanted, sizes;
-  for (const ChartGraph::LineLabel& label : labels.labels) {
-    const LevelEnd end = EndOf(label, horizontal, geometry);
-    texts.push_back(FitText(painter, end.text, font, room));
-    wanted.push_back(end.wanted);
-    const QRectF& bounds = texts.back().bounds;
-    sizes.push_back(horizontal ? bounds.height() : bounds.width() + 3 * rim);
-  }
-  const std::vector<double> centres =
-      horizontal ? Placement::Spread(wanted, sizes, plot.top(), plot.bottom())
-                 : Placement::Spread(wanted, sizes, frame.left() + rim, frame.right() - rim);
-
-  for (size_t i = 0; i < texts.size(); ++i) {
-    const QRectF& bounds = texts[i].bounds;
-    painter.setPen(LinePen({0, 0, Palette::Grey}, geometry.unit));
-    QPointF start;
-    if (horizontal) {
-      painter.drawLine(QPointF(plot.right(), wanted[i]), QPointF(plot.right() + gap * 0.8, centres[i]));
-      start = QPointF(plot.right() + gap, centres[i] - bounds.center().y());
-    } else {
-      painter.drawLine(QPointF(wanted[i], plot.top()), QPointF(centres[i], plot.top() - gap * 0.8));
-      start = QPointF(centres[i] - bounds.width() / 2, plot.top() - gap - bounds.bottom());
-    }
-    painter.setFont(texts[i].font);
-    painter.setPen(Palette::Colour(labels.text.colour));
-    painter.drawText(start, texts[i].text);
-  }
-}
-
 struct OperationPainter {
   QPainter& painter;
   const ChartGraph& graph;
@@ -183,20 +126,20 @@ QFont TextFont(const ChartGraph::TextParameters& parameters, double unit) {
   font.setFamilies({u"DejaVu Sans"_s, u"sans-serif"_s});
   font.setStyleHint(QFont::SansSerif);
   // The smallest library size has to stay legible, so sizes grow from a base and not from zero.
-  font.setPixelSize(std::max(1, static_cast<int>(std::lround(unit * (0.0065 + 0.00195 * parameters.size)))));
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(unit * (0.0065 + 0.0018 * parameters.size)))));
   font.setBold(parameters.style == 3);
   return font;
 }
 
 QPen LinePen(const ChartGraph::LineStyle& line, double unit) {
-  QPen pen(Palette::Colour(line.colour), std::max(1.0, unit * 0.0014) * (1 + line.width));
+  QPen pen(Palette::Colour(line.colour), std::max(1.0, std::round(unit * 0.0014)) * (1 + line.width));
   pen.setCapStyle(Qt::FlatCap);
   if (line.style == 2) pen.setDashPattern({6, 4});
   return pen;
 }
 
 void PaintFrame(QPainter& painter, const GraphGeometry& geometry, int colour, int width) {
-  painter.setPen(LinePen({0, width - 1, colour}, geometry.unit));
+  painter.setPen(LinePen({0, width, colour}, geometry.unit));
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(geometry.frame);
 }
@@ -205,7 +148,7 @@ void PaintGraph(QPainter& painter, const ChartGraph& graph, const GraphGeometry&
   const PainterSaver saver(painter);
   painter.setRenderHint(QPainter::Antialiasing, false);  // straight lines are sharper so
   painter.setRenderHint(QPainter::TextAntialiasing, true);
-  if (graph.IsBordered()) PaintFrame(painter, geometry, Palette::LightGrey, 1);
+  if (graph.IsBordered()) PaintFrame(painter, geometry, Palette::LightGrey, 0);
   for (const ChartGraph::Operation& operation : graph.Operations()) {
     std::visit(OperationPainter{painter, graph, geometry}, operation);
   }
