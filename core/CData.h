@@ -75,6 +75,14 @@ class CData {
 #undef CDATA_VISIT
   }
 
+  // The same with the values as stored, in full precision.
+  template <class Visitor>
+  void ForEachStoredProperty(Visitor&& visit) const {
+#define CDATA_VISIT(Type, Name, Initial, Reading) visit(#Name, Name##_);
+    CDATA_PROPERTIES(CDATA_VISIT)
+#undef CDATA_VISIT
+  }
+
   // An extra result beside the properties: for rules 1 to 4 (index 0 to 3) the 1-based plot points that break
   // the rule, whatever the sensitivity.
   using ViolatingPointLists = std::array<std::vector<qint16>, 4>;

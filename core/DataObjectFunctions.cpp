@@ -66,7 +66,7 @@ void Fill(CData& data, const Recordset& rows) {
   data.SetUnitOfMeasurement(rows.Field(u"UnitOfMeasurement"_s).toString());
 }
 
-CDataPtr ReadDataObject(const Recordset& rows) {
+CDataPtr MakeDataObject(const Recordset& rows) {
   const auto data = std::make_shared<CData>();
   try {
     Fill(*data, rows);
@@ -132,7 +132,7 @@ bool InitializeCDataCollection() {
       DoEvents();
       // The user may have attached another database or closed the program meanwhile.
       if (state.gCollectionEmptied != emptied) return false;
-      const CDataPtr data = ReadDataObject(rows);
+      const CDataPtr data = MakeDataObject(rows);
       if (!QCGlobalFunctions::CreateStatistics(*data)) return false;
       state.gDataCollection.push_back(data);
     }
@@ -160,6 +160,13 @@ bool SaveDataObjectToDatabase(const CDataPtr& data) {
     }
     return true;
   });
+}
+
+CDataPtr ReadDataObject(const QString& description) {
+  const QString quoted = QString(description).replace(u'\'', u"''"_s);
+  Recordset rows;
+  rows.Open(u"SELECT * FROM StatData WHERE Description = '%1'"_s.arg(quoted), CurrentConnection());
+  return rows.RecordCount() < 1 ? nullptr : MakeDataObject(rows);
 }
 
 bool AddDataObjectToSystem(const CDataPtr& data) {

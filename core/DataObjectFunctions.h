@@ -19,6 +19,10 @@ bool InitializeCDataCollection();
 // that fails).
 bool SaveDataObjectToDatabase(const CDataPtr& data);
 
+// The data set of that description (without regard to case) straight from the table, without statistics; null
+// where there is none. For work on one data set without the collection; throws instead of reporting.
+CDataPtr ReadDataObject(const QString& description);
+
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary
 bool UpdateCollectionObject(

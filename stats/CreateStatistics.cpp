@@ -5,7 +5,6 @@
 #include "core/Messages.h"
 #include "core/Texts.h"
 #include "core/Trap.h"
-#include "engine/Engine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,7 +63,15 @@ QString Text(const std::string& utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-void Store(const engine::Results& results, CData& data) {
+// The object's error record: kind 1 is a refusal of the engine.
+void Record(CData& data, qint32 errorType, const QString& message) {
+  data.SetErrorType(errorType);
+  data.SetErrorMessage(message);
+}
+
+}  // namespace
+
+void StoreResults(const engine::Results& results, CData& data) {
   data.SetXBarUCL(results.xBarUCL);
   data.SetXBarLCL(results.xBarLCL);
   data.SetXBarMean(results.xBarMean);
@@ -91,20 +98,12 @@ void Store(const engine::Results& results, CData& data) {
   data.SetViolatingPoints(results.violatingPoints);
 }
 
-// The object's error record: kind 1 is a refusal of the engine.
-void Record(CData& data, qint32 errorType, const QString& message) {
-  data.SetErrorType(errorType);
-  data.SetErrorMessage(message);
-}
-
-}  // namespace
-
 bool CreateStatistics(CData& data) {
   return Trap(u"QCGlobalFunctions::CreateStatistics"_s, false, [&] {
     Bridge& bridge = TheBridge();
     const bool succeeded = bridge.engine.Run(InputsOf(data, bridge), bridge.results);
     if (succeeded) {
-      Store(bridge.results, data);
+      StoreResults(bridge.results, data);
       Record(data, 0, {});
     } else {
       const QString reason = Text(bridge.engine.LastError());

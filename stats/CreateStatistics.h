@@ -2,12 +2,16 @@
 #pragma once
 
 #include "core/CData.h"
+#include "engine/Engine.h"
 
 namespace QCGlobalFunctions {
 
 // Runs the engine on the data set. False when it refuses, with its reason in one critical message; the data
 // set then keeps its inputs and its previous results.
 bool CreateStatistics(CData& data);
+
+// Puts the engine's results into the properties of the same names.
+void StoreResults(const engine::Results& results, CData& data);
 
 // Sets the six control limits to 0, so that the next CreateStatistics calculates them.
 void ClearControlLimits(CData& data);

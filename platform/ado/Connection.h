@@ -46,7 +46,8 @@ class Connection {
   // affected.
   qint64 Execute(const QString& sql, const QVariantList& values = {});
 
-  // The same for any statement: a forward-only query, before its first row. NextRow throws where reading fails.
+  // The same for any statement: a forward-only query, before its first row. NextRow throws where reading
+  // fails.
   QSqlQuery Run(const QString& operation, const QString& sql, const QVariantList& values = {});
   bool NextRow(QSqlQuery& query) const;
 
@@ -78,21 +79,25 @@ class Connection {
   bool inTransaction_ = false;
 };
 
-// Rolls back unless committed.
+// Rolls back unless committed. Inside another transaction it is a part of that one, which alone commits or
+// rolls back the whole.
 class Transaction {
  public:
-  explicit Transaction(Connection& connection) : connection_(connection) { connection_.BeginTransaction(); }
+  explicit Transaction(Connection& connection) : connection_(connection), owns_(!connection.InTransaction()) {
+    if (owns_) connection_.BeginTransaction();
+  }
   ~Transaction() {
-    if (!done_) connection_.RollbackTransaction();
+    if (owns_ && !done_) connection_.RollbackTransaction();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   void Commit() {
-    connection_.CommitTransaction();
+    if (owns_) connection_.CommitTransaction();
     done_ = true;
   }
 
  private:
   Connection& connection_;
+  const bool owns_;
   bool done_ = false;
 };

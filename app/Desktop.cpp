@@ -1,0 +1,75 @@
+#include "app/Desktop.h"
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include "charts/StatGraphics.h"
+#include "core/Globals.h"
+#include "platform/registry/Registry.h"
+#include "platform/system/SingleInstance.h"
+#include "platform/ui/QtFileDialog.h"
+#include "platform/ui/QtMessageBox.h"
+#include "screens/DataEditor.h"
+#include "screens/RecalcScreen.h"
+#include "screens/frmAbout.h"
+#include "screens/frmConfigure.h"
+#include "screens/frmMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class Form>
+void ShowModal() {
+  Form(QApplication::activeWindow()).exec();
+}
+
+// Installs the state and the presenters of boxes for as long as it lives.
+class Installation {
+ public:
+  Installation() {
+    state_.registry = &registry_;
+    state_.clock = &clock_;
+    InstallGlobals(&state_);
+    MessageBox::Install(&messageBoxes_);
+    FileDialog::Install(&fileDialogs_);
+  }
+  ~Installation() {
+    FileDialog::Install(nullptr);
+    MessageBox::Install(nullptr);
+    InstallGlobals(nullptr);
+  }
+  Installation(const Installation&) = delete;
+  Installation& operator=(const Installation&) = delete;
+
+ private:
+  QtMessageBox messageBoxes_;
+  QtFileDialog fileDialogs_;
+  FileRegistry registry_;
+  SystemClock clock_;
+  ProgramState state_;
+};
+
+}  // namespace
+
+int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
+  QApplication::setOrganizationName(u"Orvane Labs"_s);
+  QApplication::setStyle(u"Fusion"_s);
+  QApplication application(argc, argv);
+  // Closing the main window ends the program, whatever help windows are still open.
+  QApplication::setQuitOnLastWindowClosed(false);
+  const SingleInstance instance;
+  if (instance.PrevInstance()) return 0;
+
+  const Installation installation;
+  if (!fileForThisRun.isEmpty()) Globals().gDatabaseForThisRun = QFileInfo(fileForThisRun).absoluteFilePath();
+  frmMain main({.chart = ShowModal<StatGraphics>,
+                .editor = ShowModal<DataEditor>,
+                .configuration = ShowModal<frmConfigure>,
+                .about = ShowModal<frmAbout>});
+  QApplication::setWindowIcon(main.windowIcon());
+  QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
+  main.show();
+  if (!main.Form_Load()) return 1;
+  return QApplication::exec();
+}

@@ -1,0 +1,183 @@
+// The commands that make and change libraries: new, import, append, convert.
+#include <QFileInfo>
+
+#include "app/Arguments.h"
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/CsvColumn.h"
+#include "app/Failures.h"
+#include "app/LibrarySession.h"
+#include "app/StatisticsOptions.h"
+#include "core/AccessImport.h"
+#include "core/DataObjectFunctions.h"
+#include "core/Library.h"
+#include "platform/ado/Recordset.h"
+#include "platform/language/Conversions.h"
+#include "stats/CreateStatistics.h"
+#include "stats/MathFunctions.h"
+
+using namespace Qt::StringLiterals;
+
+namespace Commands {
+
+namespace {
+
+// The stored form: each value followed by a comma.
+QString StoredForm(const QStringList& values) {
+  QString text;
+  for (const QString& value : values) text += value + u',';
+  return text;
+}
+
+void CheckCount(qsizetype count) {
+  constexpr qsizetype most = std::numeric_limits<qint16>::max();
+  if (count > most) {
+    throw UsageError(u"%1 samples are too many: a data set holds at most %2"_s.arg(count).arg(most));
+  }
+}
+
+void CheckNumbers(const QStringList& values) {
+  for (qsizetype i = 0; i < values.size(); ++i) {
+    if (!Conversions::IsNumeric(values[i])) {
+      throw UsageError(u"value %1 (\"%2\") is not a number"_s.arg(i + 1).arg(values[i]));
+    }
+  }
+}
+
+// A data set's limits are kept, and read, with PrecisionValue decimals.
+double LimitKept(const Arguments& arguments, const QString& option, const CData& data) {
+  const double given = arguments.RequiredNumber(option);
+  const double kept = MathFunctions::FormatDouble(given, data.PrecisionValue());
+  if (kept != given) {
+    Console::Warn(u"--%1 %2 is kept with %3 decimals, as %4"_s.arg(option, arguments.Value(option))
+                      .arg(data.PrecisionValue())
+                      .arg(Conversions::CStr(kept)));
+  }
+  return kept;
+}
+
+void FillLimits(const Arguments& arguments, CData& data) {
+  StatisticsOptions::CheckSpecLimits(arguments);
+  const double upper = LimitKept(arguments, u"usl"_s, data);
+  const double lower = LimitKept(arguments, u"lsl"_s, data);
+  const double nominal = LimitKept(arguments, u"nominal"_s, data);
+  if (nominal < lower || nominal > upper) {
+    throw UsageError(u"the nominal value %1 does not lie within the specification limits %2 to %3"_s.arg(
+        arguments.Value(u"nominal"_s), arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s)));
+  }
+  data.SetUpperSpecLimit(upper);
+  data.SetLowerSpecLimit(lower);
+  data.SetNominalSpecLimit(nominal);
+  data.SetHiFlier(upper + (upper - lower));
+  data.SetLoFlier(lower - (upper - lower));
+}
+
+struct ControlLimits {
+  double xBarUCL, xBarLCL, xBarMean, rBarUCL, rBarLCL, rBarMean;
+};
+
+ControlLimits LimitsOf(const CData& data) {
+  return {data.XBarUCL(), data.XBarLCL(), data.XBarMean(), data.RBarUCL(), data.RBarLCL(), data.RBarMean()};
+}
+
+// A limit of 0 is calculated anew at every load: it stays 0 in the table.
+void KeepUncalculated(const ControlLimits& before, CData& data) {
+  if (before.xBarUCL == 0) data.SetXBarUCL(0);
+  if (before.xBarLCL == 0) data.SetXBarLCL(0);
+  if (before.xBarMean == 0) data.SetXBarMean(0);
+  if (before.rBarUCL == 0) data.SetRBarUCL(0);
+  if (before.rBarLCL == 0) data.SetRBarLCL(0);
+  if (before.rBarMean == 0) data.SetRBarMean(0);
+}
+
+QString VerdictOf(const CData& data) {
+  if (data.NumberOfPlotPoints() == 0) return u"no points yet"_s;
+  return data.IsInControl() ? u"in control"_s : u"out of control, rule %1"_s.arg(data.RuleViolation());
+}
+
+void PrintResult(const CData& data) {
+  Console::Print(
+      u"%1: %2 samples, %3\n"_s.arg(data.Description()).arg(data.SampleQty()).arg(VerdictOf(data)));
+}
+
+}  // namespace
+
+int New(const QStringList& words) {
+  const Arguments arguments(words, {}, {});
+  arguments.RequirePositional(1, u"the library's file"_s);
+  Library::Create(arguments.Positional()[0]);
+  return 0;
+}
+
+int Import(const QStringList& words) {
+  const Arguments arguments(
+      words, QStringList{u"description"_s, u"nominal"_s, u"unit"_s, u"column"_s} + StatisticsOptions::Names(),
+      {});
+  arguments.RequirePositional(2, u"the library's or the CSV file"_s);
+  const auto data = std::make_shared<CData>();
+  data->SetDescription(arguments.Required(u"description"_s).trimmed());
+  if (data->Description().isEmpty()) throw UsageError(u"--description: the description is empty"_s);
+  FillLimits(arguments, *data);
+  data->SetSubGroupSize(static_cast<qint16>(StatisticsOptions::SubGroupSize(arguments)));
+  data->SetSensitivityValue(StatisticsOptions::Sensitivity(arguments));
+  data->SetDetectionPeriod(StatisticsOptions::Period(arguments));
+  data->SetUnitOfMeasurement(arguments.Value(u"unit"_s).trimmed());
+
+  LibrarySession session(arguments.Positional()[0]);
+  const QStringList values = ReadCsvColumn(arguments.Positional()[1], arguments.Value(u"column"_s));
+  CheckCount(values.size());
+  data->SetDelimitedInputString(StoredForm(values));
+  session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
+
+  // One transaction, so that nobody adds the same description in between.
+  Transaction transaction(session.Database());
+  if (DataObjectFunctions::ReadDataObject(data->Description())) {
+    throw UsageError(
+        u"%1 has a data set \"%2\" already"_s.arg(arguments.Positional()[0], data->Description()));
+  }
+  session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
+  transaction.Commit();
+  PrintResult(*data);
+  return 0;
+}
+
+int Append(const QStringList& words) {
+  const Arguments arguments(words, {u"description"_s}, {});
+  arguments.RequirePositional(1, u"the library's file"_s, true);
+  const QString description = arguments.Required(u"description"_s).trimmed();
+  const bool given = arguments.Positional().size() > 1;
+  QStringList values;
+  for (const QString& word : arguments.Positional().mid(1)) values += Console::SplitValues(word.toUtf8());
+  if (!given) values = Console::SplitValues(Console::ReadInput());
+  CheckNumbers(values);
+
+  LibrarySession session(arguments.Positional()[0]);
+  // One transaction from reading to writing: of two programs that append at once, neither loses the other's
+  // values.
+  Transaction transaction(session.Database());
+  const CDataPtr data = DataObjectFunctions::ReadDataObject(description);
+  if (!data) throw UsageError(u"%1 has no data set \"%2\""_s.arg(arguments.Positional()[0], description));
+  QString text = data->DelimitedInputString();
+  if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';
+  text += StoredForm(values);
+  CheckCount(text.count(u','));
+  data->SetDelimitedInputString(text);
+  const ControlLimits before = LimitsOf(*data);
+  session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
+  KeepUncalculated(before, *data);
+  session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
+  transaction.Commit();
+  PrintResult(*data);
+  return 0;
+}
+
+int Convert(const QStringList& words) {
+  const Arguments arguments(words, {}, {});
+  arguments.RequirePositional(2, u"the Access file or the library's file"_s);
+  Console::Progress progress(u"converting"_s);
+  AccessImport::Convert(arguments.Positional()[0], arguments.Positional()[1],
+                        [&](qint64 done, qint64 total) { progress.Show(done, total); });
+  return 0;
+}
+
+}  // namespace Commands

@@ -1,0 +1,71 @@
+#include "app/LibrarySession.h"
+
+#include <algorithm>
+
+#include "app/Failures.h"
+#include "core/DataObjectFunctions.h"
+#include "core/GlobalFunctions.h"
+#include "platform/access/JetFile.h"
+#include "platform/ado/Recordset.h"
+
+using namespace Qt::StringLiterals;
+
+MessageBox::Answer LibrarySession::Collector::Show(const MessageBox::Request& request) {
+  texts << request.text.simplified();
+  return MessageBox::Refusal(request.buttons);
+}
+
+LibrarySession::LibrarySession(const QString& path) : path_(path), installation_(*this) {
+  state_.registry = &registry_;
+  state_.clock = &clock_;
+  if (JetFile::IsAccessFile(path)) {
+    throw FileError(u"%1 is an Access file; \"kestrel convert\" makes a library from it"_s.arg(path));
+  }
+  Connection().OpenWith(path);  // its failure names the file and the reason
+  QString revision;
+  bool valid = false;
+  GlobalFunctions::IsDBRevisionValid(path, revision, valid);
+  if (!valid && messages_.texts.isEmpty()) {
+    messages_.texts << u"it is not a library (it has no revision that is 2.0 or later)"_s;
+  }
+  Require([&] { return valid; });
+  Require([&] { return GlobalFunctions::OpenDatabaseConnection(false, path); });
+  state_.gDatabaseOpen = true;
+}
+
+const std::vector<CDataPtr>& LibrarySession::LoadDataSets() {
+  // False without a message is an empty library.
+  if (!DataObjectFunctions::InitializeCDataCollection() && !messages_.texts.isEmpty()) {
+    const QString name = NameOfRow(state_.gDataCollection.size());
+    if (!messages_.texts.first().contains(name)) messages_.texts.prepend(u"data set \"%1\""_s.arg(name));
+    Fail();
+  }
+  return state_.gDataCollection;
+}
+
+std::vector<CDataPtr> LibrarySession::Select(const QStringList& descriptions) {
+  if (descriptions.isEmpty()) return state_.gDataCollection;
+  std::vector<CDataPtr> selected;
+  for (const QString& description : descriptions) {
+    const auto found =
+        std::find_if(state_.gDataCollection.begin(), state_.gDataCollection.end(), [&](const CDataPtr& data) {
+          return data->Description().compare(description, Qt::CaseInsensitive) == 0;
+        });
+    if (found == state_.gDataCollection.end()) {
+      throw UsageError(u"%1 has no data set \"%2\""_s.arg(path_, description));
+    }
+    selected.push_back(*found);
+  }
+  return selected;
+}
+
+QString LibrarySession::NameOfRow(std::size_t index) {
+  Recordset rows;
+  rows.Open(u"SELECT * FROM StatData LIMIT 1 OFFSET %1"_s.arg(index), Database());
+  return rows.RecordCount() > 0 ? rows.Field(u"Description"_s).toString() : QString();
+}
+
+void LibrarySession::Fail() {
+  QString reason = messages_.texts.join(u"; "_s);
+  throw FileError(reason.contains(path_) ? reason : path_ + u": "_s + reason);
+}

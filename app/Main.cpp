@@ -1,0 +1,38 @@
+// The program's entry: the command line or the desktop.
+#include <QCoreApplication>
+#include <QGuiApplication>
+
+#include "app/CommandLine.h"
+#include "app/Desktop.h"
+#include "app/Version.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList WordsOf(int argc, char** argv) {
+  QStringList words;
+  for (int i = 1; i < argc; ++i) words << QString::fromLocal8Bit(argv[i]);
+  return words;
+}
+
+int RunCommandLine(int argc, char** argv, const QStringList& words) {
+  if (!CommandLine::NeedsGraphics(words)) {
+    QCoreApplication application(argc, argv);
+    return CommandLine::Run(words);
+  }
+  // Drawing needs no display.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QGuiApplication application(argc, argv);
+  return CommandLine::Run(words);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication::setApplicationName(u"Kestrel"_s);
+  QCoreApplication::setApplicationVersion(Version::text);
+  const QStringList words = WordsOf(argc, argv);
+  return CommandLine::IsCommand(words) ? RunCommandLine(argc, argv, words)
+                                       : RunDesktop(argc, argv, words.value(0));
+}

@@ -1,0 +1,25 @@
+#include "app/StatisticsOptions.h"
+
+#include "app/Failures.h"
+
+using namespace Qt::StringLiterals;
+
+namespace StatisticsOptions {
+
+QStringList Names() { return {u"usl"_s, u"lsl"_s, u"subgroup"_s, u"sensitivity"_s, u"period"_s}; }
+
+void CheckSpecLimits(const Arguments& arguments) {
+  if (arguments.RequiredNumber(u"lsl"_s) < arguments.RequiredNumber(u"usl"_s)) return;
+  throw UsageError(u"the lower specification limit %1 is not below the upper one %2"_s.arg(
+      arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s)));
+}
+
+int SubGroupSize(const Arguments& arguments) { return arguments.Integer(u"subgroup"_s, 1, 1, 20); }
+
+int Sensitivity(const Arguments& arguments) {
+  return arguments.Choice(u"sensitivity"_s, {u"low"_s, u"medium"_s, u"high"_s}, 1);
+}
+
+int Period(const Arguments& arguments) { return arguments.Choice(u"period"_s, {u"short"_s, u"long"_s}, 1); }
+
+}  // namespace StatisticsOptions

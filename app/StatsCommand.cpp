@@ -1,0 +1,106 @@
+// The command stats: the engine on values from standard input, every digit of its results as JSON.
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "app/Arguments.h"
+#include "app/Commands.h"
+#include "app/Console.h"
+#include "app/Failures.h"
+#include "app/Json.h"
+#include "app/StatisticsOptions.h"
+#include "engine/Engine.h"
+#include "platform/language/Conversions.h"
+#include "stats/CreateStatistics.h"
+
+using namespace Qt::StringLiterals;
+
+namespace Commands {
+
+namespace {
+
+void ReadSpecLimits(const Arguments& arguments, engine::Inputs& inputs) {
+  const auto upper = arguments.Number(u"usl"_s);
+  const auto lower = arguments.Number(u"lsl"_s);
+  if (upper.has_value() != lower.has_value()) throw UsageError(u"--usl and --lsl belong together"_s);
+  if (!upper) return;
+  StatisticsOptions::CheckSpecLimits(arguments);
+  inputs.upperSpecLimit = *upper;
+  inputs.lowerSpecLimit = *lower;
+}
+
+void ReadControlLimits(const Arguments& arguments, engine::Inputs& inputs) {
+  if (!arguments.Has(u"limits"_s)) return;
+  const QStringList words = arguments.Value(u"limits"_s).split(u',');
+  double* const limits[] = {&inputs.xBarUCL, &inputs.xBarLCL, &inputs.xBarMean,
+                            &inputs.rBarUCL, &inputs.rBarLCL, &inputs.rBarMean};
+  if (words.size() != std::ssize(limits)) {
+    throw UsageError(u"--limits takes six numbers: XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s);
+  }
+  for (qsizetype i = 0; i < words.size(); ++i) {
+    if (!Conversions::IsNumeric(words[i]))
+      throw UsageError(u"--limits: \"%1\" is not a number"_s.arg(words[i]));
+    *limits[i] = Conversions::CDbl(words[i]);
+  }
+}
+
+engine::Inputs InputsOf(const Arguments& arguments) {
+  engine::Inputs inputs;
+  ReadSpecLimits(arguments, inputs);
+  ReadControlLimits(arguments, inputs);
+  inputs.subGroupSize = StatisticsOptions::SubGroupSize(arguments);
+  inputs.sensitivityValue = StatisticsOptions::Sensitivity(arguments);
+  inputs.detectionPeriod = StatisticsOptions::Period(arguments);
+  inputs.dataStartPoint = arguments.Integer(u"start"_s, 0, 0, engine::maximumSamples);
+  inputs.dataStopPoint = arguments.Integer(u"stop"_s, 0, 0, engine::maximumSamples);
+  inputs.precisionValue =
+      arguments.Integer(u"precision"_s, inputs.precisionValue, 0, engine::maximumPrecision);
+  inputs.reverseDataString = arguments.Has(u"reverse"_s);
+  return inputs;
+}
+
+// Inputs and results under the names that a data set gives them.
+CData DataSetOf(const engine::Inputs& inputs, const engine::Results& results) {
+  CData data;
+  data.SetUpperSpecLimit(inputs.upperSpecLimit);
+  data.SetLowerSpecLimit(inputs.lowerSpecLimit);
+  data.SetSubGroupSize(static_cast<qint16>(inputs.subGroupSize));
+  data.SetSensitivityValue(inputs.sensitivityValue);
+  data.SetDetectionPeriod(inputs.detectionPeriod);
+  data.SetDataStartPoint(static_cast<qint16>(inputs.dataStartPoint));
+  data.SetDataStopPoint(static_cast<qint16>(inputs.dataStopPoint));
+  data.SetPrecisionValue(static_cast<qint16>(inputs.precisionValue));
+  data.SetReverseDataString(inputs.reverseDataString);
+  data.SetDelimitedInputString(QString::fromUtf8(inputs.delimitedInputString.data(),
+                                                 static_cast<qsizetype>(inputs.delimitedInputString.size())));
+  QCGlobalFunctions::StoreResults(results, data);
+  return data;
+}
+
+}  // namespace
+
+int Stats(const QStringList& words) {
+  const Arguments arguments(
+      words, StatisticsOptions::Names() + QStringList{u"start"_s, u"stop"_s, u"limits"_s, u"precision"_s},
+      {u"reverse"_s});
+  arguments.RequirePositional(0, {});
+  engine::Inputs inputs = InputsOf(arguments);
+  const QByteArray text = Console::SplitValues(Console::ReadInput()).join(u',').toUtf8();
+  inputs.delimitedInputString = std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
+  engine::Engine engine;
+  engine::Results results;
+  if (!engine.Run(inputs, results)) throw UsageError(QString::fromStdString(engine.LastError()));
+  const CData data = DataSetOf(inputs, results);
+  QJsonObject object = Json::StoredProperties(data);
+  QJsonObject violating;
+  for (std::size_t rule = 0; rule < data.ViolatingPoints().size(); ++rule) {
+    QJsonArray points;
+    for (const qint16 point : data.ViolatingPoints()[rule]) points.append(point);
+    violating[QString::number(rule + 1)] = points;
+  }
+  object[u"ViolatingPoints"_s] = violating;
+  Console::Print(QString::fromUtf8(QJsonDocument(object).toJson()));
+  return 0;
+}
+
+}  // namespace Commands
