@@ -136,12 +136,14 @@ JetRows::Layout JetRows::ReadLayout(QByteArrayView row) const {
 // Whether the row has room for exactly the columns there were when it was written.
 bool JetRows::FitsColumns(const Layout& layout) const {
   qsizetype fixedEnd = 2;
+  int variables = 0;
   for (const JetColumn& column : table_.columns) {
     const bool there = column.number < layout.columns;
     if (!column.fixed) {
       if (there != (column.variableIndex < layout.variables)) {
         return false;
       }
+      variables += there;
     } else if (there && column.type != JetType::YesNo) {
       fixedEnd = std::max<qsizetype>(fixedEnd, 2 + column.fixedOffset + column.size);
     } else if (!there && column.type != JetType::YesNo && 2 + column.fixedOffset < layout.fixedEnd) {
@@ -150,7 +152,8 @@ bool JetRows::FitsColumns(const Layout& layout) const {
   }
   // Columns deleted since have left room that no definition tells of any more.
   const bool complete = std::ssize(table_.columns) == table_.columnsEver;
-  return complete ? fixedEnd == layout.fixedEnd : fixedEnd <= layout.fixedEnd;
+  return complete ? fixedEnd == layout.fixedEnd && variables == layout.variables
+                  : fixedEnd <= layout.fixedEnd;
 }
 
 QVariant JetRows::Value(QByteArrayView row, const Layout& layout, const JetColumn& column) {

@@ -51,8 +51,9 @@ void CheckPlaces(const JetTable& table) {
   std::set<int> variables;
   std::vector<const JetColumn*> fixedColumns;
   for (const JetColumn& column : table.columns) {
-    const bool placed = column.fixed || (column.variableIndex < table.variablesEver &&
-                                         variables.insert(column.variableIndex).second);
+    const bool placed = column.fixed ? !column.IsLong()
+                                     : column.variableIndex < table.variablesEver &&
+                                           variables.insert(column.variableIndex).second;
     if (!placed || column.number >= table.columnsEver || !numbers.insert(column.number).second) {
       throw JetError(u"the definition of the column \"%1\" is damaged"_s.arg(column.name));
     }

@@ -14,15 +14,18 @@ namespace {
 
 [[noreturn]] void ThrowOddText() { throw JetError(u"a text ends within a character"_s); }
 
-// Compressed text starts with one byte a character; a zero byte switches to two bytes a character and back.
+// Compressed text starts with one byte a character; a zero byte switches to two bytes a character and back. A
+// switch for no character at all is a damaged byte: a number's last digit would be lost.
 QString Expand(QByteArrayView bytes) {
   QString text;
   text.reserve(bytes.size());
   bool wide = false;
+  bool justWidened = false;
   for (qsizetype at = 0; at < bytes.size();) {
     const auto low = Get<quint8>(bytes, at);
     if (low == 0) {
-      wide = !wide;
+      if (justWidened) ThrowOddText();
+      wide = justWidened = !wide;
       ++at;
     } else if (!wide) {
       text += QChar(char16_t{low});
@@ -31,9 +34,11 @@ QString Expand(QByteArrayView bytes) {
       ThrowOddText();
     } else {
       text += QChar(Get<quint16>(bytes, at));
+      justWidened = false;
       at += 2;
     }
   }
+  if (justWidened) ThrowOddText();
   return text;
 }
 
@@ -74,8 +79,6 @@ QVariant JetValues::Value(JetType type, QByteArrayView bytes) {
       return int{Get<qint16>(bytes, 0)};
     case JetType::Long:
       return Get<qint32>(bytes, 0);
-    case JetType::Currency:
-      return static_cast<double>(Get<qint64>(bytes, 0)) / 10000.0;
     case JetType::Single:
       return double{Get<float>(bytes, 0)};
     case JetType::Double:

@@ -27,7 +27,7 @@ namespace JetValues {
 // The bytes one value of the type takes, or 0 where they differ from value to value.
 int FixedSize(JetType type);
 
-// Whole numbers come as int, Single, Double and Currency as double, Text and Memo as QString, DateTime as the
+// Whole numbers come as int, Single and Double as double, Text and Memo as QString, DateTime as the
 // text "yyyy-mm-dd hh:nn:ss", everything else as QByteArray. A Yes/No value is not stored in bytes.
 QVariant Value(JetType type, QByteArrayView bytes);
 

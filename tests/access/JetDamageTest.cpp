@@ -47,6 +47,7 @@ TEST_F(JetDamage, IsRefusedWithTheTableNamed) {
   const quint32 firstPage = FirstPage();
   const qsizetype page = PageAt(firstPage);
   const qsizetype firstRow = RecordAt(plant_, firstPage << 8);
+  const qsizetype columnsAt = definition_ + 63 + 12 * qsizetype{Get<quint32>(plant_, definition_ + 51)};
   using Change = std::function<void(QByteArray&)>;
   const std::vector<std::pair<const char*, Change>> changes = {
       {"a row count too high", [&](QByteArray& b) { Put<quint32>(b, definition_ + 16, 13); }},
@@ -54,6 +55,7 @@ TEST_F(JetDamage, IsRefusedWithTheTableNamed) {
       {"an absurd row count", [&](QByteArray& b) { Put<quint32>(b, definition_ + 16, 0xFFFFFFFF); }},
       {"an absurd column count", [&](QByteArray& b) { Put<quint16>(b, definition_ + 45, 0xFFFF); }},
       {"an absurd index count", [&](QByteArray& b) { Put<quint32>(b, definition_ + 51, 0xFFFFFFFF); }},
+      {"a long text among the fixed data", [&](QByteArray& b) { b[columnsAt + 2 * 25 + 15] = 3; }},
       {"a definition that goes on in itself", [&](QByteArray& b) { Put(b, definition_ + 4, table_.page); }},
       {"a map without the pages", [&](QByteArray& b) { b[BitmapAt() + firstPage / 8] = 0; }},
       {"a map of pages behind the end", [&](QByteArray& b) { b[BitmapAt() + 4000] = 1; }},

@@ -102,6 +102,17 @@ TEST(JetValues, TextIsPlainOrCompressed) {
   EXPECT_EQ(text("", 0), "");
   EXPECT_THROW(text("a\0b", 3), JetError);
   EXPECT_THROW(text("\xFF\xFE\0\xB5", 4), JetError);
+  EXPECT_THROW(text("\xFF\xFE"
+                    "12\0",
+                    5),
+               JetError)
+      << "a digit lost";
+  EXPECT_THROW(text("\xFF\xFE"
+                    "1\0\0"
+                    "2",
+                    6),
+               JetError)
+      << "a digit lost";
 }
 
 TEST(JetValues, DatesAreRoundedToSecondsAndCountBackBefore1900) {
