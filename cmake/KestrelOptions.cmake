@@ -21,6 +21,11 @@ if(KESTREL_SANITIZE)
     -fno-omit-frame-pointer)
   target_link_options(kestrel_options INTERFACE -fsanitize=${KESTREL_SANITIZE})
 endif()
+if(KESTREL_FUZZ)
+  # Everything tells the fuzzer which of its branches an input took.
+  target_compile_options(kestrel_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(kestrel_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # Qt code writes its texts as Qt texts, and signals without the keyword macros.
 add_library(kestrel_qt_options INTERFACE)
