@@ -11,7 +11,11 @@
 
 class Registry {
  public:
-  enum Type : int { None = 0, String = 1, Dword = 4 };  // REG_SZ (UTF-8 bytes), REG_DWORD (4 bytes, low byte first)
+  enum Type : int {
+    None = 0,
+    String = 1,
+    Dword = 4
+  };  // REG_SZ (UTF-8 bytes), REG_DWORD (4 bytes, low byte first)
   enum Access : quint32 { KeyRead = 0x20019, KeyWrite = 0x20006 };
   enum Status { Success = 0, NotFound = 2, AccessDenied = 5, WriteFault = 29, ReadFault = 1015 };
   using Key = int;  // a handle; 0 is none
