@@ -15,13 +15,11 @@ namespace PageOutput {
 namespace {
 
 constexpr int dotsPerInch = 600;
-constexpr double marginMm = 10;
 
 }  // namespace
 
-QPageLayout Landscape(QPageSize::PageSizeId paper) {
-  return QPageLayout(QPageSize(paper), QPageLayout::Landscape,
-                     QMarginsF(marginMm, marginMm, marginMm, marginMm), QPageLayout::Millimeter);
+QPageLayout LandscapeA4() {
+  return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, Margins, QPageLayout::Millimeter);
 }
 
 void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target) {

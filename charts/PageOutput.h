@@ -13,14 +13,15 @@
 // older file of that name is then as it was.
 namespace PageOutput {
 
-QPageLayout Landscape(QPageSize::PageSizeId paper = QPageSize::A4);  // with margins that every printer keeps
+constexpr QMarginsF Margins(10, 10, 10, 10);  // in millimetres, as every printer can keep them
+QPageLayout LandscapeA4();
 
 void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target);
 QImage Picture(const StatPage& page, QSize size);
 QByteArray Svg(const StatPage& page, QSize size);
-QByteArray Pdf(const StatPage& page, const QPageLayout& layout = Landscape());  // one sheet
+QByteArray Pdf(const StatPage& page, const QPageLayout& layout = LandscapeA4());  // one sheet
 
-void WritePdf(const StatPage& page, const QString& path, const QPageLayout& layout = Landscape());
+void WritePdf(const StatPage& page, const QString& path, const QPageLayout& layout = LandscapeA4());
 void WritePng(const StatPage& page, const QString& path, QSize size = {1920, 1200});
 void WriteSvg(const StatPage& page, const QString& path, QSize size = {1920, 1200});
 

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QToolTip>
 #include <algorithm>
+#include <map>
 
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
@@ -177,24 +178,20 @@ bool PageView::MovePoint(int key) {
   const GraphId graph = page_->Selected();
   const int current = point_ && point_->graph == graph ? point_->number : 0;
   const int last = page_->PointCount(graph);
-  int number = 0;
-  switch (key) {
-    case Qt::Key_PageUp:
-      number = std::max(current - 1, 1);
-      break;
-    case Qt::Key_PageDown:
-      number = std::min(current + 1, last);
-      break;
-    case Qt::Key_Home:
-      number = 1;
-      break;
-    case Qt::Key_End:
-      number = last;
-      break;
-    default:
-      return false;
+  const std::map<int, int> targets{{Qt::Key_Home, 1},
+                                   {Qt::Key_End, last},
+                                   {Qt::Key_PageUp, std::max(current - 1, 1)},
+                                   {Qt::Key_PageDown, std::min(current + 1, last)}};
+  const auto target = targets.find(key);
+  if (target == targets.end()) return false;
+  // A point without a value is stepped over.
+  const int step = key == Qt::Key_Home || key == Qt::Key_PageDown ? 1 : -1;
+  for (int number = target->second; number >= 1 && number <= last; number += step) {
+    const auto point = page_->Point(graph, number, rect());
+    if (!point) continue;
+    Explain(point);
+    break;
   }
-  Explain(page_->Point(graph, number, rect()));
   return true;
 }
 

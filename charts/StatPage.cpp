@@ -92,6 +92,7 @@ std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, co
   if (!chart || number < 1 || number > PointCount(graph)) return std::nullopt;
   const auto index = static_cast<size_t>(number - 1);
   const double value = chart->values[index];
+  if (std::isnan(value)) return std::nullopt;
   const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), PageArea(target));
   const QPointF at(geometry.X(number),
                    std::clamp(geometry.Y(value), geometry.plot.top(), geometry.plot.bottom()));

@@ -21,10 +21,10 @@ struct StatPageOptions {
   bool printedHead = false;  // a strip above the four graphs that says what the page shows
   int pageNumber = 1;
   int pageCount = 1;
-  QDateTime printedAt;  // for the head; left out where it is null
+  QDateTime printedAt{};  // for the head; left out where it is null
   // Runs one step of the recording, named as its procedure. Where set, it may keep the step's error to
   // itself: the page then shows what could be drawn.
-  std::function<void(const char* procedure, const std::function<void()>& step)> runStep;
+  std::function<void(const char* procedure, const std::function<void()>& step)> runStep{};
 };
 
 class StatPage {
@@ -47,7 +47,7 @@ class StatPage {
   // The plotted point nearest to the position, if one is near enough to be meant.
   std::optional<PointInfo> PointAt(QPointF position, const QRectF& target) const;
   int PointCount(GraphId graph) const;  // 0 for a graph without points
-  // The plotted point with that number; none for a graph that has no such point.
+  // The plotted point with that number; none where it has no value, or the graph no such point.
   std::optional<PointInfo> Point(GraphId graph, int number, const QRectF& target) const;
 
   void Select(GraphId graph) { page_.SelectGraph(static_cast<int>(graph)); }  // shown by a frame
