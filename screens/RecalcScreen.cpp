@@ -1,0 +1,199 @@
+#include "screens/RecalcScreen.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "core/DataObjectFunctions.h"
+#include "core/Globals.h"
+#include "core/Messages.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "platform/language/Conversions.h"
+#include "platform/ui/Mnemonics.h"
+#include "screens/Help.h"
+#include "stats/CreateStatistics.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int fewestBetween = 5;  // from the first to the last point of a range
+
+// The two inks need a light ground, whatever the desktop's colours are.
+void SetInk(QLineEdit* box, const QColor& ink) {
+  QPalette palette = box->palette();
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::Text, ink);
+  box->setPalette(palette);
+}
+
+}  // namespace
+
+RecalcScreen::RecalcScreen(QWidget* parent) : QDialog(parent) {
+  Trap(u"RecalcScreen::Form_Load"_s, [this] {
+    Globals().gLimitsRecalculated = false;
+    BuildControls();
+    LoadDataSet();
+    InstallHelpKey(this, HelpTopics::Recalculate);
+  });
+}
+
+int RecalcScreen::exec() { return data_ ? QDialog::exec() : int(Rejected); }
+
+QLineEdit* RecalcScreen::MakePointBox(const QString& name) {
+  auto* box = new QLineEdit(this);
+  box->setObjectName(name);
+  box->setAlignment(Qt::AlignRight);
+  box->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
+  box->installEventFilter(this);
+  connect(box, &QLineEdit::textChanged, this, [box] { SetInk(box, Qt::blue); });
+  return box;
+}
+
+void RecalcScreen::BuildControls() {
+  setObjectName(u"RecalcScreen"_s);
+  setWindowTitle(LoadResText(u"Recalculate control limits;215"));
+  setModal(true);
+  TextReset.setObjectName(u"TextReset"_s);
+  TextReset.setInterval(2000);
+
+  auto* frameDescription = new QGroupBox(LoadResText(u"Description;121"), this);
+  frameDescription->setObjectName(u"frameDescription"_s);
+  lblDescription = new QLabel(frameDescription);
+  lblDescription->setObjectName(u"lblDescription"_s);
+  lblDescription->setTextFormat(Qt::PlainText);
+  lblDescription->setWordWrap(true);
+  lblDescription->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+  (new QVBoxLayout(frameDescription))->addWidget(lblDescription);
+
+  Mnemonics mnemonics;
+  const auto button = [&](const QString& name, const QString& caption, const QString& toolTip) {
+    auto* made = new QPushButton(mnemonics.Mark(caption), this);
+    made->setObjectName(name);
+    made->setToolTip(toolTip);
+    return made;
+  };
+  auto* cmdAll = button(u"cmdAll"_s, u"All"_s, u"Calculate the limits from all points"_s);
+  auto* cmdRange = button(u"cmdRange"_s, u"Range"_s, u"Calculate the limits from the points of the range"_s);
+  auto* cmdCancel = button(u"cmdCancel"_s, u"Cancel"_s, u"Keep the limits as they are"_s);
+  cmdRange->setDefault(true);
+
+  auto* frameDataRange = new QGroupBox(u"Data Range"_s, this);
+  frameDataRange->setObjectName(u"frameDataRange"_s);
+  auto* points = new QHBoxLayout(frameDataRange);
+  const auto pointBox = [&](const QString& labelName, const QString& caption, const QString& name) {
+    auto* label = new QLabel(mnemonics.Mark(caption), frameDataRange);
+    label->setObjectName(labelName);
+    QLineEdit* box = MakePointBox(name);
+    label->setBuddy(box);
+    points->addWidget(label);
+    points->addWidget(box);
+    return box;
+  };
+  txtStartPoint = pointBox(u"lblStartPoint"_s, u"Start Point:"_s, u"txtStartPoint"_s);
+  points->addSpacing(fontMetrics().height());
+  txtStopPoint = pointBox(u"lblEndPoint"_s, u"End Point:"_s, u"txtStopPoint"_s);
+  points->addStretch();
+
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  for (QPushButton* made : {cmdAll, cmdRange, cmdCancel}) buttons->addWidget(made);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(frameDescription);
+  layout->addWidget(frameDataRange);
+  layout->addStretch();
+  layout->addLayout(buttons);
+  setMinimumWidth(fontMetrics().height() * 24);
+  setTabOrder(txtStartPoint, txtStopPoint);
+  setTabOrder(txtStopPoint, cmdAll);
+  setTabOrder(cmdAll, cmdRange);
+  setTabOrder(cmdRange, cmdCancel);
+
+  connect(cmdAll, &QPushButton::clicked, this, &RecalcScreen::RecalculateAll);
+  connect(cmdRange, &QPushButton::clicked, this, &RecalcScreen::RecalculateRange);
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(&TextReset, &QTimer::timeout, this, [this] {
+    TextReset.stop();
+    lblDescription->setText(data_->Description());
+  });
+}
+
+void RecalcScreen::LoadDataSet() {
+  DataObjectFunctions::GetDataObjectByID(Globals().gCurrentDataID, data_);
+  if (!data_) {
+    ShowSystemMessage(LoadResText(u"error attempting to get the current data for the item selected: ;203") +
+                          u"\r\n"_s + u"There is no data set with ID %1."_s.arg(Globals().gCurrentDataID),
+                      MessageBox::Icon::Critical);
+    return;
+  }
+  txtStartPoint->setText(u"1"_s);
+  txtStopPoint->setText(QString::number(data_->NumberOfPlotPoints()));
+  lblDescription->setText(data_->Description());
+  txtStartPoint->setFocus();
+  txtStartPoint->selectAll();
+}
+
+bool RecalcScreen::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress) {
+    if (auto* box = qobject_cast<QLineEdit*>(watched)) SetInk(box, Qt::blue);
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+bool RecalcScreen::Reject(QLineEdit* box, const QString& message) {
+  lblDescription->setText(message);
+  TextReset.start();
+  SetInk(box, Qt::red);
+  return false;
+}
+
+bool RecalcScreen::ValidateRange() {
+  return Trap(u"RecalcScreen::ValidateRange"_s, false, [this] {
+    const QString startText = txtStartPoint->text().trimmed();
+    const QString stopText = txtStopPoint->text().trimmed();
+    const QString notNumeric = u"Not a valid numerical value"_s;
+    const QString invalid = u"Invalid range"_s;
+    if (!Conversions::IsNumeric(startText)) return Reject(txtStartPoint, notNumeric);
+    if (!Conversions::IsNumeric(stopText)) return Reject(txtStopPoint, notNumeric);
+    const qint16 start = Conversions::CInt(startText);
+    const qint16 stop = Conversions::CInt(stopText);
+    if (start >= stop || start < 0) return Reject(txtStartPoint, invalid);
+    if (stop > data_->NumberOfPlotPoints()) return Reject(txtStopPoint, invalid);
+    if (stop - start < fewestBetween) return Reject(txtStartPoint, invalid);
+    return true;
+  });
+}
+
+void RecalcScreen::RecalculateRange() {
+  Trap(u"RecalcScreen::RecalculateRange"_s, [this] {
+    if (!ValidateRange()) return;
+    Recalculate(Conversions::CInt(txtStartPoint->text().trimmed()),
+                Conversions::CInt(txtStopPoint->text().trimmed()));
+  });
+}
+
+void RecalcScreen::RecalculateAll() {
+  Trap(u"RecalcScreen::cmdAll_Click"_s, [this] {
+    // 0 stands for the whole series, which the first point, 1, does not.
+    if (Conversions::CInt(txtStopPoint->text()) >= 1) Recalculate(0, data_->NumberOfPlotPoints());
+  });
+}
+
+void RecalcScreen::Recalculate(qint16 start, qint16 stop) {
+  const CData before = *data_;
+  data_->SetDataStartPoint(start);
+  data_->SetDataStopPoint(stop);
+  QCGlobalFunctions::ClearControlLimits(*data_);
+  if (QCGlobalFunctions::CreateStatistics(*data_)) {
+    Globals().gLimitsRecalculated = true;
+    accept();
+  } else {
+    *data_ = before;  // a refusal must not leave the data set without limits
+  }
+}

@@ -1,0 +1,37 @@
+// The recalculate dialog: new control limits for the current data set, from all its points or from a range.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+
+#include "core/CData.h"
+
+class QLabel;
+class QLineEdit;
+
+class RecalcScreen : public QDialog {
+  Q_OBJECT
+ public:
+  explicit RecalcScreen(QWidget* parent = nullptr);
+
+  int exec() override;  // rejected at once where the data set could not be had
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void BuildControls();
+  QLineEdit* MakePointBox(const QString& name);
+  void LoadDataSet();
+  bool ValidateRange();
+  bool Reject(QLineEdit* box, const QString& message);
+  void RecalculateRange();
+  void RecalculateAll();
+  void Recalculate(qint16 start, qint16 stop);
+
+  CDataPtr data_;
+  QLabel* lblDescription = nullptr;
+  QLineEdit* txtStartPoint = nullptr;
+  QLineEdit* txtStopPoint = nullptr;
+  QTimer TextReset{this};
+};
