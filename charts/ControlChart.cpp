@@ -223,7 +223,7 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   const QString limits =
       u"LCL=%1, Mean=%2, UCL=%3"_s.arg(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
                                        Conversions::CStr(chart.upperLimit));
-  graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98});
+  graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68});
   if (const QString legend = RuleLegend(chart); !legend.isEmpty()) {
     graph.Draw(
         ChartGraph::Text{{0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, legend, {0, 16, 4, 0}, 0.98});

@@ -1,0 +1,86 @@
+// Data sets for the tests of the page: one written out by hand, and any number of random ones.
+#pragma once
+
+#include <random>
+
+#include "core/CData.h"
+#include "stats/CreateStatistics.h"
+
+namespace PageData {
+
+using namespace Qt::StringLiterals;
+
+// Eight subgroups of two with round results.
+inline CData Simple() {
+  CData data;
+  data.SetDescription(u"Shaft"_s);
+  data.SetUnitOfMeasurement(u"mm"_s);
+  data.SetSampleQty(16);
+  data.SetSubGroupSize(2);
+  data.SetLowerSpecLimit(9);
+  data.SetNominalSpecLimit(10);
+  data.SetUpperSpecLimit(11);
+  data.SetMinValue(9.1);
+  data.SetMaxValue(10.9);
+  data.SetStdDevValue(0.25);
+  data.SetXBarLCL(9.7);
+  data.SetXBarMean(10);
+  data.SetXBarUCL(10.3);
+  data.SetRBarLCL(0);
+  data.SetRBarMean(0.2);
+  data.SetRBarUCL(0.5);
+  data.SetSensitivityValue(2);
+  data.SetCPKValue(1);
+  data.SetRuleViolation(1);
+  data.SetProcessState(2);
+  data.SetNumberOfPlotPoints(8);
+  data.SetXBarOutputString(u"10.0,10.1,9.9,10.4,10.0,9.8,10.2,50.0"_s);
+  data.SetRBarOutputString(u"0.1,0.2,0.3,0.2,0.1,0.2,0.3,0.2"_s);
+  data.SetHistogramBinQty(12);
+  data.SetHistoLoScaleValue(9);
+  data.SetHistoHiScaleValue(11);
+  data.SetHistogramBinValuesOutputString(u"0,0,1,2,3,4,3,2,1,0,0,0"_s);
+  data.SetHistogramLabelsOutputString(u"9.0,9.2,9.3,9.5,9.7,9.8,10.0,10.2,10.3,10.5,10.7,10.8"_s);
+  data.SetLastModified(u"2024-05-17"_s);
+  CData::ViolatingPointLists points;
+  points[0] = {4, 8};
+  points[1] = {8};
+  data.SetViolatingPoints(points);
+  return data;
+}
+
+struct Shape {
+  int subgroups = 25;
+  int subgroupSize = 5;
+  double mean = 74;
+  double deviation = 0.01;
+  int decimals = 3;
+  qint16 precision = 4;
+  unsigned seed = 1;
+};
+
+// Normal values with a drift now and then, so that every rule is broken somewhere.
+inline CData Random(const Shape& shape) {
+  std::mt19937 generator(shape.seed);
+  std::normal_distribution<double> noise(0, 1);
+  QString text;
+  for (int i = 0; i < shape.subgroups * shape.subgroupSize; ++i) {
+    const double drift = (i / 20) % 3 == 2 ? 1.5 : 0;
+    text += QString::number(shape.mean + shape.deviation * (noise(generator) + drift), 'f', shape.decimals) +
+            u',';
+  }
+  CData data;
+  data.SetDescription(u"Random"_s);
+  data.SetUnitOfMeasurement(u"µΩ·m²/°C"_s);
+  data.SetDelimitedInputString(text);
+  data.SetSubGroupSize(static_cast<qint16>(shape.subgroupSize));
+  data.SetPrecisionValue(shape.precision);
+  data.SetSensitivityValue(2);
+  data.SetLowerSpecLimit(shape.mean - 4 * shape.deviation);
+  data.SetNominalSpecLimit(shape.mean);
+  data.SetUpperSpecLimit(shape.mean + 4 * shape.deviation);
+  if (!QCGlobalFunctions::CreateStatistics(data)) throw std::runtime_error("no statistics");
+  return data;
+}
+
+}  // namespace PageData
