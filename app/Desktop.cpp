@@ -10,6 +10,7 @@
 #include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
 #include "screens/DataEditor.h"
+#include "screens/Help.h"
 #include "screens/RecalcScreen.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
@@ -22,6 +23,14 @@ namespace {
 template <class Form>
 void ShowModal() {
   Form(QApplication::activeWindow()).exec();
+}
+
+void ShowChartScreen(PagePrinting& printing) {
+  StatGraphics({.openRecalcScreen = [](QWidget* parent) { RecalcScreen(parent).exec(); },
+                .callUpHelp = CallUpHelp,
+                .helpTopic = HelpTopics::ChartScreen},
+               printing, QApplication::activeWindow())
+      .exec();
 }
 
 // Installs the state and the presenters of boxes for as long as it lives.
@@ -63,7 +72,8 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
 
   const Installation installation;
   if (!fileForThisRun.isEmpty()) Globals().gDatabaseForThisRun = QFileInfo(fileForThisRun).absoluteFilePath();
-  frmMain main({.chart = ShowModal<StatGraphics>,
+  PagePrinting printing;
+  frmMain main({.chart = [&printing] { ShowChartScreen(printing); },
                 .editor = ShowModal<DataEditor>,
                 .configuration = ShowModal<frmConfigure>,
                 .about = ShowModal<frmAbout>});

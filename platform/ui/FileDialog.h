@@ -13,6 +13,7 @@ struct Request {
   QString filter;         // as Qt writes them: "csf Files (*.csf);;All Files (*)"
   QString folder;         // the initial folder, or a proposed file in it
   QString defaultSuffix;  // added to a saved name that has none, without the dot
+  bool keepsExisting = false;  // who asks refuses an existing file, so that nobody is asked to replace it
 };
 
 class Presenter {

@@ -12,6 +12,7 @@ QString QtFileDialog::Ask(const FileDialog::Request& request) {
   const bool save = request.kind == FileDialog::Kind::Save;
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, request.keepsExisting);
   dialog.setDefaultSuffix(request.defaultSuffix);
   const QFileInfo start(request.folder);
   if (start.isDir()) {

@@ -1,0 +1,323 @@
+#include "screens/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLocale>
+#include <QProgressBar>
+#include <QScopedValueRollback>
+
+#include "core/CData.h"
+#include "core/DataObjectFunctions.h"
+#include "core/GlobalFunctions.h"
+#include "core/Globals.h"
+#include "core/StartUp.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "core/clsWaitTimer.h"
+#include "platform/language/Conversions.h"
+#include "platform/system/EventPump.h"
+#include "platform/ui/ButtonBar.h"
+#include "platform/ui/Indicators.h"
+#include "platform/ui/StatSummary.h"
+#include "screens/DatabaseChoice.h"
+#include "screens/MainList.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+using MessageBox::Buttons;
+using MessageBox::Icon;
+
+bool frmMain::Form_Load() {
+  return Trap(u"frmMain::Form_Load"_s, false, [this] {
+    ProgramState& state = Globals();
+    if (!StartUp::ReadSettings(QCoreApplication::applicationDirPath())) return false;
+    InitTimer.start();
+    if (QString& path = state.gDatabaseForThisRun; !path.isEmpty())
+      path = DatabaseChoice::LibraryFor(path, this);
+    StartUp::AttachConfiguredDatabase();
+    SetupMainFormDisplay();
+    return true;
+  });
+}
+
+// Loading
+
+void frmMain::InitTimer_Timer() {
+  // Fires again, a second later, while an earlier load still shows its result.
+  if (IsClosing || phase_ != Phase::Idle) return;
+  Trap(u"frmMain::InitTimer_Timer"_s, [this] {
+    InitTimer.stop();
+    const QScopedValueRollback phase(phase_, Phase::Loading);
+    UpdateToolbarStates();
+    if (ReadCollection()) ProcessMainListData();
+  });
+  if (IsClosing) return;
+  ShowHint();
+  ClockTimer.start();
+  InitComplete = true;
+  UpdateToolbarStates();
+}
+
+bool frmMain::ReadCollection() {
+  ListView1->clear();
+  ListView1->SetHint({});
+  ClearSummary();
+  return Globals().gDatabaseOpen && DataObjectFunctions::InitializeCDataCollection();
+}
+
+void frmMain::ProcessMainListData() {
+  Trap(u"frmMain::ProcessMainListData"_s, [this] {
+    panel1_->setText(LoadResText(u"Reading Database:;190"));
+    ccrpProgressBar1->setValue(0);
+    ccrpProgressBar1->show();
+    PopulateMainList();
+    ccrpProgressBar1->hide();
+    if (IsClosing) return;
+    panel1_->setText(LoadResText(u"Database Loaded;191"));
+    clsWaitTimer().WaitTimer(1000);
+    panel1_->setText(databasePanelText_);
+  });
+}
+
+void frmMain::PopulateMainList() {
+  const auto& collection = Globals().gDataCollection;
+  const size_t count = collection.size();
+  if (count < 1) return;
+  clsWaitTimer wait;
+  const qint32 delay = Conversions::CLng(1000.0 / double(count));
+  qint64 due = Globals().clock->GetTickCount();
+  for (size_t i = 0; i < count; ++i) {
+    DoEvents();
+    if (IsClosing) return;
+    ListView1->AddRow(*collection[i]);
+    const double share = double(i + 1) / double(count);
+    if (ccrpProgressBar1->value() < 95) ccrpProgressBar1->setValue(Conversions::CLng(share * 100));
+    if (i == 0) {
+      ListView1->SelectRow(0);
+      MakeCurrent(collection[0]->ID());
+    }
+    // The wait lasts at least ten milliseconds. Waiting until the row's own due time, not for the delay,
+    // keeps that from adding up to ten seconds for a thousand rows.
+    due += delay;
+    const qint64 early = due - Globals().clock->GetTickCount();
+    if (early > 0) wait.WaitTimer(qint32(early));
+    if (IsClosing) return;
+  }
+  ccrpProgressBar1->setValue(100);
+  phase_ = Phase::Announcing;
+  UpdateToolbarStates();
+  wait.WaitTimer(1000);
+}
+
+void frmMain::ReloadLibrary() {
+  if (IsClosing) return;
+  Trap(u"frmMain::ReloadLibrary"_s, [this] {
+    const QString selected = added_.isEmpty() ? ListView1->CurrentDescription() : added_;
+    added_.clear();
+    const QScopedValueRollback phase(phase_, Phase::Loading);
+    UpdateToolbarStates();
+    if (!ReadCollection() || IsClosing) return;
+    const auto& collection = Globals().gDataCollection;
+    for (const CDataPtr& dataSet : collection) ListView1->AddRow(*dataSet);
+    const int row = std::max(0, ListView1->RowOf(selected));
+    if (ListView1->SelectRow(row)) MakeCurrent(collection[size_t(row)]->ID());
+  });
+  ShowHint();
+  UpdateToolbarStates();
+}
+
+void frmMain::ShowHint() {
+  const ProgramState& state = Globals();
+  if (!state.gDatabaseOpen)
+    ListView1->SetHint(u"No database is open.\nChoose Tools, Database Connection or Tools, New Database."_s);
+  else if (state.gDataCollection.empty())
+    ListView1->SetHint(u"No data sets yet.\nChoose Stat Data, Add."_s);
+  else
+    ListView1->SetHint({});
+}
+
+// What core asks of the main screen
+
+void frmMain::SetDatabasePanelText(const QString& text) {
+  databasePanelText_ = text;
+  panel1_->setText(text);
+}
+
+void frmMain::EnableLoadTimer() { InitTimer.start(); }
+
+// The toolbar's captions, tool tips and pictures never change, so that only the states are left to set.
+void frmMain::SetupMainFormDisplay() { UpdateToolbarStates(); }
+
+void frmMain::AddListRow(const CData& dataSet) {
+  ListView1->AddRow(dataSet);
+  added_ = dataSet.Description();
+}
+
+void frmMain::UpdateListRow(const CData& dataSet) {
+  ListView1->UpdateRow(dataSet);
+  ShowCurrentSummary();
+}
+
+void frmMain::RemoveListRow(qint32 id) {
+  ListView1->RemoveRows(id);
+  if (ListView1->topLevelItemCount() > 0) return;
+  ClearSummary();
+  ShowHint();
+}
+
+// The selected data set
+
+void frmMain::ItemClick(const QString& description) {
+  MakeCurrent(DataObjectFunctions::GetCurrentDataObjectID(description));
+}
+
+void frmMain::MakeCurrent(qint32 id) {
+  Globals().gCurrentDataID = id;
+  ShowCurrentSummary();
+}
+
+CDataPtr frmMain::CurrentDataSet() {
+  CDataPtr dataSet;
+  if (!DataObjectFunctions::GetDataObjectByID(Globals().gCurrentDataID, dataSet) || !dataSet) {
+    ShowSystemMessage(
+        LoadResText(u"error attempting to get the current data for the item selected: ;203") + u"\r\n"_s,
+        Icon::Critical);
+    return nullptr;
+  }
+  return dataSet;
+}
+
+void frmMain::ShowCurrentSummary() {
+  if (IsClosing) return;
+  Trap(u"frmMain::ShowCurrentSummary"_s, [this] {
+    const CDataPtr dataSet = CurrentDataSet();
+    if (!dataSet) return;
+    ProcessStateIndicator1->SetValue(dataSet->ProcessState());
+    StatSummary1->SetCPKValue(dataSet->CPKValue());
+    StatSummary1->SetSampleQty(dataSet->SampleQty());
+    StatSummary1->SetSubGroupSize(dataSet->SubGroupSize());
+    StatSummary1->SetMinValue(dataSet->MinValue());
+    StatSummary1->SetMaxValue(dataSet->MaxValue());
+    StatSummary1->SetStdDevValue(dataSet->StdDevValue());
+    StatSummary1->SetUpperSpecLimit(dataSet->UpperSpecLimit());
+    StatSummary1->SetLowerSpecLimit(dataSet->LowerSpecLimit());
+  });
+}
+
+void frmMain::ClearSummary() {
+  Globals().gCurrentDataID = 0;
+  ProcessStateIndicator1->SetValue(0);
+  StatSummary1->Clear();
+}
+
+// Commands
+
+void frmMain::UpdateToolbarStates() {
+  if (IsClosing) return;
+  const ProgramState& state = Globals();
+  const bool open = state.gDatabaseOpen && phase_ != Phase::Loading && !InitTimer.isActive();
+  const bool any = open && !state.gDataCollection.empty();
+  Toolbar1->Button(ViewButton)->setEnabled(any);
+  Toolbar1->Entry(DataButton, 1)->setEnabled(open);
+  Toolbar1->Entry(DataButton, 2)->setEnabled(any);
+  Toolbar1->Entry(DataButton, 3)->setEnabled(any);
+  Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
+  Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
+  Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
+  for (QAction* item : {menuView, mnuEdit, mnuDelete}) item->setEnabled(any);
+}
+
+void frmMain::DoubleClickAction() {
+  (Globals().gSetup.ListviewDoubleClickViewsChart ? menuView : mnuEdit)->trigger();
+}
+
+void frmMain::ViewChart() {
+  Trap(u"frmMain::ViewChart"_s, [this] {
+    if (CurrentDataSet()) screens_.chart();
+  });
+}
+
+void frmMain::AddData() {
+  Trap(u"frmMain::AddData"_s, [this] {
+    Globals().gAddMode = true;
+    added_.clear();
+    screens_.editor();
+    // The new data set has no ID until it has been read from the table.
+    ReloadLibrary();
+  });
+}
+
+void frmMain::EditData() {
+  Trap(u"frmMain::EditData"_s, [this] {
+    if (!CurrentDataSet()) return;
+    Globals().gAddMode = false;
+    screens_.editor();
+  });
+}
+
+void frmMain::DeleteData() {
+  Trap(u"frmMain::DeleteData"_s, [this] {
+    if (!CurrentDataSet()) return;
+    const qint32 id = Globals().gCurrentDataID;
+    const QString question = LoadResText(u"Are you sure you want to delete the selected item;250") + u": "_s +
+                             DataObjectFunctions::GetDataObjectDescription(id) + u" ?\r\r"_s +
+                             LoadResText(u"This operation cannot be undone;251");
+    if (ShowSystemMessage(question, Icon::Question, Buttons::YesNo) != Answer::Yes) return;
+    if (QCGlobalFunctions::DeleteRecordByID(u"StatData"_s, id) &&
+        DataObjectFunctions::DeleteDataObjectByID(id) &&
+        DataObjectFunctions::DeleteDataObjectfromListview(id))
+      ShowSystemMessage(LoadResText(u"Selected data successfully deleted.;252"), Icon::Information,
+                        Buttons::YesNo);
+    UpdateToolbarStates();
+  });
+}
+
+void frmMain::Attach(const QString& chosenPath) {
+  Trap(u"frmMain::DatabaseConnection"_s, [&] {
+    if (chosenPath.isEmpty()) return;
+    const QString library = DatabaseChoice::LibraryFor(chosenPath, this);
+    if (!library.isEmpty()) GlobalFunctions::AttachDatabase(library);
+  });
+}
+
+// The clock and the end
+
+void frmMain::ClockTimer_Timer() {
+  if (IsClosing) return;
+  // The trailing blanks pad the panel.
+  panel2_->setText(QLocale::c().toString(Globals().clock->Now(), u"MMM dd, yyyy'     'hh:mm:ss AP'     '"_s));
+  UpdateToolbarStates();
+}
+
+void frmMain::ExitTimer_Timer() {
+  // Waits until the user has closed a screen that he opened meanwhile.
+  if (QApplication::activeModalWidget()) return;
+  ExitTimer.stop();
+  close();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (IsClosing || !InitComplete) return;
+  if (!Globals().gRunningInDevelopment &&
+      ShowSystemMessage(LoadResText(u"Are you sure you wish to quit using Kestrel?;181"), Icon::Question,
+                        Buttons::YesNo) != Answer::Yes)
+    return;
+  Unload();
+  event->accept();
+  Q_EMIT Unloaded();
+}
+
+void frmMain::Unload() {
+  Trap(u"frmMain::Form_Unload"_s, [this] {
+    IsClosing = true;
+    for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer}) timer->stop();
+    setEnabled(false);
+    clsWaitTimer().WaitTimer(1000);
+    ProgramState& state = Globals();
+    if (state.gConnection) state.gConnection->Close();
+    state.gDatabaseOpen = false;
+    DataObjectFunctions::DeleteAllDataObjects();
+  });
+}

@@ -1,0 +1,108 @@
+// The main window: the list of data sets with the summary of the selected one, and the way to every other
+// screen.
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+
+#include "core/CData.h"
+#include "core/MainScreen.h"
+
+class ButtonBar;
+class MainList;
+class ProcessStateIndicator;
+class QAction;
+class QLabel;
+class QMenu;
+class QProgressBar;
+class StatSummary;
+
+class frmMain : public QMainWindow, public MainScreen {
+  Q_OBJECT
+ public:
+  // The screens that it opens; each returns when its screen has closed.
+  struct Screens {
+    std::function<void()> chart, editor, configuration, about;
+  };
+
+  explicit frmMain(Screens screens, QWidget* parent = nullptr);
+  ~frmMain() override;
+
+  // Reads the settings, attaches the database and starts the load timer. False: the program has to end.
+  bool Form_Load();
+
+  // Reads the library again, at once and without a progress display, and selects the data set that was
+  // added since, or else the one that was selected.
+  void ReloadLibrary();
+
+  void SetDatabasePanelText(const QString& text) override;
+  void EnableLoadTimer() override;
+  void SetupMainFormDisplay() override;
+  void AddListRow(const CData& dataSet) override;
+  void UpdateListRow(const CData& dataSet) override;
+  void RemoveListRow(qint32 id) override;
+
+ Q_SIGNALS:
+  void Unloaded();  // the window has closed, the database too: the program ends
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  // While Loading, the commands that need the collection or change it rest; while Announcing, the rows are
+  // in, and only the pauses of the progress display are still to come.
+  enum class Phase { Idle, Loading, Announcing };
+
+  enum ToolbarButton { ViewButton = 1, DataButton, ToolsButton, HelpButton, ExitButton };
+
+  void BuildToolbar();
+  QWidget* BuildSummaryPanel();
+  void BuildStatusBar();
+  void BuildMenu();
+
+  void InitTimer_Timer();
+  void ClockTimer_Timer();
+  void ExitTimer_Timer();
+  bool ReadCollection();
+  void ProcessMainListData();
+  void PopulateMainList();
+  void ShowHint();
+
+  void ItemClick(const QString& description);
+  void MakeCurrent(qint32 id);
+  CDataPtr CurrentDataSet();  // null where there is none any more, after telling the user
+  void ShowCurrentSummary();
+  void ClearSummary();
+  void UpdateToolbarStates();
+
+  void ViewChart();
+  void AddData();
+  void EditData();
+  void DeleteData();
+  void DoubleClickAction();
+  void Attach(const QString& chosenPath);
+  void Unload();
+
+  Screens screens_;
+  bool IsClosing = false;
+  bool InitComplete = false;
+  Phase phase_ = Phase::Idle;
+  QString databasePanelText_;
+  QString added_;  // the description of the data set that the editor has added
+
+  QTimer InitTimer;
+  QTimer ClockTimer;
+  QTimer ExitTimer;
+  ButtonBar* Toolbar1 = nullptr;
+  MainList* ListView1 = nullptr;
+  ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
+  StatSummary* StatSummary1 = nullptr;
+  QLabel* panel1_ = nullptr;
+  QLabel* panel2_ = nullptr;
+  QProgressBar* ccrpProgressBar1 = nullptr;
+  QMenu* MyMenu = nullptr;
+  QAction* menuView = nullptr;
+  QAction* mnuEdit = nullptr;
+  QAction* mnuDelete = nullptr;
+};

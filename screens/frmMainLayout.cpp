@@ -1,0 +1,168 @@
+// Builds the main window: its toolbar, list, summary panel, status bar, pop-up menu and timers.
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "core/Globals.h"
+#include "core/Texts.h"
+#include "platform/ui/ButtonBar.h"
+#include "platform/ui/Indicators.h"
+#include "platform/ui/StatSummary.h"
+#include "screens/DatabaseChoice.h"
+#include "screens/Help.h"
+#include "screens/MainList.h"
+#include "screens/frmMain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QIcon ProgramIcon() { return QIcon(u":/kestrel.svg"_s); }
+
+void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* form) {
+  timer.setObjectName(name);
+  timer.setInterval(milliseconds);
+  timer.setParent(form);
+}
+
+}  // namespace
+
+frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screens_(std::move(screens)) {
+  setObjectName(u"frmMain"_s);
+  setWindowTitle(LoadResText(u"Kestrel;108"));
+  setWindowIcon(ProgramIcon());
+  ListView1 = new MainList(this);
+  ListView1->setObjectName(u"ListView1"_s);
+  ListView1->setAccessibleName(u"Data sets"_s);
+  BuildToolbar();
+  BuildMenu();
+  BuildStatusBar();
+
+  auto* body = new QWidget(this);
+  auto* layout = new QHBoxLayout(body);
+  layout->addWidget(ListView1, 1);
+  layout->addWidget(BuildSummaryPanel());
+  setCentralWidget(body);
+  ListView1->setFocus();
+  const int em = fontMetrics().height();
+  resize(em * 58, em * 36);
+
+  NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
+  NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
+  NameTimer(ExitTimer, u"ExitTimer"_s, 500, this);
+  connect(&InitTimer, &QTimer::timeout, this, &frmMain::InitTimer_Timer);
+  connect(&ClockTimer, &QTimer::timeout, this, &frmMain::ClockTimer_Timer);
+  connect(&ExitTimer, &QTimer::timeout, this, &frmMain::ExitTimer_Timer);
+  connect(ListView1, &MainList::ItemClick, this, &frmMain::ItemClick);
+  connect(ListView1, &MainList::RowActivated, this, &frmMain::DoubleClickAction);
+  connect(ListView1, &MainList::DeletePressed, mnuDelete, &QAction::trigger);
+  connect(ListView1, &MainList::MenuRequested, MyMenu, [this](const QPoint& place) { MyMenu->popup(place); });
+  InstallHelpKey(this, HelpTopics::MainScreen);
+  Globals().mainScreen = this;
+}
+
+frmMain::~frmMain() { Globals().mainScreen = nullptr; }
+
+void frmMain::BuildToolbar() {
+  Toolbar1 = new ButtonBar(u"Toolbar1"_s, this);
+  Toolbar1->setWindowTitle(LoadResText(u"Tools;233"));
+  const auto button = [this](QStringView caption, QStringView toolTip, Symbol symbol) {
+    return Toolbar1->AddButton(LoadResText(caption), LoadResText(toolTip), symbol);
+  };
+  const auto entry = [this](int of, const QString& caption, Symbol symbol, auto command) {
+    QAction* action = Toolbar1->AddEntry(of, caption, symbol);
+    connect(action, &QAction::triggered, this, command);
+    return action;
+  };
+  connect(button(u"View Chart;236", u"View the selected chart;237", Symbol::Chart), &QAction::triggered, this,
+          &frmMain::ViewChart);
+
+  button(u"Stat Data;238", u"Modify Data;239", Symbol::Data);
+  entry(DataButton, LoadResText(u"Add;240"), Symbol::Add, &frmMain::AddData)->setShortcut(QKeySequence::New);
+  entry(DataButton, LoadResText(u"Edit;241"), Symbol::Edit, &frmMain::EditData);
+  entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData);
+
+  button(u"Tools;233", u"System Utilities;234", Symbol::Tools);
+  entry(ToolsButton, LoadResText(u"Configuration;235"), Symbol::Settings,
+        [this] { screens_.configuration(); });
+  entry(ToolsButton, LoadResText(u"Database Connection;255"), Symbol::Database, [this] {
+    Attach(DatabaseChoice::ChooseExisting());
+  })->setShortcut(QKeySequence::Open);
+  entry(ToolsButton, u"New Database"_s, Symbol::New, [this] { Attach(DatabaseChoice::CreateNew()); });
+
+  button(u"Help;219", u"Application Help;220", Symbol::Help);
+  entry(HelpButton, u"Contents"_s, Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });
+  entry(HelpButton, u"About"_s, Symbol::About, [this] { screens_.about(); });
+
+  connect(button(u"Exit;243", u"Exit the application;244", Symbol::Exit), &QAction::triggered, this,
+          [this] { ExitTimer.start(); });
+  addToolBar(Toolbar1);
+}
+
+void frmMain::BuildMenu() {
+  MyMenu = new QMenu(this);
+  MyMenu->setObjectName(u"MyMenu"_s);
+  const auto item = [this](const QString& name, const QString& caption, Symbol symbol, auto command) {
+    QAction* action = MyMenu->addAction(SymbolIcon(symbol), caption);
+    action->setObjectName(name);
+    connect(action, &QAction::triggered, this, command);
+    return action;
+  };
+  menuView = item(u"menuView"_s, u"&View Chart"_s, Symbol::Chart, &frmMain::ViewChart);
+  MyMenu->addSeparator()->setObjectName(u"mnuSpace"_s);
+  mnuEdit = item(u"mnuEdit"_s, u"&Edit Data"_s, Symbol::Edit, &frmMain::EditData);
+  mnuDelete = item(u"mnuDelete"_s, u"&Delete Data"_s, Symbol::Delete, &frmMain::DeleteData);
+}
+
+QWidget* frmMain::BuildSummaryPanel() {
+  auto* panel = new QWidget(this);
+  const int side = fontMetrics().height() * 6;
+  auto* Image1 = new QLabel(panel);
+  Image1->setObjectName(u"Image1"_s);
+  Image1->setAlignment(Qt::AlignCenter);
+  Image1->setPixmap(windowIcon().pixmap(QSize(side, side), devicePixelRatio()));
+  ProcessStateIndicator1 = new ProcessStateIndicator(panel);
+  ProcessStateIndicator1->setObjectName(u"ProcessStateIndicator1"_s);
+  ProcessStateIndicator1->SetCaption(LoadResText(u"ProcessControlIndicator;268"));
+  StatSummary1 = new StatSummary(panel);
+  StatSummary1->setObjectName(u"StatSummary1"_s);
+
+  auto* layout = new QVBoxLayout(panel);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(Image1);
+  layout->addWidget(ProcessStateIndicator1);
+  layout->addWidget(StatSummary1);
+  layout->addStretch();
+  panel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  return panel;
+}
+
+void frmMain::BuildStatusBar() {
+  auto* StatusBar1 = statusBar();
+  StatusBar1->setObjectName(u"StatusBar1"_s);
+  panel1_ = new QLabel(StatusBar1);
+  panel1_->setObjectName(u"StatusBar1_1"_s);
+  panel1_->setTextFormat(Qt::PlainText);
+  // A long file name must not widen the window.
+  panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  panel2_ = new QLabel(StatusBar1);
+  panel2_->setObjectName(u"StatusBar1_2"_s);
+  panel2_->setTextFormat(Qt::PlainText);
+  panel2_->setMinimumWidth(fontMetrics().horizontalAdvance(u"Mmm 00, 0000     00:00:00 AM     "_s));
+  StatusBar1->addWidget(panel1_, 1);
+  StatusBar1->addPermanentWidget(panel2_);
+
+  // Over the right 0.6 of the first panel.
+  ccrpProgressBar1 = new QProgressBar(panel1_);
+  ccrpProgressBar1->setObjectName(u"ccrpProgressBar1"_s);
+  ccrpProgressBar1->setAccessibleName(LoadResText(u"Reading Database:;190"));
+  auto* layout = new QHBoxLayout(panel1_);
+  layout->setContentsMargins(0, 2, 0, 0);
+  layout->addStretch(4);
+  layout->addWidget(ccrpProgressBar1, 6);
+  ccrpProgressBar1->hide();
+}
