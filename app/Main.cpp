@@ -1,6 +1,7 @@
 // The program's entry: the command line or the desktop.
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <cstdio>
 
 #include "app/CommandLine.h"
 #include "app/Desktop.h"
@@ -16,7 +17,13 @@ QStringList WordsOf(int argc, char** argv) {
   return words;
 }
 
+// The library's own remarks (a missing runtime folder and the like) are nothing that a script could act on.
+void KeepQuiet(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+}
+
 int RunCommandLine(int argc, char** argv, const QStringList& words) {
+  qInstallMessageHandler(KeepQuiet);
   if (!CommandLine::NeedsGraphics(words)) {
     QCoreApplication application(argc, argv);
     return CommandLine::Run(words);

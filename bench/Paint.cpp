@@ -1,0 +1,41 @@
+// Painting the page of the largest data set.
+#include <benchmark/benchmark.h>
+
+#include <QImage>
+#include <QPainter>
+
+#include "bench/Bench.h"
+#include "charts/StatPage.h"
+#include "stats/CreateStatistics.h"
+
+namespace {
+
+CData LargestDataSet() {
+  CData data;
+  data.SetDescription(QStringLiteral("LARGEST"));
+  data.SetDelimitedInputString(QString::fromStdString(Bench::Values(32767, 1)));
+  data.SetUpperSpecLimit(12.6);
+  data.SetLowerSpecLimit(12.4);
+  data.SetSensitivityValue(2);
+  QCGlobalFunctions::CreateStatistics(data);
+  return data;
+}
+
+void PaintPage(benchmark::State& state) {
+  const StatPage page(LargestDataSet(), {});
+  QImage image(1600, 1000, QImage::Format_ARGB32_Premultiplied);
+  for (auto _ : state) {
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    page.Paint(painter, image.rect());
+  }
+}
+BENCHMARK(PaintPage)->Unit(benchmark::kMillisecond)->Repetitions(7);
+
+void RecordPage(benchmark::State& state) {
+  const CData data = LargestDataSet();
+  for (auto _ : state) benchmark::DoNotOptimize(StatPage(data, {}));
+}
+BENCHMARK(RecordPage)->Unit(benchmark::kMillisecond)->Repetitions(5);
+
+}  // namespace
