@@ -1,0 +1,260 @@
+#include "screens/DataEditor.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "core/DataObjectFunctions.h"
+#include "core/GlobalFunctions.h"
+#include "core/Globals.h"
+#include "core/Messages.h"
+#include "core/Trap.h"
+#include "platform/ui/ButtonBar.h"
+#include "screens/DataEditorSave.h"
+#include "screens/ExpandedDataForm.h"
+#include "screens/Help.h"
+#include "screens/RawDataBox.h"
+#include "screens/RawDataText.h"
+#include "screens/frmUnits.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+
+DataEditor::DataEditor(QWidget* parent) : QDialog(parent) {
+  Trap(u"DataEditor::Form_Load"_s, [this] {
+    BuildControls();
+    FillUnits();
+    isLoaded_ = LoadDataSet();
+    ConnectControls();
+    InstallHelpKey(this, HelpTopics::DataEditor);
+  });
+}
+
+int DataEditor::exec() { return isLoaded_ ? QDialog::exec() : int(Rejected); }
+
+bool DataEditor::LoadDataSet() {
+  try {
+    const ProgramState& state = Globals();
+    if (!state.gAddMode) {
+      DataObjectFunctions::GetDataObjectByID(state.gCurrentDataID, edited_);
+      if (!edited_) throw Error(u"There is no data set with ID %1."_s.arg(state.gCurrentDataID));
+    }
+    ShowFields(edited_ ? EditorFields::Of(*edited_) : EditorFields::Blank());
+    return true;
+  } catch (const std::exception& error) {
+    ShowSystemMessage(
+        u"error attempting to get the current data for the item select"_s + u"\r\n"_s + ErrorText(error),
+        MessageBox::Icon::Critical);
+    return false;
+  }
+}
+
+void DataEditor::ConnectControls() {
+  connect(Toolbar1, &ButtonBar::ButtonClick, this, [this](int button) {
+    if (button == SaveButton) SaveSelect();
+    if (button == PasteButton) Trap(u"DataEditor::PasteClipboardData"_s, [this] { txtRawData->paste(); });
+    if (button == CloseButton) reject();
+  });
+  for (const auto* box : findChildren<QLineEdit*>())
+    connect(box, &QLineEdit::textChanged, this, &DataEditor::FieldChanged);
+  for (const auto* box : findChildren<QCheckBox*>())
+    connect(box, &QCheckBox::toggled, this, &DataEditor::FieldChanged);
+  connect(comboUnits, &QComboBox::currentIndexChanged, this, &DataEditor::FieldChanged);
+  connect(comboSubGroup, &QComboBox::currentTextChanged, this, &DataEditor::FieldChanged);
+  connect(lstSensitivity, &QListWidget::currentRowChanged, this, &DataEditor::FieldChanged);
+  connect(optionLongTermDetection, &QRadioButton::toggled, this, &DataEditor::FieldChanged);
+  connect(txtRawData, &QPlainTextEdit::textChanged, this, &DataEditor::FieldChanged);
+  connect(cmdUnits, &QPushButton::clicked, this, &DataEditor::OpenUnits);
+  connect(cmdRawData, &QPushButton::clicked, this, &DataEditor::OpenExpandedView);
+
+  NotesTimer.setSingleShot(true);
+  connect(&NotesTimer, &QTimer::timeout, this, &DataEditor::UpdateNotes);
+  connect(&ChangeMonitorTimer, &QTimer::timeout, this, &DataEditor::MonitorChanges);
+  ChangeMonitorTimer.start(0);
+}
+
+// Once, on the monitor's first tick, as soon as the window is up.
+void DataEditor::SetUp() {
+  isSetUp_ = true;
+  Toolbar1->Button(TemplateButton)->setEnabled(false);
+  ChangeMonitorTimer.setInterval(250);
+}
+
+void DataEditor::MonitorChanges() {
+  if (!isSetUp_) SetUp();
+  const bool changed = txtDescription->text() != loadedDescription_;
+  if (changed == descriptionChanged_) return;
+  descriptionChanged_ = changed;
+  NotesTimer.start();
+}
+
+// Coalesced, so that typing never waits for the count of a long column.
+void DataEditor::FieldChanged() {
+  Toolbar1->Button(SaveButton)->setEnabled(true);
+  reason_.clear();
+  NotesTimer.start();
+}
+
+void DataEditor::UpdateNotes() {
+  const EditorFields fields = ReadFields();
+  const RawDataText::Examination found = RawDataText::Examine(fields.rawData);
+  lblRawDataNote->setText(RawDataText::Describe(found, fields.subGroup));
+  if (fields.useAllSamples) {
+    const QSignalBlocker quiet(txtMaxSamples);
+    txtMaxSamples->setText(QString::number(found.values));
+  }
+  txtMaxSamples->setEnabled(!fields.useAllSamples);
+  const std::span<const NumberBox> boxes = NumberBoxes();
+  for (qsizetype i = 0; i < numberBoxes_.size(); ++i) {
+    const auto group = boxes[size_t(i)].group;
+    const bool isControlLimit = group == NumberBox::XBarLimits || group == NumberBox::RangeLimits;
+    numberBoxes_[i]->setEnabled(!isControlLimit || !fields.calculateLimits);
+  }
+  for (QLabel* label : unitLabels_) {
+    label->setText(label->fontMetrics().elidedText(fields.units, Qt::ElideRight, label->maximumWidth()));
+    label->setToolTip(fields.units);
+  }
+  QString hint = reason_.isEmpty() ? fields.Hint() : reason_;
+  if (hint.isEmpty() && edited_ && descriptionChanged_)
+    hint = u"An existing data set keeps its description: this change is not saved."_s;
+  lblHint->setText(hint);
+}
+
+EditorFields DataEditor::ReadFields() const {
+  EditorFields fields;
+  fields.description = txtDescription->text();
+  fields.units = comboUnits->currentText();
+  for (qsizetype i = 0; i < numberBoxes_.size(); ++i)
+    fields.*NumberBoxes()[size_t(i)].text = numberBoxes_[i]->text();
+  fields.subGroup = comboSubGroup->currentText();
+  fields.useAllSamples = checkUseAllSamples->isChecked();
+  // Filled in by the count while all samples are used.
+  if (!fields.useAllSamples) fields.maxSamples = txtMaxSamples->text();
+  fields.rawData = txtRawData->toPlainText();
+  fields.discardFliers = checkDiscardFliers->isChecked();
+  fields.calculateLimits = checkCalculateControlLimitsOnSave->isChecked();
+  fields.longTermDetection = optionLongTermDetection->isChecked();
+  fields.sensitivity = lstSensitivity->currentRow();
+  return fields;
+}
+
+void DataEditor::ShowFields(const EditorFields& fields) {
+  txtDescription->setText(fields.description);
+  SelectUnit(fields.units);
+  for (qsizetype i = 0; i < numberBoxes_.size(); ++i)
+    numberBoxes_[i]->setText(fields.*NumberBoxes()[size_t(i)].text);
+  comboSubGroup->setCurrentText(fields.subGroup);
+  checkUseAllSamples->setChecked(fields.useAllSamples);
+  txtRawData->ShowText(fields.rawData);
+  checkDiscardFliers->setChecked(fields.discardFliers);
+  checkCalculateControlLimitsOnSave->setChecked(fields.calculateLimits);
+  (fields.longTermDetection ? optionLongTermDetection : optionShortTermDetection)->setChecked(true);
+  lstSensitivity->setCurrentRow(fields.sensitivity);
+  loadedDescription_ = fields.description;
+  descriptionChanged_ = false;
+  UpdateNotes();
+  NotesTimer.stop();
+  loaded_ = ReadFields();
+  Toolbar1->Button(SaveButton)->setEnabled(false);
+}
+
+void DataEditor::FillUnits() {
+  Recordset units;
+  if (!GlobalFunctions::OpenFilteredRecordset(units, u"SELECT * FROM Units"_s, {}, true)) return;
+  comboUnits->clear();
+  for (; !units.EndOfFile(); units.MoveNext()) comboUnits->addItem(units.Field(u"Name"_s).toString());
+  comboUnits->setCurrentIndex(-1);
+}
+
+// Data sets keep the unit in upper case, and may name one that is no longer in the list.
+void DataEditor::SelectUnit(const QString& name) {
+  int index = name.isEmpty() ? -1 : comboUnits->findText(name, Qt::MatchFixedString);
+  if (index < 0 && !name.isEmpty()) {
+    comboUnits->addItem(name);
+    index = comboUnits->count() - 1;
+  }
+  comboUnits->setCurrentIndex(index);
+}
+
+void DataEditor::OpenUnits() {
+  Trap(u"DataEditor::cmdUnits_Click"_s, [this] {
+    QStringList before;
+    for (int i = 0; i < comboUnits->count(); ++i) before << comboUnits->itemText(i);
+    const QString chosen = comboUnits->currentText();
+    frmUnits(this).exec();
+    FillUnits();
+    SelectUnit(chosen);
+    // Who went there to add the missing unit wants it.
+    const int last = comboUnits->count() - 1;
+    if (chosen.isEmpty() && last >= 0 && !before.contains(comboUnits->itemText(last)))
+      comboUnits->setCurrentIndex(last);
+    comboUnits->setFocus();
+  });
+}
+
+void DataEditor::OpenExpandedView() {
+  Trap(u"DataEditor::cmdRawData_Click"_s, [this] {
+    QString& shared = Globals().gRawDataText;
+    shared = txtRawData->toPlainText();
+    const QString before = shared;
+    ExpandedDataForm(this).exec();
+    if (shared != before) txtRawData->ShowText(shared);
+    shared.clear();
+    txtRawData->setFocus();
+  });
+}
+
+bool DataEditor::SaveSelect() {
+  const EditorFields fields = ReadFields();
+  DataEditorSave save(fields, edited_);
+  if (!save.SaveSelect()) {
+    reason_ = save.Reason();
+    GoTo(save.ControlAtFault());
+    UpdateNotes();
+    return false;
+  }
+  if (edited_) {
+    EditorFields stored = EditorFields::Of(*edited_);
+    stored.discardFliers = fields.discardFliers;
+    stored.calculateLimits = fields.calculateLimits;
+    ShowFields(stored);
+  } else {
+    accept();  // a second save of the same fields must not make a second row
+  }
+  return true;
+}
+
+void DataEditor::GoTo(const QString& controlName) {
+  if (controlName.isEmpty()) return;
+  if (auto* control = findChild<QWidget*>(controlName)) control->setFocus();
+}
+
+void DataEditor::reject() {
+  if (isLoaded_ && ReadFields() != loaded_) {
+    const Answer answer = QCGlobalFunctions::PromptForChanges();
+    if (answer == Answer::Cancel) return;
+    // A save that stopped has said why, and the fields stay for it; adding closes the editor itself.
+    if (answer == Answer::Yes && (!SaveSelect() || !edited_)) return;
+  }
+  QDialog::reject();
+}
+
+bool DataEditor::eventFilter(QObject* watched, QEvent* event) {
+  auto* box = qobject_cast<QLineEdit*>(watched);
+  // A click sets the caret after the focus has come, which would undo the selection.
+  if (box && event->type() == QEvent::FocusIn) QTimer::singleShot(0, box, &QLineEdit::selectAll);
+  return QDialog::eventFilter(watched, event);
+}
+
+void DataEditor::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
+  if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+    button->click();
+  else
+    focusNextChild();
+}

@@ -1,0 +1,229 @@
+// What the data editor's page looks like: its controls, their captions and their places.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "core/Globals.h"
+#include "core/Texts.h"
+#include "platform/ui/ButtonBar.h"
+#include "platform/ui/Mnemonics.h"
+#include "screens/DataEditor.h"
+#include "screens/RawDataBox.h"
+#include "stats/DetectionRules.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString requiredMark = u" *"_s;
+
+template <class Control>
+Control* Named(Control* control, const QString& name) {
+  control->setObjectName(name);
+  return control;
+}
+
+QLabel* LabelFor(QWidget* buddy, const QString& caption, Mnemonics& mnemonics, bool isRequired = false) {
+  auto* label = new QLabel(mnemonics.Mark(caption) + (isRequired ? requiredMark : QString()));
+  label->setBuddy(buddy);
+  return label;
+}
+
+}  // namespace
+
+void DataEditor::BuildControls() {
+  setObjectName(u"DataEditor"_s);
+  setWindowTitle(Globals().gAddMode ? u"Add Data"_s : u"Edit Data"_s);
+  setModal(true);
+  ChangeMonitorTimer.setObjectName(u"ChangeMonitorTimer"_s);
+  NotesTimer.setObjectName(u"NotesTimer"_s);
+
+  BuildToolbar();
+  Mnemonics mnemonics(u"SPC"_s);  // the toolbar's
+  auto* page = new QGridLayout;
+  page->addLayout(BuildHead(mnemonics), 0, 0, 1, 2);
+  page->addWidget(BuildSpecLimits(mnemonics), 1, 0);
+  page->addWidget(BuildControlLimits(mnemonics), 2, 0);
+  page->addWidget(BuildChartSetup(mnemonics), 3, 0);
+  page->addWidget(BuildRawData(mnemonics), 1, 1, 3, 1);
+  page->setColumnStretch(1, 1);
+  page->setRowStretch(3, 1);
+
+  lblHint = Named(new QLabel(this), u"lblHint"_s);
+  lblHint->setTextFormat(Qt::PlainText);
+  lblHint->setWordWrap(true);
+  auto* foot = new QHBoxLayout;
+  foot->addWidget(lblHint, 1);
+  foot->addWidget(new QLabel(u"* must be entered"_s, this), 0, Qt::AlignRight | Qt::AlignTop);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->setSpacing(0);
+  layout->addWidget(Toolbar1);
+  auto* body = new QVBoxLayout;
+  body->setContentsMargins(9, 6, 9, 6);
+  body->addLayout(page, 1);
+  body->addLayout(foot);
+  layout->addLayout(body, 1);
+  SetTabOrder();
+  txtDescription->setFocus();
+}
+
+void DataEditor::BuildToolbar() {
+  Toolbar1 = new ButtonBar(u"Toolbar1"_s, this);
+  Toolbar1->AddButton(LoadResText(u"Save;210"), LoadResText(u"Save Changes;211"), Symbol::Save);
+  Toolbar1->AddButton(LoadResText(u"Template;229"), LoadResText(u"Copy limits from another item;230"),
+                      Symbol::Template);
+  Toolbar1->AddButton(LoadResText(u"Paste;231"), LoadResText(u"Paste data to the raw data box;232"),
+                      Symbol::Paste);
+  Toolbar1->AddButton(LoadResText(u"Close;221"), LoadResText(u"Close the current screen;222"), Symbol::Close);
+}
+
+QLayout* DataEditor::BuildHead(Mnemonics& mnemonics) {
+  txtDescription = Named(new QLineEdit(this), u"txtDescription"_s);
+  comboUnits = Named(new QComboBox(this), u"comboUnits"_s);
+  comboUnits->setMinimumContentsLength(8);
+  comboUnits->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  auto* descriptionLabel = LabelFor(txtDescription, u"Description:"_s, mnemonics, true);
+  auto* unitsLabel = LabelFor(comboUnits, LoadResText(u"Unit of measurement:;156"), mnemonics, true);
+  cmdUnits = Named(new QPushButton(mnemonics.Mark(u"Edit Units…"_s), this), u"cmdUnits"_s);
+  cmdUnits->setToolTip(LoadResText(u"Unit Of Measurement Configuration;119"));
+  cmdUnits->setAutoDefault(false);
+
+  auto* head = new QHBoxLayout;
+  head->addWidget(descriptionLabel);
+  head->addWidget(txtDescription, 1);
+  head->addSpacing(fontMetrics().height() / 2);
+  head->addWidget(unitsLabel);
+  head->addWidget(comboUnits);
+  head->addWidget(cmdUnits);
+  return head;
+}
+
+// The group's boxes below each other: caption, box, unit.
+void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group, Mnemonics& mnemonics) {
+  int row = 0;
+  for (const NumberBox& entry : NumberBoxes()) {
+    if (entry.group != group) continue;
+    auto* box = Named(new QLineEdit(this), entry.ControlName());
+    box->setAlignment(Qt::AlignRight);
+    box->setMinimumWidth(fontMetrics().averageCharWidth() * 13);
+    box->installEventFilter(this);
+    numberBoxes_ << box;
+    auto* unit = new QLabel(this);
+    unit->setTextFormat(Qt::PlainText);
+    unit->setFixedWidth(fontMetrics().averageCharWidth() * 6);
+    unitLabels_ << unit;
+    grid->addWidget(LabelFor(box, entry.Caption() + u':', mnemonics, entry.isRequired), row, column);
+    grid->addWidget(box, row, column + 1);
+    grid->addWidget(unit, row++, column + 2);
+  }
+}
+
+QGroupBox* DataEditor::BuildSpecLimits(Mnemonics& mnemonics) {
+  auto* group = new QGroupBox(u"Specification and flier limits"_s, this);
+  auto* grid = new QGridLayout(group);
+  AddNumberBoxes(grid, 0, NumberBox::SpecLimits, mnemonics);
+  AddNumberBoxes(grid, 3, NumberBox::Fliers, mnemonics);
+  checkDiscardFliers =
+      Named(new QCheckBox(mnemonics.Mark(u"Discard fliers on save"_s), group), u"checkDiscardFliers"_s);
+  checkDiscardFliers->setToolTip(u"Remove the values that do not lie between the flier limits"_s);
+  grid->addWidget(checkDiscardFliers, 2, 3, 1, 3);
+  return group;
+}
+
+QGroupBox* DataEditor::BuildControlLimits(Mnemonics& mnemonics) {
+  auto* group = new QGroupBox(u"Control limits"_s, this);
+  auto* grid = new QGridLayout(group);
+  AddNumberBoxes(grid, 0, NumberBox::XBarLimits, mnemonics);
+  AddNumberBoxes(grid, 3, NumberBox::RangeLimits, mnemonics);
+  checkCalculateControlLimitsOnSave =
+      Named(new QCheckBox(mnemonics.Mark(LoadResText(u"Calculate Control Limits on Save;152")), group),
+            u"checkCalculateControlLimitsOnSave"_s);
+  grid->addWidget(checkCalculateControlLimitsOnSave, 3, 0, 1, 6);
+  return group;
+}
+
+QGroupBox* DataEditor::BuildChartSetup(Mnemonics& mnemonics) {
+  auto* group = new QGroupBox(u"Chart setup"_s, this);
+  comboSubGroup = Named(new QComboBox(group), u"comboSubGroup"_s);
+  comboSubGroup->setEditable(true);
+  comboSubGroup->setInsertPolicy(QComboBox::NoInsert);
+  comboSubGroup->setCompleter(nullptr);
+  for (int size = 1; size <= 20; ++size) comboSubGroup->addItem(QString::number(size));
+  txtMaxSamples = Named(new QLineEdit(group), u"txtMaxSamples"_s);
+  txtMaxSamples->setAlignment(Qt::AlignRight);
+  txtMaxSamples->setMaximumWidth(fontMetrics().averageCharWidth() * 11);
+  txtMaxSamples->installEventFilter(this);
+  lstSensitivity = Named(new QListWidget(group), u"lstSensitivity"_s);
+  for (int sensitivity = 0; sensitivity <= 2; ++sensitivity)
+    lstSensitivity->addItem(DetectionRules::SensitivityText(sensitivity));
+  lstSensitivity->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  lstSensitivity->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  lstSensitivity->setFixedHeight(lstSensitivity->sizeHintForRow(0) * 3 + lstSensitivity->frameWidth() * 2);
+
+  auto* sizes = new QHBoxLayout;
+  sizes->addWidget(LabelFor(comboSubGroup, u"Subgroup size:"_s, mnemonics, true));
+  sizes->addWidget(comboSubGroup);
+  sizes->addStretch();
+  sizes->addWidget(LabelFor(txtMaxSamples, LoadResText(u"Max Samples:;150"), mnemonics));
+  sizes->addWidget(txtMaxSamples);
+  checkUseAllSamples = Named(new QCheckBox(mnemonics.Mark(LoadResText(u"Use all samples;151")), group),
+                             u"checkUseAllSamples"_s);
+  sizes->addWidget(checkUseAllSamples);
+  auto* sensitivityLabel = LabelFor(lstSensitivity, LoadResText(u"Sensitivity:;153"), mnemonics);
+  optionLongTermDetection =
+      Named(new QRadioButton(mnemonics.Mark(LoadResText(u"Long term detection;154")), group),
+            u"optionLongTermDetection"_s);
+  optionShortTermDetection =
+      Named(new QRadioButton(mnemonics.Mark(LoadResText(u"Short term detection;155")), group),
+            u"optionShortTermDetection"_s);
+
+  auto* grid = new QGridLayout(group);
+  grid->addLayout(sizes, 0, 0, 1, 2);
+  grid->addWidget(sensitivityLabel, 1, 0);
+  grid->addWidget(lstSensitivity, 2, 0, 2, 1);
+  grid->addWidget(optionLongTermDetection, 2, 1);
+  grid->addWidget(optionShortTermDetection, 3, 1);
+  grid->setRowStretch(4, 1);
+  grid->setColumnStretch(0, 1);
+  return group;
+}
+
+QGroupBox* DataEditor::BuildRawData(Mnemonics& mnemonics) {
+  auto* group = new QGroupBox(u"Raw data"_s, this);
+  txtRawData = new RawDataBox(u"txtRawData"_s, group);
+  auto* label = LabelFor(txtRawData, u"Values, one on each line:"_s, mnemonics, true);
+  cmdRawData = Named(new QPushButton(mnemonics.Mark(u"Larger view…"_s), group), u"cmdRawData"_s);
+  cmdRawData->setAutoDefault(false);
+  lblRawDataNote = Named(new QLabel(group), u"lblRawDataNote"_s);
+  lblRawDataNote->setTextFormat(Qt::PlainText);
+  lblRawDataNote->setWordWrap(true);
+  lblRawDataNote->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  lblRawDataNote->setMinimumHeight(fontMetrics().lineSpacing() * 4);
+
+  auto* layout = new QVBoxLayout(group);
+  layout->addWidget(label);
+  layout->addWidget(txtRawData, 1);
+  layout->addWidget(lblRawDataNote);
+  layout->addWidget(cmdRawData, 0, Qt::AlignRight);
+  return group;
+}
+
+void DataEditor::SetTabOrder() {
+  QList<QWidget*> order = {txtDescription, comboUnits, cmdUnits};
+  for (qsizetype i = 0; i < numberBoxes_.size(); ++i) {
+    order << numberBoxes_[i];
+    if (NumberBoxes()[size_t(i)].ControlName() == u"txtLowFlier"_s) order << checkDiscardFliers;
+  }
+  order << checkCalculateControlLimitsOnSave << comboSubGroup << txtMaxSamples << checkUseAllSamples
+        << lstSensitivity << optionLongTermDetection << optionShortTermDetection << txtRawData << cmdRawData;
+  for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+}

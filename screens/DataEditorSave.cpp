@@ -1,0 +1,265 @@
+#include "screens/DataEditorSave.h"
+
+#include <algorithm>
+
+#include "core/DataObjectFunctions.h"
+#include "core/GlobalFunctions.h"
+#include "core/Messages.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "platform/language/Conversions.h"
+#include "screens/RawDataText.h"
+#include "stats/CreateStatistics.h"
+#include "stats/TAVELDataStringFunctions.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+using MessageBox::Buttons;
+using MessageBox::Icon;
+
+namespace {
+
+constexpr qint16 fewestSamples = 8;
+
+bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
+
+// A box that need not be filled in: nothing reads as 0.
+double OptionalNumber(const QString& caption, const QString& text) {
+  if (IsBlank(text)) return 0;
+  if (Conversions::IsNumeric(text)) return Conversions::CDbl(text);
+  const QString advice = text.contains(u',') ? u" Decimals are written with a point."_s : QString();
+  throw Error(u"%1: \"%2\" is not a number.%3"_s.arg(caption, text.trimmed(), advice));
+}
+
+double OptionalNumber(const EditorFields& fields, QString EditorFields::*text) {
+  const auto box = std::ranges::find(NumberBoxes(), text, &NumberBox::text);
+  return OptionalNumber(box->Caption(), fields.*text);
+}
+
+}  // namespace
+
+DataEditorSave::DataEditorSave(const EditorFields& fields, CDataPtr edited)
+    : fields_(fields),
+      edited_(std::move(edited)),
+      data_(edited_ ? std::make_shared<CData>(*edited_) : std::make_shared<CData>()) {}
+
+bool DataEditorSave::SaveSelect() {
+  try {
+    if (!CheckRawData()) return false;
+    const QString values = PrepareRawData();
+    if (values.isEmpty()) return false;
+    data_->SetDelimitedInputString(values);
+    if (!edited_) data_->SetDescription(fields_.description.trimmed().toUpper());
+    return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) && StoreData();
+  } catch (const std::exception& error) {
+    ShowSystemMessage(LoadResText(u"Error attempting to save data: ;170") + u"\r\n"_s + ErrorText(error),
+                      Icon::Critical);
+    return false;
+  }
+}
+
+bool DataEditorSave::Refuse(const QString& message, const QString& control, Icon icon) {
+  controlAtFault_ = control;
+  ShowSystemMessage(message, icon);
+  return false;
+}
+
+QString DataEditorSave::StopWith(const QString& reason, const QString& control) {
+  controlAtFault_ = control;
+  reason_ = reason;
+  return {};
+}
+
+QString DataEditorSave::HandedOverValues() const {
+  return TAVELDataStringFunctions::ConvertStringDelimiter(false,
+                                                          RawDataText::WithEndedLines(fields_.rawData));
+}
+
+qint16 DataEditorSave::MaxSamples() const {
+  const double number = OptionalNumber(u"Max Samples"_s, fields_.maxSamples);
+  if (std::abs(number) > RawDataText::mostValues)
+    throw Error(u"Max Samples: no more than %1 samples can be saved."_s.arg(RawDataText::mostValues));
+  return Conversions::CInt(number);
+}
+
+bool DataEditorSave::CheckRawData() {
+  const QString box = u"txtRawData"_s;
+  if (IsBlank(fields_.rawData)) return Refuse(LoadResText(u"No data to process;166"), box, Icon::Critical);
+  const QString values = HandedOverValues();
+  if (values.isEmpty()) return Refuse(LoadResText(u"Error formatting raw data;167"), box, Icon::Critical);
+  if (!ValidateFields()) return false;
+  validSamples_ = TAVELDataStringFunctions::ValidateDelimitedDataString(values);
+  if (validSamples_ >= fewestSamples) return true;
+  return Refuse(LoadResText(u"Data values could not be validated. Ensure at least ;168") +
+                    QString::number(fewestSamples) +
+                    LoadResText(u" data points exist and no non-numeric values have been entered.;169"),
+                box);
+}
+
+QString DataEditorSave::PrepareRawData() {
+  QString values = HandedOverValues();
+  if (fields_.discardFliers)
+    values = TAVELDataStringFunctions::RemoveFliersFromDataString(values, data_->LoFlier(), data_->HiFlier());
+  if (values.isEmpty())
+    return StopWith(u"No value lies between the flier limits: nothing is left to save."_s,
+                    u"checkDiscardFliers"_s);
+  // The rule goes by the count before the removal, as users know it.
+  if (validSamples_ < fewestSamples)
+    ShowRemaining(TAVELDataStringFunctions::ValidateDelimitedDataString(values));
+  else if (!fields_.useAllSamples && MaxSamples() < validSamples_)
+    values = CutToMaxSamples(values);
+  return values;
+}
+
+void DataEditorSave::ShowRemaining(qint16 remaining) {
+  ShowSystemMessage(QString::number(validSamples_ - remaining) +
+                        LoadResText(u" samples have been discarded because they exceed flier limits. ;160") +
+                        LoadResText(u"Only ;161") + QString::number(remaining) +
+                        LoadResText(u" samples are remaining.;162") +
+                        LoadResText(u"There must be at least ;163") + QString::number(fewestSamples) +
+                        LoadResText(u" number of valid data samples to process;164"),
+                    Icon::Exclamation);
+}
+
+QString DataEditorSave::CutToMaxSamples(const QString& values) {
+  // With the fliers gone there may be fewer than are to be kept; the routine answers nothing at all then.
+  if (values.count(u',') <= MaxSamples()) return values;
+  const QString kept = TAVELDataStringFunctions::DiscardExcessSamples(values, MaxSamples());
+  return kept.isEmpty() ? StopWith(u"Max Samples: nothing is left to save."_s, u"txtMaxSamples"_s) : kept;
+}
+
+bool DataEditorSave::ConfirmExcess() {
+  if (fields_.useAllSamples) return true;
+  const int excess = validSamples_ - MaxSamples();
+  if (excess <= 0) return true;
+  return ShowSystemMessage(
+             QString::number(excess) + LoadResText(u" samples will be discarded upon save. Continue?;171"),
+             Icon::Question, Buttons::YesNo) == Answer::Yes;
+}
+
+bool DataEditorSave::RequiredFieldsAreFilled() const {
+  for (const QString& text : {fields_.description, fields_.units, fields_.subGroup})
+    if (IsBlank(text)) return false;
+  for (const QString& text : {fields_.usl, fields_.nominal, fields_.lsl})
+    if (!Conversions::IsNumeric(text)) return false;
+  return Conversions::CDbl(fields_.lsl) < Conversions::CDbl(fields_.usl);
+}
+
+QString DataEditorSave::FirstUnfilled() const {
+  if (IsBlank(fields_.description)) return u"txtDescription"_s;
+  if (IsBlank(fields_.units)) return u"comboUnits"_s;
+  for (const NumberBox& box : NumberBoxes())
+    if (box.isRequired && !Conversions::IsNumeric(fields_.*box.text)) return box.ControlName();
+  return IsBlank(fields_.subGroup) ? u"comboSubGroup"_s : u"txtUSL"_s;
+}
+
+bool DataEditorSave::ControlLimitsAreEntered() const {
+  for (const QString& text : {fields_.xUCL, fields_.xLCL, fields_.rUCL, fields_.rLCL})
+    if (!Conversions::IsNumeric(text) || Conversions::CDbl(text) == 0) return false;
+  return true;
+}
+
+void DataEditorSave::TakeFlierLimits() {
+  double high = OptionalNumber(fields_, &EditorFields::hiFlier);
+  double low = OptionalNumber(fields_, &EditorFields::lowFlier);
+  if (high == 0 && low == 0) {
+    const double upper = Conversions::CDbl(fields_.usl);
+    const double lower = Conversions::CDbl(fields_.lsl);
+    high = upper + (upper - lower);
+    low = lower - (upper - lower);
+  }
+  data_->SetHiFlier(high);
+  data_->SetLoFlier(low);
+}
+
+bool DataEditorSave::ValidateFields() {
+  if (!RequiredFieldsAreFilled()) {
+    controlAtFault_ = FirstUnfilled();
+    MessageBox::Show(
+        {LoadResText(
+             u"The required fields for statistical calculations are not filled in correctly. Any area "
+             u"with an aterisk must be entered.;177"),
+         u"Error"_s, Icon::Exclamation, Buttons::Ok});
+    return false;
+  }
+  if (RawDataText::SubGroupSize(fields_.subGroup) == 0)
+    return Refuse(
+        LoadResText(u"The sub group size must be a value greater than zero and cannot exceed 20.;173"),
+        u"comboSubGroup"_s);
+  TakeFlierLimits();
+  if (!fields_.calculateLimits && !ControlLimitsAreEntered())
+    return Refuse(
+        LoadResText(u"Upper and lower control limits must be entered if the checkbox labeled 'Calculate "
+                    u"Limits On Save' is left unchecked.;174"),
+        u"txtXUCL"_s);
+  const double nominal = Conversions::CDbl(fields_.nominal);
+  if (nominal > Conversions::CDbl(fields_.usl) || nominal < Conversions::CDbl(fields_.lsl))
+    return Refuse(LoadResText(u"The nominal value cannot exceed the spec limits.;175"), u"txtNominal"_s);
+  if (!fields_.useAllSamples && !Conversions::IsNumeric(fields_.maxSamples))
+    return Refuse(
+        LoadResText(u"The value entered for the maximum number of samples is not a numeric value.;176"),
+        u"txtMaxSamples"_s);
+  return true;
+}
+
+bool DataEditorSave::FillDataObject() {
+  try {
+    for (const NumberBox& box : NumberBoxes())
+      if (box.group == NumberBox::SpecLimits) (*data_.*box.store)(Conversions::CDbl(fields_.*box.text));
+    data_->SetSubGroupSize(RawDataText::SubGroupSize(fields_.subGroup));
+    data_->SetDataStartPoint(0);
+    data_->SetDataStopPoint(fields_.useAllSamples ? validSamples_ : MaxSamples());
+    if (fields_.sensitivity >= 0) data_->SetSensitivityValue(fields_.sensitivity);
+    if (fields_.calculateLimits || !edited_)
+      QCGlobalFunctions::ClearControlLimits(*data_);
+    else
+      TakeControlLimits();
+    data_->SetDetectionPeriod(fields_.longTermDetection ? 1 : 0);
+    data_->SetUnitOfMeasurement(fields_.units.toUpper());
+    return true;
+  } catch (const std::exception& error) {
+    return Refuse(LoadResText(u"Failed to setup data object with error: ;178") + ErrorText(error), {},
+                  Icon::Critical);
+  }
+}
+
+void DataEditorSave::TakeControlLimits() {
+  for (const NumberBox& box : NumberBoxes())
+    if (box.group == NumberBox::XBarLimits || box.group == NumberBox::RangeLimits)
+      (*data_.*box.store)(OptionalNumber(box.Caption(), fields_.*box.text));
+}
+
+bool DataEditorSave::StoreData() {
+  if (!edited_ && !DescriptionIsFree()) return false;
+  if (!DataObjectFunctions::SaveDataObjectToDatabase(data_)) return false;
+  if (PutIntoSystem())
+    ShowSystemMessage(LoadResText(u"All data successfully saved.;204"), Icon::Information);
+  else
+    ShowSystemMessage(
+        LoadResText(u"Data was saved to the database, but the application could not be updated. Restart "
+                    u"the application to load the modified data.;205"),
+        Icon::Critical);
+  return true;
+}
+
+bool DataEditorSave::DescriptionIsFree() {
+  bool failed = false;
+  const bool exists =
+      QCGlobalFunctions::IsDuplicateName(u"StatData"_s, u"Description"_s, data_->Description(), &failed);
+  // A test that failed has been reported; what it would have found is not known.
+  if (failed) controlAtFault_ = u"txtDescription"_s;
+  if (failed || !exists) return !failed;
+  return Refuse(
+      LoadResText(u"The file description entered already exists. Please select another description or "
+                  u"CANCEL.;172"),
+      u"txtDescription"_s);
+}
+
+bool DataEditorSave::PutIntoSystem() {
+  if (edited_) {
+    *edited_ = *data_;
+    return DataObjectFunctions::ModifyDataObjectInSystem(edited_);
+  }
+  // Without its ID the new data set can be shown, but neither charted nor edited until the next load.
+  return DataObjectFunctions::AddDataObjectToSystem(data_) && data_->ID() != 0;
+}

@@ -1,0 +1,81 @@
+#include "screens/EditorFields.h"
+
+#include <cmath>
+
+#include "platform/language/Conversions.h"
+#include "stats/MathFunctions.h"
+#include "stats/TAVELDataStringFunctions.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint16 limitDecimals = 4;
+
+#define CARRIES(Property) &CData::Property, &CData::Set##Property
+constexpr NumberBox boxes[] = {
+    {u"txtUSL", u"Upper limit", NumberBox::SpecLimits, true, &EditorFields::usl, CARRIES(UpperSpecLimit)},
+    {u"txtNominal", u"Nominal", NumberBox::SpecLimits, true, &EditorFields::nominal,
+     CARRIES(NominalSpecLimit)},
+    {u"txtLSL", u"Lower limit", NumberBox::SpecLimits, true, &EditorFields::lsl, CARRIES(LowerSpecLimit)},
+    {u"txtHiFlier", u"High flier", NumberBox::Fliers, false, &EditorFields::hiFlier, CARRIES(HiFlier)},
+    {u"txtLowFlier", u"Low flier", NumberBox::Fliers, false, &EditorFields::lowFlier, CARRIES(LoFlier)},
+    {u"txtXUCL", u"X-bar UCL", NumberBox::XBarLimits, false, &EditorFields::xUCL, CARRIES(XBarUCL)},
+    {u"txtXMean", u"X-bar mean", NumberBox::XBarLimits, false, &EditorFields::xMean, CARRIES(XBarMean)},
+    {u"txtXLCL", u"X-bar LCL", NumberBox::XBarLimits, false, &EditorFields::xLCL, CARRIES(XBarLCL)},
+    {u"txtRUCL", u"Range UCL", NumberBox::RangeLimits, false, &EditorFields::rUCL, CARRIES(RBarUCL)},
+    {u"txtRMean", u"Range mean", NumberBox::RangeLimits, false, &EditorFields::rMean, CARRIES(RBarMean)},
+    {u"txtRLCL", u"Range LCL", NumberBox::RangeLimits, false, &EditorFields::rLCL, CARRIES(RBarLCL)},
+};
+#undef CARRIES
+
+// The pattern "#.0000": four decimals, and no zero before the point.
+QString LimitText(double value) {
+  const double rounded = MathFunctions::FormatDouble(value, limitDecimals);
+  QString text = QString::number(std::abs(rounded), 'f', limitDecimals);
+  if (text.startsWith(u"0."_s)) text.remove(0, 1);
+  return rounded < 0 ? u'-' + text : text;
+}
+
+bool CanKeepLimits(const CData& data) {
+  return data.XBarUCL() != 0 && data.XBarLCL() != 0 && data.RBarUCL() != 0 && data.RBarLCL() != 0;
+}
+
+}  // namespace
+
+std::span<const NumberBox> NumberBoxes() { return boxes; }
+
+EditorFields EditorFields::Blank() {
+  const CData data;
+  EditorFields fields;
+  fields.subGroup = QString::number(data.SubGroupSize());
+  fields.sensitivity = data.SensitivityValue();
+  fields.longTermDetection = data.DetectionPeriod() == 1;
+  return fields;
+}
+
+EditorFields EditorFields::Of(const CData& data) {
+  EditorFields fields;
+  fields.description = data.Description();
+  fields.units = data.UnitOfMeasurement();
+  for (const NumberBox& box : boxes) fields.*box.text = LimitText((data.*box.read)());
+  fields.subGroup = QString::number(data.SubGroupSize());
+  fields.rawData = TAVELDataStringFunctions::ConvertStringDelimiter(true, data.DelimitedInputString());
+  fields.sensitivity = data.SensitivityValue();
+  fields.longTermDetection = data.DetectionPeriod() == 1;
+  // Limits that could not be kept as they are would only stop the save.
+  fields.calculateLimits = !CanKeepLimits(data);
+  return fields;
+}
+
+QString EditorFields::Hint() const {
+  const auto check = [](const QString& caption, const QString& text) -> QString {
+    if (text.trimmed().isEmpty() || Conversions::IsNumeric(text)) return {};
+    const QString withPoint = QString(text).replace(u',', u'.').trimmed();
+    return Conversions::IsNumeric(withPoint) ? u"%1: write the decimal point, %2."_s.arg(caption, withPoint)
+                                             : u"%1: this is not a number."_s.arg(caption);
+  };
+  for (const NumberBox& box : boxes)
+    if (const QString hint = check(box.Caption(), this->*box.text); !hint.isEmpty()) return hint;
+  return useAllSamples ? QString() : check(u"Max Samples"_s, maxSamples);
+}

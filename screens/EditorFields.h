@@ -1,0 +1,46 @@
+// What the data editor's controls hold, apart from any window, and the table of its number boxes.
+#pragma once
+
+#include <QString>
+#include <span>
+
+#include "core/CData.h"
+
+struct EditorFields {
+  QString description, units;
+  QString usl, nominal, lsl, hiFlier, lowFlier;
+  QString xUCL, xMean, xLCL, rUCL, rMean, rLCL;
+  QString subGroup, maxSamples, rawData;
+  bool discardFliers = false;
+  bool calculateLimits = true;
+  bool useAllSamples = true;
+  bool longTermDetection = true;
+  int sensitivity = -1;  // the chosen item of the list; -1 for none
+
+  bool operator==(const EditorFields&) const = default;
+
+  // As the editor shows a new data set, and an existing one.
+  static EditorFields Blank();
+  static EditorFields Of(const CData& data);
+
+  // What a user wants to know of the boxes' numbers before saving; empty where there is nothing to say.
+  QString Hint() const;
+};
+
+// One number box and the property that it carries.
+struct NumberBox {
+  enum Group { SpecLimits, Fliers, XBarLimits, RangeLimits };
+
+  const char16_t* control;
+  const char16_t* caption;
+  Group group;
+  bool isRequired;
+  QString EditorFields::*text;
+  double (CData::*read)() const;
+  void (CData::*store)(double);
+
+  QString ControlName() const { return QString::fromUtf16(control); }
+  QString Caption() const { return QString::fromUtf16(caption); }
+};
+
+std::span<const NumberBox> NumberBoxes();  // in the page's order

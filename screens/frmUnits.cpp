@@ -1,0 +1,266 @@
+#include "screens/frmUnits.h"
+
+#include <QFormLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "core/GlobalFunctions.h"
+#include "core/Messages.h"
+#include "core/StartUp.h"
+#include "core/Texts.h"
+#include "core/Trap.h"
+#include "platform/ui/Mnemonics.h"
+#include "platform/ui/RecordBar.h"
+#include "screens/Help.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+
+namespace {
+
+const QString allUnits = u"SELECT * FROM Units"_s;
+
+}  // namespace
+
+frmUnits::frmUnits(QWidget* parent) : QDialog(parent) {
+  Trap(u"frmUnits::Form_Load"_s, [this] {
+    BuildControls();
+    GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, u"ID=-1"_s, true);
+    ClearBoxes();
+    UpdateButtons();
+    InstallHelpKey(this, HelpTopics::Units);
+  });
+}
+
+void frmUnits::BuildControls() {
+  setObjectName(u"frmUnits"_s);
+  setWindowTitle(LoadResText(u"Unit Of Measurement Configuration;119"));
+  setModal(true);
+
+  qsMenuBar1 = new RecordBar(u"qsMenuBar1"_s, this);
+  Mnemonics mnemonics(u"ASDRFPNLHX"_s);  // the bar's
+  const auto box = [&](const QString& name) {
+    auto* made = new QLineEdit(this);
+    made->setObjectName(name);
+    return made;
+  };
+  const auto label = [&](const QString& name, const QString& caption, QLineEdit* buddy) {
+    auto* made = new QLabel(mnemonics.Mark(caption), this);
+    made->setObjectName(name);
+    made->setBuddy(buddy);
+    return made;
+  };
+  txtName = box(u"txtName"_s);
+  txtDescription = box(u"txtDescription"_s);
+  lblRecord = new QLabel(this);
+  lblRecord->setObjectName(u"lblRecord"_s);
+
+  auto* form = new QFormLayout;
+  form->setContentsMargins(9, 9, 9, 9);
+  form->addRow(label(u"LblName"_s, LoadResText(u"Name;120") + u": *"_s, txtName), txtName);
+  form->addRow(label(u"lblDescription"_s, LoadResText(u"Description;121") + u':', txtDescription),
+               txtDescription);
+  form->addRow(lblRecord);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->addWidget(qsMenuBar1);
+  layout->addLayout(form);
+  layout->addStretch();
+  setMinimumWidth(qsMenuBar1->sizeHint().width());
+  setTabOrder(txtName, txtDescription);
+  txtName->setFocus();
+
+  connect(qsMenuBar1, &RecordBar::Command, this, &frmUnits::RunCommand);
+  ChangeMonitorTimer.setObjectName(u"ChangeMonitorTimer"_s);
+  connect(&ChangeMonitorTimer, &QTimer::timeout, this, &frmUnits::MonitorChanges);
+  ChangeMonitorTimer.start(250);
+  ExitTimer.setObjectName(u"ExitTimer"_s);
+  ExitTimer.setInterval(100);
+  ExitTimer.setSingleShot(true);
+  connect(&ExitTimer, &QTimer::timeout, this, &QDialog::close);
+}
+
+void frmUnits::RunCommand(int command) {
+  Trap(u"frmUnits::qsMenuBar1_Click"_s, [&] {
+    switch (command) {
+      case RecordBar::Add:
+        return AddUnit();
+      case RecordBar::Save:
+        return SaveUnit();
+      case RecordBar::Delete:
+        return DeleteUnit();
+      case RecordBar::RefreshList:
+        return RefreshList();
+      case RecordBar::First:
+      case RecordBar::Previous:
+      case RecordBar::Next:
+      case RecordBar::Last:
+        return Move(command);
+      case RecordBar::Help:
+        return CallUpHelp(HelpTopics::Contents);
+      case RecordBar::Exit:
+        return ExitTimer.start();  // so that the form does not close inside the bar's click
+      default:
+        return;
+    }
+  });
+}
+
+void frmUnits::AddUnit() {
+  if (!ResolvePendingChanges()) return;
+  IsNewRecord = true;
+  ClearBoxes();
+  ScreenChanged = true;
+  UpdateButtons();
+  txtName->setFocus();
+}
+
+void frmUnits::SaveUnit() {
+  if (txtName->text().trimmed().isEmpty())
+    return ShowErrorMessage(false, LoadResText(u"Units Of Measurement requires a unique name;118"), {});
+  if (IsNewRecord && !NameIsFree()) return;
+  if (SaveCurrentData()) RefreshScreen();
+}
+
+// A deleted unit's name is free again. A test that failed has been reported and says nothing of the name.
+bool frmUnits::NameIsFree() const {
+  bool failed = false;
+  const bool exists = QCGlobalFunctions::IsDuplicateName(u"Units"_s, u"Deleted = 0 AND Name"_s,
+                                                         txtName->text().trimmed(), &failed);
+  if (exists)
+    ShowErrorMessage(false,
+                     LoadResText(u"The Unit Of Measurement entered already exists. Unit Of Measurement names "
+                                 u"must be unique.;117"),
+                     {});
+  return !exists && !failed;
+}
+
+bool frmUnits::SaveCurrentData() {
+  const bool saved = Trap(u"frmUnits::SaveCurrentData"_s, false, [this] {
+    if (IsNewRecord) recordset_.AddNew();
+    recordset_.SetField(u"Name"_s, txtName->text().trimmed());
+    // An emptied description never overwrites the stored one.
+    if (!txtDescription->text().isEmpty()) recordset_.SetField(u"Description"_s, txtDescription->text());
+    recordset_.Update();
+    IsNewRecord = false;
+    return true;
+  });
+  // What could not be written must not be written by the next move either.
+  if (!saved && recordset_.GetState() == Recordset::Opened) recordset_.CancelUpdate();
+  return saved;
+}
+
+void frmUnits::DeleteUnit() {
+  const Answer answer = MessageBox::Show(
+      {LoadResText(u"Are you sure you want to delete the current Unit Of Measurement?;113"),
+       LoadResText(u"Confirmation;111"), MessageBox::Icon::Question, MessageBox::Buttons::YesNo});
+  if (answer != Answer::Yes) return;
+  const qint32 id = recordset_.Field(u"ID"_s).toInt();
+  if (!QCGlobalFunctions::MarkRecordAsDeletedByID(u"Units"_s, id))
+    return ShowErrorMessage(true, LoadResText(u"Failed to delete the current Unit Of Measurement;114"), {});
+  ShowInformationMessage(LoadResText(u"The current Unit Of Measurement has been deleted;115"));
+  QCGlobalFunctions::MoveOffOldRecord(recordset_, IsNewRecord);
+  RefreshScreen();
+}
+
+void frmUnits::RefreshList() {
+  if (!ResolvePendingChanges()) return;
+  if (!GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, {}, true)) return;
+  if (recordset_.RecordCount() > 0) QCGlobalFunctions::MoveToFirstRecord(recordset_, IsNewRecord);
+  IsNewRecord = false;
+  RefreshScreen();
+}
+
+void frmUnits::Move(int command) {
+  const qint64 position = recordset_.AbsolutePosition();
+  const bool isFirst = recordset_.BOF() || position < 2;
+  const bool isLast = recordset_.EndOfFile() || position >= recordset_.RecordCount();
+  if (command == RecordBar::Previous && isFirst) return;
+  if (command == RecordBar::Next && isLast) return;
+  if (recordset_.RecordCount() == 0 || !ResolvePendingChanges()) return;
+  using namespace QCGlobalFunctions;
+  if (command == RecordBar::First) MoveToFirstRecord(recordset_, IsNewRecord);
+  if (command == RecordBar::Previous) MoveToPreviousRecord(recordset_, IsNewRecord);
+  if (command == RecordBar::Next) MoveToNextRecord(recordset_, IsNewRecord);
+  if (command == RecordBar::Last) MoveToLastRecord(recordset_, IsNewRecord);
+  RefreshScreen();
+}
+
+bool frmUnits::ResolvePendingChanges() {
+  // What was typed since the monitor's last tick counts as well.
+  ScreenChanged = ScreenChanged || TextsInBoxes() != snapshot_;
+  if (!ScreenChanged) return true;
+  const Answer answer = QCGlobalFunctions::PromptForChanges();
+  if (answer == Answer::Cancel) return false;
+  if (answer == Answer::Yes) SaveUnit();
+  ScreenChanged = false;
+  return true;
+}
+
+frmUnits::Texts frmUnits::TextsInBoxes() const { return {txtName->text(), txtDescription->text()}; }
+
+void frmUnits::ClearBoxes() {
+  txtName->clear();
+  txtDescription->clear();
+}
+
+void frmUnits::TakeSnapshot() {
+  snapshot_ = TextsInBoxes();
+  SnapshotTaken = true;
+  ScreenChanged = false;
+}
+
+void frmUnits::MonitorChanges() {
+  if (!SnapshotTaken) TakeSnapshot();
+  ScreenChanged = TextsInBoxes() != snapshot_;
+  UpdateButtons();
+}
+
+void frmUnits::RefreshScreen() {
+  UpdateScreenFields();
+  UpdateButtons();
+}
+
+void frmUnits::UpdateScreenFields() {
+  ClearBoxes();
+  if (recordset_.RecordCount() > 0) {
+    txtName->setText(recordset_.Field(u"Name"_s).toString());
+    txtDescription->setText(recordset_.Field(u"Description"_s).toString());
+    txtDescription->setFocus();
+  }
+  TakeSnapshot();
+}
+
+void frmUnits::UpdateButtons() {
+  const bool isOpen = recordset_.GetState() == Recordset::Opened;
+  const auto states = QCGlobalFunctions::UpdateMenuButtonStates(recordset_);
+  qsMenuBar1->SetEnabled(RecordBar::Add, isOpen);
+  qsMenuBar1->SetEnabled(RecordBar::Save, ScreenChanged);
+  qsMenuBar1->SetEnabled(RecordBar::Delete, states.currentRecord && !IsNewRecord);
+  for (const int command : {RecordBar::First, RecordBar::Previous})
+    qsMenuBar1->SetEnabled(command, states.firstAndPrevious);
+  for (const int command : {RecordBar::Next, RecordBar::Last})
+    qsMenuBar1->SetEnabled(command, states.nextAndLast);
+
+  txtName->setReadOnly(!IsNewRecord);
+  txtDescription->setReadOnly(!IsNewRecord && !states.currentRecord);
+  QString record = u"No unit is shown. Refresh list shows the units, Add makes a new one."_s;
+  if (IsNewRecord)
+    record = u"New unit"_s;
+  else if (states.currentRecord)
+    record = u"Unit %1 of %2"_s.arg(recordset_.AbsolutePosition()).arg(recordset_.RecordCount());
+  lblRecord->setText(record);
+}
+
+void frmUnits::reject() {
+  if (ResolvePendingChanges()) QDialog::reject();
+}
+
+void frmUnits::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    focusNextChild();
+  else
+    QDialog::keyPressEvent(event);
+}

@@ -1,0 +1,61 @@
+// The units of measurement: a single-record editor over the table Units.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+
+#include "platform/ado/Recordset.h"
+
+class QLabel;
+class QLineEdit;
+class RecordBar;
+
+class frmUnits : public QDialog {
+  Q_OBJECT
+ public:
+  // Opens without a record: Refresh list shows the units.
+  explicit frmUnits(QWidget* parent = nullptr);
+
+  void reject() override;  // Exit and Escape: changes are resolved first
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  struct Texts {
+    QString name, description;
+    bool operator==(const Texts&) const = default;
+  };
+
+  void BuildControls();
+  void RunCommand(int command);
+  void AddUnit();
+  void SaveUnit();
+  bool SaveCurrentData();
+  void DeleteUnit();
+  void RefreshList();
+  void Move(int command);
+  bool ResolvePendingChanges();
+  bool NameIsFree() const;
+
+  Texts TextsInBoxes() const;
+  void ClearBoxes();
+  void TakeSnapshot();
+  void MonitorChanges();
+  void RefreshScreen();  // button states and fields
+  void UpdateScreenFields();
+  void UpdateButtons();
+
+  Recordset recordset_;
+  bool IsNewRecord = false;
+  bool ScreenChanged = false;
+  bool SnapshotTaken = false;
+  Texts snapshot_;  // as last loaded or saved
+
+  QLineEdit* txtName = nullptr;
+  QLineEdit* txtDescription = nullptr;
+  QLabel* lblRecord = nullptr;
+  RecordBar* qsMenuBar1 = nullptr;
+  QTimer ChangeMonitorTimer{this};
+  QTimer ExitTimer{this};
+};
