@@ -100,6 +100,7 @@ void frmAbout::BuildControls() {
   setTabOrder(cmdOK, cmdSysInfo);
   cmdOK->setFocus();
   setMinimumWidth(em * 30);
+  resize(em * 30, grid->heightForWidth(em * 30));
 }
 
 bool frmAbout::StartProgram(const QString& path) { return QProcess::startDetached(path, {}); }

@@ -68,7 +68,7 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
   navigation_->setVisible(withContents);
   connect(page_, &QTextBrowser::sourceChanged, this, &HelpViewer::MarkCurrentTopic);
   const int em = fontMetrics().height();
-  resize(em * (withContents ? 56 : 40), em * 38);
+  resize(em * (withContents ? 60 : 42), em * 40);
 }
 
 QWidget* HelpViewer::MakeNavigation() {
@@ -114,7 +114,7 @@ QWidget* HelpViewer::MakeNavigation() {
   layout->setContentsMargins(gap, gap, 0, gap);
   layout->addWidget(search_);
   layout->addWidget(lists, 1);
-  navigation_->setMinimumWidth(fontMetrics().height() * 14);
+  navigation_->setMinimumWidth(fontMetrics().height() * 17);
   return navigation_;
 }
 
