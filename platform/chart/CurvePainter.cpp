@@ -53,6 +53,7 @@ class CurvePicture {
   double MarkRadius() const {
     return std::clamp(Spacing() * 0.7, geometry_.unit * 0.0045, geometry_.unit * 0.0078);
   }
+  double OuterRadius() const { return single_ ? markRadius_ : markRadius_ * 1.4; }
   QPointF At(size_t i) const { return {geometry_.X(positions_[i]), geometry_.Y(values_[i])}; }
   int MarkOf(size_t i) const { return i < curve_.marks.size() ? curve_.marks[i] : 0; }
   static QRectF Around(QPointF centre, double radius) {
@@ -111,21 +112,27 @@ class CurvePicture {
   // Every mark is painted but those that lie under another; what was painted is the result.
   std::vector<size_t> PaintMarks() {
     std::vector<size_t> shown;
-    Placement::Occupancy centres(geometry_.plot, std::max(1.0, markRadius_ * 0.4));
+    Placement::Occupancy centres(geometry_.plot, std::max(1.0, markRadius_));
     for (size_t i = 0; i < curve_.marks.size(); ++i) {
       if (MarkOf(i) == 0 || std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
       if (centres.TakeCell(At(i)) || single_) shown.push_back(i);
     }
     painter_.setPen(Qt::NoPen);
-    painter_.setBrush(Palette::Colour(Palette::Red));
+    painter_.setRenderHint(QPainter::Antialiasing, single_);
     for (const size_t i : shown) {
-      const QPointF centre = At(i);
-      const QPointF diamond[] = {centre + QPointF(0, -markRadius_), centre + QPointF(markRadius_, 0),
-                                 centre + QPointF(0, markRadius_), centre + QPointF(-markRadius_, 0)};
-      painter_.drawConvexPolygon(diamond, 4);
-      occupied_.Take(Around(centre, markRadius_));
+      // On the solid band of a crowded line the shape shows by its rim, in black and white too.
+      if (!single_) PaintDiamond(At(i), OuterRadius(), Palette::White);
+      PaintDiamond(At(i), markRadius_, Palette::Red);
+      occupied_.Take(Around(At(i), OuterRadius()));
     }
     return shown;
+  }
+
+  void PaintDiamond(QPointF centre, double radius, int colour) {
+    const QPointF corners[] = {centre + QPointF(0, -radius), centre + QPointF(radius, 0),
+                               centre + QPointF(0, radius), centre + QPointF(-radius, 0)};
+    painter_.setBrush(Palette::Colour(colour));
+    painter_.drawConvexPolygon(corners, 4);
   }
 
   // The number stands beside its mark, on the side away from the middle if it can; where marks are too many,
@@ -134,7 +141,7 @@ class CurvePicture {
     painter_.setPen(Palette::Colour(curve_.markText.colour));
     for (const size_t i : shown) {
       const bool upper = At(i).y() < geometry_.plot.center().y();
-      PaintBeside(At(i), QString::number(MarkOf(i)), markRadius_, upper);
+      PaintBeside(At(i), QString::number(MarkOf(i)), OuterRadius(), upper);
     }
   }
 
