@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStyleOption>
 #include <QToolTip>
 #include <algorithm>
 #include <map>
@@ -130,6 +131,13 @@ void PageView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setClipRegion(event->region());
   painter.drawPixmap(0, 0, picture_);
+  // A selected graph shows by its frame where the keys go; without one the whole page does.
+  const bool byKeys = window()->testAttribute(Qt::WA_KeyboardFocusChange);
+  if (hasFocus() && byKeys && page_ && page_->Selected() == GraphId::None) {
+    QStyleOptionFocusRect focus;
+    focus.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+  }
   if (!point_) return;
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(Palette::Colour(Palette::Black), 2));
@@ -153,11 +161,6 @@ void PageView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PageView::leaveEvent(QEvent*) { Explain(std::nullopt); }
-
-void PageView::focusInEvent(QFocusEvent* event) {
-  const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-  if (byKey && page_ && page_->Selected() == GraphId::None) Select(GraphId::XBar);
-}
 
 bool PageView::MoveSelection(int key) {
   if (key != Qt::Key_Left && key != Qt::Key_Right && key != Qt::Key_Up && key != Qt::Key_Down) return false;

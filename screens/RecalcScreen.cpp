@@ -181,7 +181,7 @@ void RecalcScreen::RecalculateRange() {
 void RecalcScreen::RecalculateAll() {
   Trap(u"RecalcScreen::cmdAll_Click"_s, [this] {
     // 0 stands for the whole series, which the first point, 1, does not.
-    if (Conversions::CInt(txtStopPoint->text()) >= 1) Recalculate(0, data_->NumberOfPlotPoints());
+    if (Conversions::CLng(txtStopPoint->text()) >= 1) Recalculate(0, data_->NumberOfPlotPoints());
   });
 }
 
