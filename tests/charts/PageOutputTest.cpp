@@ -2,12 +2,16 @@
 #include "charts/PageOutput.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
+#include <csignal>
 
 #include "charts/CsfExport.h"
+#include "charts/SaveFile.h"
 #include "core/Trap.h"
 #include "tests/charts/PageData.h"
 
@@ -61,6 +65,24 @@ TEST(PageOutput, NamesTheFileItCannotWriteAndLeavesNothing) {
   EXPECT_TRUE(errorOf([&] { CsfExport::WriteCsf(PageData::Simple(), path); }).startsWith(path));
   EXPECT_THROW(PageOutput::WritePng(page, folder.filePath(u"b.png"_s), {0, 0}), Error);
   EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
+// A limit of the process stands in for a full disk.
+TEST(PageOutput, LeavesTheOlderFileWhenTheDiskIsFull) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"a.pdf"_s);
+  const StatPage page(PageData::Simple(), {});
+  SaveFile(path, "older");
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  rlimit full = before;
+  full.rlim_cur = 100;
+  std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &full);
+  EXPECT_THROW(PageOutput::WritePdf(page, path), Error);
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_EQ(Contents(path), "older");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"a.pdf"_s)) << "nothing half written";
 }
 
 TEST(CsfExport, WritesTheLinesInTheirPlaces) {
