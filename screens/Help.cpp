@@ -28,7 +28,7 @@ constexpr Page pages[] = {
     {HelpTopics::Screens, u"screens.html", u"The screens", 0},
     {HelpTopics::MainScreen, u"main-screen.html", u"The main window"},
     {HelpTopics::DataEditor, u"data-editor.html", u"The data editor"},
-    {HelpTopics::ExpandedData, u"expanded-data.html", u"The expanded view of the raw data"},
+    {HelpTopics::ExpandedData, u"expanded-data.html", u"Expanded raw data"},
     {HelpTopics::ChartScreen, u"chart-screen.html", u"The chart screen"},
     {HelpTopics::Recalculate, u"recalculate.html", u"Recalculating limits"},
     {HelpTopics::Units, u"units.html", u"Units of measurement"},

@@ -32,10 +32,29 @@ bool ContainsAll(const QString& text, const QStringList& words) {
                      [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
 }
 
+// Takes a picture at double size where there is one (NAME@2x.png) and the screen is fine enough to show it;
+// the browser itself looks for those only in the working folder.
+class PageBrowser : public QTextBrowser {
+ public:
+  using QTextBrowser::QTextBrowser;
+
+ protected:
+  QVariant loadResource(int type, const QUrl& name) override {
+    if (type == QTextDocument::ImageResource && devicePixelRatioF() > 1) {
+      QUrl fine = source().resolved(name);
+      fine.setPath(fine.path().replace(u".png"_s, u"@2x.png"_s));
+      const QVariant picture = QTextBrowser::loadResource(type, fine);
+      if (picture.isValid()) return picture;
+    }
+    return QTextBrowser::loadResource(type, name);
+  }
+};
+
 // The words around the first place where one of the searched words stands.
 QString Excerpt(const QString& text, const QString& word) {
   constexpr int before = 30, length = 90;
-  const qsizetype from = std::max<qsizetype>(0, text.indexOf(word, 0, Qt::CaseInsensitive) - before);
+  const qsizetype at = text.indexOf(word, 0, Qt::CaseInsensitive);
+  const qsizetype from = at <= before ? 0 : text.lastIndexOf(u' ', at - before) + 1;
   return (from ? u"…"_s : QString()) + text.mid(from, length).simplified() + u"…"_s;
 }
 
@@ -47,7 +66,7 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
   setObjectName(u"HelpViewer"_s);
   setAttribute(Qt::WA_QuitOnClose, false);
 
-  page_ = new QTextBrowser(this);
+  page_ = new PageBrowser(this);
   page_->setObjectName(u"Page"_s);
   page_->setOpenExternalLinks(true);
   page_->document()->setDocumentMargin(fontMetrics().height());
