@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <string_view>
+#include <string>
 
 namespace engine {
 
@@ -25,6 +26,23 @@ constexpr auto longDoublePowers = [] {
   for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
   return powers;
 }();
+
+constexpr auto digitPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
+// 1 for 0.
+int DigitCount(std::uint64_t number) {
+  const auto guess =
+      static_cast<int>(std::bit_width(number | 1) * 1233 >> 12);  // log10(2) = 0.30103 = 1233 / 4096
+  return guess +
+         (guess > 18 || number >= static_cast<std::uint64_t>(integerPowers[static_cast<std::size_t>(guess)]));
+}
 
 constexpr double fifteenDigits = 1e15;
 
@@ -136,30 +154,35 @@ std::int64_t TickRounder::Wide(Int128 sum) const {
   return static_cast<std::int64_t>((scaled < 0 ? scaled - half : scaled + half) / divisor_);
 }
 
-void AppendFixed(std::string& text, std::int64_t ticks, int places) {
-  std::array<char, 40> buffer;
-  char* const end = buffer.data() + buffer.size();
-  char* p = end;
-  auto rest =
-      ticks < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(ticks) : static_cast<std::uint64_t>(ticks);
-  for (int i = 0; i < places; ++i) {
-    *--p = static_cast<char>('0' + rest % 10);
-    rest /= 10;
+char* WriteFixed(char* out, std::int64_t ticks, int places) {
+  auto rest = static_cast<std::uint64_t>(ticks);
+  if (ticks < 0) {
+    *out++ = '-';
+    rest = 0 - rest;
   }
-  if (places > 0) *--p = '.';
-  do {
+  // At least one digit stands before the point.
+  char* const end = out + std::max(DigitCount(rest), places + 1) + (places > 0 ? 1 : 0);
+  char* p = end;
+  auto pair = [&] {
+    p -= 2;
+    std::memcpy(p, &digitPairs[rest % 100 * 2], 2);
+    rest /= 100;
+  };
+  auto digit = [&] {
     *--p = static_cast<char>('0' + rest % 10);
     rest /= 10;
-  } while (rest != 0);
-  if (ticks < 0) *--p = '-';
-  text.append(p, static_cast<std::size_t>(end - p));
+  };
+  for (int i = places; i >= 2; i -= 2) pair();
+  if (places % 2 == 1) digit();
+  if (places > 0) *--p = '.';
+  while (p - out >= 2) pair();
+  if (p != out) digit();
+  return end;
 }
 
-void AppendFixed(std::string& text, double rounded, int places) {
-  std::array<char, 400> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded == 0 ? 0.0 : rounded,
-                                 std::chars_format::fixed, places);
-  text.append(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
+char* WriteFixed(char* out, double rounded, int places) {
+  return std::to_chars(out, out + fixedRoom, rounded == 0 ? 0.0 : rounded, std::chars_format::fixed, places)
+      .ptr;
 }
 
 }  // namespace engine

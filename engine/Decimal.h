@@ -2,9 +2,9 @@
 // rule.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 
 namespace engine {
 
@@ -60,10 +60,13 @@ class TickRounder {
   bool small_ = false;  // all of it fits into 64 bits
 };
 
-// Appends ticks / 10^places with exactly `places` decimals (no point for 0).
-void AppendFixed(std::string& text, std::int64_t ticks, int places);
+// The room that WriteFixed may write to, beyond what the number itself takes.
+inline constexpr std::size_t fixedRoom = 400;
 
-// Appends a rounded value with exactly `places` decimals; no negative zero.
-void AppendFixed(std::string& text, double rounded, int places);
+// Writes ticks / 10^places with exactly `places` decimals (no point for 0) and returns where it ends.
+char* WriteFixed(char* out, std::int64_t ticks, int places);
+
+// Writes a rounded value with exactly `places` decimals; no negative zero.
+char* WriteFixed(char* out, double rounded, int places);
 
 }  // namespace engine

@@ -11,6 +11,7 @@
 #include "engine/Constants.h"
 #include "engine/Decimal.h"
 #include "engine/Parse.h"
+#include "engine/SeriesText.h"
 
 namespace engine {
 
@@ -143,18 +144,25 @@ Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs
                               Results& results) {
   using Value = typename Arithmetic::Value;
   const std::span<const Value> samples = arithmetic.samples;
-  const auto [smallest, greatest] = std::minmax_element(samples.begin(), samples.end());
   Totals<Arithmetic> totals;
-  totals.minimum = *smallest;
-  totals.maximum = *greatest;
-  const Value largest = std::max<Value>(*greatest, -*smallest);
+  totals.minimum = totals.maximum = samples.front();
+  for (const Value value : samples) {
+    totals.minimum = std::min(totals.minimum, value);
+    totals.maximum = std::max(totals.maximum, value);
+  }
+  const Value largest = std::max<Value>(totals.maximum, -totals.minimum);
   const auto roundMean = arithmetic.MakeRounder(subGroupSize, largest);
-  const auto roundRange = arithmetic.MakeRounder(1, *greatest - *smallest);
+  const auto roundRange = arithmetic.MakeRounder(1, totals.maximum - totals.minimum);
   const int count = static_cast<int>(samples.size()) / subGroupSize;
 
   points.resize(static_cast<std::size_t>(count));
-  results.xBarOutputString.clear();
-  results.rBarOutputString.clear();
+  const std::size_t textCount = points.size();
+  const Value widestMean = arithmetic.MakeRounder(1, largest)(largest);
+  const Value widestRange = roundRange(totals.maximum - totals.minimum);
+  SeriesText means(results.xBarOutputString, inputs.stringDelimiter, inputs.precisionValue, textCount,
+                   widestMean);
+  SeriesText ranges(results.rBarOutputString, inputs.stringDelimiter, inputs.precisionValue, textCount,
+                    widestRange);
   const Value* sample = samples.data();
   for (int i = 0; i < count; ++i, sample += subGroupSize) {
     typename Arithmetic::Sum sum = *sample;
@@ -182,13 +190,11 @@ Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs
     }
     const Value point = roundMean(sum);
     points[static_cast<std::size_t>(i)] = point;
-    if (i > 0) {
-      results.xBarOutputString += inputs.stringDelimiter;
-      results.rBarOutputString += inputs.stringDelimiter;
-    }
-    AppendFixed(results.xBarOutputString, point, inputs.precisionValue);
-    AppendFixed(results.rBarOutputString, roundRange(range), inputs.precisionValue);
+    means.Add(point);
+    ranges.Add(static_cast<Value>(roundRange(range)));
   }
+  means.Finish();
+  ranges.Finish();
   results.numberOfPlotPoints = count;
   results.sampleQty = static_cast<int>(samples.size());
   return totals;
@@ -283,16 +289,11 @@ void Store(const HistogramResults& histogram, std::string_view delimiter, Result
   results.histogramBinQty = histogramBins;
   results.histoLoScaleValue = histogram.lowScale;
   results.histoHiScaleValue = histogram.highScale;
-  results.histogramBinValuesOutputString.clear();
-  results.histogramLabelsOutputString.clear();
-  for (std::size_t bin = 0; bin < histogramBins; ++bin) {
-    if (bin > 0) {
-      results.histogramBinValuesOutputString += delimiter;
-      results.histogramLabelsOutputString += delimiter;
-    }
-    AppendFixed(results.histogramBinValuesOutputString, std::int64_t{histogram.counts[bin]}, 0);
-    results.histogramLabelsOutputString += histogram.labels[bin];
-  }
+  SeriesText counts(results.histogramBinValuesOutputString, delimiter, 0, histogramBins,
+                    std::int64_t{maximumSamples});
+  for (const int count : histogram.counts) counts.Add(std::int64_t{count});
+  counts.Finish();
+  results.histogramLabelsOutputString = histogram.labels;
 }
 
 bool AllFinite(const Results& r) {
@@ -360,7 +361,8 @@ Results ResultsWithoutPoints(const Inputs& inputs) {
   HistogramResults histogram;
   const double anywhere = inputs.lowerSpecLimit < inputs.upperSpecLimit ? inputs.lowerSpecLimit : 0;
   MakeHistogram(std::span(&anywhere, 1), anywhere, anywhere,
-                {inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue}, histogram);
+                {inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue, inputs.stringDelimiter},
+                histogram);
   histogram.counts.fill(0);
   Store(histogram, inputs.stringDelimiter, results);
   return results;
@@ -401,8 +403,8 @@ struct Engine::WorkSpace {
     const bool wholeChart = inputs.detectionPeriod == 1 || points.size() <= longestRule;
     Judge(points, inputs, wholeChart ? 0 : points.size() - longestRule, results);
     MakeVerdict(inputs, results);
-    const HistogramInputs histogramInputs{inputs.lowerSpecLimit, inputs.upperSpecLimit,
-                                          inputs.precisionValue};
+    const HistogramInputs histogramInputs{inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue,
+                                          inputs.stringDelimiter};
     if constexpr (std::is_same_v<Arithmetic, ExactArithmetic>) {
       MakeHistogram(arithmetic.samples, arithmetic.decimals, totals.minimum, totals.maximum, histogramInputs,
                     histogram);

@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "engine/SeriesText.h"
+
 namespace engine {
 
 namespace {
@@ -24,6 +26,15 @@ void Count(std::span<const Number> samples, const std::array<Number, histogramBi
     while (bin < histogramBins - 1 && sample >= starts[bin + 1]) ++bin;
     ++counts[bin];
   }
+}
+
+template <class Number>
+void WriteLabels(const std::array<Number, histogramBins>& values, const HistogramInputs& inputs,
+                 std::string& text) {
+  const Number widest = std::max(values.back(), -values.front());  // the values ascend
+  SeriesText labels(text, inputs.delimiter, inputs.places, values.size(), widest);
+  for (const Number value : values) labels.Add(value);
+  labels.Finish();
 }
 
 Int128 CeilingOfQuotient(Int128 dividend, Int128 divisor) {
@@ -93,12 +104,13 @@ void MakeHistogram(std::span<const double> samples, double minimum, double maxim
   }
   const long double width = static_cast<long double>(high) - static_cast<long double>(low);
   std::array<double, histogramBins> starts;
+  std::array<double, histogramBins> labels;
   for (std::size_t bin = 0; bin < histogramBins; ++bin) {
     starts[bin] = static_cast<double>(static_cast<long double>(low) +
                                       width * static_cast<long double>(bin) / histogramBins);
-    results.labels[bin].clear();
-    AppendFixed(results.labels[bin], RoundToPlaces(starts[bin], inputs.places), inputs.places);
+    labels[bin] = RoundToPlaces(starts[bin], inputs.places);
   }
+  WriteLabels(labels, inputs, results.labels);
   results.lowScale = low;
   results.highScale = high;
   Count(samples, starts, low, static_cast<double>(std::min(width, static_cast<long double>(1e308))),
@@ -123,12 +135,13 @@ void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int
   const Int128 largest = std::max<Int128>(scale.high, -Int128{scale.low}) * histogramBins;
   const TickRounder round(histogramBins, scale.decimals, inputs.places, largest);
   std::array<std::int64_t, histogramBins> starts;
+  std::array<std::int64_t, histogramBins> labels;
   for (std::size_t bin = 0; bin < histogramBins; ++bin) {
     const Int128 start = Int128{scale.low} * histogramBins + width * static_cast<int>(bin);
     starts[bin] = static_cast<std::int64_t>(CeilingOfQuotient(start, finer));
-    results.labels[bin].clear();
-    AppendFixed(results.labels[bin], round(start), inputs.places);
+    labels[bin] = round(start);
   }
+  WriteLabels(labels, inputs, results.labels);
   results.lowScale = QuotientAsDouble(scale.low, 1, scale.decimals);
   results.highScale = QuotientAsDouble(scale.high, 1, scale.decimals);
   const double unit = static_cast<double>(finer) / histogramBins;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "engine/Decimal.h"
 
@@ -20,13 +21,14 @@ struct HistogramInputs {
   double lowerSpecLimit = 0;
   double upperSpecLimit = 0;
   int places = 4;  // decimals of the labels
+  std::string_view delimiter = ",";
 };
 
 struct HistogramResults {
   double lowScale = 0;
   double highScale = 0;
-  std::array<int, histogramBins> counts{};        // they add up to the number of samples
-  std::array<std::string, histogramBins> labels;  // each bin's lower end
+  std::array<int, histogramBins> counts{};  // they add up to the number of samples
+  std::string labels;                       // each bin's lower end, joined
 };
 
 // Of samples mantissa / 10^decimals; there is at least one, and minimum and maximum are theirs. Bin ends are

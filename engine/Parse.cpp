@@ -105,6 +105,12 @@ std::optional<ScaledInteger> ExactDecimal(const DecimalText& parts) {
   return ScaledInteger{parts.negative ? -mantissa : mantissa, static_cast<int>(decimals)};
 }
 
+bool StartsWith(const char* p, const char* end, std::string_view delimiter) {
+  if (delimiter.empty() || *p != delimiter.front()) return false;
+  return delimiter.size() == 1 ||
+         std::string_view(p, static_cast<std::size_t>(end - p)).starts_with(delimiter);
+}
+
 // The usual element: sign, digits, perhaps a point and more digits, 18 at most, right up to `end` or to a
 // delimiter. Returns where it ends, or null where the element is anything else.
 const char* ParsePlain(const char* p, const char* end, std::string_view delimiter, ScaledInteger& number) {
@@ -125,10 +131,7 @@ const char* ParsePlain(const char* p, const char* end, std::string_view delimite
     number.decimals = static_cast<int>(std::min<std::ptrdiff_t>(p - point - 1, 100));
   }
   if (digits == 0 || digits > 18) return nullptr;
-  if (p != end && (delimiter.empty() || static_cast<std::size_t>(end - p) < delimiter.size() ||
-                   *p != delimiter.front() || !std::equal(delimiter.begin(), delimiter.end(), p))) {
-    return nullptr;
-  }
+  if (p != end && !StartsWith(p, end, delimiter)) return nullptr;
   number.mantissa = negative ? -static_cast<std::int64_t>(mantissa) : static_cast<std::int64_t>(mantissa);
   return p;
 }
@@ -161,35 +164,57 @@ bool TooMany(std::string& error) {
   return false;
 }
 
-// Brings all mantissas to the largest number of decimals; false where one does not fit.
-bool ToCommonDecimals(Samples& samples, bool mixed) {
-  for (std::size_t i = 0; i < samples.mantissas.size(); ++i) {
-    std::int64_t& mantissa = samples.mantissas[i];
-    if (mixed && samples.elementDecimals[i] != samples.decimals && mantissa != 0) {
-      const int more = samples.decimals - samples.elementDecimals[i];
-      if (more > 18 || __builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa)) return false;
-    }
-    if (mantissa > largestMantissa || mantissa < -largestMantissa) return false;
-  }
-  return true;
+// Multiplies by a power of ten; false where the result does not fit.
+bool Rescale(std::int64_t& mantissa, int more) {
+  if (mantissa == 0) return true;
+  return more <= 18 && !__builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa) &&
+         mantissa <= largestMantissa && mantissa >= -largestMantissa;
 }
+
+// Collects numbers as scaled integers of the most decimals that any of them has.
+class Collector {
+ public:
+  // At most `most` numbers.
+  Collector(Samples& samples, std::size_t most) : samples_(samples) {
+    samples_.mantissas.resize(most);
+    next_ = samples_.mantissas.data();
+  }
+
+  void Add(ScaledInteger number) {
+    if (number.decimals != samples_.decimals) Align(number);
+    *next_++ = number.mantissa;
+  }
+
+  std::size_t Count() const { return static_cast<std::size_t>(next_ - samples_.mantissas.data()); }
+  void Finish() { samples_.mantissas.resize(Count()); }
+
+ private:
+  void Align(ScaledInteger& number) {
+    bool fits = number.decimals <= maximumDecimals;
+    if (fits && number.decimals < samples_.decimals) {
+      fits = Rescale(number.mantissa, samples_.decimals - number.decimals);
+    } else if (fits) {
+      const int more = number.decimals - samples_.decimals;
+      for (std::int64_t* p = samples_.mantissas.data(); p != next_; ++p) fits = fits && Rescale(*p, more);
+      samples_.decimals = number.decimals;
+    }
+    if (!fits) samples_.exact = false;
+  }
+
+  Samples& samples_;
+  std::int64_t* next_;
+};
 
 // The scaled integers; false with an error text, or with samples.exact false where the texts do not fit into
 // them.
 bool ParseExact(std::string_view text, std::string_view delimiter, Samples& samples, std::string& error) {
   const char* p = text.data();
   const char* const end = p + text.size();
-  int least = maximumDecimals;
-  auto add = [&](const ScaledInteger& number) {
-    samples.mantissas.push_back(number.mantissa);
-    samples.elementDecimals.push_back(static_cast<std::int8_t>(number.decimals));
-    least = std::min(least, number.decimals);
-    samples.decimals = std::max(samples.decimals, number.decimals);
-  };
+  constexpr std::size_t most = maximumSamples;
+  Collector collector(samples, std::min(text.size() / 2, most) + 1);
   while (p < end) {
     ScaledInteger number;
     if (const char* next = ParsePlain(p, end, delimiter, number)) {
-      add(number);
       p = next == end ? end : next + delimiter.size();
     } else {
       const std::string_view rest(p, static_cast<std::size_t>(end - p));
@@ -199,17 +224,20 @@ bool ParseExact(std::string_view text, std::string_view delimiter, Samples& samp
       if (element.empty()) continue;
       const std::optional<DecimalText> parts = Dissect(element);
       if (!parts || !NearestDouble(element, *parts)) {
-        error = NotANumber(samples.mantissas.size() + 1, element);
+        error = NotANumber(collector.Count() + 1, element);
         return false;
       }
       const std::optional<ScaledInteger> exact = ExactDecimal(*parts);
-      if (!exact) samples.exact = false;
-      add(exact.value_or(ScaledInteger{}));
+      if (exact) {
+        number = *exact;
+      } else {
+        samples.exact = false;
+      }
     }
-    if (samples.mantissas.size() > static_cast<std::size_t>(maximumSamples)) return TooMany(error);
+    if (collector.Count() == most) return TooMany(error);
+    collector.Add(number);
   }
-  if (samples.decimals > maximumDecimals) samples.exact = false;
-  if (samples.exact) samples.exact = ToCommonDecimals(samples, least != samples.decimals);
+  collector.Finish();
   return true;
 }
 
@@ -231,8 +259,6 @@ bool ParseSamples(std::string_view text, std::string_view delimiter, bool revers
                   std::string& error) {
   samples.exact = true;
   samples.decimals = 0;
-  samples.mantissas.clear();
-  samples.elementDecimals.clear();
   samples.values.clear();
   if (!ParseExact(text, delimiter, samples, error)) return false;
   if (!samples.exact) ParseDoubles(text, delimiter, samples);

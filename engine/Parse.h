@@ -15,8 +15,6 @@ struct Samples {
       mantissas;  // exact: value = mantissa / 10^decimals, |mantissa| <= largestMantissa
   int decimals = 0;
   std::vector<double> values;  // not exact: the nearest doubles
-
-  std::vector<std::int8_t> elementDecimals;  // work space of ParseSamples
 };
 
 // Differences of two mantissas, and twelve times a mantissa in 128 bits, stay in range.
