@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
-#include "core/CData.h"
 #include "core/Texts.h"
 #include "platform/ui/Indicators.h"
 
@@ -28,7 +27,6 @@ MainList::MainList(QWidget* parent) : QTreeWidget(parent) {
   setTabKeyNavigation(false);
   setVerticalScrollMode(ScrollPerPixel);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   SetupListColumns();
   connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* row) {
     if (row) Q_EMIT ItemClick(row->text(Description));
@@ -53,11 +51,19 @@ void MainList::SizeColumns() {
   setColumnWidth(Description, std::min(width * 95 / 100, width - icon));
 }
 
-void MainList::AddRow(const CData& dataSet) {
+void MainList::AddRow(const CData& dataSet) { addTopLevelItem(MakeRow(dataSet)); }
+
+void MainList::AddRows(std::span<const CDataPtr> dataSets) {
+  QList<QTreeWidgetItem*> rows;
+  for (const CDataPtr& dataSet : dataSets) rows << MakeRow(*dataSet);
+  addTopLevelItems(rows);
+}
+
+QTreeWidgetItem* MainList::MakeRow(const CData& dataSet) {
   auto* row = new QTreeWidgetItem({{}, dataSet.Description(), QString::number(dataSet.ID())});
   row->setToolTip(Description, dataSet.Description());
   ShowState(row, dataSet.ProcessState());
-  addTopLevelItem(row);
+  return row;
 }
 
 void MainList::UpdateRow(const CData& dataSet) {

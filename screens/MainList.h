@@ -3,8 +3,9 @@
 #pragma once
 
 #include <QTreeWidget>
+#include <span>
 
-class CData;
+#include "core/CData.h"
 
 class MainList : public QTreeWidget {
   Q_OBJECT
@@ -12,7 +13,8 @@ class MainList : public QTreeWidget {
   explicit MainList(QWidget* parent = nullptr);
 
   void AddRow(const CData& dataSet);
-  void UpdateRow(const CData& dataSet);  // the icon of the row with the same ID
+  void AddRows(std::span<const CDataPtr> dataSets);  // at the cost of adding one
+  void UpdateRow(const CData& dataSet);              // the icon of the row with the same ID
   void RemoveRows(qint32 id);
 
   // Makes the row current without an ItemClick; false where there is no such row.
@@ -40,6 +42,7 @@ class MainList : public QTreeWidget {
  private:
   enum Column { Icon, Description, ID, ColumnCount };
 
+  static QTreeWidgetItem* MakeRow(const CData& dataSet);
   void SetupListColumns();
   void SizeColumns();
 

@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QScopedValueRollback>
+#include <span>
 
 #include "core/CData.h"
 #include "core/DataObjectFunctions.h"
@@ -27,6 +28,10 @@ using namespace Qt::StringLiterals;
 using MessageBox::Answer;
 using MessageBox::Buttons;
 using MessageBox::Icon;
+
+namespace {
+constexpr int frameMilliseconds = 40;  // how often the growing list is painted
+}
 
 bool frmMain::Form_Load() {
   return Trap(u"frmMain::Form_Load"_s, false, [this] {
@@ -81,27 +86,35 @@ void frmMain::ProcessMainListData() {
 }
 
 void frmMain::PopulateMainList() {
-  const auto& collection = Globals().gDataCollection;
+  const std::span<const CDataPtr> collection(Globals().gDataCollection);
   const size_t count = collection.size();
   if (count < 1) return;
+  Clock& clock = *Globals().clock;
   clsWaitTimer wait;
   const qint32 delay = Conversions::CLng(1000.0 / double(count));
-  qint64 due = Globals().clock->GetTickCount();
+  qint64 due = clock.GetTickCount();
+  qint64 lastShown = due;
+  size_t shown = 0;
   for (size_t i = 0; i < count; ++i) {
     DoEvents();
     if (IsClosing) return;
-    ListView1->AddRow(*collection[i]);
+    due += delay;
+    const qint64 now = clock.GetTickCount();
+    // Painting the list for every one of thousands of rows would take much longer than the second there is.
+    if (i == 0 || i + 1 == count || now < due || now - lastShown >= frameMilliseconds) {
+      ListView1->AddRows(collection.subspan(shown, i + 1 - shown));
+      shown = i + 1;
+      lastShown = now;
+    }
     const double share = double(i + 1) / double(count);
     if (ccrpProgressBar1->value() < 95) ccrpProgressBar1->setValue(Conversions::CLng(share * 100));
     if (i == 0) {
       ListView1->SelectRow(0);
       MakeCurrent(collection[0]->ID());
     }
-    // The wait lasts at least ten milliseconds. Waiting until the row's own due time, not for the delay,
-    // keeps that from adding up to ten seconds for a thousand rows.
-    due += delay;
-    const qint64 early = due - Globals().clock->GetTickCount();
-    if (early > 0) wait.WaitTimer(qint32(early));
+    // A wait lasts at least ten milliseconds. Waiting until the row's own due time, not for the delay, keeps
+    // that from adding up to ten seconds for a thousand rows.
+    if (now < due) wait.WaitTimer(qint32(due - now));
     if (IsClosing) return;
   }
   ccrpProgressBar1->setValue(100);
@@ -119,7 +132,7 @@ void frmMain::ReloadLibrary() {
     UpdateToolbarStates();
     if (!ReadCollection() || IsClosing) return;
     const auto& collection = Globals().gDataCollection;
-    for (const CDataPtr& dataSet : collection) ListView1->AddRow(*dataSet);
+    ListView1->AddRows(collection);
     const int row = std::max(0, ListView1->RowOf(selected));
     if (ListView1->SelectRow(row)) MakeCurrent(collection[size_t(row)]->ID());
   });

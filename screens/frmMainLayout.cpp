@@ -49,7 +49,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   setCentralWidget(body);
   ListView1->setFocus();
   const int em = fontMetrics().height();
-  resize(em * 58, em * 36);
+  resize(em * 64, em * 40);
 
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
