@@ -105,13 +105,12 @@ void PageView::PlaceExplanation() {
   const int oneLine = fontMetrics().size(0, lblPointInfo->text()).width() + rim + 2;
   const int wide = std::min({oneLine, em * 26, width() - em});
   const QSize size(wide, lblPointInfo->heightForWidth(wide));
-  // Below the point and to its right where there is room, and never on the point itself.
+  // Below the point, or above it where that has more room, so that it never lies on the point itself.
   const QPoint at = point_->position.toPoint();
-  int x = at.x() + em;
-  int y = at.y() + em;
-  if (x + size.width() > width()) x = at.x() - em - size.width();
-  if (y + size.height() > height()) y = at.y() - em - size.height();
-  lblPointInfo->setGeometry(QRect(QPoint(std::max(x, 0), std::max(y, 0)), size));
+  const int x = std::clamp(at.x() + em, 0, std::max(0, width() - size.width()));
+  const bool below = at.y() + em + size.height() <= height() || at.y() < height() / 2;
+  const int y = below ? at.y() + em : at.y() - em - size.height();
+  lblPointInfo->setGeometry(QRect(QPoint(x, y), size));
 }
 
 QRect PageView::RingAround(const StatPage::PointInfo& point) const {

@@ -93,7 +93,7 @@ void StatGraphics::BuildControls() {
   lblDescription = new QLabel(this);
   lblDescription->setObjectName(u"lblDescription"_s);
   lblDescription->setTextFormat(Qt::PlainText);
-  lblDescription->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  lblDescription->setWordWrap(true);
   lblDescription->setTextInteractionFlags(Qt::TextSelectableByMouse);
   QFont heading = font();
   heading.setBold(true);
@@ -174,6 +174,7 @@ QWidget* StatGraphics::BuildVerdict() {
 
   StatSummary1 = new StatSummary(this);
   StatSummary1->setObjectName(u"StatSummary1"_s);
+  StatSummary1->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
 
   auto* verdict = new QWidget(this);
   verdict->setFixedWidth(fontMetrics().height() * 14);
@@ -248,7 +249,6 @@ bool StatGraphics::StartStatGraphics() {
 void StatGraphics::UpdateStatGraphicsText() {
   Trap(u"StatGraphics::UpdateStatGraphicsText"_s, [this] {
     lblDescription->setText(data_->Description());
-    lblDescription->setToolTip(data_->Description());
     // A data set in control may still carry the number of an older verdict.
     const bool inControl = data_->IsInControl();
     const qint16 violation = inControl ? qint16(0) : data_->RuleViolation();
