@@ -8,7 +8,6 @@
 #include "screens/EditorFields.h"
 
 class ButtonBar;
-class Mnemonics;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
@@ -41,12 +40,12 @@ class DataEditor : public QDialog {
   // What the page looks like (DataEditorLayout.cpp).
   void BuildControls();
   void BuildToolbar();
-  QLayout* BuildHead(Mnemonics& mnemonics);
-  QGroupBox* BuildSpecLimits(Mnemonics& mnemonics);
-  QGroupBox* BuildControlLimits(Mnemonics& mnemonics);
-  QGroupBox* BuildChartSetup(Mnemonics& mnemonics);
-  QGroupBox* BuildRawData(Mnemonics& mnemonics);
-  void AddNumberBoxes(QGridLayout* grid, int column, int group, Mnemonics& mnemonics);
+  QLayout* BuildHead();
+  QGroupBox* BuildSpecLimits();
+  QGroupBox* BuildControlLimits();
+  QGroupBox* BuildChartSetup();
+  QGroupBox* BuildRawData();
+  void AddNumberBoxes(QGridLayout* grid, int column, int group);
   void SetTabOrder();
 
   void ConnectControls();

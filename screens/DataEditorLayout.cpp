@@ -13,7 +13,6 @@
 #include "core/Globals.h"
 #include "core/Texts.h"
 #include "platform/ui/ButtonBar.h"
-#include "platform/ui/Mnemonics.h"
 #include "screens/DataEditor.h"
 #include "screens/RawDataBox.h"
 #include "stats/DetectionRules.h"
@@ -23,6 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString requiredMark = u" *"_s;
+constexpr int gap = 8;
 
 template <class Control>
 Control* Named(Control* control, const QString& name) {
@@ -30,10 +30,16 @@ Control* Named(Control* control, const QString& name) {
   return control;
 }
 
-QLabel* LabelFor(QWidget* buddy, const QString& caption, Mnemonics& mnemonics, bool isRequired = false) {
-  auto* label = new QLabel(mnemonics.Mark(caption) + (isRequired ? requiredMark : QString()));
+QLabel* LabelFor(QWidget* buddy, const QString& markedCaption, bool isRequired = false) {
+  auto* label = new QLabel(markedCaption + (isRequired ? requiredMark : QString()));
   label->setBuddy(buddy);
   return label;
+}
+
+// The letters of the page are handed out by hand: there are hardly enough of them. Every label has its own;
+// S, P and C are the toolbar's.
+QString Marked(QString caption, QChar letter) {
+  return caption.insert(caption.indexOf(letter, 0, Qt::CaseInsensitive), u'&');
 }
 
 }  // namespace
@@ -46,13 +52,13 @@ void DataEditor::BuildControls() {
   NotesTimer.setObjectName(u"NotesTimer"_s);
 
   BuildToolbar();
-  Mnemonics mnemonics(u"SPC"_s);  // the toolbar's
   auto* page = new QGridLayout;
-  page->addLayout(BuildHead(mnemonics), 0, 0, 1, 2);
-  page->addWidget(BuildSpecLimits(mnemonics), 1, 0);
-  page->addWidget(BuildControlLimits(mnemonics), 2, 0);
-  page->addWidget(BuildChartSetup(mnemonics), 3, 0);
-  page->addWidget(BuildRawData(mnemonics), 1, 1, 3, 1);
+  page->setSpacing(gap);
+  page->addLayout(BuildHead(), 0, 0, 1, 2);
+  page->addWidget(BuildSpecLimits(), 1, 0);
+  page->addWidget(BuildControlLimits(), 2, 0);
+  page->addWidget(BuildChartSetup(), 3, 0);
+  page->addWidget(BuildRawData(), 1, 1, 3, 1);
   page->setColumnStretch(1, 1);
   page->setRowStretch(3, 1);
 
@@ -68,7 +74,8 @@ void DataEditor::BuildControls() {
   layout->setSpacing(0);
   layout->addWidget(Toolbar1);
   auto* body = new QVBoxLayout;
-  body->setContentsMargins(9, 6, 9, 6);
+  body->setContentsMargins(gap, gap, gap, gap);
+  body->setSpacing(gap);
   body->addLayout(page, 1);
   body->addLayout(foot);
   layout->addLayout(body, 1);
@@ -86,14 +93,14 @@ void DataEditor::BuildToolbar() {
   Toolbar1->AddButton(LoadResText(u"Close;221"), LoadResText(u"Close the current screen;222"), Symbol::Close);
 }
 
-QLayout* DataEditor::BuildHead(Mnemonics& mnemonics) {
+QLayout* DataEditor::BuildHead() {
   txtDescription = Named(new QLineEdit(this), u"txtDescription"_s);
   comboUnits = Named(new QComboBox(this), u"comboUnits"_s);
   comboUnits->setMinimumContentsLength(8);
   comboUnits->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  auto* descriptionLabel = LabelFor(txtDescription, u"Description:"_s, mnemonics, true);
-  auto* unitsLabel = LabelFor(comboUnits, LoadResText(u"Unit of measurement:;156"), mnemonics, true);
-  cmdUnits = Named(new QPushButton(mnemonics.Mark(u"Edit Units…"_s), this), u"cmdUnits"_s);
+  auto* descriptionLabel = LabelFor(txtDescription, u"&Description:"_s, true);
+  auto* unitsLabel = LabelFor(comboUnits, Marked(LoadResText(u"Unit of measurement:;156"), u'U'), true);
+  cmdUnits = Named(new QPushButton(u"&Edit Units…"_s, this), u"cmdUnits"_s);
   cmdUnits->setToolTip(LoadResText(u"Unit Of Measurement Configuration;119"));
   cmdUnits->setAutoDefault(false);
 
@@ -108,50 +115,52 @@ QLayout* DataEditor::BuildHead(Mnemonics& mnemonics) {
 }
 
 // The group's boxes below each other: caption, box, unit.
-void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group, Mnemonics& mnemonics) {
+void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group) {
   int row = 0;
+  // The same in both groups, so that their columns stand below each other.
+  grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance(u"Range mean: *"_s));
+  grid->setColumnStretch(column + 1, 1);
   for (const NumberBox& entry : NumberBoxes()) {
     if (entry.group != group) continue;
     auto* box = Named(new QLineEdit(this), entry.ControlName());
     box->setAlignment(Qt::AlignRight);
-    box->setMinimumWidth(fontMetrics().averageCharWidth() * 13);
+    box->setMinimumWidth(fontMetrics().averageCharWidth() * 11);
     box->installEventFilter(this);
     numberBoxes_ << box;
     auto* unit = new QLabel(this);
     unit->setTextFormat(Qt::PlainText);
-    unit->setFixedWidth(fontMetrics().averageCharWidth() * 6);
+    unit->setFixedWidth(fontMetrics().averageCharWidth() * 5);
     unitLabels_ << unit;
-    grid->addWidget(LabelFor(box, entry.Caption() + u':', mnemonics, entry.isRequired), row, column);
+    grid->addWidget(LabelFor(box, entry.MarkedCaption() + u':', entry.isRequired), row, column);
     grid->addWidget(box, row, column + 1);
     grid->addWidget(unit, row++, column + 2);
   }
 }
 
-QGroupBox* DataEditor::BuildSpecLimits(Mnemonics& mnemonics) {
+QGroupBox* DataEditor::BuildSpecLimits() {
   auto* group = new QGroupBox(u"Specification and flier limits"_s, this);
   auto* grid = new QGridLayout(group);
-  AddNumberBoxes(grid, 0, NumberBox::SpecLimits, mnemonics);
-  AddNumberBoxes(grid, 3, NumberBox::Fliers, mnemonics);
-  checkDiscardFliers =
-      Named(new QCheckBox(mnemonics.Mark(u"Discard fliers on save"_s), group), u"checkDiscardFliers"_s);
+  AddNumberBoxes(grid, 0, NumberBox::SpecLimits);
+  AddNumberBoxes(grid, 3, NumberBox::Fliers);
+  checkDiscardFliers = Named(new QCheckBox(u"Discard fliers on save"_s, group), u"checkDiscardFliers"_s);
   checkDiscardFliers->setToolTip(u"Remove the values that do not lie between the flier limits"_s);
   grid->addWidget(checkDiscardFliers, 2, 3, 1, 3);
   return group;
 }
 
-QGroupBox* DataEditor::BuildControlLimits(Mnemonics& mnemonics) {
+QGroupBox* DataEditor::BuildControlLimits() {
   auto* group = new QGroupBox(u"Control limits"_s, this);
   auto* grid = new QGridLayout(group);
-  AddNumberBoxes(grid, 0, NumberBox::XBarLimits, mnemonics);
-  AddNumberBoxes(grid, 3, NumberBox::RangeLimits, mnemonics);
+  AddNumberBoxes(grid, 0, NumberBox::XBarLimits);
+  AddNumberBoxes(grid, 3, NumberBox::RangeLimits);
   checkCalculateControlLimitsOnSave =
-      Named(new QCheckBox(mnemonics.Mark(LoadResText(u"Calculate Control Limits on Save;152")), group),
+      Named(new QCheckBox(Marked(LoadResText(u"Calculate Control Limits on Save;152"), u'T'), group),
             u"checkCalculateControlLimitsOnSave"_s);
   grid->addWidget(checkCalculateControlLimitsOnSave, 3, 0, 1, 6);
   return group;
 }
 
-QGroupBox* DataEditor::BuildChartSetup(Mnemonics& mnemonics) {
+QGroupBox* DataEditor::BuildChartSetup() {
   auto* group = new QGroupBox(u"Chart setup"_s, this);
   comboSubGroup = Named(new QComboBox(group), u"comboSubGroup"_s);
   comboSubGroup->setEditable(true);
@@ -165,26 +174,26 @@ QGroupBox* DataEditor::BuildChartSetup(Mnemonics& mnemonics) {
   lstSensitivity = Named(new QListWidget(group), u"lstSensitivity"_s);
   for (int sensitivity = 0; sensitivity <= 2; ++sensitivity)
     lstSensitivity->addItem(DetectionRules::SensitivityText(sensitivity));
+  lstSensitivity->setSpacing(1);
   lstSensitivity->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   lstSensitivity->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  lstSensitivity->setFixedHeight(lstSensitivity->sizeHintForRow(0) * 3 + lstSensitivity->frameWidth() * 2);
+  lstSensitivity->setFixedHeight(lstSensitivity->sizeHintForRow(0) * 3 + lstSensitivity->frameWidth() * 2 +
+                                 gap);
 
   auto* sizes = new QHBoxLayout;
-  sizes->addWidget(LabelFor(comboSubGroup, u"Subgroup size:"_s, mnemonics, true));
+  sizes->addWidget(LabelFor(comboSubGroup, u"Subgroup si&ze:"_s, true));
   sizes->addWidget(comboSubGroup);
   sizes->addStretch();
-  sizes->addWidget(LabelFor(txtMaxSamples, LoadResText(u"Max Samples:;150"), mnemonics));
+  sizes->addWidget(LabelFor(txtMaxSamples, Marked(LoadResText(u"Max Samples:;150"), u'M')));
   sizes->addWidget(txtMaxSamples);
-  checkUseAllSamples = Named(new QCheckBox(mnemonics.Mark(LoadResText(u"Use all samples;151")), group),
-                             u"checkUseAllSamples"_s);
+  checkUseAllSamples =
+      Named(new QCheckBox(LoadResText(u"Use all samples;151"), group), u"checkUseAllSamples"_s);
   sizes->addWidget(checkUseAllSamples);
-  auto* sensitivityLabel = LabelFor(lstSensitivity, LoadResText(u"Sensitivity:;153"), mnemonics);
+  auto* sensitivityLabel = LabelFor(lstSensitivity, Marked(LoadResText(u"Sensitivity:;153"), u'Y'));
   optionLongTermDetection =
-      Named(new QRadioButton(mnemonics.Mark(LoadResText(u"Long term detection;154")), group),
-            u"optionLongTermDetection"_s);
+      Named(new QRadioButton(LoadResText(u"Long term detection;154"), group), u"optionLongTermDetection"_s);
   optionShortTermDetection =
-      Named(new QRadioButton(mnemonics.Mark(LoadResText(u"Short term detection;155")), group),
-            u"optionShortTermDetection"_s);
+      Named(new QRadioButton(LoadResText(u"Short term detection;155"), group), u"optionShortTermDetection"_s);
 
   auto* grid = new QGridLayout(group);
   grid->addLayout(sizes, 0, 0, 1, 2);
@@ -197,11 +206,11 @@ QGroupBox* DataEditor::BuildChartSetup(Mnemonics& mnemonics) {
   return group;
 }
 
-QGroupBox* DataEditor::BuildRawData(Mnemonics& mnemonics) {
+QGroupBox* DataEditor::BuildRawData() {
   auto* group = new QGroupBox(u"Raw data"_s, this);
   txtRawData = new RawDataBox(u"txtRawData"_s, group);
-  auto* label = LabelFor(txtRawData, u"Values, one on each line:"_s, mnemonics, true);
-  cmdRawData = Named(new QPushButton(mnemonics.Mark(u"Larger view…"_s), group), u"cmdRawData"_s);
+  auto* label = LabelFor(txtRawData, u"&Values, one on each line:"_s, true);
+  cmdRawData = Named(new QPushButton(u"Larger vie&w…"_s, group), u"cmdRawData"_s);
   cmdRawData->setAutoDefault(false);
   lblRawDataNote = Named(new QLabel(group), u"lblRawDataNote"_s);
   lblRawDataNote->setTextFormat(Qt::PlainText);

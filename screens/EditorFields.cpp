@@ -14,18 +14,18 @@ constexpr qint16 limitDecimals = 4;
 
 #define CARRIES(Property) &CData::Property, &CData::Set##Property
 constexpr NumberBox boxes[] = {
-    {u"txtUSL", u"Upper limit", NumberBox::SpecLimits, true, &EditorFields::usl, CARRIES(UpperSpecLimit)},
-    {u"txtNominal", u"Nominal", NumberBox::SpecLimits, true, &EditorFields::nominal,
+    {u"txtUSL", u"Upper l&imit", NumberBox::SpecLimits, true, &EditorFields::usl, CARRIES(UpperSpecLimit)},
+    {u"txtNominal", u"&Nominal", NumberBox::SpecLimits, true, &EditorFields::nominal,
      CARRIES(NominalSpecLimit)},
-    {u"txtLSL", u"Lower limit", NumberBox::SpecLimits, true, &EditorFields::lsl, CARRIES(LowerSpecLimit)},
-    {u"txtHiFlier", u"High flier", NumberBox::Fliers, false, &EditorFields::hiFlier, CARRIES(HiFlier)},
-    {u"txtLowFlier", u"Low flier", NumberBox::Fliers, false, &EditorFields::lowFlier, CARRIES(LoFlier)},
-    {u"txtXUCL", u"X-bar UCL", NumberBox::XBarLimits, false, &EditorFields::xUCL, CARRIES(XBarUCL)},
-    {u"txtXMean", u"X-bar mean", NumberBox::XBarLimits, false, &EditorFields::xMean, CARRIES(XBarMean)},
-    {u"txtXLCL", u"X-bar LCL", NumberBox::XBarLimits, false, &EditorFields::xLCL, CARRIES(XBarLCL)},
-    {u"txtRUCL", u"Range UCL", NumberBox::RangeLimits, false, &EditorFields::rUCL, CARRIES(RBarUCL)},
-    {u"txtRMean", u"Range mean", NumberBox::RangeLimits, false, &EditorFields::rMean, CARRIES(RBarMean)},
-    {u"txtRLCL", u"Range LCL", NumberBox::RangeLimits, false, &EditorFields::rLCL, CARRIES(RBarLCL)},
+    {u"txtLSL", u"L&ower limit", NumberBox::SpecLimits, true, &EditorFields::lsl, CARRIES(LowerSpecLimit)},
+    {u"txtHiFlier", u"&High flier", NumberBox::Fliers, false, &EditorFields::hiFlier, CARRIES(HiFlier)},
+    {u"txtLowFlier", u"Low &flier", NumberBox::Fliers, false, &EditorFields::lowFlier, CARRIES(LoFlier)},
+    {u"txtXUCL", u"&X-bar UCL", NumberBox::XBarLimits, false, &EditorFields::xUCL, CARRIES(XBarUCL)},
+    {u"txtXMean", u"X-&bar mean", NumberBox::XBarLimits, false, &EditorFields::xMean, CARRIES(XBarMean)},
+    {u"txtXLCL", u"X-bar &LCL", NumberBox::XBarLimits, false, &EditorFields::xLCL, CARRIES(XBarLCL)},
+    {u"txtRUCL", u"&Range UCL", NumberBox::RangeLimits, false, &EditorFields::rUCL, CARRIES(RBarUCL)},
+    {u"txtRMean", u"R&ange mean", NumberBox::RangeLimits, false, &EditorFields::rMean, CARRIES(RBarMean)},
+    {u"txtRLCL", u"Ran&ge LCL", NumberBox::RangeLimits, false, &EditorFields::rLCL, CARRIES(RBarLCL)},
 };
 #undef CARRIES
 

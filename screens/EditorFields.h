@@ -32,7 +32,7 @@ struct NumberBox {
   enum Group { SpecLimits, Fliers, XBarLimits, RangeLimits };
 
   const char16_t* control;
-  const char16_t* caption;
+  const char16_t* markedCaption;  // with its mnemonic
   Group group;
   bool isRequired;
   QString EditorFields::*text;
@@ -40,7 +40,8 @@ struct NumberBox {
   void (CData::*store)(double);
 
   QString ControlName() const { return QString::fromUtf16(control); }
-  QString Caption() const { return QString::fromUtf16(caption); }
+  QString MarkedCaption() const { return QString::fromUtf16(markedCaption); }
+  QString Caption() const { return MarkedCaption().remove(u'&'); }
 };
 
 std::span<const NumberBox> NumberBoxes();  // in the page's order

@@ -52,10 +52,11 @@ QStringList Fields(const QString& text) {
 
 // Fields that are no numbers, such as a column's heading, have no say in it.
 bool CommasAreDecimal(const QStringList& fields) {
-  return std::ranges::none_of(fields, [](const QString& field) {
+  const auto speaksAgainst = [](const QString& field) {
     if (HasDecimalComma(field) || HasThousandsSeparators(field)) return false;
     return IsListOfNumbers(field) || (field.contains(u'.') && Conversions::IsNumeric(field));
-  });
+  };
+  return std::ranges::any_of(fields, HasDecimalComma) && std::ranges::none_of(fields, speaksAgainst);
 }
 
 QStringList SplitAtCommas(const QString& field) {

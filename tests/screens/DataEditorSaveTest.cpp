@@ -1,0 +1,293 @@
+// Saving from the data editor: each check with its message, what is stored, and that a save that stops
+// changes nothing.
+#include "screens/DataEditorSave.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "core/DataObjectFunctions.h"
+#include "platform/language/Conversions.h"
+#include "tests/support/TestProgram.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+using MessageBox::Icon;
+
+namespace {
+
+QString Values(int count) {
+  QString text;
+  for (int i = 0; i < count; ++i) text += QString::number(9.5 + (i * 7 % 11) / 10.0) + u'\n';
+  text.chop(1);  // as typed: the last line is not ended
+  return text;
+}
+
+class DataEditorSaveTest : public testing::Test {
+ protected:
+  DataEditorSaveTest() {
+    fields.description = u" shaft Ø 🛠 "_s;
+    fields.units = u"mm"_s;
+    fields.usl = u"12"_s;
+    fields.nominal = u"10"_s;
+    fields.lsl = u"8"_s;
+    fields.subGroup = u"4"_s;
+    fields.rawData = Values(40);
+  }
+
+  QByteArray FileBytes() const {
+    QFile file(program.LibraryPath());
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+
+  // Loads the table, as the program does, and takes the fields of its one data set.
+  CDataPtr Edit() {
+    const qint32 id = program.Insert(u"BORE"_s);
+    EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+    CDataPtr data;
+    DataObjectFunctions::GetDataObjectByID(id, data);
+    fields = EditorFields::Of(*data);
+    return data;
+  }
+
+  QVariant Stored(const QString& column) const {
+    return program.Rows(u"SELECT \"%1\" FROM StatData"_s.arg(column)).at(0).at(0);
+  }
+
+  void ExpectSaved(const CDataPtr& edited) {
+    program.boxes.Expect();
+    EXPECT_TRUE(DataEditorSave(fields, edited).SaveSelect());
+    EXPECT_EQ(program.boxes.Take().text, u"All data successfully saved."_s);
+  }
+
+  TestProgram program;
+  EditorFields fields;
+};
+
+TEST_F(DataEditorSaveTest, AddsWithOneBoxAndNeverTwice) {
+  fields.rawData = Values(8);
+  program.boxes.Expect();
+  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  const MessageBox::Request box = program.boxes.Take();
+  EXPECT_TRUE(box.text.startsWith(u"Data was saved to the database, but the application could not"_s));
+  EXPECT_EQ(box.title, u"System Message"_s);
+  EXPECT_EQ(box.icon, Icon::Critical);
+  EXPECT_EQ(Stored(u"Description"_s), u"SHAFT Ø 🛠"_s);
+  EXPECT_EQ(Stored(u"UnitOfMeasurement"_s), u"MM"_s);
+  EXPECT_EQ(Stored(u"Values"_s).toString().count(u','), 8) << "a last line that is not ended counts as well";
+  EXPECT_EQ(Stored(u"HiFlier"_s), 16.0);
+  EXPECT_EQ(Stored(u"LoFlier"_s), 4.0);
+  EXPECT_NE(Stored(u"XBarUCL"_s), 0.0);
+  EXPECT_EQ(program.screen.calls, QStringList{u"AddListRow SHAFT Ø 🛠"_s});
+
+  const QByteArray before = FileBytes();
+  program.boxes.Expect();
+  DataEditorSave again(fields);
+  EXPECT_FALSE(again.SaveSelect());
+  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"The file description entered already exists."_s));
+  EXPECT_EQ(again.ControlAtFault(), u"txtDescription"_s);
+  EXPECT_EQ(FileBytes(), before);
+}
+
+struct Refusal {
+  const char* what;
+  void (*spoil)(EditorFields&);
+  QString text;
+  QString title;
+  Icon icon;
+  QString control = {};
+};
+
+TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
+  const QString required = u"The required fields"_s, subGroup = u"The sub group size must be a value"_s,
+                limits = u"Upper and lower control limits must be entered"_s,
+                nominal = u"The nominal value cannot exceed"_s,
+                values = u"Data values could not be validated. Ensure at least 8 data points exist and"_s,
+                error = u"Error attempting to save data: \r\n"_s, system = u"System Message"_s,
+                errorTitle = u"Error"_s, raw = u"txtRawData"_s;
+  constexpr auto exclamation = Icon::Exclamation;
+#define SPOILT(change) [](EditorFields& f) { change; }
+  const Refusal refusals[] = {
+      {"no data", SPOILT(f.rawData = u" \r\n\n"_s), u"No data to process"_s, system, Icon::Critical, raw},
+      {"seven values", SPOILT(f.rawData = Values(7)), values, system, exclamation, raw},
+      {"text at the end", SPOILT(f.rawData += u"\nabc"_s), values, system, exclamation, raw},
+      {"too large a number", SPOILT(f.rawData += u"\n1e999"_s), values, system, exclamation, raw},
+      {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768)), values, system, exclamation, raw},
+      {"no description", SPOILT(f.description = u"  "_s), required, errorTitle, exclamation,
+       u"txtDescription"_s},
+      {"no unit", SPOILT(f.units.clear()), required, errorTitle, exclamation, u"comboUnits"_s},
+      {"decimal comma", SPOILT(f.usl = u"12,5"_s), required, errorTitle, exclamation, u"txtUSL"_s},
+      {"not a number", SPOILT(f.nominal = u"NaN"_s), required, errorTitle, exclamation, u"txtNominal"_s},
+      {"400 digits", SPOILT(f.lsl = QString(400, u'9')), required, errorTitle, exclamation, u"txtLSL"_s},
+      {"limits alike", SPOILT(f.lsl = f.usl), required, errorTitle, exclamation, u"txtUSL"_s},
+      {"no subgroup size", SPOILT(f.subGroup.clear()), required, errorTitle, exclamation, u"comboSubGroup"_s},
+      {"subgroup size 0", SPOILT(f.subGroup = u"0"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
+      {"subgroup size 21", SPOILT(f.subGroup = u"21"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
+      {"a limit missing", SPOILT(f.calculateLimits = false; f.rLCL.clear()), limits, system, exclamation,
+       u"txtXUCL"_s},
+      {"nominal above", SPOILT(f.nominal = u"12.001"_s), nominal, system, exclamation, u"txtNominal"_s},
+      {"no maximum", SPOILT(f.useAllSamples = false; f.maxSamples = u"ten"_s),
+       u"The value entered for the max"_s, system, exclamation, u"txtMaxSamples"_s},
+      {"maximum beyond 16 bits", SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s),
+       error + u"Max Samples: no more than 32767"_s, system, Icon::Critical},
+      {"flier with a comma", SPOILT(f.hiFlier = u"14,5"_s),
+       error + u"High flier: \"14,5\" is not a number. Decimals are written with a point."_s, system,
+       Icon::Critical},
+  };
+#undef SPOILT
+  const EditorFields newFields = fields;
+  const CDataPtr edited = Edit();
+  edited->SetRBarLCL(0.5);
+  const CData dataBefore = *edited;
+  const QByteArray before = FileBytes();
+  for (const bool adding : {true, false}) {
+    for (const Refusal& refusal : refusals) {
+      SCOPED_TRACE(refusal.what);
+      EditorFields spoilt = adding ? newFields : fields;
+      refusal.spoil(spoilt);
+      program.boxes.Expect();
+      DataEditorSave save(spoilt, adding ? nullptr : edited);
+      EXPECT_FALSE(save.SaveSelect());
+      const MessageBox::Request box = program.boxes.Take();
+      EXPECT_TRUE(box.text.startsWith(refusal.text)) << box.text.toStdString();
+      EXPECT_EQ(box.title, refusal.title);
+      EXPECT_EQ(box.icon, refusal.icon);
+      EXPECT_EQ(save.ControlAtFault(), refusal.control);
+    }
+  }
+  EXPECT_EQ(FileBytes(), before);
+  EXPECT_EQ(edited->HiFlier(), dataBefore.HiFlier());
+  EXPECT_EQ(edited->DelimitedInputString(), dataBefore.DelimitedInputString());
+  EXPECT_EQ(program.state.gDataCollection.size(), 1U);
+}
+
+TEST_F(DataEditorSaveTest, AnApostropheEndsInAMessageAndNeverInARow) {
+  for (const QString& name : {u"O'RING"_s, u"X'; DELETE FROM StatData; --"_s}) {
+    fields.description = name;
+    const QByteArray before = FileBytes();
+    program.boxes.Expect();
+    EXPECT_FALSE(DataEditorSave(fields).SaveSelect());
+    EXPECT_TRUE(program.boxes.Take().text.startsWith(u"QCGlobalFunctions::IsDuplicateName failed"_s));
+    EXPECT_EQ(FileBytes(), before);
+  }
+}
+
+TEST_F(DataEditorSaveTest, ExcessSamplesAreCutOnlyOnYes) {
+  fields.rawData = Values(50);
+  fields.useAllSamples = false;
+  fields.maxSamples = u"40"_s;
+  program.boxes.Expect(Answer::No);
+  EXPECT_FALSE(DataEditorSave(fields).SaveSelect());
+  const MessageBox::Request question = program.boxes.Take();
+  EXPECT_EQ(question.text, u"10 samples will be discarded upon save. Continue?"_s);
+  EXPECT_EQ(question.icon, Icon::Question);
+  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
+
+  program.boxes.Expect(Answer::Yes);
+  program.boxes.Expect();
+  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  EXPECT_EQ(Stored(u"Values"_s), Values(40).replace(u'\n', u','));
+  EXPECT_EQ(program.state.gDataCollection.at(0)->SampleQty(), 40);
+}
+
+TEST_F(DataEditorSaveTest, FliersGoBeforeExcessSamples) {
+  fields.rawData = Values(38) + u"\n16\n4"_s;  // values on the limits go as well
+  fields.discardFliers = true;
+  program.boxes.Expect();
+  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  EXPECT_EQ(Stored(u"Values"_s), Values(38).replace(u'\n', u',') + u',');
+
+  // 39 are to be kept and 38 are left: all of these.
+  fields.description = u"second"_s;
+  fields.useAllSamples = false;
+  fields.maxSamples = u"39"_s;
+  program.boxes.Expect(Answer::Yes);
+  program.boxes.Expect();
+  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  EXPECT_EQ(program.state.gDataCollection.back()->SampleQty(), 36) << "complete subgroups of 38";
+}
+
+TEST_F(DataEditorSaveTest, NothingLeftToSaveStopsWithAReason) {
+  fields.discardFliers = true;
+  fields.hiFlier = u"2"_s;
+  fields.lowFlier = u"1"_s;
+  DataEditorSave allFliers(fields);
+  EXPECT_FALSE(allFliers.SaveSelect());
+  EXPECT_FALSE(allFliers.Reason().isEmpty());
+
+  fields.discardFliers = false;
+  fields.useAllSamples = false;
+  fields.maxSamples = u"0"_s;
+  DataEditorSave noneKept(fields);
+  EXPECT_FALSE(noneKept.SaveSelect());
+  EXPECT_FALSE(noneKept.Reason().isEmpty());
+  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
+}
+
+TEST_F(DataEditorSaveTest, FewSamplesAreNamedByTheCountBeforeTheFliersWent) {
+  program.boxes.Expect();
+  DataEditorSave unchecked(fields);
+  EXPECT_FALSE(unchecked.PrepareRawData().isEmpty());
+  EXPECT_EQ(
+      program.boxes.Take().text,
+      u"-40 samples have been discarded because they exceed flier limits. Only 40 samples are remaining."
+      "There must be at least 8 number of valid data samples to process"_s);
+}
+
+TEST_F(DataEditorSaveTest, EditedLimitsAreKeptOrCalculated) {
+  const CDataPtr edited = Edit();
+  EXPECT_TRUE(fields.calculateLimits) << "a range limit of zero cannot be kept";
+  EXPECT_EQ(fields.rLCL, u".0000"_s);
+  EXPECT_EQ(fields.usl, u"12.0000"_s);
+  fields.description = u"another name"_s;
+  fields.calculateLimits = false;
+  fields.xUCL = u"11.5"_s;
+  fields.xLCL = u"-.5"_s;
+  fields.xMean = u""_s;  // is calculated
+  fields.rUCL = u"2"_s;
+  fields.rLCL = u".0001"_s;
+  ExpectSaved(edited);
+  EXPECT_EQ(Stored(u"XBarUCL"_s), 11.5);
+  EXPECT_EQ(Stored(u"XBarLCL"_s), -0.5);
+  EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0001);
+  EXPECT_NEAR(Stored(u"XBarMean"_s).toDouble(), 10, 0.1);
+  EXPECT_EQ(Stored(u"Description"_s), u"BORE"_s);
+  EXPECT_EQ(edited->Description(), u"BORE"_s);
+  EXPECT_EQ(edited->XBarUCL(), 11.5);
+  EXPECT_EQ(program.screen.calls, QStringList{u"UpdateListRow BORE"_s});
+
+  fields = EditorFields::Of(*edited);
+  EXPECT_FALSE(fields.calculateLimits);
+  EXPECT_EQ(fields.xLCL, u"-.5000"_s);
+  fields.calculateLimits = true;
+  ExpectSaved(edited);
+  EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0);
+  EXPECT_NE(Stored(u"XBarUCL"_s), 11.5);
+}
+
+TEST_F(DataEditorSaveTest, AFailedWriteLeavesTheDataSetInUseAsItWas) {
+  const CDataPtr edited = Edit();
+  const QString before = edited->DelimitedInputString();
+  fields.rawData = Values(60);
+  Connection::FaultHook = [](const QString& operation) {
+    if (operation == u"update"_s) throw DatabaseError(u"the disk is full"_s);
+  };
+  program.boxes.Expect();
+  EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
+  EXPECT_TRUE(
+      program.boxes.Take().text.startsWith(u"DataObjectFunctions::SaveDataObjectToDatabase failed"_s));
+  Connection::FaultHook = nullptr;
+  EXPECT_EQ(edited->DelimitedInputString(), before);
+  EXPECT_EQ(edited->SampleQty(), 40);
+}
+
+TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
+  EXPECT_TRUE(fields.Hint().isEmpty());
+  fields.lowFlier = u"7,5"_s;
+  EXPECT_EQ(fields.Hint(), u"Low flier: write the decimal point, 7.5."_s);
+  fields.usl = u"1e999"_s;
+  EXPECT_EQ(fields.Hint(), u"Upper limit: this is not a number."_s);
+}
+
+}  // namespace
