@@ -45,6 +45,7 @@ void ShowInDatabasePanel(const QString& text) {
 void UseDatabase(const QString& path, const QString& revision, bool keepInSettings) {
   ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(QFileInfo(path).fileName(), LoadResText(u"DB Rev. ;300"), revision));
   if (keepInSettings) {
+    Globals().gDatabaseForThisRun.clear();
     clsSetup& setup = Globals().gSetup;
     setup.DatabaseName = path;
     RegistryFunctions::SetKeyValue(setup.RegistryKeyPath, u"DatabaseName"_s, Registry::String, path);

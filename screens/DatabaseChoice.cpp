@@ -20,7 +20,9 @@ namespace {
 const auto allFiles = u"All Files (*)"_s;
 
 QString CurrentFolder() {
-  const QString& current = Globals().gSetup.DatabaseName;
+  const ProgramState& state = Globals();
+  const QString& current =
+      state.gDatabaseForThisRun.isEmpty() ? state.gSetup.DatabaseName : state.gDatabaseForThisRun;
   return current.isEmpty() ? QDir::homePath() : QFileInfo(current).path();
 }
 
