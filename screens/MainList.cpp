@@ -27,6 +27,7 @@ MainList::MainList(QWidget* parent) : QTreeWidget(parent) {
   setTabKeyNavigation(false);
   setVerticalScrollMode(ScrollPerPixel);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
   SetupListColumns();
   connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* row) {
     if (row) Q_EMIT ItemClick(row->text(Description));
@@ -46,9 +47,9 @@ void MainList::SetupListColumns() {
 
 void MainList::SizeColumns() {
   const int width = viewport()->width();
-  const int icon = std::max(width * 4 / 100, iconSize().width() + fontMetrics().height());
+  const int icon = std::max(width * 4 / 100, iconSize().width() * 2);
   setColumnWidth(Icon, icon);
-  setColumnWidth(Description, std::min(width * 95 / 100, width - icon));
+  setColumnWidth(Description, width - icon);
 }
 
 void MainList::AddRow(const CData& dataSet) { addTopLevelItem(MakeRow(dataSet)); }

@@ -2,7 +2,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QProgressBar>
+#include <QScreen>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <utility>
@@ -29,6 +31,22 @@ void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* fo
   timer.setParent(form);
 }
 
+// Its text may be longer than the panel is wide: then it ends in dots, and the window stays as it is.
+class PanelLabel : public QLabel {
+ public:
+  explicit PanelLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const QRect place = contentsRect();
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
+    QPainter(this).drawText(place, Qt::AlignVCenter | Qt::AlignLeft, shown);
+  }
+};
+
 }  // namespace
 
 frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screens_(std::move(screens)) {
@@ -49,7 +67,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   setCentralWidget(body);
   ListView1->setFocus();
   const int em = fontMetrics().height();
-  resize(em * 64, em * 40);
+  resize(QSize(em * 64, em * 40).boundedTo(screen()->availableSize() * 0.9));
 
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
@@ -136,7 +154,7 @@ QWidget* frmMain::BuildSummaryPanel() {
   layout->addWidget(Image1);
   layout->addWidget(ProcessStateIndicator1);
   layout->addWidget(StatSummary1);
-  layout->addStretch();
+  layout->addStretch(1);
   panel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   return panel;
 }
@@ -144,11 +162,9 @@ QWidget* frmMain::BuildSummaryPanel() {
 void frmMain::BuildStatusBar() {
   auto* StatusBar1 = statusBar();
   StatusBar1->setObjectName(u"StatusBar1"_s);
-  panel1_ = new QLabel(StatusBar1);
+  panel1_ = new PanelLabel(StatusBar1);
   panel1_->setObjectName(u"StatusBar1_1"_s);
-  panel1_->setTextFormat(Qt::PlainText);
-  // A long file name must not widen the window.
-  panel1_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  panel1_->setContentsMargins(fontMetrics().height() / 2, 0, fontMetrics().height(), 0);
   panel2_ = new QLabel(StatusBar1);
   panel2_->setObjectName(u"StatusBar1_2"_s);
   panel2_->setTextFormat(Qt::PlainText);
