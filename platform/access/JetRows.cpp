@@ -45,12 +45,9 @@ bool JetRows::Next() try { return Advance(); } catch (const JetError& error) {
 }
 
 bool JetRows::Advance() {
-  for (;;) {
+  while (slot_ < slotCount_ || NextPage()) {
     if (slot_ == slotCount_) {
-      if (!NextPage()) {
-        break;
-      }
-      continue;
+      continue;  // a page without records
     }
     const JetRecord record = JetPages::Record(page_, slot_++);
     if (record.deleted) {
@@ -74,13 +71,13 @@ bool JetRows::NextPage() {
   if (!map_) {
     map_.emplace(pages_, table_.ownedPages);
   }
-  const quint32 number = map_->Next();
-  if (number == 0) {
+  const std::optional<quint32> number = map_->Next();
+  if (!number) {
     return false;
   }
-  page_ = pages_.Page(number, JetPages::DataPage);
+  page_ = pages_.Page(*number, JetPages::DataPage);
   if (Owner(page_) != table_.page) {
-    throw JetError(u"page %1 of the file belongs to something else"_s.arg(number));
+    throw JetError(u"page %1 of the file belongs to something else"_s.arg(*number));
   }
   slot_ = 0;
   slotCount_ = JetPages::RecordCount(page_);

@@ -19,7 +19,7 @@ JetUsageMap::JetUsageMap(JetPages& pages, quint32 pointer) : pages_(pages), map_
   inLine_ = kind == 0;
 }
 
-quint32 JetUsageMap::Next() {
+std::optional<quint32> JetUsageMap::Next() {
   for (;;) {
     for (; bit_ < bitmap_.size() * 8; ++bit_) {
       if ((bitmap_[bit_ / 8] >> (bit_ % 8) & 1) != 0) {
@@ -27,7 +27,7 @@ quint32 JetUsageMap::Next() {
       }
     }
     if (!NextBitmap()) {
-      return 0;
+      return std::nullopt;
     }
   }
 }

@@ -1,13 +1,15 @@
 // Walks the map of the pages that a table of an Access file owns, in page order.
 #pragma once
 
+#include <optional>
+
 #include "platform/access/JetPages.h"
 
 class JetUsageMap {
  public:
   JetUsageMap(JetPages& pages, quint32 pointer);
 
-  quint32 Next();  // the next page's number, 0 when there is none left
+  std::optional<quint32> Next();  // the next page's number, nothing when there is none left
 
  private:
   bool NextBitmap();

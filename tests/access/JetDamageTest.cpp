@@ -73,6 +73,14 @@ TEST_F(JetDamage, IsRefusedWithTheTableNamed) {
        [&](QByteArray& b) { b[page + 15] = static_cast<char>(b[page + 15] | 0x80); }},
       {"a row with fewer columns", [&](QByteArray& b) { Put<quint16>(b, firstRow, 17); }},
       {"a row with more columns", [&](QByteArray& b) { Put<quint16>(b, firstRow, 24); }},
+      // Row 0 ends with its page: three bytes of null mask, behind the number and the offsets of three
+      // columns.
+      {"a long text said to be Null",
+       [&](QByteArray& b) { b[page + 4093] = static_cast<char>(b[page + 4093] & ~4); }},
+      {"a column that starts too late",
+       [&](QByteArray& b) {
+         Put<quint16>(b, page + 4085, static_cast<quint16>(Get<quint16>(b, page + 4085) + 2));
+       }},
       {"a long text longer than the file", [&](QByteArray& b) { Put<quint32>(b, field, 0x3FFFFFFF); }},
       {"a long text declared shorter",
        [&](QByteArray& b) { Put<quint32>(b, field, Get<quint32>(b, field) - 2); }},
@@ -123,7 +131,7 @@ TEST_F(JetDamage, MovedRowsMustBeWhereTheyAreMarked) {
     for (quint32 slot = 0; slot < Get<quint16>(file, PageAt(page) + 12); ++slot) {
       const auto flags = Get<quint16>(file, PageAt(page) + 14 + 2 * slot) & 0xC000;
       if (flags == 0x4000) moved.push_back(RecordAt(file, page << 8 | slot));
-      if (flags == 0) ordinary = page << 8 | slot;
+      if (flags == 0 && ordinary == 0) ordinary = page << 8 | slot;
     }
   }
   ASSERT_EQ(moved.size(), 18U);

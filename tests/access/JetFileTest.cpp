@@ -46,7 +46,7 @@ TEST(JetFile, RefusesByName) {
     return copy;
   };
   QByteArray garbage = plant.left(JetPages::pageSize);
-  for (int i = 0; i < 39 * JetPages::pageSize; ++i) garbage += static_cast<char>(i * i / 7);
+  for (quint32 i = 0; i < 39 * JetPages::pageSize; ++i) garbage += static_cast<char>(i * i / 7);
   const std::vector<std::pair<QByteArray, std::string>> cases = {
       {Bytes(u"jet3.mdb"_s), "Access 97"},
       {changed(plant, 0x14, 1 ^ 9), "not known (9)"},
