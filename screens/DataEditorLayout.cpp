@@ -80,6 +80,7 @@ void DataEditor::BuildControls() {
   body->addLayout(foot);
   layout->addLayout(body, 1);
   SetTabOrder();
+  resize(minimumSizeHint());
   txtDescription->setFocus();
 }
 
@@ -209,6 +210,7 @@ QGroupBox* DataEditor::BuildChartSetup() {
 QGroupBox* DataEditor::BuildRawData() {
   auto* group = new QGroupBox(u"Raw data"_s, this);
   txtRawData = new RawDataBox(u"txtRawData"_s, group);
+  txtRawData->setMinimumWidth(fontMetrics().averageCharWidth() * 26);
   auto* label = LabelFor(txtRawData, u"&Values, one on each line:"_s, true);
   cmdRawData = Named(new QPushButton(u"Larger vie&w…"_s, group), u"cmdRawData"_s);
   cmdRawData->setAutoDefault(false);
