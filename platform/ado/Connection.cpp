@@ -12,9 +12,11 @@ namespace {
 // How long a statement waits for another program to let go of the file.
 constexpr int lockWaitMilliseconds = 2000;
 
-// SQLite's primary result codes that have plainer words than the library's own.
-QString PlainReason(int code, const QString& libraryText) {
-  switch (code) {
+// SQLite's result codes that have plainer words than the library's own.
+QString PlainReason(int extendedCode, const QString& libraryText) {
+  constexpr int movedWhileOpen = 0x408;
+  if (extendedCode == movedWhileOpen) return u"the file has been moved or deleted"_s;
+  switch (extendedCode & 0xff) {  // the primary code
     case 3:
     case 23:
       return u"access is denied"_s;
@@ -119,8 +121,7 @@ void Connection::Close() {
 }
 
 DatabaseError Connection::Failure(const QSqlError& error) const {
-  // Extended codes carry the primary one in the low byte.
-  const int code = Provider == OdbcProvider ? 0 : error.nativeErrorCode().toInt() & 0xff;
+  const int code = Provider == OdbcProvider ? 0 : error.nativeErrorCode().toInt();
   return DatabaseError(u"%1: %2"_s.arg(place_, PlainReason(code, LibraryText(error))));
 }
 
