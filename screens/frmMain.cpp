@@ -253,11 +253,12 @@ void frmMain::ViewChart() {
 
 void frmMain::AddData() {
   Trap(u"frmMain::AddData"_s, [this] {
-    Globals().gAddMode = true;
-    added_.clear();
+    ProgramState& state = Globals();
+    const size_t before = state.gDataCollection.size();
+    state.gAddMode = true;
     screens_.editor();
-    // The new data set has no ID until it has been read from the table.
-    ReloadLibrary();
+    // A new data set has no ID until it has been read from the table.
+    if (state.gDataCollection.size() != before) ReloadLibrary();
   });
 }
 

@@ -369,16 +369,19 @@ TEST_F(MainScreenTest, DeletesAfterAQuestion) {
 TEST_F(MainScreenTest, AFailedDeleteLeavesTheRow) {
   program.Insert(u"Bore"_s);
   StartLoaded();
-  Connection::FaultHook = [](const QString& operation) {
-    if (operation == u"execute"_s) throw DatabaseError(u"StatData.mdb: the file is read-only"_s);
+  const auto failure = [this] {
+    program.boxes.Expect(Answer::Yes);
+    program.boxes.Expect();
+    Action("mnuDelete").trigger();
+    program.boxes.Take();
+    return program.boxes.Take().text;
   };
-  program.boxes.Expect(Answer::Yes);
-  program.boxes.Expect();
-  Action("mnuDelete").trigger();
-  program.boxes.Take();
-  EXPECT_EQ(
-      program.boxes.Take().text,
-      u"QCGlobalFunctions::DeleteRecordByID failed with error: \r\nStatData.mdb: the file is read-only"_s);
+  const QString failed = u"QCGlobalFunctions::DeleteRecordByID failed with error: \r\n"_s;
+  Connection::FaultHook = [](const QString&) { throw DatabaseError(u"the file is read-only"_s); };
+  EXPECT_EQ(failure(), failed + u"the file is read-only"_s);
+  Connection::FaultHook = nullptr;
+  QFile::remove(program.LibraryPath());
+  EXPECT_EQ(failure(), failed + program.LibraryPath() + u": the file has been moved or deleted"_s);
   EXPECT_EQ(Rows(), QStringList{u"Bore"_s});
   EXPECT_EQ(Enabled(), u"xxxxxxxx"_s);
 }
