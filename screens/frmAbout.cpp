@@ -75,6 +75,9 @@ void frmAbout::BuildControls() {
       label(u"lblDescription"_s,
             LoadResText(u"Kestrel - SPC control charting solution for the quality system novice;302"));
   auto* lblDisclaimer = label(u"lblDisclaimer"_s, LoadResText(u"Warning;303"));
+  // A wrapped label asks for the height it needs at its narrowest.
+  lblDescription->setMinimumWidth(em * 20);
+  lblDisclaimer->setMinimumWidth(em * 20);
 
   auto* cmdOK = new QPushButton(u"&OK"_s, this);
   cmdOK->setObjectName(u"cmdOK"_s);

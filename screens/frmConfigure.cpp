@@ -50,8 +50,8 @@ void frmConfigure::BuildControls() {
   optionEditSelection->setObjectName(u"optionEditSelection"_s);
 
   auto* options = new QVBoxLayout(frameDoubleClickAction);
-  options->addWidget(optionViewChart);
-  options->addWidget(optionEditSelection);
+  options->addWidget(optionViewChart, 0, Qt::AlignLeft);
+  options->addWidget(optionEditSelection, 0, Qt::AlignLeft);
   (new QVBoxLayout(frameListviewSettings))->addWidget(frameDoubleClickAction);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();

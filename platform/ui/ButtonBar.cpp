@@ -81,7 +81,7 @@ bool ButtonBar::eventFilter(QObject* watched, QEvent* event) {
   if (button && event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (button->menu() && (enter || key == Qt::Key_Down)) {
+    if (button->defaultAction()->menu() && (enter || key == Qt::Key_Down)) {
       button->showMenu();
       return true;
     }

@@ -10,8 +10,8 @@ class QMenu;
 
 // Buttons and entries count from 1. A bar named "Toolbar1" names its second button's tool button and action
 // "Toolbar1_2" and the third entry of that button's menu "Toolbar1_2_3". A button that has entries opens its
-// menu on a click and does nothing else; the arrow keys and Enter work from the keyboard, and Alt with the
-// underlined letter.
+// menu on a click and does nothing else. From the keyboard Enter, Space and Alt with the underlined letter
+// press a button, and Down opens its menu.
 class ButtonBar : public QToolBar {
   Q_OBJECT
  public:

@@ -210,7 +210,6 @@ void HelpViewer::ShowTopic(int number) {
 }
 
 void HelpViewer::Open(const QUrl& page) {
-  if (page_->source() == page) return;
   if (HtmlOf(page).isEmpty()) {
     page_->setHtml(u"<h1>Page not found</h1><p>The manual's page \"%1\" is missing.</p>"_s.arg(
         page.fileName().toHtmlEscaped()));
