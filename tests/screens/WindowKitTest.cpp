@@ -1,0 +1,205 @@
+// The window kit by itself: pictures that read without colour, bars driven by mouse and keyboard, boxes and
+// their answers.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+#include "platform/ui/Indicators.h"
+#include "platform/ui/QtMessageBox.h"
+#include "platform/ui/RecordBar.h"
+#include "platform/ui/StatSummary.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QImage Grey(const QPixmap& picture) {
+  QImage onWhite(picture.size(), QImage::Format_RGB32);
+  onWhite.fill(Qt::white);
+  QPainter(&onWhite).drawPixmap(0, 0, picture);
+  return onWhite.convertToFormat(QImage::Format_Grayscale8);
+}
+
+// Calls act once, as soon as find gives a window, from inside whatever runs its event loop then.
+template <class Find, class Act>
+void WhenThere(Find find, Act act) {
+  auto* poll = new QTimer(qApp);
+  QObject::connect(poll, &QTimer::timeout, poll, [=] {
+    if (auto* window = find()) {
+      poll->stop();
+      poll->deleteLater();
+      act(window);
+    }
+  });
+  poll->start(0);
+}
+
+// The share of pixels that differ clearly.
+double Difference(const QImage& a, const QImage& b) {
+  int differing = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x)
+      differing += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 40;
+  }
+  return double(differing) / (a.width() * a.height());
+}
+
+TEST(Indicators, StatesDifferWithoutColourAtEverySize) {
+  for (const int side : {16, 24, 64}) {
+    for (int a = 0; a <= 4; ++a) {
+      for (int b = a + 1; b <= 4; ++b) {
+        const double difference = Difference(Grey(ProcessStateIcon(a).pixmap(side, side)),
+                                             Grey(ProcessStateIcon(b).pixmap(side, side)));
+        EXPECT_GT(difference, 0.08) << "states " << a << " and " << b << " at " << side;
+      }
+    }
+  }
+}
+
+TEST(Indicators, SayTheirStateInWords) {
+  ProcessStateIndicator indicator;
+  indicator.SetCaption(u"Process Control Indicator"_s);
+  indicator.setProperty("Value", 2);
+  EXPECT_EQ(indicator.accessibleName(), u"Process Control Indicator: Brink of chaos"_s);
+  EXPECT_TRUE(indicator.toolTip().startsWith(u"Brink of chaos"_s));
+  indicator.SetValue(99);
+  EXPECT_TRUE(indicator.toolTip().startsWith(u"Not evaluated"_s));
+
+  Led go, stop;
+  for (Led* lamp : {&go, &stop}) lamp->SetOn(true);
+  stop.SetColorValue(Led::Stop);
+  EXPECT_NE(go.toolTip(), stop.toolTip());
+  EXPECT_GT(Difference(Grey(go.grab()), Grey(stop.grab())), 0.05);
+}
+
+TEST(StatSummaryTest, ShowsGeneralNumbersAndNothingWhenCleared) {
+  StatSummary summary;
+  const auto shown = [&](const QString& name) { return summary.findChild<QLabel*>(name)->text(); };
+  summary.SetMinValue(100000);
+  summary.SetMaxValue(0.00012);
+  summary.SetCPKValue(1.5);
+  EXPECT_EQ(shown(u"MinValue"_s), u"100000"_s);
+  EXPECT_EQ(shown(u"MaxValue"_s), u"0.00012"_s);
+  EXPECT_EQ(shown(u"CPKValue"_s), u"1.5"_s);
+  summary.Clear();
+  EXPECT_EQ(shown(u"CPKValue"_s), QString());
+}
+
+TEST(MnemonicsTest, GivesEachCaptionALetterOfItsOwn) {
+  Mnemonics mnemonics(u"s"_s);
+  EXPECT_EQ(mnemonics.Mark(u"&Close"_s), u"&Close"_s);
+  EXPECT_EQ(mnemonics.Mark(u"Zoom In"_s), u"&Zoom In"_s);
+  EXPECT_EQ(mnemonics.Mark(u"Zoom Out"_s), u"Zoom &Out"_s);  // the second word's first letter
+  EXPECT_EQ(mnemonics.Mark(u"Copy && so"_s), u"Co&py && so"_s);
+  EXPECT_EQ(mnemonics.Mark(u"zoc"_s), u"zoc"_s);  // none left
+}
+
+class ButtonBarTest : public testing::Test {
+ protected:
+  ButtonBarTest() {
+    bar.AddButton(u"View"_s, u"View it"_s, Symbol::Chart);
+    bar.AddButton(u"Tools"_s, u"Utilities"_s, Symbol::Tools);
+    bar.AddEntry(2, u"Configuration"_s, Symbol::Settings);
+    bar.AddEntry(2, u"Connection"_s, Symbol::Database);
+    bar.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&bar));
+  }
+
+  QToolButton* Tool(const QString& name) const { return bar.findChild<QToolButton*>(name); }
+
+  // Runs action, which must open the menu, and picks its second entry there by its letter ("C&onnection",
+  // since the C is the first entry's).
+  static void PickFromMenu(const std::function<void()>& action) {
+    WhenThere([] { return QApplication::activePopupWidget(); },
+              [](QWidget* menu) { QTest::keyClick(menu, Qt::Key_O); });
+    action();
+  }
+
+  ButtonBar bar{u"Toolbar1"_s};
+  QSignalSpy clicks{&bar, &ButtonBar::ButtonClick};
+  QSignalSpy picks{&bar, &ButtonBar::ButtonMenuClick};
+};
+
+TEST_F(ButtonBarTest, PlainButtonsAnswerMouseKeysAndMnemonic) {
+  QToolButton* view = Tool(u"Toolbar1_1"_s);
+  QTest::mouseClick(view, Qt::LeftButton);
+  view->setFocus();
+  QTest::keyClick(view, Qt::Key_Return);
+  QTest::keyClick(view, Qt::Key_Space);
+  QTest::keyClick(&bar, Qt::Key_V, Qt::AltModifier);
+  QTRY_COMPARE_WITH_TIMEOUT(clicks.count(), 4, 1000);
+  for (const auto& click : clicks) EXPECT_EQ(click.at(0).toInt(), 1);
+  bar.Button(1)->setEnabled(false);
+  QTest::mouseClick(view, Qt::LeftButton);
+  EXPECT_EQ(clicks.count(), 4);
+  EXPECT_EQ(view->toolTip(), u"View it"_s);
+}
+
+TEST_F(ButtonBarTest, AButtonWithAMenuOnlyOpensIt) {
+  QToolButton* tools = Tool(u"Toolbar1_2"_s);
+  PickFromMenu([&] { QTest::mouseClick(tools, Qt::LeftButton); });
+  tools->setFocus();
+  PickFromMenu([&] { QTest::keyClick(tools, Qt::Key_Down); });
+  PickFromMenu([&] { QTest::keyClick(tools, Qt::Key_Return); });
+  ASSERT_EQ(picks.count(), 3);
+  for (const auto& pick : picks) EXPECT_EQ(pick, (QList<QVariant>{2, 2}));
+  EXPECT_EQ(clicks.count(), 0);
+  EXPECT_TRUE(bar.findChild<QAction*>(u"Toolbar1_2_2"_s));
+}
+
+TEST_F(ButtonBarTest, ANewCaptionKeepsItsLetter) {
+  bar.AddButton(u"Zoom In"_s, {}, Symbol::ZoomIn);
+  bar.SetCaption(3, u"Zoom Out"_s, Symbol::ZoomOut);
+  EXPECT_EQ(Tool(u"Toolbar1_3"_s)->text(), u"&Zoom Out"_s);
+}
+
+TEST(RecordBarTest, OffersElevenCommands) {
+  RecordBar bar(u"qsMenuBar1"_s);
+  bar.show();
+  QSignalSpy commands(&bar, &RecordBar::Command);
+  for (int command = 1; command <= 11; ++command) {
+    auto* button = bar.findChild<QToolButton*>(u"qsMenuBar1_%1"_s.arg(command));
+    ASSERT_TRUE(button) << command;
+    EXPECT_EQ(button->isVisible(), command != RecordBar::NoAction) << command;
+    if (command != RecordBar::NoAction) QTest::mouseClick(button, Qt::LeftButton);
+  }
+  EXPECT_EQ(commands.count(), 10);
+  EXPECT_EQ(commands.last().at(0).toInt(), int(RecordBar::Exit));
+  bar.SetEnabled(RecordBar::Save, false);
+  EXPECT_FALSE(bar.IsEnabled(RecordBar::Save));
+}
+
+// Shows the box and answers it with a key.
+MessageBox::Answer Answered(const MessageBox::Request& request, Qt::Key key,
+                            Qt::KeyboardModifiers modifiers = {}) {
+  WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); },
+            [=](QMessageBox* box) {
+              EXPECT_EQ(box->windowTitle(), request.title);
+              EXPECT_EQ(box->text(), u"one\n\ntwo <b>"_s);
+              QTest::keyClick(box, key, modifiers);
+            });
+  return QtMessageBox().Show(request);
+}
+
+TEST(QtMessageBoxTest, EscapeRefusesAndLettersChoose) {
+  using namespace MessageBox;
+  Request request{u"one\r\rtwo <b>"_s, u"System Message"_s, Icon::Question, Buttons::YesNo};
+  EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::No);
+  EXPECT_EQ(Answered(request, Qt::Key_Y, Qt::AltModifier), Answer::Yes);
+  request.buttons = Buttons::YesNoCancel;
+  EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::Cancel);
+  EXPECT_EQ(Answered(request, Qt::Key_N, Qt::AltModifier), Answer::No);
+  request.buttons = Buttons::Ok;
+  EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::Ok);
+}
+
+}  // namespace
