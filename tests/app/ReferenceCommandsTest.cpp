@@ -1,4 +1,6 @@
 // The reference cases through the program: what stats says, and that saving and loading changes no verdict.
+#include <QLocale>
+
 #include "tests/app/Program.h"
 
 using namespace Qt::StringLiterals;
@@ -12,11 +14,13 @@ class ReferenceCommandsTest : public ProgramTest {
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return QJsonDocument::fromJson(file.readAll()).array();
   }
-  static QString Text(const QJsonValue& number) { return QString::number(number.toDouble(), 'g', 17); }
+  static QString Text(const QJsonValue& number) {
+    return QString::number(number.toDouble(), 'g', QLocale::FloatingPointShortest);
+  }
   static QByteArray Values(const QJsonObject& reference) {
     QByteArray text;
     for (const auto& value : reference[u"values"_s].toArray()) {
-      text += QByteArray::number(value.toDouble(), 'g', 12) + '\n';
+      text += QByteArray::number(value.toDouble(), 'g', QLocale::FloatingPointShortest) + '\n';
     }
     return text;
   }
