@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 #include "platform/ui/Icons.h"
 
@@ -92,7 +94,8 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
                     }).pixmap(QSize(em * 5 / 2, em * 5 / 2), box.devicePixelRatio()));
   }
   if (auto* text = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
-    text->setMinimumWidth(std::min(metrics.size(0, box.text()).width(), em * 28));
+    const int room = box.screen()->availableSize().width() - em * 10;
+    text->setMinimumWidth(std::min({metrics.size(0, box.text()).width(), em * 28, room}));
   }
 }
 
