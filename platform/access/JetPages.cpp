@@ -141,7 +141,7 @@ QByteArray JetPages::Page(quint32 number, PageType type) {
 
 int JetPages::RecordCount(const QByteArray& dataPage) {
   const int count = Get<quint16>(dataPage, 12);
-  Slice(dataPage, 14, 2 * count);
+  Slice(dataPage, 14, 2 * qsizetype{count});
   return count;
 }
 

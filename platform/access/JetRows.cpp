@@ -14,7 +14,7 @@ constexpr quint32 longValueOwner = 0x4C41564C;  // "LVAL" where other data pages
 quint32 Owner(const QByteArray& dataPage) { return Get<quint32>(dataPage, 4); }
 
 // The i-th offset of a row's variable columns; they are stored backwards.
-qsizetype VariableOffset(QByteArrayView row, qsizetype maskStart, int i) {
+qsizetype VariableOffset(QByteArrayView row, qsizetype maskStart, qsizetype i) {
   return Get<quint16>(row, maskStart - 4 - 2 * i);
 }
 
@@ -88,7 +88,7 @@ bool JetRows::NextPage() {
 JetRecord JetRows::FollowMoved(const JetRecord& record) {
   const auto pointer = Get<quint32>(record.Bytes(), 0);
   UseOnce(pointer);
-  const JetRecord target = pages_.Record(pointer);
+  JetRecord target = pages_.Record(pointer);
   if (Owner(target.page) != table_.page || !target.deleted || target.moved) {
     throw JetError(u"the row was moved, and is not where it should be"_s);
   }
@@ -121,7 +121,7 @@ JetRows::Layout JetRows::ReadLayout(QByteArrayView row) const {
     const qsizetype end = VariableOffset(row, layout.maskStart, layout.variables);
     sound = sound && end == layout.maskStart - 4 - 2 * layout.variables;
   }
-  for (int i = 0; i < layout.variables; ++i) {
+  for (qsizetype i = 0; i < layout.variables; ++i) {
     sound = sound && VariableOffset(row, layout.maskStart, i) <= VariableOffset(row, layout.maskStart, i + 1);
   }
   if (!sound || !FitsColumns(layout)) {

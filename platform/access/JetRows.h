@@ -33,7 +33,7 @@ class JetRows {
   // Where the parts of one row are.
   struct Layout {
     int columns = 0;  // numbers below it were in the table when the row was written
-    int variables = 0;
+    qsizetype variables = 0;
     qsizetype fixedEnd = 0;
     qsizetype maskStart = 0;
   };
