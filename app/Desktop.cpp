@@ -1,7 +1,9 @@
 #include "app/Desktop.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QWindow>
 
 #include "charts/StatGraphics.h"
 #include "core/Globals.h"
@@ -31,6 +33,15 @@ void ShowChartScreen(PagePrinting& printing) {
                 .helpTopic = HelpTopics::ChartScreen},
                printing, QApplication::activeWindow())
       .exec();
+}
+
+// The user sees the window before the program turns to the database. Where the window does not come to the
+// screen soon, the program goes on without it.
+void ShowPainted(QWidget& window) {
+  window.show();
+  QElapsedTimer waiting;
+  waiting.start();
+  while (!window.windowHandle()->isExposed() && waiting.elapsed() < 200) QCoreApplication::processEvents();
 }
 
 // Installs the state and the presenters of boxes for as long as it lives.
@@ -79,7 +90,7 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
                 .about = ShowModal<frmAbout>});
   QApplication::setWindowIcon(main.windowIcon());
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
-  main.show();
+  ShowPainted(main);
   if (!main.Form_Load()) return 1;
   return QApplication::exec();
 }
