@@ -80,7 +80,7 @@ void DataEditor::BuildControls() {
   body->addLayout(foot);
   layout->addLayout(body, 1);
   SetTabOrder();
-  resize(minimumSizeHint());
+  resize(minimumSizeHint() + QSize(fontMetrics().averageCharWidth() * 14, 0));
   txtDescription->setFocus();
 }
 
@@ -125,7 +125,7 @@ void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group) {
     if (entry.group != group) continue;
     auto* box = Named(new QLineEdit(this), entry.ControlName());
     box->setAlignment(Qt::AlignRight);
-    box->setMinimumWidth(fontMetrics().averageCharWidth() * 11);
+    box->setMinimumWidth(fontMetrics().averageCharWidth() * 15);
     box->installEventFilter(this);
     numberBoxes_ << box;
     auto* unit = new QLabel(this);
@@ -170,7 +170,7 @@ QGroupBox* DataEditor::BuildChartSetup() {
   for (int size = 1; size <= 20; ++size) comboSubGroup->addItem(QString::number(size));
   txtMaxSamples = Named(new QLineEdit(group), u"txtMaxSamples"_s);
   txtMaxSamples->setAlignment(Qt::AlignRight);
-  txtMaxSamples->setMaximumWidth(fontMetrics().averageCharWidth() * 11);
+  txtMaxSamples->setFixedWidth(fontMetrics().averageCharWidth() * 9);
   txtMaxSamples->installEventFilter(this);
   lstSensitivity = Named(new QListWidget(group), u"lstSensitivity"_s);
   for (int sensitivity = 0; sensitivity <= 2; ++sensitivity)

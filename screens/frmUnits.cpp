@@ -22,6 +22,14 @@ namespace {
 
 const QString allUnits = u"SELECT * FROM Units"_s;
 
+// A locked box takes the ground's colour, so that it is seen before something is typed in vain.
+void Lock(QLineEdit* box, bool locked) {
+  box->setReadOnly(locked);
+  QPalette palette;
+  if (locked) palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+  box->setPalette(palette);
+}
+
 }  // namespace
 
 frmUnits::frmUnits(QWidget* parent) : QDialog(parent) {
@@ -244,8 +252,8 @@ void frmUnits::UpdateButtons() {
   for (const int command : {RecordBar::Next, RecordBar::Last})
     qsMenuBar1->SetEnabled(command, states.nextAndLast);
 
-  txtName->setReadOnly(!IsNewRecord);
-  txtDescription->setReadOnly(!IsNewRecord && !states.currentRecord);
+  Lock(txtName, !IsNewRecord);
+  Lock(txtDescription, !IsNewRecord && !states.currentRecord);
   QString record = u"No unit is shown. Refresh list shows the units, Add makes a new one."_s;
   if (IsNewRecord)
     record = u"New unit"_s;

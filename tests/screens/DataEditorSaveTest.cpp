@@ -131,6 +131,8 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
        u"The value entered for the max"_s, system, exclamation, u"txtMaxSamples"_s},
       {"maximum beyond 16 bits", SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s),
        error + u"Max Samples: no more than 32767"_s, system, Icon::Critical},
+      {"limits too far apart", SPOILT(f.usl = u"1e308"_s; f.lsl = u"-1e308"_s),
+       error + u"The spec limits are too far apart."_s, system, Icon::Critical},
       {"flier with a comma", SPOILT(f.hiFlier = u"14,5"_s),
        error + u"High flier: \"14,5\" is not a number. Decimals are written with a point."_s, system,
        Icon::Critical},
@@ -280,6 +282,15 @@ TEST_F(DataEditorSaveTest, AFailedWriteLeavesTheDataSetInUseAsItWas) {
   Connection::FaultHook = nullptr;
   EXPECT_EQ(edited->DelimitedInputString(), before);
   EXPECT_EQ(edited->SampleQty(), 40);
+}
+
+TEST_F(DataEditorSaveTest, ADataSetDeletedElsewhereIsNotAddedAnew) {
+  const CDataPtr edited = Edit();
+  program.Execute(u"DELETE * FROM StatData"_s);
+  program.boxes.Expect();
+  EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
+  EXPECT_TRUE(program.boxes.Take().text.contains(u"was deleted from the library"_s));
+  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
 }
 
 TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
