@@ -25,6 +25,10 @@
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
 
+namespace {
+constexpr int longColumn = 2000;  // lines
+}
+
 DataEditor::DataEditor(QWidget* parent) : QDialog(parent) {
   Trap(u"DataEditor::Form_Load"_s, [this] {
     BuildControls();
@@ -93,11 +97,11 @@ void DataEditor::MonitorChanges() {
   NotesTimer.start();
 }
 
-// Coalesced, so that typing never waits for the count of a long column.
+// Coalesced, and for a long column put off until the keys rest, so that typing never waits for the count.
 void DataEditor::FieldChanged() {
   Toolbar1->Button(SaveButton)->setEnabled(true);
   reason_.clear();
-  NotesTimer.start();
+  NotesTimer.start(txtRawData->blockCount() > longColumn ? 150 : 0);
 }
 
 void DataEditor::UpdateNotes() {
