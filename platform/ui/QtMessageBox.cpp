@@ -94,8 +94,10 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
                     }).pixmap(QSize(em * 5 / 2, em * 5 / 2), box.devicePixelRatio()));
   }
   if (auto* text = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
-    const int room = box.screen()->availableSize().width() - em * 10;
-    text->setMinimumWidth(std::min({metrics.size(0, box.text()).width(), em * 28, room}));
+    // The box wraps by itself a text that is wider; with a floor to its width it would cut that off instead.
+    const int width = metrics.size(0, box.text()).width();
+    if (width <= std::min(em * 28, box.screen()->availableSize().width() - em * 10))
+      text->setMinimumWidth(width);
   }
 }
 

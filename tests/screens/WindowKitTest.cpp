@@ -202,4 +202,17 @@ TEST(QtMessageBoxTest, EscapeRefusesAndLettersChoose) {
   EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::Ok);
 }
 
+// The label's floor of width once kept the box from wrapping: the rest of the text was cut off.
+TEST(QtMessageBoxTest, LongTextsAreWrapped) {
+  WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); },
+            [](QMessageBox* box) {
+              const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
+              EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+              EXPECT_TRUE(label->wordWrap());
+              QTest::keyClick(box, Qt::Key_Escape);
+            });
+  QtMessageBox().Show(
+      {u"many words "_s.repeated(20), u"Error"_s, MessageBox::Icon::Exclamation, MessageBox::Buttons::Ok});
+}
+
 }  // namespace
