@@ -1,5 +1,7 @@
 #include "core/DataObjectFunctions.h"
 
+#include <algorithm>
+
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/Trap.h"
@@ -54,7 +56,8 @@ QString DateText(const QVariant& value) {
 void Fill(CData& data, const Recordset& rows) {
   data.SetDescription(rows.Field(u"Description"_s).toString());
   data.SetDelimitedInputString(rows.Field(u"Values"_s).toString());
-  const auto samples = data.DelimitedInputString().count(u',');  // each value is followed by a comma
+  const QString values = data.DelimitedInputString();
+  const auto samples = std::count(values.begin(), values.end(), u',');  // each value is followed by a comma
   data.SetSampleQty(Conversions::CInt(static_cast<double>(samples)));
   data.SetID(Conversions::CLng(Number(rows.Field(u"ID"_s), u"ID"_s)));
   data.SetLastModified(DateText(rows.Field(u"LastModified"_s)));

@@ -1,43 +1,45 @@
 #include "engine/Rules.h"
 
-#include <cstdlib>
+#include <bit>
 #include <initializer_list>
 
 namespace engine {
 
 namespace {
 
-// How far beyond the centre line a point lies, in whole sigma units: -2, -1 (below), 0, 1, 2 (above).
-template <class Number>
-int Zone(Number point, const ChartLines<Number>& lines) {
-  const bool above = point > lines.centre;
-  const Number distance = above ? point - lines.centre : lines.centre - point;
-  const Number threeSigma = above ? lines.upper - lines.centre : lines.centre - lines.lower;
-  if (distance == 0) return 0;
-  if (3 * distance > 2 * threeSigma) return above ? 2 : -2;
-  if (3 * distance > threeSigma) return above ? 1 : -1;
-  return 0;
-}
-
-// The zones of the last five points, the newest first.
-class RecentZones {
+// Which of the last points lie beyond a line, a bit for each, the newest lowest.
+class History {
  public:
-  void Add(int zone) {
-    for (int i = 4; i > 0; --i) zones_[i] = zones_[i - 1];
-    zones_[0] = zone;
-  }
-  // Whether the newest point lies in `zone` or beyond it, as do at least `needed` of the newest `span` points
-  // on its side.
-  bool Complete(int zone, int needed, int span) const {
-    const int newest = zones_[0];
-    if (std::abs(newest) < zone) return false;
-    int count = 0;
-    for (int i = 0; i < span; ++i) count += newest > 0 ? zones_[i] >= zone : zones_[i] <= -zone;
-    return count >= needed;
+  void Add(bool beyond) { bits_ = bits_ << 1 | (beyond ? 1U : 0U); }
+  // Whether the newest point does, with at least `needed` of the newest `span` points.
+  bool Completes(int needed, int span) const {
+    return (bits_ & 1U) && std::popcount(bits_ & ((1U << span) - 1)) >= needed;
   }
 
  private:
-  int zones_[5] = {};
+  unsigned bits_ = 0;
+};
+
+// The zones of the last points on one side of the centre line.
+template <class Number>
+class Side {
+ public:
+  explicit Side(Number threeSigma) : threeSigma_(threeSigma) {}
+  // distance: beyond the centre line on this side; 0 or less for a point that lies elsewhere.
+  void Add(Number distance) {
+    beyondOne_.Add(distance > 0 && 3 * distance > threeSigma_);
+    beyondTwo_.Add(distance > 0 && 3 * distance > 2 * threeSigma_);
+    run_ = distance > 0 ? run_ + 1 : 0;
+  }
+  bool BreaksRuleTwo() const { return beyondTwo_.Completes(2, 3); }
+  bool BreaksRuleThree() const { return beyondOne_.Completes(4, 5); }
+  bool BreaksRuleFour() const { return run_ >= 8; }
+
+ private:
+  Number threeSigma_;
+  History beyondOne_;
+  History beyondTwo_;
+  int run_ = 0;
 };
 
 }  // namespace
@@ -46,24 +48,18 @@ template <class Number>
 void FindViolations(std::span<const Number> points, const ChartLines<Number>& lines, std::size_t firstPoint,
                     ViolatingPoints& violating) {
   for (auto& list : violating) list.clear();
-  RecentZones recent;
-  int run = 0;  // successive points on one side; negative below the centre line
+  Side<Number> above(lines.upper - lines.centre);
+  Side<Number> below(lines.centre - lines.lower);
   for (std::size_t i = firstPoint; i < points.size(); ++i) {
     const Number point = points[i];
     const std::size_t seen = i - firstPoint + 1;
-    recent.Add(Zone(point, lines));
-    if (point > lines.centre) {
-      run = run > 0 ? run + 1 : 1;
-    } else if (point < lines.centre) {
-      run = run < 0 ? run - 1 : -1;
-    } else {
-      run = 0;
-    }
+    above.Add(point - lines.centre);
+    below.Add(lines.centre - point);
     const auto position = static_cast<std::int16_t>(i + 1);
     if (point > lines.upper || point < lines.lower) violating[0].push_back(position);
-    if (seen >= 3 && recent.Complete(2, 2, 3)) violating[1].push_back(position);
-    if (seen >= 5 && recent.Complete(1, 4, 5)) violating[2].push_back(position);
-    if (std::abs(run) >= 8) violating[3].push_back(position);
+    if (seen >= 3 && (above.BreaksRuleTwo() || below.BreaksRuleTwo())) violating[1].push_back(position);
+    if (seen >= 5 && (above.BreaksRuleThree() || below.BreaksRuleThree())) violating[2].push_back(position);
+    if (above.BreaksRuleFour() || below.BreaksRuleFour()) violating[3].push_back(position);
   }
 }
 
