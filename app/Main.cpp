@@ -34,12 +34,27 @@ int RunCommandLine(int argc, char** argv, const QStringList& words) {
   return CommandLine::Run(words);
 }
 
+// Without one the windows' library ends the program without a word that helps.
+bool HasDisplay() {
+#ifdef Q_OS_LINUX
+  return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+         qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+#else
+  return true;
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QCoreApplication::setApplicationName(u"Kestrel"_s);
   QCoreApplication::setApplicationVersion(Version::text);
   const QStringList words = WordsOf(argc, argv);
-  return CommandLine::IsCommand(words) ? RunCommandLine(argc, argv, words)
-                                       : RunDesktop(argc, argv, words.value(0));
+  if (CommandLine::IsCommand(words)) return RunCommandLine(argc, argv, words);
+  if (!HasDisplay()) {
+    std::fputs("kestrel: there is no display for the desktop program; kestrel help lists the commands\n",
+               stderr);
+    return CommandLine::FileTrouble;
+  }
+  return RunDesktop(argc, argv, words.value(0));
 }
