@@ -229,6 +229,8 @@ bool DataEditor::SaveSelect() {
     ShowFields(stored);
   } else {
     accept();  // a second save of the same fields must not make a second row
+    // The last box and the editor go at the same moment, which leaves some desktops without an active window.
+    if (parentWidget()) parentWidget()->activateWindow();
   }
   return true;
 }
