@@ -1,6 +1,7 @@
 #include "app/Desktop.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QWindow>
@@ -44,6 +45,19 @@ void ShowPainted(QWidget& window) {
   while (!window.windowHandle()->isExposed() && waiting.elapsed() < 200) QCoreApplication::processEvents();
 }
 
+// Gives the keyboard back to the window under a dialog that closes: without a window manager nobody else
+// does.
+class Reactivation : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Hide) {
+      auto* dialog = qobject_cast<QDialog*>(watched);
+      if (dialog && dialog->parentWidget()) dialog->parentWidget()->activateWindow();
+    }
+    return false;
+  }
+};
+
 // Installs the state and the presenters of boxes for as long as it lives.
 class Installation {
  public:
@@ -81,6 +95,8 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   const SingleInstance instance;
   if (instance.PrevInstance()) return 0;
 
+  Reactivation reactivation;
+  application.installEventFilter(&reactivation);
   const Installation installation;
   if (!fileForThisRun.isEmpty()) Globals().gDatabaseForThisRun = QFileInfo(fileForThisRun).absoluteFilePath();
   PagePrinting printing;
