@@ -241,13 +241,19 @@ void frmMain::UpdateToolbarStates() {
   for (QAction* item : {menuView, mnuEdit, mnuDelete}) item->setEnabled(any);
 }
 
+void frmMain::Open(const std::function<void()>& screen) {
+  screen();
+  // A screen that closes together with a message box above it may leave no window active.
+  if (!IsClosing) activateWindow();
+}
+
 void frmMain::DoubleClickAction() {
   (Globals().gSetup.ListviewDoubleClickViewsChart ? menuView : mnuEdit)->trigger();
 }
 
 void frmMain::ViewChart() {
   Trap(u"frmMain::ViewChart"_s, [this] {
-    if (CurrentDataSet()) screens_.chart();
+    if (CurrentDataSet()) Open(screens_.chart);
   });
 }
 
@@ -256,7 +262,7 @@ void frmMain::AddData() {
     ProgramState& state = Globals();
     const size_t before = state.gDataCollection.size();
     state.gAddMode = true;
-    screens_.editor();
+    Open(screens_.editor);
     // A new data set has no ID until it has been read from the table.
     if (state.gDataCollection.size() != before) ReloadLibrary();
   });
@@ -266,7 +272,7 @@ void frmMain::EditData() {
   Trap(u"frmMain::EditData"_s, [this] {
     if (!CurrentDataSet()) return;
     Globals().gAddMode = false;
-    screens_.editor();
+    Open(screens_.editor);
   });
 }
 

@@ -76,6 +76,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void ClearSummary();
   void UpdateToolbarStates();
 
+  void Open(const std::function<void()>& screen);
   void ViewChart();
   void AddData();
   void EditData();

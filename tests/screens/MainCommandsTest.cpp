@@ -136,7 +136,9 @@ TEST_F(MainCommandsTest, AFailedDeleteLeavesTheRow) {
     return program.boxes.Take().text;
   };
   const QString failed = u"QCGlobalFunctions::DeleteRecordByID failed with error: \r\n"_s;
-  Connection::FaultHook = [](const QString&) { throw DatabaseError(u"the file is read-only"_s); };
+  Connection::FaultHook = [](const QString& operation) {
+    if (operation == u"execute"_s) throw DatabaseError(u"the file is read-only"_s);
+  };
   EXPECT_EQ(failure(), failed + u"the file is read-only"_s);
   Connection::FaultHook = nullptr;
   QFile::remove(program.LibraryPath());
