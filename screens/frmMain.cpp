@@ -241,19 +241,13 @@ void frmMain::UpdateToolbarStates() {
   for (QAction* item : {menuView, mnuEdit, mnuDelete}) item->setEnabled(any);
 }
 
-void frmMain::Open(const std::function<void()>& screen) {
-  screen();
-  // A screen that closes together with a message box above it may leave no window active.
-  if (!IsClosing) activateWindow();
-}
-
 void frmMain::DoubleClickAction() {
   (Globals().gSetup.ListviewDoubleClickViewsChart ? menuView : mnuEdit)->trigger();
 }
 
 void frmMain::ViewChart() {
   Trap(u"frmMain::ViewChart"_s, [this] {
-    if (CurrentDataSet()) Open(screens_.chart);
+    if (CurrentDataSet()) screens_.chart();
   });
 }
 
@@ -262,7 +256,7 @@ void frmMain::AddData() {
     ProgramState& state = Globals();
     const size_t before = state.gDataCollection.size();
     state.gAddMode = true;
-    Open(screens_.editor);
+    screens_.editor();
     // A new data set has no ID until it has been read from the table.
     if (state.gDataCollection.size() != before) ReloadLibrary();
   });
@@ -272,7 +266,7 @@ void frmMain::EditData() {
   Trap(u"frmMain::EditData"_s, [this] {
     if (!CurrentDataSet()) return;
     Globals().gAddMode = false;
-    Open(screens_.editor);
+    screens_.editor();
   });
 }
 

@@ -76,7 +76,6 @@ class frmMain : public QMainWindow, public MainScreen {
   void ClearSummary();
   void UpdateToolbarStates();
 
-  void Open(const std::function<void()>& screen);
   void ViewChart();
   void AddData();
   void EditData();

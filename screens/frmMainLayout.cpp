@@ -106,7 +106,7 @@ void frmMain::BuildToolbar() {
 
   button(u"Tools;233", u"System Utilities;234", Symbol::Tools);
   entry(ToolsButton, LoadResText(u"Configuration;235"), Symbol::Settings,
-        [this] { Open(screens_.configuration); });
+        [this] { screens_.configuration(); });
   entry(ToolsButton, LoadResText(u"Database Connection;255"), Symbol::Database, [this] {
     Attach(DatabaseChoice::ChooseExisting());
   })->setShortcut(QKeySequence::Open);
@@ -114,7 +114,7 @@ void frmMain::BuildToolbar() {
 
   button(u"Help;219", u"Application Help;220", Symbol::Help);
   entry(HelpButton, u"Contents"_s, Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });
-  entry(HelpButton, u"About"_s, Symbol::About, [this] { Open(screens_.about); });
+  entry(HelpButton, u"About"_s, Symbol::About, [this] { screens_.about(); });
 
   connect(button(u"Exit;243", u"Exit the application;244", Symbol::Exit), &QAction::triggered, this,
           [this] { ExitTimer.start(); });
