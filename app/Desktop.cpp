@@ -1,7 +1,6 @@
 #include "app/Desktop.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QWindow>
@@ -45,14 +44,16 @@ void ShowPainted(QWidget& window) {
   while (!window.windowHandle()->isExposed() && waiting.elapsed() < 200) QCoreApplication::processEvents();
 }
 
-// Gives the keyboard back to the window under a dialog that closes: without a window manager nobody else
+// Gives the keyboard back to the window that was under a closed one: without a window manager nobody else
 // does.
 class Reactivation : public QObject {
  public:
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Hide) {
-      auto* dialog = qobject_cast<QDialog*>(watched);
-      if (dialog && dialog->parentWidget()) dialog->parentWidget()->activateWindow();
+    if (event->type() != QEvent::Hide || event->spontaneous()) return false;
+    const auto* closed = qobject_cast<QWidget*>(watched);
+    if (closed && (closed->windowType() == Qt::Dialog || closed->windowType() == Qt::Window)) {
+      QWidget* below = closed->parentWidget() ? closed->parentWidget() : QApplication::activeModalWidget();
+      if (below) below->activateWindow();
     }
     return false;
   }
