@@ -1,5 +1,6 @@
 // The commands that make and change libraries: new, import, append, convert.
-#include <QFileInfo>
+#include <QRegularExpression>
+#include <limits>
 
 #include "app/Arguments.h"
 #include "app/Commands.h"
@@ -65,6 +66,11 @@ void FillLimits(const Arguments& arguments, CData& data) {
     throw UsageError(u"the nominal value %1 does not lie within the specification limits %2 to %3"_s.arg(
         arguments.Value(u"nominal"_s), arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s)));
   }
+  if (!(lower < upper)) {
+    throw UsageError(u"the specification limits %1 and %2 are one with %3 decimals"_s
+                         .arg(arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s))
+                         .arg(data.PrecisionValue()));
+  }
   data.SetUpperSpecLimit(upper);
   data.SetLowerSpecLimit(lower);
   data.SetNominalSpecLimit(nominal);
@@ -95,9 +101,48 @@ QString VerdictOf(const CData& data) {
   return data.IsInControl() ? u"in control"_s : u"out of control, rule %1"_s.arg(data.RuleViolation());
 }
 
-void PrintResult(const CData& data) {
-  Console::Print(
-      u"%1: %2 samples, %3\n"_s.arg(data.Description()).arg(data.SampleQty()).arg(VerdictOf(data)));
+void PrintResult(const CData& data, qsizetype added) {
+  const auto values = data.DelimitedInputString().count(u',');
+  const auto left = values - data.SampleQty();
+  Console::Print(u"%1: %2 values added, %3 in all, %4 plot points%5, %6\n"_s.arg(data.Description())
+                     .arg(added)
+                     .arg(values)
+                     .arg(data.NumberOfPlotPoints())
+                     .arg(left > 0 ? u" and %1 values left over"_s.arg(left) : QString(), VerdictOf(data)));
+}
+
+// "7,5" may be two values or one with a decimal comma: what is stored must not be a guess.
+void RefuseDoubtfulComma(const QString& word) {
+  static const QRegularExpression doubtful(u"^[+-]?\\d+,\\d+$"_s);
+  if (doubtful.match(word).hasMatch()) {
+    throw UsageError(
+        u"\"%1\" may be one value or two: write decimals with a point, and separate values by blanks"_s.arg(
+            word));
+  }
+}
+
+QStringList ValuesToAppend(const Arguments& arguments) {
+  QStringList words = arguments.Positional().mid(1);
+  if (words.isEmpty()) {
+    static const QRegularExpression blanks(u"[\\s;]+"_s);
+    words = QString::fromUtf8(Console::ReadInput()).split(blanks, Qt::SkipEmptyParts);
+  }
+  QStringList values;
+  for (const QString& word : words) {
+    RefuseDoubtfulComma(word);
+    values += Console::SplitValues(word.toUtf8());
+  }
+  if (values.isEmpty()) throw UsageError(u"there are no values to append"_s);
+  CheckNumbers(values);
+  return values;
+}
+
+// The unit is offered by the data editor from then on.
+void AddUnit(const QString& name, Connection& database) {
+  if (name.isEmpty()) return;
+  database.Execute(
+      u"INSERT INTO Units (Name) SELECT ? WHERE NOT EXISTS (SELECT * FROM Units WHERE Name = ? AND Deleted = 0)"_s,
+      {name, name});
 }
 
 }  // namespace
@@ -131,13 +176,14 @@ int Import(const QStringList& words) {
 
   // One transaction, so that nobody adds the same description in between.
   Transaction transaction(session.Database());
-  if (DataObjectFunctions::ReadDataObject(data->Description())) {
+  if (session.ReadDataSet(data->Description())) {
     throw UsageError(
         u"%1 has a data set \"%2\" already"_s.arg(arguments.Positional()[0], data->Description()));
   }
   session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
+  AddUnit(data->UnitOfMeasurement(), session.Database());
   transaction.Commit();
-  PrintResult(*data);
+  PrintResult(*data, values.size());
   return 0;
 }
 
@@ -145,17 +191,13 @@ int Append(const QStringList& words) {
   const Arguments arguments(words, {u"description"_s}, {});
   arguments.RequirePositional(1, u"the library's file"_s, true);
   const QString description = arguments.Required(u"description"_s).trimmed();
-  const bool given = arguments.Positional().size() > 1;
-  QStringList values;
-  for (const QString& word : arguments.Positional().mid(1)) values += Console::SplitValues(word.toUtf8());
-  if (!given) values = Console::SplitValues(Console::ReadInput());
-  CheckNumbers(values);
+  const QStringList values = ValuesToAppend(arguments);
 
   LibrarySession session(arguments.Positional()[0]);
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
   Transaction transaction(session.Database());
-  const CDataPtr data = DataObjectFunctions::ReadDataObject(description);
+  const CDataPtr data = session.ReadDataSet(description);
   if (!data) throw UsageError(u"%1 has no data set \"%2\""_s.arg(arguments.Positional()[0], description));
   QString text = data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';
@@ -167,7 +209,7 @@ int Append(const QStringList& words) {
   KeepUncalculated(before, *data);
   session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
   transaction.Commit();
-  PrintResult(*data);
+  PrintResult(*data, values.size());
   return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/Console.h"
 #include "app/Failures.h"
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
@@ -11,7 +12,11 @@
 using namespace Qt::StringLiterals;
 
 MessageBox::Answer LibrarySession::Collector::Show(const MessageBox::Request& request) {
-  texts << request.text.simplified();
+  const QString text = request.text.simplified();
+  if (request.icon == MessageBox::Icon::Information)
+    Console::Warn(text);  // news stops nothing
+  else
+    texts << text;
   return MessageBox::Refusal(request.buttons);
 }
 
@@ -57,6 +62,15 @@ std::vector<CDataPtr> LibrarySession::Select(const QStringList& descriptions) {
     selected.push_back(*found);
   }
   return selected;
+}
+
+CDataPtr LibrarySession::ReadDataSet(const QString& description) {
+  try {
+    return DataObjectFunctions::ReadDataObject(description);
+  } catch (const std::exception& error) {
+    messages_.texts << ErrorText(error);
+    Fail();
+  }
 }
 
 QString LibrarySession::NameOfRow(std::size_t index) {

@@ -20,6 +20,10 @@ class LibrarySession {
   // The loaded data sets of these descriptions (all for none). A UsageError for one that does not exist.
   std::vector<CDataPtr> Select(const QStringList& descriptions);
 
+  // The data set of that description straight from the table, without statistics; null where there is none. A
+  // FileError where it cannot be read.
+  CDataPtr ReadDataSet(const QString& description);
+
   // Runs a procedure that reports failures by messages; where it says false they become the FileError's text.
   template <class Procedure>
   void Require(Procedure&& procedure) {

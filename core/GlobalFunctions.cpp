@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "core/Backup.h"
 #include "core/Globals.h"
 #include "core/Library.h"
 #include "core/RegistryFunctions.h"
@@ -65,6 +66,7 @@ bool OpenDatabaseConnection(bool useODBC, const QString& connectString) {
     state.gConnection->Provider = ProviderFor(useODBC);
     state.gConnection->OpenWith(connectString);
     state.gUsingODBC = state.gConnection->Provider != Connection::JetProvider;
+    if (!state.gUsingODBC) Backup::Guard(*state.gConnection, connectString);
     return true;
   });
 }

@@ -143,7 +143,21 @@ bool Connection::NextRow(QSqlQuery& query) const {
 }
 
 qint64 Connection::Execute(const QString& sql, const QVariantList& values) {
+  AnnounceChange();
   return Run(u"execute"_s, sql, values).numRowsAffected();
+}
+
+void Connection::CheckIntegrity() {
+  QSqlQuery query = Run(u"check"_s, u"PRAGMA quick_check(1)"_s);
+  const bool found = NextRow(query);
+  if (!found || query.value(0).toString() != u"ok"_s)
+    throw DatabaseError(place_ + u": the file is damaged"_s);
+}
+
+void Connection::AnnounceChange() {
+  if (inTransaction_ || !BeforeFirstChange) return;
+  BeforeFirstChange();
+  BeforeFirstChange = nullptr;
 }
 
 void Connection::Control(const QString& operation, const QString& sql) {
@@ -155,6 +169,7 @@ void Connection::Control(const QString& operation, const QString& sql) {
 void Connection::BeginTransaction() {
   if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
   if (inTransaction_) throw DatabaseError(u"A transaction is open already."_s);
+  AnnounceChange();
   if (Provider == OdbcProvider) {
     BeforeOperation(u"begin"_s);
     if (!Database().transaction()) throw Failure(Database().lastError());

@@ -57,6 +57,13 @@ class Connection {
   void RollbackTransaction();
   bool InTransaction() const { return inTransaction_; }
 
+  // Called before the first change that goes through this connection (a transaction, or a statement outside
+  // one); where it throws the change does not happen, and the next one calls it again.
+  std::function<void()> BeforeFirstChange;
+
+  // Reads the whole file and throws where its structure is damaged. Texts and numbers in it are not judged.
+  void CheckIntegrity();
+
   QSqlDatabase Database() const;
 
   // The old dialect's statement in the embedded database's words.
@@ -71,6 +78,7 @@ class Connection {
   void OpenFile(const QString& path);
   void OpenOdbc(const QString& connectString, const QString& user, const QString& password);
   void Control(const QString& operation, const QString& sql);
+  void AnnounceChange();
   DatabaseError Failure(const QSqlError& error) const;
 
   QString name_;   // of the Qt Sql connection
