@@ -143,5 +143,6 @@ int FileRegistry::Write() {
   QSaveFile file(path_);
   const QByteArray text = QJsonDocument(keys).toJson();
   if (!file.open(QIODevice::WriteOnly)) return WriteFault;
-  return file.write(text) == text.size() && file.commit() ? Success : WriteFault;
+  // A full disk may show no sooner than in the flush, and the commit would not mind.
+  return file.write(text) == text.size() && file.flush() && file.commit() ? Success : WriteFault;
 }
