@@ -1,0 +1,138 @@
+// A library in which the disk has changed one bit: every command gives the right answer or says that the file
+// is damaged, and a damaged file is never written to.
+//
+// A bit in the middle of a text or a number makes another text or number, which no reader can tell from the
+// true one. There the answer has to be the right one for what now stands in that one field.
+#include <QJsonDocument>
+#include <QRandomGenerator>
+
+#include "tests/faults/Command.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class DamageTest : public LibraryTest {
+ protected:
+  DamageTest() {
+    for (const QString& name : {u"Shaft"_s, u"Bore"_s, u"Gone"_s, u"Pin"_s}) {
+      EXPECT_EQ(RunCommand(ImportWords(name, QByteArray("10.5\n9.75\n10.25\n").repeated(20))).status, 0);
+    }
+    // A chain of pages, and pages that nothing uses any more.
+    EXPECT_EQ(RunCommand(ImportWords(u"Long"_s, QByteArray("10.125\n9.5\n").repeated(2000))).status, 0);
+    EXPECT_EQ(RunCommand(ImportWords(u"Void"_s, QByteArray("10.125\n9.5\n").repeated(2000))).status, 0);
+    Connection connection;
+    connection.OpenWith(library);
+    connection.Execute(u"DELETE FROM StatData WHERE Description IN ('Gone', 'Void')"_s);
+    connection.Execute(u"INSERT INTO Units (Name) VALUES ('MM')"_s);
+    connection.Close();
+    original = Read(library);
+    rows = DataRows(library);
+    status = RunCommand(statusWords).output;
+    EXPECT_EQ(rows.size(), 4U);
+  }
+
+  // How many fields differ, and the row where one does; -1 for rows too few or too many.
+  int DifferentFields(const std::vector<QVariantList>& others, int* id = nullptr) const {
+    if (others.size() != rows.size()) return -1;
+    int different = 0;
+    for (size_t row = 0; row < rows.size(); ++row)
+      for (qsizetype column = 0; column < rows[row].size(); ++column)
+        if (rows[row][column] != others[row][column]) {
+          ++different;
+          if (id) *id = rows[row][0].toInt();
+        }
+    return different;
+  }
+
+  bool IsRefused(const CommandResult& result) const {
+    if (result.status == 0) return false;
+    EXPECT_GE(result.status, 2);
+    EXPECT_EQ(result.output, QString());
+    EXPECT_EQ(result.error.count(u'\n'), 1) << result.error.toStdString();
+    EXPECT_TRUE(result.error.contains(library)) << result.error.toStdString();
+    return true;
+  }
+
+  void ReadsRightOrRefuses() {
+    const CommandResult result = RunCommand(statusWords);
+    if (IsRefused(result)) {
+      ++refused;
+    } else if (result.output == status) {
+      ++same;
+    } else {
+      EXPECT_EQ(DifferentFields(DataRows(library)), 1);
+      ++otherValue;
+    }
+  }
+
+  void AppendsOrLeavesAlone(const QByteArray& damaged) {
+    const CommandResult result = RunCommand(AppendWords(u"Shaft"_s, u"10.75"_s));
+    if (IsRefused(result)) {
+      EXPECT_EQ(Read(library), damaged);
+      return;
+    }
+    ++written;
+    EXPECT_TRUE(IsWhole(library));
+    // What stands in the other data sets is what stood there; and in this one, with the value behind it.
+    Connection connection;
+    connection.OpenWith(library);
+    connection.Execute(
+        u"UPDATE StatData SET \"Values\" = substr(\"Values\", 1, length(\"Values\") - 6), "
+        "LastModified = ? WHERE Description = 'Shaft' AND \"Values\" LIKE '%10.75,'"_s,
+        {rows[0][3]});
+    connection.Close();
+    EXPECT_LE(DifferentFields(DataRows(library)), 1);
+  }
+
+  void RemoveBackups() const {
+    for (const QString& name : Files().filter(u".backup"_s)) QFile::remove(Path(name));
+  }
+
+  const QStringList statusWords{u"status"_s, library, u"--json"_s};
+  QByteArray original;
+  std::vector<QVariantList> rows;
+  QString status;
+  int refused = 0;
+  int same = 0;
+  int otherValue = 0;
+  int written = 0;
+};
+
+// KESTREL_FLIPS: how many bits; the long run uses more. Every second one lies at the start of a page, where
+// the structure is.
+TEST_F(DamageTest, AnyOneBit) {
+  const int flips =
+      qEnvironmentVariableIsSet("KESTREL_FLIPS") ? qEnvironmentVariableIntValue("KESTREL_FLIPS") : 300;
+  QRandomGenerator random(19);
+  for (int i = 0; i < flips && !HasFailure(); ++i) {
+    constexpr int pageSize = 4096;
+    const auto pages = static_cast<int>(original.size() / pageSize);
+    const int place = random.bounded(pages) * pageSize + random.bounded(i % 2 == 0 ? pageSize : 120);
+    const int bit = random.bounded(8);
+    SCOPED_TRACE(u"bit %1 of byte %2"_s.arg(bit).arg(place).toStdString());
+    QByteArray damaged = original;
+    damaged[place] = static_cast<char>(damaged[place] ^ (1 << bit));
+    Write(library, damaged);
+    ReadsRightOrRefuses();
+    EXPECT_EQ(Read(library), damaged);
+    AppendsOrLeavesAlone(damaged);
+    EXPECT_FALSE(QFile::exists(library + u"-journal"_s));
+    RemoveBackups();
+  }
+  std::printf("%d bits: %d refused, %d right, %d another value; %d appended to\n",
+              refused + same + otherValue, refused, same, otherValue, written);
+}
+
+TEST_F(DamageTest, AFileCutShort) {
+  for (qint64 length = 0; length < original.size() && !HasFailure(); length += 512) {
+    SCOPED_TRACE(length);
+    const QByteArray damaged = original.left(length);
+    Write(library, damaged);
+    ReadsRightOrRefuses();
+    AppendsOrLeavesAlone(damaged);
+    RemoveBackups();
+  }
+}
+
+}  // namespace
