@@ -74,6 +74,11 @@ const std::vector<Command>& AllCommands() {
            "  --limits SIX           limits to keep; 0 has one calculated\n"
            "  --precision N          decimals of the texts and of the rules' judgement, 0 to 15 (4)\n"
            "  --reverse              the values are given newest first\n"_s},
+      {u"verify"_s, Commands::Verify, true, u"[--json] [--pdf FILE]"_s, u"checks the program's own figures"_s,
+       u"Compares with certified, published and independently calculated figures on this machine.\n"
+       "  --json                 an object with every figure, expected and found\n"
+       "  --pdf FILE             a report for the file of records as well\n"
+       "Exit status 1 when anything differs.\n"_s},
   };
   return commands;
 }
@@ -94,8 +99,8 @@ QString Overview() {
   }
   return text +
          u"\nkestrel help COMMAND tells more. kestrel --version gives the version.\n"
-         "Exit status: 0 fine; 1 out of control (--check); 2 wrong usage or bad input; 3 a file cannot be\n"
-         "read or written.\n"_s;
+         "Exit status: 0 fine; 1 out of control (--check) or a difference (verify); 2 wrong usage or bad\n"
+         "input; 3 a file cannot be read or written.\n"_s;
 }
 
 int Help(const QStringList& words) {

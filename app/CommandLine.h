@@ -6,7 +6,7 @@
 namespace CommandLine {
 
 // Exit statuses.
-enum Status { Fine = 0, OutOfControl = 1, BadInput = 2, FileTrouble = 3 };
+enum Status { Fine = 0, OutOfControl = 1, Differs = 1, BadInput = 2, FileTrouble = 3 };
 
 // Whether the words behind the program's name are for the command line (else they are for the desktop).
 bool IsCommand(const QStringList& words);

@@ -16,5 +16,6 @@ int Report(const QStringList& words);
 int Export(const QStringList& words);
 
 int Stats(const QStringList& words);
+int Verify(const QStringList& words);
 
 }  // namespace Commands
