@@ -4,7 +4,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <chrono>
 #include <filesystem>
 
@@ -20,8 +19,6 @@ using namespace std::chrono_literals;
 constexpr auto checkHolds = 1min;
 constexpr auto largeAgain = 1h;
 constexpr auto oldOnesApart = 24h;
-constexpr std::chrono::milliseconds abandoned =
-    10min;  // a lock whose program's number another has taken over
 
 QString Name(const QString& library, int number) {
   const QString newest = library + u".backup"_s;
@@ -66,21 +63,16 @@ void Rotate(const QString& library) {
   Rename(newest, second);
 }
 
-void Make(Connection& connection, const QString& library) {
+// Run by who holds the library's write lock, so by one program at a time.
+void Make(const QString& library) {
   const QString newest = Name(library, 1);
-  QLockFile lock(newest + u".lock"_s);
-  lock.setStaleLockTime(abandoned);
-  if (!lock.tryLock()) {
-    // Held: another program is making this very backup. Not permitted: the database cannot put its journal
-    // into the folder either, so the change fails and says why.
-    if (lock.error() != QLockFile::UnknownError) return;
-    throw Error(u"%1.lock: the file cannot be made"_s.arg(newest));
-  }
   const QString copy = QFileInfo(newest + u".new"_s).absoluteFilePath();
   Remove(copy);
   Remove(copy + u"-journal"_s);
   try {
-    connection.Run(u"backup"_s, u"VACUUM INTO ?"_s, {copy});
+    Connection reader;  // inside its transaction the writing one cannot copy
+    reader.OpenWith(library);
+    reader.Run(u"backup"_s, u"VACUUM INTO ?"_s, {copy});
     // Whoever may not read the library may not read its copy.
     QFile::setPermissions(copy, QFile::permissions(library));
     Rotate(library);
@@ -92,12 +84,18 @@ void Make(Connection& connection, const QString& library) {
 }
 
 void BeforeFirstChange(Connection& connection, const QString& library) {
-  if (!QFileInfo(library).isWritable() || !IsDue(library)) return;  // the change to a read-only one fails
+  // A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
+  const QFileInfo file(library);
+  const bool isWritable = file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+  if (!isWritable || !IsDue(library)) return;
   try {
-    Make(connection, library);
+    Make(library);
   } catch (const std::exception& error) {
+    // Nobody has to wait for the lock while the user reads.
+    connection.RollbackTransaction();
     ShowInformationMessage(u"No backup of %1 could be made. The change goes on without one.\r\n%2"_s.arg(
         library, ErrorText(error)));
+    connection.BeginTransaction();
   }
 }
 

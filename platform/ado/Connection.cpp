@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QUrl>
 #include <atomic>
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -143,8 +145,11 @@ bool Connection::NextRow(QSqlQuery& query) const {
 }
 
 qint64 Connection::Execute(const QString& sql, const QVariantList& values) {
-  AnnounceChange();
-  return Run(u"execute"_s, sql, values).numRowsAffected();
+  std::optional<Transaction> transaction;
+  if (BeforeFirstChange) transaction.emplace(*this);
+  const qint64 rows = Run(u"execute"_s, sql, values).numRowsAffected();
+  if (transaction) transaction->Commit();
+  return rows;
 }
 
 void Connection::CheckIntegrity() {
@@ -154,10 +159,16 @@ void Connection::CheckIntegrity() {
     throw DatabaseError(place_ + u": the file is damaged"_s);
 }
 
-void Connection::AnnounceChange() {
-  if (inTransaction_ || !BeforeFirstChange) return;
-  BeforeFirstChange();
-  BeforeFirstChange = nullptr;
+void Connection::CallBeforeFirstChange() {
+  if (!BeforeFirstChange) return;
+  const auto call = std::exchange(BeforeFirstChange, nullptr);
+  try {
+    call();
+  } catch (...) {
+    RollbackTransaction();
+    BeforeFirstChange = call;
+    throw;
+  }
 }
 
 void Connection::Control(const QString& operation, const QString& sql) {
@@ -169,7 +180,6 @@ void Connection::Control(const QString& operation, const QString& sql) {
 void Connection::BeginTransaction() {
   if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
   if (inTransaction_) throw DatabaseError(u"A transaction is open already."_s);
-  AnnounceChange();
   if (Provider == OdbcProvider) {
     BeforeOperation(u"begin"_s);
     if (!Database().transaction()) throw Failure(Database().lastError());
@@ -178,6 +188,7 @@ void Connection::BeginTransaction() {
     Control(u"begin"_s, u"BEGIN IMMEDIATE"_s);
   }
   inTransaction_ = true;
+  CallBeforeFirstChange();
 }
 
 void Connection::CommitTransaction() {

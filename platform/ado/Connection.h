@@ -57,8 +57,8 @@ class Connection {
   void RollbackTransaction();
   bool InTransaction() const { return inTransaction_; }
 
-  // Called before the first change that goes through this connection (a transaction, or a statement outside
-  // one); where it throws the change does not happen, and the next one calls it again.
+  // Called once, at the start of the first transaction, with the write lock held; a statement outside one
+  // gets its own. Where it throws there is no transaction, and the next one calls it again.
   std::function<void()> BeforeFirstChange;
 
   // Reads the whole file and throws where its structure is damaged. Texts and numbers in it are not judged.
@@ -78,7 +78,7 @@ class Connection {
   void OpenFile(const QString& path);
   void OpenOdbc(const QString& connectString, const QString& user, const QString& password);
   void Control(const QString& operation, const QString& sql);
-  void AnnounceChange();
+  void CallBeforeFirstChange();
   DatabaseError Failure(const QSqlError& error) const;
 
   QString name_;   // of the Qt Sql connection
