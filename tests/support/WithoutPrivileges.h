@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#ifdef Q_OS_UNIX
+#ifdef Q_OS_LINUX
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -12,17 +12,17 @@ class WithoutPrivileges {
  public:
   // The folder is opened to everybody for reading, so that the ordinary user comes that far.
   explicit WithoutPrivileges([[maybe_unused]] const QString& folder) {
-#ifdef Q_OS_UNIX
+#ifdef Q_OS_LINUX
     if (geteuid() != 0) {
       effective_ = true;
-    } else if (chmod(folder.toUtf8().constData(), 0755) == 0 && seteuid(65534) == 0) {
+    } else if (chmod(folder.toUtf8().constData(), 0755) == 0 && setresuid(65534, 65534, 0) == 0) {
       effective_ = dropped_ = true;
     }
 #endif
   }
   ~WithoutPrivileges() {
-#ifdef Q_OS_UNIX
-    if (dropped_ && seteuid(0) != 0) _exit(1);
+#ifdef Q_OS_LINUX
+    if (dropped_ && setresuid(0, 0, 0) != 0) _exit(1);
 #endif
   }
   WithoutPrivileges(const WithoutPrivileges&) = delete;
