@@ -1,6 +1,9 @@
-// The program killed at any moment of an append leaves the old data or the new, never anything else.
+// The program killed at any moment of a change leaves the old data or the new, never anything else.
+#include <QDir>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 #include "tests/app/Program.h"
 
@@ -8,50 +11,109 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class KillTest : public ProgramTest {};
+using Content = QMap<QString, QString>;
 
-// KESTREL_KILLS: how many times; the long run uses more.
-TEST_F(KillTest, AppendIsWholeOrNotAtAll) {
-  const int kills =
-      qEnvironmentVariableIsSet("KESTREL_KILLS") ? qEnvironmentVariableIntValue("KESTREL_KILLS") : 200;
-  const QString library = Path(u"plant.kestrel"_s);
-  ASSERT_EQ(Run({u"new"_s, library}).status, 0);
-  ASSERT_EQ(
-      Run({u"import"_s, library, Write(u"v.csv"_s, QByteArray("10.5\n").repeated(2000)), u"--description"_s,
-           u"Shaft"_s, u"--usl"_s, u"12"_s, u"--lsl"_s, u"9"_s, u"--nominal"_s, u"10"_s})
-          .status,
-      0);
-  const QStringList append{u"append"_s, library, u"--description"_s, u"Shaft"_s, u"10.25"_s, u"10.75"_s};
-  auto values = [&] {
-    return Run({u"status"_s, library, u"--json"_s}).Json().array()[0][u"DelimitedInputString"_s].toString();
-  };
-  QElapsedTimer timer;
-  timer.start();
-  ASSERT_EQ(Run(append).status, 0);
-  const qint64 wholeRun = timer.nsecsElapsed();
+class KillTest : public ProgramTest {
+ protected:
+  void SetUp() override { ASSERT_EQ(Run({u"new"_s, library}).status, 0); }
 
-  QRandomGenerator random(9);
-  QString before = values();
-  int written = 0;
-  for (int i = 0; i < kills; ++i) {
-    const qint64 moment = random.bounded(wholeRun * 5 / 4);
-    QProcess process;
-    process.start(QStringLiteral(KESTREL_PROGRAM), append);
-    ASSERT_TRUE(process.waitForStarted());
-    timer.restart();
-    while (timer.nsecsElapsed() < moment) {
-    }
-    process.kill();
-    process.waitForFinished();
-    const QString after = values();
-    const bool isNew = after == before + u"10.25,10.75,"_s;
-    ASSERT_TRUE(isNew || after == before) << "kill " << i << " after " << moment << " ns";
-    written += isNew;
-    before = after;
+  QStringList ImportWords(const QString& description) const {
+    return {u"import"_s, library,    csv,    u"--description"_s, description, u"--usl"_s,
+            u"12"_s,     u"--lsl"_s, u"9"_s, u"--nominal"_s,     u"10"_s};
   }
-  RecordProperty("written", written);
-  EXPECT_GT(written, 0);
-  EXPECT_LT(written, kills);
+
+  // The rows' first and second column, by the first.
+  Content RunSql(const QString& sql, const QString& path = {}) const {
+    Content rows;
+    {
+      QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"check"_s);
+      database.setDatabaseName(path.isEmpty() ? library : path);
+      EXPECT_TRUE(database.open());
+      QSqlQuery query(database);
+      EXPECT_TRUE(query.exec(sql)) << sql.toStdString();
+      while (query.next()) rows[query.value(0).toString()] = query.value(1).toString();
+    }
+    QSqlDatabase::removeDatabase(u"check"_s);
+    return rows;
+  }
+
+  // The values by description; whether the file is whole is checked on the way.
+  Content ContentOf(const QString& path) const {
+    EXPECT_EQ(RunSql(u"PRAGMA integrity_check"_s, path).firstKey(), u"ok"_s);
+    return RunSql(u"SELECT Description, \"Values\" FROM StatData"_s, path);
+  }
+
+  // Runs the program and kills it at random moments, KESTREL_KILLS (200) times, up to a little beyond a whole
+  // run.
+  void KillAtRandom(const std::function<QStringList(int)>& words,
+                    const std::function<Content(const Content&, int)>& changed) {
+    const int kills =
+        qEnvironmentVariableIsSet("KESTREL_KILLS") ? qEnvironmentVariableIntValue("KESTREL_KILLS") : 200;
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_EQ(Run(words(-1)).status, 0);
+    const qint64 wholeRun = timer.nsecsElapsed();
+    QRandomGenerator random(9);
+    int written = 0;
+    for (int i = 0; i < kills; ++i) {
+      const qint64 moment = random.bounded(wholeRun * 3 / 2);
+      const QStringList command = words(i);
+      const Content before = ContentOf(library);
+      QProcess process;
+      process.start(QStringLiteral(KESTREL_PROGRAM), command);
+      ASSERT_TRUE(process.waitForStarted());
+      timer.restart();
+      while (timer.nsecsElapsed() < moment) {
+      }
+      process.kill();
+      process.waitForFinished();
+      const Content after = ContentOf(library);
+      const bool isNew = after == changed(before, i);
+      ASSERT_TRUE(isNew || after == before) << "kill " << i << " after " << moment << " ns";
+      written += isNew;
+      CheckBackups();
+    }
+    std::printf("%d kills, %d changes written\n", kills, written);
+    EXPECT_GT(written, 0);
+    EXPECT_LT(written, kills);
+  }
+
+  // Each backup is whole, and what a killed program was working on does not pile up.
+  void CheckBackups() const {
+    const QStringList files = QDir(folder_.path()).entryList({u"plant.kestrel.*"_s}, QDir::Files);
+    EXPECT_LE(files.size(), 5) << files.join(u' ').toStdString();
+    for (const char* end : {"", ".2", ".3"}) {
+      const QString backup = library + u".backup"_s + QString::fromLatin1(end);
+      if (QFile::exists(backup)) ContentOf(backup);
+    }
+  }
+
+  QString library = Path(u"plant.kestrel"_s);
+  QString csv = Write(u"v.csv"_s, QByteArray("10.5\n").repeated(2000));
+};
+
+TEST_F(KillTest, AppendIsWholeOrNotAtAll) {
+  ASSERT_EQ(Run(ImportWords(u"Shaft"_s)).status, 0);
+  KillAtRandom(
+      [&](int) {
+        return QStringList{u"append"_s, library, u"--description"_s, u"Shaft"_s, u"10.25"_s, u"10.75"_s};
+      },
+      [](Content content, int) {
+        content[u"Shaft"_s] += u"10.25,10.75,"_s;
+        return content;
+      });
+}
+
+TEST_F(KillTest, ImportIsWholeOrNotAtAll) {
+  KillAtRandom(
+      [&](int i) {
+        if (i % 20 == 0) RunSql(u"DELETE FROM StatData"_s);  // no more than it takes to fill some pages
+        return ImportWords(u"Data set %1"_s.arg(i));
+      },
+      [](Content content, int i) {
+        content[u"Data set %1"_s.arg(i)] = u"10.5,"_s.repeated(2000);
+        return content;
+      });
 }
 
 }  // namespace
