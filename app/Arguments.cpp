@@ -5,11 +5,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// "-", "-5", "-.5" and "-5,-6" are values, not options.
+bool BeginsLikeNumber(const QString& word) { return word.size() < 2 || word[1].isDigit() || word[1] == u'.'; }
+
+}  // namespace
+
 Arguments::Arguments(const QStringList& words, const QStringList& valueOptions, const QStringList& flags) {
   bool optionsEnded = false;
   for (qsizetype i = 0; i < words.size(); ++i) {
     const QString& word = words[i];
-    if (optionsEnded || !word.startsWith(u'-') || word == "-"_L1 || Conversions::IsNumeric(word)) {
+    if (optionsEnded || !word.startsWith(u'-') || BeginsLikeNumber(word)) {
       positional_ << word;
       continue;
     }

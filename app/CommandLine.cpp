@@ -124,14 +124,16 @@ int Dispatch(const QStringList& words) {
     return Fine;
   }
   const Command* command = Find(first);
-  if (!command) throw UsageError(u"unknown option \"%1\"; kestrel --help lists the commands"_s.arg(first));
+  if (!command) {
+    const QString kind = first.startsWith(u'-') ? u"unknown option"_s : u"there is no command"_s;
+    throw UsageError(u"%1 \"%2\"; kestrel help lists the commands"_s.arg(kind, first));
+  }
   if (rest.contains("--help"_L1)) return Help({first});
   return command->run(rest);
 }
 
 int Fail(Status status, const QString& text) {
-  QString line = text.simplified();
-  std::fprintf(stderr, "kestrel: %s\n", line.toUtf8().constData());
+  Console::Complain(text);
   return status;
 }
 
@@ -139,7 +141,7 @@ int Fail(Status status, const QString& text) {
 
 bool IsCommand(const QStringList& words) {
   const QString first = words.value(0);
-  return first == "help"_L1 || first.startsWith(u'-') || Find(first);
+  return first == "help"_L1 || first.startsWith(u'-') || words.size() > 1 || Find(first);
 }
 
 bool NeedsGraphics(const QStringList& words) {

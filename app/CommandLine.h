@@ -8,7 +8,8 @@ namespace CommandLine {
 // Exit statuses.
 enum Status { Fine = 0, OutOfControl = 1, Differs = 1, BadInput = 2, FileTrouble = 3 };
 
-// Whether the words behind the program's name are for the command line (else they are for the desktop).
+// Whether the words behind the program's name are for the command line (else they are for the desktop,
+// which takes one file at most).
 bool IsCommand(const QStringList& words);
 
 // Whether the command draws, and so needs a QGuiApplication.

@@ -36,6 +36,10 @@ void Print(const QString& text) {
   }
 }
 
+void Complain(const QString& text) {
+  std::fprintf(stderr, "kestrel: %s\n", text.simplified().toUtf8().constData());
+}
+
 void Warn(const QString& text) { std::fprintf(stderr, "kestrel: warning: %s\n", text.toUtf8().constData()); }
 
 QByteArray ReadInput() {

@@ -9,6 +9,9 @@ namespace Console {
 // To standard output, as UTF-8; a FileError where that cannot be written.
 void Print(const QString& text);
 
+// One line on standard error: what went wrong.
+void Complain(const QString& text);
+
 // One line on standard error that stops nothing.
 void Warn(const QString& text);
 

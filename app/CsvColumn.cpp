@@ -25,73 +25,81 @@ QChar SeparatorOf(const QString& text) {
   return separator;
 }
 
-// RFC 4180: fields in quotes may hold separators, line ends and doubled quotes.
-std::vector<Row> ParseRows(const QString& text, QChar separator) {
-  std::vector<Row> rows;
-  Row row{1, {}};
-  QString field;
-  bool quoted = false;
-  int line = 1;
-  auto endRow = [&] {
-    row.fields << field.trimmed();
-    field.clear();
-    const bool blank = row.fields.size() == 1 && row.fields[0].isEmpty();
-    if (!blank) rows.push_back(row);
-    row = {line, {}};
-  };
-  for (qsizetype i = 0; i < text.size(); ++i) {
-    const QChar c = text[i];
-    if (c == u'\n') ++line;
-    if (quoted) {
-      if (c != u'"') {
-        field += c;
-      } else if (i + 1 < text.size() && text[i + 1] == u'"') {
-        field += text[++i];
+// RFC 4180: fields in quotes may hold separators, line ends and doubled quotes. Text behind a closing quote
+// stays with its quotes, so that it is no number.
+class RowParser {
+ public:
+  RowParser(const QString& text, QChar separator) : text_(text), separator_(separator) {}
+
+  std::vector<Row> Parse() {
+    for (at_ = 0; at_ < text_.size(); ++at_) {
+      const QChar c = text_[at_];
+      if (c == separator_) {
+        EndField();
+      } else if (c == u'\n') {
+        EndField();
+        EndRow();
+      } else if (c == u'"' && field_.trimmed().isEmpty()) {
+        ReadQuoted();
       } else {
-        quoted = false;
+        field_ += c;
       }
-    } else if (c == u'"' && field.trimmed().isEmpty()) {
-      quoted = true;
-      field.clear();
-    } else if (c == separator) {
-      row.fields << field.trimmed();
-      field.clear();
-    } else if (c == u'\n') {
-      endRow();
-    } else if (c != u'\r') {
-      field += c;
     }
+    EndField();
+    EndRow();
+    return std::move(rows_);
   }
-  endRow();
-  return rows;
-}
+
+ private:
+  // From the opening quote to the closing one.
+  void ReadQuoted() {
+    const qsizetype start = at_;
+    QString quoted;
+    for (++at_; at_ < text_.size(); ++at_) {
+      const QChar c = text_[at_];
+      if (c == u'\n') ++line_;
+      if (c != u'"') {
+        quoted += c;
+      } else if (at_ + 1 < text_.size() && text_[at_ + 1] == u'"') {
+        quoted += text_[++at_];
+      } else {
+        break;
+      }
+    }
+    qsizetype next = at_ + 1;
+    while (next < text_.size() && text_[next] == u' ') ++next;
+    const bool ends = next >= text_.size() || text_[next] == separator_ || text_[next] == u'\n';
+    field_ = ends ? quoted : text_.mid(start, at_ - start + 1);
+  }
+
+  void EndField() {
+    row_.fields << field_.trimmed();
+    field_.clear();
+  }
+
+  void EndRow() {
+    const bool blank = row_.fields.size() == 1 && row_.fields[0].isEmpty();
+    if (!blank) rows_.push_back(row_);
+    row_ = {++line_, {}};
+  }
+
+  const QString& text_;
+  const QChar separator_;
+  qsizetype at_ = 0;
+  int line_ = 1;
+  QString field_;
+  Row row_{1, {}};
+  std::vector<Row> rows_;
+};
 
 class Column {
  public:
-  Column(const QString& path, const QString& text, const QString& column)
-      : path_(path), separator_(SeparatorOf(text)), rows_(ParseRows(text, separator_)) {
+  Column(const QString& name, const QString& text, const QString& column)
+      : name_(name), separator_(SeparatorOf(text)), rows_(RowParser(text, separator_).Parse()) {
     if (rows_.empty()) return;
-    const QStringList& first = rows_.front().fields;
-    bool isNumber = false;
-    const int number = column.toInt(&isNumber);
-    const auto isHeading = [&](const QString& field) {
-      return field.compare(column, Qt::CaseInsensitive) == 0;
-    };
-    const qsizetype heading = std::find_if(first.begin(), first.end(), isHeading) - first.begin();
-    if (!column.isEmpty() && heading < first.size()) {
-      index_ = heading;
-    } else if (column.isEmpty() && first.size() > 1) {
-      throw UsageError(u"%1 has %2 columns (%3); name one with --column"_s.arg(path_)
-                           .arg(first.size())
-                           .arg(first.join(u", "_s)));
-    } else if (!column.isEmpty() && (!isNumber || number < 1 || number > first.size())) {
-      throw UsageError(
-          u"%1 has no column \"%2\" (its first line is: %3)"_s.arg(path_, column, first.join(u", "_s)));
-    } else {
-      index_ = isNumber ? number - 1 : 0;
-    }
-    heading_ = Conversions::IsNumeric(Number(first[index_])) ? QString() : first[index_];
-    if (!heading_.isEmpty()) rows_.erase(rows_.begin());
+    for (const Row& row : rows_) RequireFields(row);
+    index_ = Find(column);
+    TakeHeading();
   }
 
   QStringList Values() const {
@@ -114,17 +122,56 @@ class Column {
   }
 
  private:
+  const QStringList& First() const { return rows_.front().fields; }
+
+  // A row with more fields than the first is a wrong separator, or decimal commas between commas.
+  void RequireFields(const Row& row) const {
+    if (row.fields.size() <= First().size()) return;
+    throw UsageError(
+        u"%1 line %2 has %3 columns, the first line has %4; write decimals with a point"_s.arg(name_)
+            .arg(row.line)
+            .arg(row.fields.size())
+            .arg(First().size()));
+  }
+
+  qsizetype Find(const QString& column) const {
+    const QString columns = First().join(u", "_s);
+    if (column.isEmpty()) {
+      if (First().size() == 1) return 0;
+      throw UsageError(
+          u"%1 has %2 columns (%3); name one with --column"_s.arg(name_).arg(First().size()).arg(columns));
+    }
+    const auto isHeading = [&](const QString& field) {
+      return field.compare(column, Qt::CaseInsensitive) == 0;
+    };
+    const qsizetype heading = std::find_if(First().begin(), First().end(), isHeading) - First().begin();
+    if (heading < First().size()) return heading;
+    bool isNumber = false;
+    const int number = column.toInt(&isNumber);
+    if (isNumber && number >= 1 && number <= First().size()) return number - 1;
+    throw UsageError(u"%1 has no column \"%2\" (its first line is: %3)"_s.arg(name_, column, columns));
+  }
+
+  // A mistyped number in the first line is none: it would be lost as a heading.
+  void TakeHeading() {
+    const QString first = First()[index_];
+    const bool beginsLikeNumber = !first.isEmpty() && (first[0].isDigit() || u"+-.,"_s.contains(first[0]));
+    if (first.isEmpty() || beginsLikeNumber) return;
+    heading_ = first;
+    rows_.erase(rows_.begin());
+  }
+
   QString Number(const QString& field) const {
     const bool decimalComma = separator_ != u',' && field.count(u',') == 1 && !field.contains(u'.');
     return decimalComma ? QString(field).replace(u',', u'.') : field;
   }
 
   QString Place(int line) const {
-    const QString name = heading_.isEmpty() ? QString() : u" (%1)"_s.arg(heading_);
-    return u"%1 line %2, column %3%4"_s.arg(path_).arg(line).arg(index_ + 1).arg(name);
+    const QString heading = heading_.isEmpty() ? QString() : u" (%1)"_s.arg(heading_);
+    return u"%1 line %2, column %3%4"_s.arg(name_).arg(line).arg(index_ + 1).arg(heading);
   }
 
-  QString path_;
+  QString name_;
   QChar separator_;
   std::vector<Row> rows_;
   qsizetype index_ = 0;
@@ -136,8 +183,13 @@ class Column {
 QStringList ReadCsvColumn(const QString& path, const QString& column) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) throw FileError(u"%1: %2"_s.arg(path, file.errorString()));
-  QByteArray bytes = file.readAll();
+  const QByteArray bytes = file.readAll();
   if (file.error() != QFileDevice::NoError) throw FileError(u"%1: %2"_s.arg(path, file.errorString()));
+  return ParseCsvColumn(bytes, path, column);
+}
+
+QStringList ParseCsvColumn(QByteArray bytes, const QString& name, const QString& column) {
   if (bytes.startsWith("\xEF\xBB\xBF")) bytes.remove(0, 3);
-  return Column(path, QString::fromUtf8(bytes), column).Values();
+  bytes.replace("\r\n", "\n").replace('\r', '\n');
+  return Column(name, QString::fromUtf8(bytes), column).Values();
 }

@@ -1,5 +1,6 @@
 #include "app/LibrarySession.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "app/Console.h"
@@ -12,7 +13,9 @@
 using namespace Qt::StringLiterals;
 
 MessageBox::Answer LibrarySession::Collector::Show(const MessageBox::Request& request) {
-  const QString text = request.text.simplified();
+  // A script has no use for the name of the procedure that failed.
+  static const QRegularExpression procedure(u"^\\w+::\\w+ failed with error: "_s);
+  const QString text = request.text.simplified().remove(procedure);
   if (request.icon == MessageBox::Icon::Information)
     Console::Warn(text);  // news stops nothing
   else
@@ -52,11 +55,15 @@ std::vector<CDataPtr> LibrarySession::Select(const QStringList& descriptions) {
   if (descriptions.isEmpty()) return state_.gDataCollection;
   std::vector<CDataPtr> selected;
   for (const QString& description : descriptions) {
-    const auto found =
-        std::find_if(state_.gDataCollection.begin(), state_.gDataCollection.end(), [&](const CDataPtr& data) {
-          return data->Description().compare(description, Qt::CaseInsensitive) == 0;
-        });
-    if (found == state_.gDataCollection.end()) {
+    const auto& all = state_.gDataCollection;
+    const auto find = [&](Qt::CaseSensitivity sensitivity) {
+      return std::find_if(all.begin(), all.end(), [&](const CDataPtr& data) {
+        return data->Description().compare(description, sensitivity) == 0;
+      });
+    };
+    auto found = find(Qt::CaseSensitive);
+    if (found == all.end()) found = find(Qt::CaseInsensitive);
+    if (found == all.end()) {
       throw UsageError(u"%1 has no data set \"%2\""_s.arg(path_, description));
     }
     selected.push_back(*found);

@@ -91,9 +91,11 @@ class FileNames {
 
   QString Next(const CData& data) {
     QString base;
-    for (const QChar c : data.Description().left(100)) {
+    for (const QChar c : data.Description()) {
       base += c.isLetterOrNumber() || c.isSurrogate() || u"-_+=()[]"_s.contains(c) ? c : QChar(u'_');
     }
+    constexpr qsizetype mostBytes = 200;  // file systems take 255, the suffix and a number included
+    while (base.toUtf8().size() > mostBytes) base.chop(base.back().isLowSurrogate() ? 2 : 1);
     if (base.isEmpty()) base = u"data-set"_s;
     QString name = base;
     for (int i = 2; used_.contains(name.toCaseFolded()); ++i) name = base + u"-%1"_s.arg(i);
@@ -113,20 +115,30 @@ QString OutputFolder(const Arguments& arguments) {
   return folder;
 }
 
-// Writes one file for each selected data set and prints where it is.
+// Writes one file for each selected data set and prints where it is. One that cannot be written keeps none of
+// the others from it; it is named, and the exit status tells.
 template <class Write>
-void WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
-  LibrarySession session(arguments.Positional()[0]);
+int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
+  const QString library = arguments.Positional()[0];
+  LibrarySession session(library);
   session.LoadDataSets();
   const std::vector<CDataPtr> selected = session.Select(arguments.Positional().mid(1));
   FileNames names(OutputFolder(arguments), suffix);
+  int status = CommandLine::Fine;
   Console::Progress progress(u"writing"_s);
   for (std::size_t i = 0; i < selected.size(); ++i) {
-    const QString path = names.Next(*selected[i]);
-    write(*selected[i], path, static_cast<int>(i), static_cast<int>(selected.size()));
-    Console::Print(path + u'\n');
+    const CData& data = *selected[i];
+    const QString path = names.Next(data);
+    try {
+      write(data, path, static_cast<int>(i), static_cast<int>(selected.size()));
+      Console::Print(path + u'\n');
+    } catch (const std::exception& error) {
+      Console::Complain(u"%1: data set \"%2\": %3"_s.arg(library, data.Description(), ErrorText(error)));
+      status = CommandLine::FileTrouble;
+    }
     progress.Show(static_cast<qint64>(i + 1), static_cast<qint64>(selected.size()));
   }
+  return status;
 }
 
 }  // namespace
@@ -157,28 +169,27 @@ int Report(const QStringList& words) {
   options.fittedScale = arguments.Has(u"fit"_s);
   options.printedHead = true;
   options.printedAt = QDateTime::currentDateTime();
-  WriteEach(arguments, formats[format], [&](const CData& data, const QString& path, int index, int count) {
-    options.pageNumber = index + 1;
-    options.pageCount = count;
-    const StatPage page(data, options);
-    switch (format) {
-      case 0:
-        return PageOutput::WritePdf(page, path);
-      case 1:
-        return PageOutput::WritePng(page, path);
-      default:
-        return PageOutput::WriteSvg(page, path);
-    }
-  });
-  return CommandLine::Fine;
+  return WriteEach(arguments, formats[format],
+                   [&](const CData& data, const QString& path, int index, int count) {
+                     options.pageNumber = index + 1;
+                     options.pageCount = count;
+                     const StatPage page(data, options);
+                     switch (format) {
+                       case 0:
+                         return PageOutput::WritePdf(page, path);
+                       case 1:
+                         return PageOutput::WritePng(page, path);
+                       default:
+                         return PageOutput::WriteSvg(page, path);
+                     }
+                   });
 }
 
 int Export(const QStringList& words) {
   const Arguments arguments(words, {u"out"_s}, {});
   arguments.RequirePositional(1, u"the library's file"_s, true);
-  WriteEach(arguments, u"csf"_s,
-            [](const CData& data, const QString& path, int, int) { CsfExport::WriteCsf(data, path); });
-  return CommandLine::Fine;
+  return WriteEach(arguments, u"csf"_s,
+                   [](const CData& data, const QString& path, int, int) { CsfExport::WriteCsf(data, path); });
 }
 
 }  // namespace Commands

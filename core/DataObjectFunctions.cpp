@@ -1,7 +1,5 @@
 #include "core/DataObjectFunctions.h"
 
-#include <algorithm>
-
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/Trap.h"
@@ -56,8 +54,7 @@ QString DateText(const QVariant& value) {
 void Fill(CData& data, const Recordset& rows) {
   data.SetDescription(rows.Field(u"Description"_s).toString());
   data.SetDelimitedInputString(rows.Field(u"Values"_s).toString());
-  const QString values = data.DelimitedInputString();
-  const auto samples = std::count(values.begin(), values.end(), u',');  // each value is followed by a comma
+  const auto samples = Conversions::SplitUpperBound(data.DelimitedInputString(), u',');
   data.SetSampleQty(Conversions::CInt(static_cast<double>(samples)));
   data.SetID(Conversions::CLng(Number(rows.Field(u"ID"_s), u"ID"_s)));
   data.SetLastModified(DateText(rows.Field(u"LastModified"_s)));
@@ -157,6 +154,7 @@ bool SaveDataObjectToDatabase(const CDataPtr& data) {
     row.Update();
     transaction.Commit();
     data->SetIsDataValid(true);
+    data->SetDataChanged(false);
     if (isNew) {
       data->SetID(IDOfNewRecord(data->Description()));
       Globals().gDataCollection.push_back(data);

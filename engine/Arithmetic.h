@@ -6,31 +6,57 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <span>
+#include <type_traits>
 
 #include "engine/Decimal.h"
 
 namespace engine {
 
-// Samples as scaled integers: every sum is exact.
+// Up to here three times the distance of two numbers stays in 64 bits, and so does the sum of a subgroup.
+inline constexpr std::int64_t largestNarrow = 400'000'000'000'000'000;
+
+// Samples as scaled integers: every sum is exact. Points are whole numbers of the last shown decimal, in 64
+// bits where samples and points stay within largestNarrow, else in 128.
+template <class PointType>
 struct ExactArithmetic {
   using Value = std::int64_t;
+  using Point = PointType;
+  using SubGroupSum = PointType;
   using Sum = Int128;
-  using Rounder = TickRounder;
 
   std::span<const Value> samples;
   int decimals;
   int places;
+  Value minimum;
+  Value maximum;
 
-  Rounder MakeRounder(int count, Value largest) const {
-    return Rounder(count, decimals, places, Int128{largest} * count);
+  auto MakeRounder(int count, Value largest) const {
+    return [round = TickRounder(count, decimals, places, Int128{largest} * count)](SubGroupSum sum) {
+      if constexpr (std::is_same_v<Point, std::int64_t>) {
+        return round(sum);
+      } else {
+        return round.Wide(sum);
+      }
+    };
   }
   long double Quotient(Sum sum, std::int64_t count) const {
     return static_cast<long double>(sum) / (static_cast<long double>(count) * PowerOfTen(decimals));
   }
 
+  // limit - sum / count, exact as long as the limit is a decimal that fits.
+  long double Distance(double limit, Sum sum, std::int64_t count) const {
+    constexpr int mostMore = 12;
+    const std::optional<ScaledInteger> exact = ShortestDecimal(limit, decimals);
+    if (!exact || exact->decimals - decimals > mostMore) return limit - Quotient(sum, count);
+    const Int128 scaled = sum * IntegerPowerOfTen(exact->decimals - decimals);
+    return static_cast<long double>(Int128{exact->mantissa} * count - scaled) /
+           (static_cast<long double>(count) * PowerOfTen(exact->decimals));
+  }
+
   // n * sum of d^2 - (sum of d)^2 with d the distance to the first sample, so that it stays in 128 bits.
-  long double StandardDeviation(Value minimum, Value maximum) const {
+  long double StandardDeviation() const {
     const auto count = static_cast<std::int64_t>(samples.size());
     const Value width = maximum - minimum;
     const Value pivot = samples.front();
@@ -85,6 +111,8 @@ struct CompensatedSum {
 // Samples as doubles, for exponents that lie too far apart.
 struct CompensatedArithmetic {
   using Value = double;
+  using Point = double;
+  using SubGroupSum = CompensatedSum;
   using Sum = CompensatedSum;
   struct Rounder {
     int count;
@@ -96,13 +124,19 @@ struct CompensatedArithmetic {
 
   std::span<const Value> samples;
   int places;
+  Value minimum;
+  Value maximum;
 
   Rounder MakeRounder(int count, Value) const { return {count, places}; }
   long double Quotient(const Sum& sum, std::int64_t count) const {
     return (sum.high + sum.low) / static_cast<long double>(count);
   }
 
-  long double StandardDeviation(Value, Value) const {
+  long double Distance(double limit, const Sum& sum, std::int64_t count) const {
+    return limit - Quotient(sum, count);
+  }
+
+  long double StandardDeviation() const {
     Sum sum;
     for (const Value sample : samples) sum += sample;
     const long double mean = Quotient(sum, static_cast<std::int64_t>(samples.size()));

@@ -148,10 +148,10 @@ TickRounder::TickRounder(std::int64_t count, int decimals, int places, Int128 ma
   small_ = maximumSum < room && divisor_ < room && maximumSum * factor_ < room;
 }
 
-std::int64_t TickRounder::Wide(Int128 sum) const {
+Int128 TickRounder::Wide(Int128 sum) const {
   const Int128 scaled = sum * factor_;
   const Int128 half = divisor_ / 2;
-  return static_cast<std::int64_t>((scaled < 0 ? scaled - half : scaled + half) / divisor_);
+  return (scaled < 0 ? scaled - half : scaled + half) / divisor_;
 }
 
 char* WriteFixed(char* out, std::int64_t ticks, int places) {
@@ -177,6 +177,24 @@ char* WriteFixed(char* out, std::int64_t ticks, int places) {
   if (places > 0) *--p = '.';
   while (p - out >= 2) pair();
   if (p != out) digit();
+  return end;
+}
+
+char* WriteFixed(char* out, Int128 ticks, int places) {
+  constexpr int lowDigits = 18;
+  const Int128 split = IntegerPowerOfTen(lowDigits);
+  if (ticks < 0) {
+    *out++ = '-';
+    ticks = -ticks;
+  }
+  if (ticks < split) return WriteFixed(out, static_cast<std::int64_t>(ticks), places);
+  out = WriteFixed(out, static_cast<std::int64_t>(ticks / split), 0);
+  auto low = static_cast<std::int64_t>(ticks % split);
+  char* const end = out + lowDigits + (places > 0 ? 1 : 0);
+  for (char* p = end; p != out; low /= 10) {
+    *--p = static_cast<char>('0' + low % 10);
+    if (places > 0 && end - p == places) *--p = '.';
+  }
   return end;
 }
 

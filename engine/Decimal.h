@@ -49,12 +49,12 @@ class TickRounder {
       const std::int64_t half = static_cast<std::int64_t>(divisor_) / 2;
       return (scaled < 0 ? scaled - half : scaled + half) / static_cast<std::int64_t>(divisor_);
     }
-    return Wide(sum);
+    return static_cast<std::int64_t>(Wide(sum));
   }
+  // The same for numbers of any size.
+  Int128 Wide(Int128 sum) const;
 
  private:
-  std::int64_t Wide(Int128 sum) const;
-
   Int128 factor_ = 1;
   Int128 divisor_ = 1;
   bool small_ = false;  // all of it fits into 64 bits
@@ -65,6 +65,8 @@ inline constexpr std::size_t fixedRoom = 400;
 
 // Writes ticks / 10^places with exactly `places` decimals (no point for 0) and returns where it ends.
 char* WriteFixed(char* out, std::int64_t ticks, int places);
+
+char* WriteFixed(char* out, Int128 ticks, int places);
 
 // Writes a rounded value with exactly `places` decimals; no negative zero.
 char* WriteFixed(char* out, double rounded, int places);

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <limits>
 #include <span>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -23,8 +24,18 @@ template <class Arithmetic>
 struct Totals {
   typename Arithmetic::Sum sum{}, ranges{}, baseSum{}, baseRanges{};
   int rangeCount = 0, baseCount = 0, baseRangeCount = 0;
-  typename Arithmetic::Value minimum{}, maximum{};
 };
+
+template <class Value>
+std::pair<Value, Value> Extremes(std::span<const Value> samples) {
+  Value minimum = samples.front();
+  Value maximum = minimum;
+  for (const Value sample : samples) {
+    minimum = std::min(minimum, sample);
+    maximum = std::max(maximum, sample);
+  }
+  return {minimum, maximum};
+}
 
 struct BasePeriod {
   int first = 0;  // 0-based
@@ -34,32 +45,29 @@ struct BasePeriod {
 // Fills the two series, the points of the X-bar chart, and the totals.
 template <class Arithmetic>
 Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize,
-                              const BasePeriod& base, std::vector<typename Arithmetic::Value>& points,
+                              const BasePeriod& base, std::vector<typename Arithmetic::Point>& points,
                               Results& results) {
   using Value = typename Arithmetic::Value;
+  using Point = typename Arithmetic::Point;
   const std::span<const Value> samples = arithmetic.samples;
-  Totals<Arithmetic> totals;
-  totals.minimum = totals.maximum = samples.front();
-  for (const Value value : samples) {
-    totals.minimum = std::min(totals.minimum, value);
-    totals.maximum = std::max(totals.maximum, value);
-  }
-  const Value largest = std::max<Value>(totals.maximum, -totals.minimum);
+  const Value largest = std::max(arithmetic.maximum, -arithmetic.minimum);
+  const Value width = arithmetic.maximum - arithmetic.minimum;
   const auto roundMean = arithmetic.MakeRounder(subGroupSize, largest);
-  const auto roundRange = arithmetic.MakeRounder(1, totals.maximum - totals.minimum);
+  const auto roundRange = arithmetic.MakeRounder(1, width);
+  Totals<Arithmetic> totals;
   const int count = static_cast<int>(samples.size()) / subGroupSize;
 
   points.resize(static_cast<std::size_t>(count));
   const std::size_t textCount = points.size();
-  const Value widestMean = arithmetic.MakeRounder(1, largest)(largest);
-  const Value widestRange = roundRange(totals.maximum - totals.minimum);
+  const Point widestMean = arithmetic.MakeRounder(1, largest)(largest);
+  const Point widestRange = roundRange(width);
   SeriesText means(results.xBarOutputString, inputs.stringDelimiter, inputs.precisionValue, textCount,
                    widestMean);
   SeriesText ranges(results.rBarOutputString, inputs.stringDelimiter, inputs.precisionValue, textCount,
                     widestRange);
   const Value* sample = samples.data();
   for (int i = 0; i < count; ++i, sample += subGroupSize) {
-    typename Arithmetic::Sum sum = *sample;
+    typename Arithmetic::SubGroupSum sum = *sample;
     Value low = *sample;
     Value high = *sample;
     for (int j = 1; j < subGroupSize; ++j) {
@@ -82,10 +90,10 @@ Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs
       ++totals.baseCount;
       totals.baseRangeCount += hasRange;
     }
-    const Value point = roundMean(sum);
+    const Point point = roundMean(sum);
     points[static_cast<std::size_t>(i)] = point;
     means.Add(point);
-    ranges.Add(static_cast<Value>(roundRange(range)));
+    ranges.Add(roundRange(range));
   }
   means.Finish();
   ranges.Finish();
@@ -118,59 +126,47 @@ template <class Arithmetic>
 void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, const Inputs& inputs,
                  int subGroupSize, Results& results) {
   const auto count = static_cast<std::int64_t>(arithmetic.samples.size());
-  results.minValue = static_cast<double>(arithmetic.Quotient(totals.minimum, 1));
-  results.maxValue = static_cast<double>(arithmetic.Quotient(totals.maximum, 1));
-  results.stdDevValue =
-      count > 1 ? static_cast<double>(arithmetic.StandardDeviation(totals.minimum, totals.maximum)) : 0;
+  results.minValue = static_cast<double>(arithmetic.Quotient(arithmetic.minimum, 1));
+  results.maxValue = static_cast<double>(arithmetic.Quotient(arithmetic.maximum, 1));
+  results.stdDevValue = count > 1 ? static_cast<double>(arithmetic.StandardDeviation()) : 0;
   const long double range =
       totals.rangeCount > 0 ? arithmetic.Quotient(totals.ranges, totals.rangeCount) : 0.0L;
   const long double sigma = range / D2(subGroupSize);
-  const long double mean = arithmetic.Quotient(totals.sum, count);
   results.cpkValue = 0;
   if (sigma > 0 && inputs.upperSpecLimit > inputs.lowerSpecLimit) {
-    results.cpkValue = static_cast<double>(
-        std::min(inputs.upperSpecLimit - mean, mean - inputs.lowerSpecLimit) / (3 * sigma));
+    const long double upper = arithmetic.Distance(inputs.upperSpecLimit, totals.sum, count);
+    const long double lower = -arithmetic.Distance(inputs.lowerSpecLimit, totals.sum, count);
+    results.cpkValue = static_cast<double>(std::min(upper, lower) / (3 * sigma));
   }
 }
 
-// Three times the distance of two numbers stays in 64 bits.
-constexpr double largestTick = 4e17;
-
-void JudgeAsDoubles(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint,
-                    Results& results) {
+ChartLines<double> RoundedLines(const Inputs& inputs, const Results& results) {
   auto line = [&](double value) { return RoundToPlaces(value, inputs.precisionValue); };
-  FindViolations<double>(points, {line(results.xBarUCL), line(results.xBarMean), line(results.xBarLCL)},
-                         firstPoint, results.violatingPoints);
+  return {line(results.xBarUCL), line(results.xBarMean), line(results.xBarLCL)};
 }
 
-void JudgeAsTicks(std::span<const std::int64_t> points, const Inputs& inputs, std::size_t firstPoint,
-                  Results& results) {
+void Judge(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
+  FindViolations<double>(points, RoundedLines(inputs, results), firstPoint, results.violatingPoints);
+}
+
+// Points in whole numbers of the last shown decimal, and so the lines; as doubles where given lines do not
+// fit.
+template <class Point>
+void Judge(std::span<const Point> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
+  const ChartLines<double> rounded = RoundedLines(inputs, results);
   const long double ticksPerUnit = PowerOfTen(inputs.precisionValue);
-  bool fits = true;
-  auto tick = [&](double value) {
-    const long double ticks = RoundToPlaces(value, inputs.precisionValue) * ticksPerUnit;
-    fits = fits && std::fabs(ticks) < largestTick;
-    return fits ? static_cast<std::int64_t>(std::llroundl(ticks)) : 0;
-  };
-  const ChartLines<std::int64_t> lines{tick(results.xBarUCL), tick(results.xBarMean), tick(results.xBarLCL)};
-  for (const std::int64_t point : points) fits = fits && std::abs(static_cast<double>(point)) < largestTick;
-  if (fits) {
-    FindViolations(points, lines, firstPoint, results.violatingPoints);
+  const long double largest = std::is_same_v<Point, std::int64_t> ? largestNarrow : 1e36L;
+  auto fits = [&](double value) { return std::fabs(value * ticksPerUnit) < largest; };
+  if (fits(rounded.upper) && fits(rounded.centre) && fits(rounded.lower)) {
+    auto tick = [&](double value) { return static_cast<Point>(std::round(value * ticksPerUnit)); };
+    FindViolations<Point>(points, {tick(rounded.upper), tick(rounded.centre), tick(rounded.lower)},
+                          firstPoint, results.violatingPoints);
     return;
   }
   std::vector<double> values;
   values.reserve(points.size());
-  for (const std::int64_t point : points) values.push_back(QuotientAsDouble(point, 1, inputs.precisionValue));
-  JudgeAsDoubles(values, inputs, firstPoint, results);
-}
-
-void Judge(std::span<const std::int64_t> points, const Inputs& inputs, std::size_t firstPoint,
-           Results& results) {
-  JudgeAsTicks(points, inputs, firstPoint, results);
-}
-
-void Judge(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
-  JudgeAsDoubles(points, inputs, firstPoint, results);
+  for (const Point point : points) values.push_back(QuotientAsDouble(point, 1, inputs.precisionValue));
+  FindViolations<double>(values, rounded, firstPoint, results.violatingPoints);
 }
 
 void MakeVerdict(const Inputs& inputs, Results& results) {
@@ -267,23 +263,35 @@ Results ResultsWithoutPoints(const Inputs& inputs) {
 struct Engine::WorkSpace {
   Samples samples;
   std::vector<std::int64_t> ticks;  // the X-bar points, in whole numbers of the last shown decimal
+  std::vector<Int128> wideTicks;    // the same, where they take more than 64 bits
   std::vector<double> rounded;      // the X-bar points, as doubles
   HistogramResults histogram;
   Results results;
   std::string error;
 
-  std::vector<std::int64_t>& Points(const ExactArithmetic&) { return ticks; }
+  std::vector<std::int64_t>& Points(const ExactArithmetic<std::int64_t>&) { return ticks; }
+  std::vector<Int128>& Points(const ExactArithmetic<Int128>&) { return wideTicks; }
   std::vector<double>& Points(const CompensatedArithmetic&) { return rounded; }
 
-  // The whole text of a point has to fit into 64 bits too.
-  void LeaveExactWhereTicksDoNotFit(int places) {
-    if (!samples.exact || places <= samples.decimals) return;
-    const std::int64_t largest = largestMantissa / IntegerPowerOfTen(places - samples.decimals);
-    samples.exact = std::all_of(samples.mantissas.begin(), samples.mantissas.end(),
-                                [&](std::int64_t mantissa) { return std::abs(mantissa) <= largest; });
-    if (samples.exact) return;
-    for (const std::int64_t mantissa : samples.mantissas) {
-      samples.values.push_back(QuotientAsDouble(mantissa, 1, samples.decimals));
+  // The first `used` samples.
+  void Compute(const Inputs& inputs, std::size_t used, int subGroupSize, const BasePeriod& base) {
+    const int places = inputs.precisionValue;
+    if (!samples.exact) {
+      const auto values = std::span<const double>(samples.values).first(used);
+      const auto [minimum, maximum] = Extremes(values);
+      Compute(CompensatedArithmetic{values, places, minimum, maximum}, inputs, subGroupSize, base);
+      return;
+    }
+    const auto values = std::span<const std::int64_t>(samples.mantissas).first(used);
+    const auto [minimum, maximum] = Extremes(values);
+    const std::int64_t largest = std::max(maximum, -minimum);
+    const int more = std::max(places - samples.decimals, 0);
+    if (largest < largestNarrow / IntegerPowerOfTen(more)) {
+      Compute(ExactArithmetic<std::int64_t>{values, samples.decimals, places, minimum, maximum}, inputs,
+              subGroupSize, base);
+    } else {
+      Compute(ExactArithmetic<Int128>{values, samples.decimals, places, minimum, maximum}, inputs,
+              subGroupSize, base);
     }
   }
 
@@ -295,15 +303,16 @@ struct Engine::WorkSpace {
     MakeSummary(arithmetic, totals, inputs, subGroupSize, results);
     constexpr std::size_t longestRule = 8;
     const bool wholeChart = inputs.detectionPeriod == 1 || points.size() <= longestRule;
-    Judge(points, inputs, wholeChart ? 0 : points.size() - longestRule, results);
+    Judge(std::span<const typename Arithmetic::Point>(points), inputs,
+          wholeChart ? 0 : points.size() - longestRule, results);
     MakeVerdict(inputs, results);
     const HistogramInputs histogramInputs{inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue,
                                           inputs.stringDelimiter};
-    if constexpr (std::is_same_v<Arithmetic, ExactArithmetic>) {
-      MakeHistogram(arithmetic.samples, arithmetic.decimals, totals.minimum, totals.maximum, histogramInputs,
-                    histogram);
+    if constexpr (std::is_same_v<Arithmetic, CompensatedArithmetic>) {
+      MakeHistogram(arithmetic.samples, arithmetic.minimum, arithmetic.maximum, histogramInputs, histogram);
     } else {
-      MakeHistogram(arithmetic.samples, totals.minimum, totals.maximum, histogramInputs, histogram);
+      MakeHistogram(arithmetic.samples, arithmetic.decimals, arithmetic.minimum, arithmetic.maximum,
+                    histogramInputs, histogram);
     }
     Store(histogram, inputs.stringDelimiter, results);
   }
@@ -333,16 +342,8 @@ bool Engine::Run(const Inputs& inputs, Results& results) {
   BasePeriod base;
   work.error = FindBasePeriod(inputs, count, base);
   if (!work.error.empty()) return false;
-  work.LeaveExactWhereTicksDoNotFit(inputs.precisionValue);
-  const auto used = static_cast<std::size_t>(count) * static_cast<std::size_t>(subGroupSize);
-  if (work.samples.exact) {
-    work.Compute(ExactArithmetic{std::span(work.samples.mantissas).first(used), work.samples.decimals,
-                                 inputs.precisionValue},
-                 inputs, subGroupSize, base);
-  } else {
-    work.Compute(CompensatedArithmetic{std::span(work.samples.values).first(used), inputs.precisionValue},
-                 inputs, subGroupSize, base);
-  }
+  work.Compute(inputs, static_cast<std::size_t>(count) * static_cast<std::size_t>(subGroupSize), subGroupSize,
+               base);
   if (!AllFinite(work.results)) {
     work.error = "the values are too large to be calculated with";
     return false;

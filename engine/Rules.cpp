@@ -1,7 +1,9 @@
 #include "engine/Rules.h"
 
 #include <bit>
+
 #include <initializer_list>
+#include "engine/Decimal.h"
 
 namespace engine {
 
@@ -64,6 +66,8 @@ void FindViolations(std::span<const Number> points, const ChartLines<Number>& li
 }
 
 template void FindViolations(std::span<const std::int64_t>, const ChartLines<std::int64_t>&, std::size_t,
+                             ViolatingPoints&);
+template void FindViolations(std::span<const Int128>, const ChartLines<Int128>&, std::size_t,
                              ViolatingPoints&);
 template void FindViolations(std::span<const double>, const ChartLines<double>&, std::size_t,
                              ViolatingPoints&);

@@ -109,7 +109,7 @@ QString CStr(double value) {
 QString CStr(bool value) { return value ? u"True"_s : u"False"_s; }
 
 qsizetype SplitUpperBound(QStringView text, QChar separator) {
-  return text.isEmpty() ? -1 : text.count(separator);
+  return text.isEmpty() ? -1 : std::count(text.begin(), text.end(), separator);
 }
 
 }  // namespace Conversions

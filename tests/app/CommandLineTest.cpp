@@ -62,13 +62,40 @@ TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
   const QJsonObject before = OnlyDataSet();
   EXPECT_EQ(Run({u"append"_s, library_, u"--description"_s, u"o'neill; SHAFT"_s, u"-3.5"_s, u"12"_s}).status,
             0);
-  EXPECT_EQ(Run({u"append"_s, library_, u"--description"_s, u"O'Neill; shaft"_s}, "1.50\n2,3\r\n").status, 0);
+  EXPECT_EQ(Run({u"append"_s, library_, u"--description"_s, u"O'Neill; shaft"_s}, "1.50\n2.0,3\r\n").status,
+            0);
   const QJsonObject after = OnlyDataSet();
   EXPECT_EQ(after[u"DelimitedInputString"_s].toString(),
-            before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2,3,"_s);
+            before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2.0,3,"_s);
   EXPECT_EQ(after[u"XBarUCL"_s], before[u"XBarUCL"_s]);
   EXPECT_EQ(after[u"RuleViolation"_s], 1);
   EXPECT_EQ(Run({u"status"_s, library_, u"--check"_s}).status, 1);
+}
+
+TEST_F(CommandLineTest, CsvFilesOfEveryKindGiveTheSameNumbers) {
+  int count = 0;
+  for (const QByteArray& text :
+       {QByteArray("1.5\n2.5\n"), QByteArray("1.5\r2.5\r"), QByteArray("\xEF\xBB\xBFw\r\n1.5\r\n2.5"),
+        QByteArray("w;v\n1,5;9\n2,5;9\n;\n"), QByteArray("w\tv\n\"1.5\"\t\n\"2.5\"\t\n\n")}) {
+    csv_ = Write(u"w.csv"_s, text);
+    const QString name = u"Set %1"_s.arg(++count);
+    EXPECT_EQ(Run(ImportWords(name, {u"--column"_s, u"1"_s})).status, 0) << text.toStdString();
+  }
+  for (const auto& data : Run({u"status"_s, library_, u"--json"_s}).Json().array()) {
+    EXPECT_EQ(data[u"DelimitedInputString"_s], u"1.5,2.5,"_s);
+  }
+}
+
+// A page that cannot be scaled keeps none of the others from being written.
+TEST_F(CommandLineTest, OneFailingPageIsNamedAndTheOthersWritten) {
+  csv_ = Write(u"big.csv"_s, QByteArray("20000000\n20000001\n").repeated(5));
+  Run(ImportWords(u"Big"_s));
+  csv_ = Write(u"small.csv"_s, QByteArray("10\n10.5\n").repeated(5));
+  Run(ImportWords(u"Small"_s));
+  const ProgramRun run = Run({u"report"_s, library_, u"--out"_s, Path(u"out"_s)});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_TRUE(run.error.contains(library_) && run.error.contains(u"\"Big\""_s)) << run.error.toStdString();
+  EXPECT_EQ(run.output, Path(u"out/Small.pdf"_s) + u'\n');
 }
 
 TEST_F(CommandLineTest, AnEmptyDataSetHasNoPointsAndNoError) {
@@ -96,6 +123,7 @@ TEST_F(CommandLineTest, HelpAndVersion) {
 
 TEST_F(CommandLineTest, WrongUsageNamesTheWord) {
   ExpectFailure(Run({u"--fly"_s}), 2, {u"--fly"_s});
+  ExpectFailure(Run({u"statsu"_s, library_}), 2, {u"statsu"_s});
   ExpectFailure(Run({u"status"_s, library_, u"--jsn"_s}), 2, {u"--jsn"_s});
   ExpectFailure(Run({u"status"_s}), 2, {u"missing"_s});
   ExpectFailure(Run({u"status"_s, library_, u"more"_s}), 2, {u"more"_s});
@@ -116,6 +144,8 @@ TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
   ExpectFailure(Run({u"stats"_s}, "1 2 12x 4"), 2, {u"value 3"_s, u"12x"_s});
   ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s, u"1"_s, u"1e999"_s}), 2,
                 {u"value 2"_s, u"1e999"_s});
+  ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s, u"7,5"_s}), 2, {u"7,5"_s});
+  ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s}, " \n"), 2, {u"no values"_s});
   csv_ = Write(u"bad.csv"_s, "a,b\n1,2\n3,oops\n5,6\n");
   ExpectFailure(Run(ImportWords(u"New"_s, {u"--column"_s, u"b"_s})), 2,
                 {u"bad.csv line 3"_s, u"column 2 (b)"_s, u"oops"_s});
@@ -123,6 +153,13 @@ TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
   ExpectFailure(Run(ImportWords(u"New"_s, {u"--column"_s, u"c"_s})), 2, {u"\"c\""_s});
   csv_ = Write(u"gap.csv"_s, "a,b\n1,2\n3,\n5,6\n7,\n");
   ExpectFailure(Run(ImportWords(u"New"_s, {u"--column"_s, u"b"_s})), 2, {u"gap.csv line 3"_s});
+  // Each of these once became other numbers, or fewer, without a word.
+  csv_ = Write(u"comma.csv"_s, "Weight\n12,3\n12,4\n");
+  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"comma.csv line 2"_s});
+  csv_ = Write(u"quote.csv"_s, "Weight\n\"12\"34\n");
+  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"quote.csv line 2"_s, u"\"12\"34"_s});
+  csv_ = Write(u"first.csv"_s, "12.3x\n5\n6\n");
+  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"first.csv line 1"_s, u"12.3x"_s});
   csv_ = Write(u"many.csv"_s, QByteArray("1\n").repeated(32768));
   ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"32768"_s, u"32767"_s});
   ExpectFailure(Run({u"stats"_s}, QByteArray("1\n").repeated(32768)), 2, {u"32767"_s});

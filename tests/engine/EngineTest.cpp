@@ -138,6 +138,27 @@ TEST(Engine, CpkRestsOnVariationWithinTheSubgroups) {
   EXPECT_LT(RunEngine(text, {.upperSpecLimit = 9, .lowerSpecLimit = 7, .subGroupSize = 2}).cpkValue, 0);
 }
 
+// The limits of capability are decimals too: an offset changes no digit of Cpk.
+TEST(Engine, CpkIsExactFarFromZero) {
+  const double near = RunEngine("0.2,0.1,0.3", {.upperSpecLimit = 0.5, .lowerSpecLimit = -0.1}).cpkValue;
+  const double far = RunEngine("10000000.2,10000000.1,10000000.3",
+                               {.upperSpecLimit = 10000000.5, .lowerSpecLimit = 9999999.9})
+                         .cpkValue;
+  EXPECT_EQ(far, near);
+  EXPECT_EQ(RunEngine("0.2,0.1,0.3", {.upperSpecLimit = 0.5, .lowerSpecLimit = 0.2}).cpkValue, 0);
+}
+
+// More decimals than 64 bits take change the texts' length and nothing else.
+TEST(Engine, PrecisionChangesNoFigure) {
+  const std::string text = "10000000.1,10000000.2,10000000.3,-10000000.1";
+  const Results coarse = RunEngine(text, {.subGroupSize = 2, .precisionValue = 4});
+  const Results fine = RunEngine(text, {.subGroupSize = 2, .precisionValue = 15});
+  EXPECT_EQ(fine.xBarOutputString, "10000000.150000000000000,0.100000000000000");
+  EXPECT_EQ(fine.rBarOutputString, "0.100000000000000,20000000.400000000000000");
+  EXPECT_EQ(fine.stdDevValue, coarse.stdDevValue);
+  EXPECT_EQ(fine.xBarUCL, coarse.xBarUCL);
+}
+
 TEST(Engine, HistogramBinsHoldTheirLowerEnd) {
   // Bins of width 0.1 from 0 to 1.2: every sample but the last sits exactly on a bin's lower end.
   const Results results = RunEngine("0,0.1,0.2,0.3,0.4,0.5,0.6,0.7,0.8,0.9,1.0,1.1,1.2",
