@@ -123,10 +123,17 @@ void DataEditor::UpdateNotes() {
     label->setText(label->fontMetrics().elidedText(fields.units, Qt::ElideRight, label->maximumWidth()));
     label->setToolTip(fields.units);
   }
-  QString hint = reason_.isEmpty() ? fields.Hint() : reason_;
-  if (hint.isEmpty() && edited_ && descriptionChanged_)
-    hint = u"An existing data set keeps its description: this change is not saved."_s;
-  lblHint->setText(hint);
+  lblHint->setText(reason_.isEmpty() ? Hint(fields) : reason_);
+}
+
+QString DataEditor::Hint(const EditorFields& fields) const {
+  if (const QString hint = fields.Hint(); !hint.isEmpty()) return hint;
+  if (edited_ && descriptionChanged_)
+    return u"An existing data set keeps its description: this change is not saved."_s;
+  if (!edited_ && !fields.calculateLimits)
+    return u"The control limits of a new data set are always calculated: these are not saved."_s;
+  if (comboUnits->count() == 0) return u"There are no units of measurement yet. Edit Units… makes one."_s;
+  return {};
 }
 
 EditorFields DataEditor::ReadFields() const {
@@ -175,10 +182,10 @@ void DataEditor::FillUnits() {
   comboUnits->setCurrentIndex(-1);
 }
 
-// Data sets keep the unit in upper case, and may name one that is no longer in the list.
+// Data sets keep the unit in upper case, and existing ones may name one that is no longer in the list.
 void DataEditor::SelectUnit(const QString& name) {
   int index = name.isEmpty() ? -1 : comboUnits->findText(name, Qt::MatchFixedString);
-  if (index < 0 && !name.isEmpty()) {
+  if (index < 0 && !name.isEmpty() && edited_) {
     comboUnits->addItem(name);
     index = comboUnits->count() - 1;
   }
@@ -222,16 +229,14 @@ bool DataEditor::SaveSelect() {
     UpdateNotes();
     return false;
   }
-  if (edited_) {
-    EditorFields stored = EditorFields::Of(*edited_);
-    stored.discardFliers = fields.discardFliers;
-    stored.calculateLimits = fields.calculateLimits;
-    ShowFields(stored);
-  } else {
+  if (!edited_) {
     accept();  // a second save of the same fields must not make a second row
-    // The last box and the editor go at the same moment, which leaves some desktops without an active window.
-    if (parentWidget()) parentWidget()->activateWindow();
+    return true;
   }
+  EditorFields stored = EditorFields::Of(*edited_);
+  stored.discardFliers = fields.discardFliers;
+  stored.calculateLimits = fields.calculateLimits;
+  ShowFields(stored);
   return true;
 }
 

@@ -62,6 +62,7 @@ class DataEditor : public QDialog {
   void ShowFields(const EditorFields& fields);
   void FieldChanged();
   void UpdateNotes();  // the live line, the number of samples, units beside numbers, the hint
+  QString Hint(const EditorFields& fields) const;
   void SelectUnit(const QString& name);
 
   CDataPtr edited_;  // the collection's object; null when adding

@@ -80,7 +80,7 @@ void DataEditor::BuildControls() {
   body->addLayout(foot);
   layout->addLayout(body, 1);
   SetTabOrder();
-  resize(minimumSizeHint() + QSize(fontMetrics().averageCharWidth() * 14, 0));
+  resize(minimumSizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0));
   txtDescription->setFocus();
 }
 

@@ -49,6 +49,7 @@ bool DataEditorSave::SaveSelect() {
     if (!CheckRawData()) return false;
     const QString values = PrepareRawData();
     if (values.isEmpty()) return false;
+    data_->SetDataChanged(true);
     data_->SetDelimitedInputString(values);
     if (!edited_) data_->SetDescription(fields_.description.trimmed().toUpper());
     return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) && StoreData();
@@ -154,12 +155,6 @@ QString DataEditorSave::FirstUnfilled() const {
   return IsBlank(fields_.subGroup) ? u"comboSubGroup"_s : u"txtUSL"_s;
 }
 
-bool DataEditorSave::ControlLimitsAreEntered() const {
-  for (const QString& text : {fields_.xUCL, fields_.xLCL, fields_.rUCL, fields_.rLCL})
-    if (!Conversions::IsNumeric(text) || Conversions::CDbl(text) == 0) return false;
-  return true;
-}
-
 void DataEditorSave::TakeFlierLimits() {
   double high = OptionalNumber(fields_, &EditorFields::hiFlier);
   double low = OptionalNumber(fields_, &EditorFields::lowFlier);
@@ -189,11 +184,12 @@ bool DataEditorSave::ValidateFields() {
         LoadResText(u"The sub group size must be a value greater than zero and cannot exceed 20.;173"),
         u"comboSubGroup"_s);
   TakeFlierLimits();
-  if (!fields_.calculateLimits && !ControlLimitsAreEntered())
+  const NumberBox* missing = fields_.MissingControlLimit();
+  if (!fields_.calculateLimits && missing)
     return Refuse(
         LoadResText(u"Upper and lower control limits must be entered if the checkbox labeled 'Calculate "
                     u"Limits On Save' is left unchecked.;174"),
-        u"txtXUCL"_s);
+        missing->ControlName());
   const double nominal = Conversions::CDbl(fields_.nominal);
   if (nominal > Conversions::CDbl(fields_.usl) || nominal < Conversions::CDbl(fields_.lsl))
     return Refuse(LoadResText(u"The nominal value cannot exceed the spec limits.;175"), u"txtNominal"_s);

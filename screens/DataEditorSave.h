@@ -33,7 +33,6 @@ class DataEditorSave {
   bool RequiredFieldsAreFilled() const;
   QString FirstUnfilled() const;
   void TakeFlierLimits();
-  bool ControlLimitsAreEntered() const;
   void ShowRemaining(qint16 remaining);
   QString CutToMaxSamples(const QString& values);
   void TakeControlLimits();

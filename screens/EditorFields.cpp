@@ -37,8 +37,10 @@ QString LimitText(double value) {
   return rounded < 0 ? u'-' + text : text;
 }
 
-bool CanKeepLimits(const CData& data) {
-  return data.XBarUCL() != 0 && data.XBarLCL() != 0 && data.RBarUCL() != 0 && data.RBarLCL() != 0;
+// The centre lines can do without a number.
+bool MustBeEntered(const NumberBox& box) {
+  const bool isControlLimit = box.group == NumberBox::XBarLimits || box.group == NumberBox::RangeLimits;
+  return isControlLimit && box.text != &EditorFields::xMean && box.text != &EditorFields::rMean;
 }
 
 }  // namespace
@@ -64,7 +66,7 @@ EditorFields EditorFields::Of(const CData& data) {
   fields.sensitivity = data.SensitivityValue();
   fields.longTermDetection = data.DetectionPeriod() == 1;
   // Limits that could not be kept as they are would only stop the save.
-  fields.calculateLimits = !CanKeepLimits(data);
+  fields.calculateLimits = fields.MissingControlLimit() != nullptr;
   return fields;
 }
 
@@ -77,5 +79,20 @@ QString EditorFields::Hint() const {
   };
   for (const NumberBox& box : boxes)
     if (const QString hint = check(box.Caption(), this->*box.text); !hint.isEmpty()) return hint;
-  return useAllSamples ? QString() : check(u"Max Samples"_s, maxSamples);
+  if (const QString hint = useAllSamples ? QString() : check(u"Max Samples"_s, maxSamples); !hint.isEmpty())
+    return hint;
+  const NumberBox* missing = calculateLimits ? nullptr : MissingControlLimit();
+  return !missing ? QString()
+                  : u"%1 is missing or 0. Control limits can be kept where none of the four is 0; otherwise "
+                    u"let them "
+                    "be calculated on save."_s.arg(missing->Caption());
+}
+
+const NumberBox* EditorFields::MissingControlLimit() const {
+  for (const NumberBox& box : boxes) {
+    const QString& entered = this->*box.text;
+    if (MustBeEntered(box) && (!Conversions::IsNumeric(entered) || Conversions::CDbl(entered) == 0))
+      return &box;
+  }
+  return nullptr;
 }

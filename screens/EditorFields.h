@@ -6,6 +6,8 @@
 
 #include "core/CData.h"
 
+struct NumberBox;
+
 struct EditorFields {
   QString description, units;
   QString usl, nominal, lsl, hiFlier, lowFlier;
@@ -25,6 +27,9 @@ struct EditorFields {
 
   // What a user wants to know of the boxes' numbers before saving; empty where there is nothing to say.
   QString Hint() const;
+
+  // The control limit that stands in the way of keeping them, as a zero does; null where they can be kept.
+  const NumberBox* MissingControlLimit() const;
 };
 
 // One number box and the property that it carries.

@@ -124,8 +124,9 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
       {"no subgroup size", SPOILT(f.subGroup.clear()), required, errorTitle, exclamation, u"comboSubGroup"_s},
       {"subgroup size 0", SPOILT(f.subGroup = u"0"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
       {"subgroup size 21", SPOILT(f.subGroup = u"21"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
-      {"a limit missing", SPOILT(f.calculateLimits = false; f.rLCL.clear()), limits, system, exclamation,
-       u"txtXUCL"_s},
+      {"a limit of zero",
+       SPOILT(f.calculateLimits = false; f.xUCL = f.xLCL = f.rUCL = u"1"_s; f.rLCL = u"-.0"_s), limits,
+       system, exclamation, u"txtRLCL"_s},
       {"nominal above", SPOILT(f.nominal = u"12.001"_s), nominal, system, exclamation, u"txtNominal"_s},
       {"no maximum", SPOILT(f.useAllSamples = false; f.maxSamples = u"ten"_s),
        u"The value entered for the max"_s, system, exclamation, u"txtMaxSamples"_s},
@@ -299,6 +300,10 @@ TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
   EXPECT_EQ(fields.Hint(), u"Low flier: write the decimal point, 7.5."_s);
   fields.usl = u"1e999"_s;
   EXPECT_EQ(fields.Hint(), u"Upper limit: this is not a number."_s);
+  Edit();
+  EXPECT_TRUE(fields.Hint().isEmpty());
+  fields.calculateLimits = false;
+  EXPECT_TRUE(fields.Hint().startsWith(u"Range LCL is missing or 0."_s)) << "as it is in small subgroups";
 }
 
 }  // namespace

@@ -187,8 +187,18 @@ TEST_F(DataEditorTest, ARefusedSaveKeepsTheFieldsAndGoesToTheFault) {
   EXPECT_EQ(QApplication::focusWidget(), Get(u"txtDescription"_s));
   EXPECT_EQ(Raw().count(u'\n'), 8);
   EXPECT_EQ(StoredRows(), 0U);
+  Type(u"txtUSL"_s, u"12"_s);
+  Get<QCheckBox>(u"checkCalculateControlLimitsOnSave"_s)->click();
+  for (const QString& box : {u"txtXUCL"_s, u"txtXLCL"_s, u"txtRUCL"_s, u"txtRLCL"_s})
+    Get(box)->setText(u"1"_s);
+  Fire(u"NotesTimer"_s);
+  EXPECT_TRUE(Hint().startsWith(u"The control limits of a new data set are always calculated"_s));
   program.boxes.Expect(Answer::No);
   editor->close();
+
+  program.Execute(u"UPDATE Units SET Deleted = 1"_s);
+  Open();
+  EXPECT_TRUE(Hint().contains(u"Edit Units"_s)) << "there is nothing to choose from";
 }
 
 TEST_F(DataEditorTest, ClosingAsksOnlyWhereSomethingWouldBeLost) {
