@@ -10,7 +10,6 @@
 
 #include "core/GlobalFunctions.h"
 #include "core/Library.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/access/JetFile.h"
 
@@ -193,10 +192,7 @@ bool IsAccepted(const QString& revision) {
 
 // The version message on one line.
 QString RefusalOf(const QString& revision) {
-  return u"%1. %2 %3. %4 %5.%6."_s.arg(
-      LoadResText(u"Invalid Database Version;296"), LoadResText(u"Current Database Version:;297"), revision,
-      LoadResText(u"Required Database Version:;298"), QString::number(Library::requiredMajor),
-      QString::number(Library::requiredMinor));
+  return GlobalFunctions::VersionMessage(revision).replace(u"\r\n"_s, u". "_s).replace(u'\t', u' ').trimmed();
 }
 
 QString ReadRevision(JetFile& file) {

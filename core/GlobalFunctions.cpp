@@ -28,15 +28,6 @@ QString ReadRevision(const QString& databasePath) {
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
 
-void ShowVersionMessage(const QString& revision) {
-  const auto required = u"%1.%2"_s.arg(Library::requiredMajor).arg(Library::requiredMinor);
-  ShowErrorMessage(false,
-                   LoadResText(u"Invalid Database Version;296") + u"\r\n"_s +
-                       LoadResText(u"Current Database Version:;297") + u'\t' + revision + u"\r\n"_s +
-                       LoadResText(u"Required Database Version:;298") + u'\t' + required + u"\r\n"_s,
-                   {});
-}
-
 void ShowInDatabasePanel(const QString& text) {
   if (MainScreen* screen = Globals().mainScreen)
     screen->SetDatabasePanelText(LoadResText(u"Current Database: ;299") + text);
@@ -91,7 +82,7 @@ void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& val
     if (valid)
       revision = found;
     else
-      ShowVersionMessage(found);
+      ShowErrorMessage(false, VersionMessage(found), {});
   });
 }
 
@@ -101,6 +92,13 @@ bool IsRevisionAccepted(const QString& revision) {
   if (major != Library::requiredMajor) return major > Library::requiredMajor;
   if (parts.size() < 2) throw Error(u"The revision %1 has no minor number."_s.arg(revision));
   return Conversions::CLng(parts[1]) >= Library::requiredMinor;
+}
+
+QString VersionMessage(const QString& revision) {
+  const auto required = u"%1.%2"_s.arg(Library::requiredMajor).arg(Library::requiredMinor);
+  return LoadResText(u"Invalid Database Version;296") + u"\r\n"_s +
+         LoadResText(u"Current Database Version:;297") + u'\t' + revision + u"\r\n"_s +
+         LoadResText(u"Required Database Version:;298") + u'\t' + required + u"\r\n"_s;
 }
 
 void AttachDatabase(const QString& databasePath) {

@@ -21,6 +21,9 @@ void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& val
 // Whether the program accepts a file of this revision. Throws where the text cannot be a revision.
 bool IsRevisionAccepted(const QString& revision);
 
+// The lines that refuse a file of this revision, each ended.
+QString VersionMessage(const QString& revision);
+
 // Makes a file the current database; an empty path means the one for this run, else the one of the settings.
 // A refused file leaves the current state as it was.
 void AttachDatabase(const QString& databasePath);

@@ -5,6 +5,7 @@
 #include <QProgressDialog>
 
 #include "core/AccessImport.h"
+#include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/Library.h"
 #include "core/Messages.h"
@@ -31,9 +32,24 @@ bool Agrees(const QString& question) {
          MessageBox::Answer::Yes;
 }
 
+// Files of one name and of other kinds keep copies of their own.
 QString CopyBeside(const QString& accessPath) {
   const QFileInfo file(accessPath);
-  return file.dir().filePath(file.completeBaseName() + u".kestrel"_s);
+  const bool isMdb = file.suffix().compare(u"mdb"_s, Qt::CaseInsensitive) == 0;
+  return file.dir().filePath((isMdb ? file.completeBaseName() : file.fileName()) + u".kestrel"_s);
+}
+
+void Refuse(const QString& path, const QString& reason) {
+  ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path, reason);
+}
+
+// Throws Error where the file cannot be read; without a usable revision there is no message for it.
+bool HasAcceptedRevision(const QString& accessPath) {
+  const QString revision = AccessImport::Revision(accessPath);
+  if (revision.size() < 3) return false;
+  if (GlobalFunctions::IsRevisionAccepted(revision)) return true;
+  ShowErrorMessage(false, GlobalFunctions::VersionMessage(revision), {});
+  return false;
 }
 
 // Throws Error; false where the user cancelled, and then nothing is left behind.
@@ -99,14 +115,18 @@ QString DatabaseChoice::LibraryFor(const QString& path, QWidget* parent) {
         u"The Access file stays as it is. Do you wish to open the copy?"_s));
     return opens ? copy : QString();
   }
-  if (!Agrees(question(u"%1 is a Microsoft Access file. Kestrel works with a copy of it, which will be made "
-                       u"beside it:\r\n\r\n%2\r\n\r\nThe Access file stays as it is. Do you wish to make the "
-                       u"copy and open it?"_s)))
-    return {};
   try {
-    return Convert(path, copy, parent) ? copy : QString();
+    if (!HasAcceptedRevision(path)) {
+      Refuse(path, {});
+      return {};
+    }
+    const bool agreed = Agrees(
+        question(u"%1 is a Microsoft Access file. Kestrel works with a copy of it, which will be made "
+                 u"beside it:\r\n\r\n%2\r\n\r\nThe Access file stays as it is. Do you wish to make the "
+                 u"copy and open it?"_s));
+    return agreed && Convert(path, copy, parent) ? copy : QString();
   } catch (const std::exception& error) {
-    ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path, ErrorText(error));
+    Refuse(path, ErrorText(error).remove(path + u": "_s));
     return {};
   }
 }

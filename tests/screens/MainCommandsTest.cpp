@@ -244,17 +244,21 @@ TEST_F(MainCommandsTest, TakesOverAnAccessFile) {
 
 TEST_F(MainCommandsTest, AnAccessFileThatCannotBeTakenOverIsRefusedWithTheReason) {
   StartLoaded();
-  const QString access = CopyOfData("null_limit.mdb");
-  QFile damaged(access);
-  ASSERT_TRUE(damaged.open(QIODevice::ReadWrite) && damaged.resize(damaged.size() / 2));
-  damaged.close();
-  program.boxes.Expect(Answer::Yes);
+  const QString damaged = CopyOfData("null_limit.mdb");
+  ASSERT_TRUE(QFile::resize(damaged, QFileInfo(damaged).size() / 2));
   program.boxes.Expect();
-  Choose(access);
-  program.boxes.Take();
+  Choose(damaged);
   const QString refusal = program.boxes.Take().text;
-  EXPECT_TRUE(refusal.startsWith(u"Error opening database:\r\n"_s + access)) << qPrintable(refusal);
-  EXPECT_FALSE(QFile::exists(program.Path(u"null_limit.kestrel"_s)));
+  EXPECT_TRUE(refusal.startsWith(u"Error opening database:\r\n"_s + damaged)) << qPrintable(refusal);
+
+  const QString old = CopyOfData("old_revision.mdb");
+  program.boxes.Expect();
+  program.boxes.Expect();
+  Choose(old);
+  EXPECT_TRUE(
+      program.boxes.Take().text.startsWith(u"Invalid Database Version\r\nCurrent Database Version:\t1.9"_s));
+  EXPECT_EQ(program.boxes.Take().text, u"Error opening database:\r\n"_s + old);
+  EXPECT_TRUE(QDir(program.folder.path()).entryList({u"*.kestrel"_s}).isEmpty());
   EXPECT_EQ(Panel(), libraryAttached);
 }
 
