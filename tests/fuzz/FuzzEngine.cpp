@@ -1,0 +1,94 @@
+// Fuzzes the engine: the first line holds the numbers among the inputs (what is missing is 0), the second the
+// delimiter, the rest is the text of samples.
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+#include "engine/Engine.h"
+
+namespace {
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+std::string_view TakeLine(std::string_view& text) {
+  const size_t end = std::min(text.find('\n'), text.size());
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return line;
+}
+
+std::vector<double> Numbers(std::string_view line) {
+  std::vector<double> numbers;
+  const char* at = line.data();
+  const char* const end = at + line.size();
+  while (at < end && numbers.size() < 20) {
+    double number = 0;
+    const auto [next, error] = std::from_chars(at, end, number);
+    if (error == std::errc()) numbers.push_back(number);
+    at = std::max(next, at + 1);
+  }
+  numbers.resize(20);
+  return numbers;
+}
+
+int Whole(double number) { return std::abs(number) < 1e6 ? static_cast<int>(number) : 0; }
+
+engine::Inputs ReadInputs(std::string_view text) {
+  const std::vector<double> numbers = Numbers(TakeLine(text));
+  engine::Inputs inputs;
+  inputs.subGroupSize = Whole(numbers[0]);
+  inputs.precisionValue = Whole(numbers[1]);
+  inputs.sensitivityValue = Whole(numbers[2]);
+  inputs.detectionPeriod = Whole(numbers[3]);
+  inputs.reverseDataString = numbers[4] != 0;
+  inputs.dataStartPoint = Whole(numbers[5]);
+  inputs.dataStopPoint = Whole(numbers[6]);
+  inputs.sampleQty = Whole(numbers[7]);
+  inputs.upperSpecLimit = numbers[8];
+  inputs.lowerSpecLimit = numbers[9];
+  double* const limits[] = {&inputs.xBarUCL, &inputs.xBarLCL, &inputs.xBarMean,
+                            &inputs.rBarUCL, &inputs.rBarLCL, &inputs.rBarMean};
+  for (size_t i = 0; i < std::size(limits); ++i) *limits[i] = numbers[10 + i];
+  inputs.stringDelimiter = TakeLine(text);
+  inputs.delimitedInputString = text;
+  return inputs;
+}
+
+bool PointsAreWithin(const engine::Results& results) {
+  for (const auto& points : results.violatingPoints)
+    for (const int point : points)
+      if (point < 1 || point > results.numberOfPlotPoints) return false;
+  return true;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static engine::Engine engine;
+  const engine::Inputs inputs = ReadInputs({reinterpret_cast<const char*>(data), size});
+  engine::Results results;
+  results.numberOfPlotPoints = -1;
+  if (!engine.Run(inputs, results)) {
+    Require(!engine.LastError().empty() && results.numberOfPlotPoints == -1);
+    return 0;
+  }
+  const int group = inputs.subGroupSize == 0 ? 1 : inputs.subGroupSize;
+  Require(results.sampleQty == group * results.numberOfPlotPoints);
+  Require(results.sampleQty <= engine::maximumSamples);
+  Require(results.processState >= 0 && results.processState <= 4);
+  Require((results.processState == 0) == (results.numberOfPlotPoints == 0));
+  Require(results.isInControl == (results.ruleViolation == 0));
+  Require(results.minValue <= results.maxValue);
+  Require(PointsAreWithin(results));
+
+  // Running again, in the space that the first run left, changes nothing.
+  engine::Results again;
+  Require(engine.Run(inputs, again));
+  Require(again.xBarOutputString == results.xBarOutputString &&
+          again.rBarOutputString == results.rBarOutputString &&
+          again.violatingPoints == results.violatingPoints);
+  return 0;
+}

@@ -1,0 +1,62 @@
+// Fuzzes the file of the settings: whatever it holds, the program has settings or says once that it cannot
+// read them, and what is written is there at the next start.
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdlib>
+
+#include "core/Globals.h"
+#include "core/RegistryFunctions.h"
+#include "platform/ui/MessageBox.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class CountedBoxes : public MessageBox::Presenter {
+ public:
+  MessageBox::Answer Show(const MessageBox::Request& request) override {
+    ++count;
+    return MessageBox::Refusal(request.buttons);
+  }
+  int count = 0;
+};
+
+// In memory where there is such a folder: every write is flushed to the disk.
+QString Place() {
+  const QString memory = u"/dev/shm"_s;
+  return (QFile::exists(memory) ? memory : QDir::tempPath()) + u"/kestrel-fuzz-XXXXXX"_s;
+}
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static const QTemporaryDir folder(Place());
+  static const QString path = folder.filePath(u"settings.json"_s);
+  static CountedBoxes boxes;
+  static ProgramState state;
+  MessageBox::Install(&boxes);
+  InstallGlobals(&state);
+  QFile file(path);
+  Require(file.open(QIODevice::WriteOnly));
+  file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
+  file.close();
+
+  FileRegistry registry(path);
+  state.registry = &registry;
+  state.gSetup = {};
+  state.gSetup.RegistryKeyPath = u"Software\\Key"_s;
+  boxes.count = 0;
+  QCGlobalFunctions::GetRegistrySettings();
+  Require(boxes.count <= 1);
+  Require(RegistryFunctions::SetKeyValue({}, u"DatabaseName"_s, Registry::String, u"new"_s));
+
+  FileRegistry next(path);
+  state.registry = &next;
+  Require(RegistryFunctions::GetKeyValue({}, u"DatabaseName"_s, Registry::String) == u"new"_s);
+  return 0;
+}
