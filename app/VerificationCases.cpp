@@ -118,7 +118,7 @@ std::vector<Check> ReferenceCases() {
   std::vector<Check> checks;
   for (const QJsonValue& reference : ReferenceData::Part(u"cases"_s)) {
     Check check{reference[u"group"_s].toString(), reference[u"name"_s].toString(),
-                reference[u"source"_s].toString(), reference[u"digits"_s].toInt()};
+                reference[u"source"_s].toString()};
     engine::Results results;
     if (RunEngine(ReferenceData::InputsOf(reference), reference[u"values"_s].toString(), results, check)) {
       check.quantities =
