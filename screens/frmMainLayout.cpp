@@ -81,6 +81,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   connect(ListView1, &MainList::MenuRequested, MyMenu, [this](const QPoint& place) { MyMenu->popup(place); });
   InstallHelpKey(this, HelpTopics::MainScreen);
   Globals().mainScreen = this;
+  UpdateToolbarStates();
 }
 
 frmMain::~frmMain() { Globals().mainScreen = nullptr; }

@@ -54,6 +54,7 @@ class MainScreenFixture : public testing::Test {
                          .editor = [this] { Edited(); },
                          .configuration = [this] { opened << QStringLiteral("settings"); },
                          .about = [this] { opened << QStringLiteral("about"); }});
+    EXPECT_EQ(Enabled(), QStringLiteral("--------")) << "boxes of the start may stand over the window";
     ASSERT_TRUE(main->Form_Load());
     main->show();
     QCoreApplication::processEvents();
