@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QProxyStyle>
 #include <QWindow>
 
 #include "charts/StatGraphics.h"
@@ -59,6 +60,18 @@ class Reactivation : public QObject {
   }
 };
 
+// Fusion without the little pictures on the buttons of boxes: they exist in one small size only, which blurs
+// on fine screens.
+class ProgramStyle : public QProxyStyle {
+ public:
+  ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
+                                                       : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
 // Installs the state and the presenters of boxes for as long as it lives.
 class Installation {
  public:
@@ -89,7 +102,7 @@ class Installation {
 
 int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   QApplication::setOrganizationName(u"Orvane Labs"_s);
-  QApplication::setStyle(u"Fusion"_s);
+  QApplication::setStyle(new ProgramStyle);
   QApplication application(argc, argv);
   // Closing the main window ends the program, whatever help windows are still open.
   QApplication::setQuitOnLastWindowClosed(false);
