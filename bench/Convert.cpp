@@ -1,0 +1,148 @@
+// Taking over a library of 5,000 data sets of 500 values from an Access file, against copying the same rows
+// from one library into another.
+#include <benchmark/benchmark.h>
+
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTemporaryDir>
+
+#include "bench/Bench.h"
+#include "core/AccessImport.h"
+#include "core/Library.h"
+#include "tests/access/AccessFiles.h"
+
+using namespace Qt::StringLiterals;
+using namespace AccessFiles;
+
+namespace {
+
+constexpr int dataSets = 5000;
+
+// A data page with one owner, whose records are added until it is full.
+class PageOfRecords {
+ public:
+  explicit PageOfRecords(quint32 owner) {
+    Put<quint16>(bytes_, 0, 0x0101);
+    Put(bytes_, 4, owner);
+  }
+  bool Add(const QByteArray& record) {
+    if (start_ - record.size() < 16 + 2 * count_) return false;
+    start_ -= record.size();
+    bytes_.replace(start_, record.size(), record);
+    Put(bytes_, 14 + 2 * count_, static_cast<quint16>(start_));
+    Put(bytes_, 12, static_cast<quint16>(++count_));
+    return true;
+  }
+  const QByteArray& Bytes() const { return bytes_; }
+
+ private:
+  QByteArray bytes_ = QByteArray(JetPages::pageSize, '\0');
+  qsizetype start_ = JetPages::pageSize;
+  qsizetype count_ = 0;
+};
+
+// plant.mdb with other data sets: one of its rows again and again, each with an ID and values of its own.
+QByteArray LargeAccessFile() {
+  QByteArray file = Bytes(u"plant.mdb"_s);
+  const JetTable table = Open(file)->Table(u"StatData"_s);
+  constexpr quint32 longValueOwner = 0x4C41564C;
+  constexpr qsizetype mostInPiece = 4076;
+  const auto addPage = [&](const QByteArray& page) {
+    file += page;
+    return static_cast<quint32>(file.size() / JetPages::pageSize - 1);
+  };
+
+  const qsizetype fieldAt = LongFieldAt(file, ReadAll(file)[u"StatData"_s][7][u"Values"_s]);
+  const auto itsPage = static_cast<quint32>(fieldAt / JetPages::pageSize);
+  qsizetype end = PageAt(itsPage + 1);
+  quint32 pointer = itsPage << 8;
+  for (; RecordAt(file, pointer) > fieldAt; ++pointer) end = RecordAt(file, pointer);
+  const qsizetype start = RecordAt(file, pointer);
+  QByteArray row = file.mid(start, end - start);
+
+  std::vector<PageOfRecords> pages = {PageOfRecords(table.page)};
+  for (int i = 0; i < dataSets; ++i) {
+    const QString values = QString::fromStdString(Bench::Values(500, static_cast<unsigned>(i)));
+    const QByteArray text(reinterpret_cast<const char*>(values.utf16()), 2 * values.size());
+    quint32 next = 0;
+    for (qsizetype at = (text.size() - 1) / mostInPiece * mostInPiece; at >= 0; at -= mostInPiece) {
+      PageOfRecords page(longValueOwner);
+      QByteArray link(4, '\0');
+      Put(link, 0, next);
+      page.Add(link + text.mid(at, mostInPiece));
+      next = addPage(page.Bytes()) << 8;
+    }
+    Put(row, 2 + table.Column(u"ID"_s)->fixedOffset, i + 1);
+    Put(row, fieldAt - start, static_cast<quint32>(text.size()));
+    Put(row, fieldAt - start + 4, next);
+    if (pages.back().Add(row)) continue;
+    pages.emplace_back(table.page);
+    pages.back().Add(row);
+  }
+
+  const qsizetype bitmapAt = PageAt(Get<quint32>(file, RecordAt(file, table.ownedPages) + 1)) + 4;
+  for (qsizetype at = bitmapAt; at % JetPages::pageSize != 0; ++at) file[at] = 0;
+  for (const PageOfRecords& page : pages) {
+    const quint32 number = addPage(page.Bytes());
+    char& bits = file.data()[bitmapAt + number / 8];
+    bits = static_cast<char>(bits | 1 << (number % 8));
+  }
+  Put(file, PageAt(table.page) + 16, quint32{dataSets});
+  return file;
+}
+
+class Libraries {
+ public:
+  Libraries() {
+    QFile file(access);
+    if (!file.open(QIODevice::WriteOnly) || file.write(LargeAccessFile()) < 0)
+      throw std::runtime_error("no Access file");
+    file.close();
+    AccessImport::Convert(access, library);
+  }
+
+  QTemporaryDir folder;
+  QString access = folder.filePath(u"large.mdb"_s);
+  QString library = folder.filePath(u"large.kestrel"_s);
+  QString target = folder.filePath(u"target.kestrel"_s);
+};
+
+Libraries& TheLibraries() {
+  static Libraries libraries;
+  return libraries;
+}
+
+void ConvertLibrary(benchmark::State& state) {
+  const Libraries& files = TheLibraries();
+  for (auto _ : state) {
+    QFile::remove(files.target);
+    AccessImport::Convert(files.access, files.target);
+  }
+}
+BENCHMARK(ConvertLibrary)->Unit(benchmark::kMillisecond)->Repetitions(5);
+
+void CopyTheRows(Connection& from, Connection& to) {
+  QSqlQuery rows(from.Database());
+  rows.setForwardOnly(true);
+  rows.exec(u"SELECT * FROM StatData"_s);
+  const int columns = rows.record().count();
+  QSqlQuery insert(to.Database());
+  insert.prepare(u"INSERT INTO StatData VALUES (?%1)"_s.arg(u",?"_s.repeated(columns - 1)));
+  while (rows.next()) {
+    for (int i = 0; i < columns; ++i) insert.bindValue(i, rows.value(i));
+    if (!insert.exec()) throw std::runtime_error("the rows cannot be copied");
+  }
+}
+
+void CopyRows(benchmark::State& state) {
+  const Libraries& files = TheLibraries();
+  for (auto _ : state) {
+    QFile::remove(files.target);
+    Connection from;
+    from.OpenWith(files.library);
+    Library::Create(files.target, [&](Connection& to) { CopyTheRows(from, to); });
+  }
+}
+BENCHMARK(CopyRows)->Unit(benchmark::kMillisecond)->Repetitions(5);
+
+}  // namespace
