@@ -82,10 +82,8 @@ QString EditorFields::Hint() const {
   if (const QString hint = useAllSamples ? QString() : check(u"Max Samples"_s, maxSamples); !hint.isEmpty())
     return hint;
   const NumberBox* missing = calculateLimits ? nullptr : MissingControlLimit();
-  return !missing ? QString()
-                  : u"%1 is missing or 0. Control limits can be kept where none of the four is 0; otherwise "
-                    u"let them "
-                    "be calculated on save."_s.arg(missing->Caption());
+  if (!missing) return {};
+  return u"%1: to keep the control limits, none of the four may be missing or 0."_s.arg(missing->Caption());
 }
 
 const NumberBox* EditorFields::MissingControlLimit() const {

@@ -303,7 +303,8 @@ TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
   Edit();
   EXPECT_TRUE(fields.Hint().isEmpty());
   fields.calculateLimits = false;
-  EXPECT_TRUE(fields.Hint().startsWith(u"Range LCL is missing or 0."_s)) << "as it is in small subgroups";
+  EXPECT_TRUE(fields.Hint().startsWith(u"Range LCL: to keep the control limits"_s))
+      << "as it is in small subgroups";
 }
 
 }  // namespace
