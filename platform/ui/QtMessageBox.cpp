@@ -95,7 +95,7 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
   }
   if (auto* text = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
     // The box wraps by itself a text that is wider; with a floor to its width it would cut that off instead.
-    const int width = metrics.size(0, box.text()).width();
+    const int width = metrics.size(Qt::TextExpandTabs, box.text()).width();
     if (width <= std::min(em * 28, box.screen()->availableSize().width() - em * 10))
       text->setMinimumWidth(width);
   }
