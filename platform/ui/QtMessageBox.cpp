@@ -85,8 +85,7 @@ void DrawSign(QPainter& painter, MessageBox::Icon icon) {
 // The labels are reached by the names that the message box gives them; without them it looks as the style has
 // it.
 void Dress(QMessageBox& box, MessageBox::Icon icon) {
-  const QFontMetrics metrics = box.fontMetrics();
-  const int em = metrics.height();
+  const int em = box.fontMetrics().height();
   if (auto* sign = box.findChild<QLabel*>(u"qt_msgboxex_icon_label"_s);
       sign && icon != MessageBox::Icon::None) {
     sign->setPixmap(VectorIcon([icon](QPainter& painter) {
@@ -95,7 +94,8 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
   }
   if (auto* text = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
     // The box wraps by itself a text that is wider; with a floor to its width it would cut that off instead.
-    const int width = metrics.size(Qt::TextExpandTabs, box.text()).width();
+    text->setWordWrap(false);
+    const int width = text->sizeHint().width();  // with what tabs take in a label
     if (width <= std::min(em * 28, box.screen()->availableSize().width() - em * 10))
       text->setMinimumWidth(width);
   }
