@@ -124,10 +124,10 @@ void Recordset::MovePrevious() {
 }
 
 int Recordset::Find(const QString& name) const {
-  // Comparing the lengths first keeps the look-up cheap: it runs for each field of each row.
+  // Names are mostly written as the table has them; the look-up runs for each field of each row.
+  if (const qsizetype column = columns_.indexOf(name); column >= 0) return static_cast<int>(column);
   for (qsizetype column = 0; column < columns_.size(); ++column)
-    if (columns_[column].size() == name.size() && columns_[column].compare(name, Qt::CaseInsensitive) == 0)
-      return static_cast<int>(column);
+    if (columns_[column].compare(name, Qt::CaseInsensitive) == 0) return static_cast<int>(column);
   return -1;
 }
 
@@ -144,7 +144,7 @@ QStringList Recordset::FieldNames() const { return columns_; }
 
 std::vector<QVariant>& Recordset::CurrentRow() { return rows_[static_cast<size_t>(position_ - 1)]; }
 
-QVariant Recordset::Field(const QString& name) const {
+const QVariant& Recordset::Field(const QString& name) const {
   const size_t column = Column(name);
   RequireRow();
   return edited_.empty() ? rows_[static_cast<size_t>(position_ - 1)][column] : edited_[column];

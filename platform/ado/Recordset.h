@@ -46,9 +46,9 @@ class Recordset {
   void MoveNext();      // an error when already at EOF
   void MovePrevious();  // an error when already at BOF
 
-  // The current row's value (a null QVariant for Null). Names compare without case; an unknown name, or no
-  // current row, is an error.
-  QVariant Field(const QString& name) const;
+  // The current row's value (a null QVariant for Null), valid until the next move, change or closing. Names
+  // compare without case; an unknown name, or no current row, is an error.
+  const QVariant& Field(const QString& name) const;
   bool HasField(const QString& name) const;
   QStringList FieldNames() const;
   void SetField(const QString& name, const QVariant& value);
