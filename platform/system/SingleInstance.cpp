@@ -3,6 +3,12 @@
 #include <QDir>
 #include <QFileInfo>
 
+#ifdef Q_OS_UNIX
+#include <sys/file.h>
+
+#include <cerrno>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -18,6 +24,12 @@ QString DefaultLockFile() {
 
 SingleInstance::SingleInstance(const QString& lockFile)
     : lock_(lockFile.isEmpty() ? DefaultLockFile() : lockFile) {
+#ifdef Q_OS_UNIX
+  // Unlike a QLockFile this waits for no disk, and the system frees it when the program crashes.
+  prevInstance_ = lock_.open(QIODevice::ReadWrite) && flock(lock_.handle(), LOCK_EX | LOCK_NB) != 0 &&
+                  errno == EWOULDBLOCK;
+#else
   lock_.setStaleLockTime(0);  // however long the program runs
   prevInstance_ = !lock_.tryLock() && lock_.error() == QLockFile::LockFailedError;
+#endif
 }

@@ -1,6 +1,7 @@
 // Tells whether another copy of the program is running for this user.
 #pragma once
 
+#include <QFile>
 #include <QLockFile>
 #include <QString>
 
@@ -14,6 +15,10 @@ class SingleInstance {
   bool PrevInstance() const { return prevInstance_; }
 
  private:
+#ifdef Q_OS_UNIX
+  QFile lock_;
+#else
   QLockFile lock_;
+#endif
   bool prevInstance_ = false;
 };
