@@ -118,7 +118,6 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
                 .editor = ShowModal<DataEditor>,
                 .configuration = ShowModal<frmConfigure>,
                 .about = ShowModal<frmAbout>});
-  QApplication::setWindowIcon(main.windowIcon());
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;

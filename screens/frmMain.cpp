@@ -36,6 +36,7 @@ constexpr int frameMilliseconds = 40;  // how often the growing list is painted
 bool frmMain::Form_Load() {
   return Trap(u"frmMain::Form_Load"_s, false, [this] {
     ProgramState& state = Globals();
+    ShowPicture();  // not before the window is on the screen: drawing it would hold that up
     if (!StartUp::ReadSettings(QCoreApplication::applicationDirPath())) return false;
     InitTimer.start();
     if (QString& path = state.gDatabaseForThisRun; !path.isEmpty())

@@ -60,6 +60,7 @@ class frmMain : public QMainWindow, public MainScreen {
   QWidget* BuildSummaryPanel();
   void BuildStatusBar();
   void BuildMenu();
+  void ShowPicture();
 
   void InitTimer_Timer();
   void ClockTimer_Timer();
@@ -98,6 +99,7 @@ class frmMain : public QMainWindow, public MainScreen {
   MainList* ListView1 = nullptr;
   ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
   StatSummary* StatSummary1 = nullptr;
+  QLabel* Image1 = nullptr;
   QLabel* panel1_ = nullptr;
   QLabel* panel2_ = nullptr;
   QProgressBar* ccrpProgressBar1 = nullptr;

@@ -1,4 +1,5 @@
 // Builds the main window: its toolbar, list, summary panel, status bar, pop-up menu and timers.
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -22,8 +23,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QIcon ProgramIcon() { return QIcon(u":/kestrel.svg"_s); }
 
 void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* form) {
   timer.setObjectName(name);
@@ -52,7 +51,6 @@ class PanelLabel : public QLabel {
 frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screens_(std::move(screens)) {
   setObjectName(u"frmMain"_s);
   setWindowTitle(LoadResText(u"Kestrel;108"));
-  setWindowIcon(ProgramIcon());
   ListView1 = new MainList(this);
   ListView1->setObjectName(u"ListView1"_s);
   ListView1->setAccessibleName(u"Data sets"_s);
@@ -139,11 +137,10 @@ void frmMain::BuildMenu() {
 
 QWidget* frmMain::BuildSummaryPanel() {
   auto* panel = new QWidget(this);
-  const int side = fontMetrics().height() * 6;
-  auto* Image1 = new QLabel(panel);
+  Image1 = new QLabel(panel);
   Image1->setObjectName(u"Image1"_s);
   Image1->setAlignment(Qt::AlignCenter);
-  Image1->setPixmap(windowIcon().pixmap(QSize(side, side), devicePixelRatio()));
+  Image1->setFixedHeight(fontMetrics().height() * 6);
   ProcessStateIndicator1 = new ProcessStateIndicator(panel);
   ProcessStateIndicator1->setObjectName(u"ProcessStateIndicator1"_s);
   ProcessStateIndicator1->SetCaption(LoadResText(u"ProcessControlIndicator;268"));
@@ -158,6 +155,12 @@ QWidget* frmMain::BuildSummaryPanel() {
   layout->addStretch(1);
   panel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   return panel;
+}
+
+void frmMain::ShowPicture() {
+  const QIcon icon(u":/kestrel.svg"_s);
+  QApplication::setWindowIcon(icon);
+  Image1->setPixmap(icon.pixmap(QSize(Image1->height(), Image1->height()), devicePixelRatio()));
 }
 
 void frmMain::BuildStatusBar() {
