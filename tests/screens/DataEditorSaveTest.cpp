@@ -112,17 +112,13 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
       {"no data", SPOILT(f.rawData = u" \r\n\n"_s), u"No data to process"_s, system, Icon::Critical, raw},
       {"seven values", SPOILT(f.rawData = Values(7)), values, system, exclamation, raw},
       {"text at the end", SPOILT(f.rawData += u"\nabc"_s), values, system, exclamation, raw},
-      {"too large a number", SPOILT(f.rawData += u"\n1e999"_s), values, system, exclamation, raw},
       {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768)), values, system, exclamation, raw},
       {"no description", SPOILT(f.description = u"  "_s), required, errorTitle, exclamation,
        u"txtDescription"_s},
       {"no unit", SPOILT(f.units.clear()), required, errorTitle, exclamation, u"comboUnits"_s},
       {"decimal comma", SPOILT(f.usl = u"12,5"_s), required, errorTitle, exclamation, u"txtUSL"_s},
       {"not a number", SPOILT(f.nominal = u"NaN"_s), required, errorTitle, exclamation, u"txtNominal"_s},
-      {"400 digits", SPOILT(f.lsl = QString(400, u'9')), required, errorTitle, exclamation, u"txtLSL"_s},
       {"limits alike", SPOILT(f.lsl = f.usl), required, errorTitle, exclamation, u"txtUSL"_s},
-      {"no subgroup size", SPOILT(f.subGroup.clear()), required, errorTitle, exclamation, u"comboSubGroup"_s},
-      {"subgroup size 0", SPOILT(f.subGroup = u"0"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
       {"subgroup size 21", SPOILT(f.subGroup = u"21"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
       {"a limit of zero",
        SPOILT(f.calculateLimits = false; f.xUCL = f.xLCL = f.rUCL = u"1"_s; f.rLCL = u"-.0"_s), limits,
@@ -273,25 +269,20 @@ TEST_F(DataEditorSaveTest, AFailedWriteLeavesTheDataSetInUseAsItWas) {
   const CDataPtr edited = Edit();
   const QString before = edited->DelimitedInputString();
   fields.rawData = Values(60);
+  const auto expectRefusal = [&](const QString& reason) {
+    program.boxes.Expect();
+    EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
+    EXPECT_TRUE(program.boxes.Take().text.contains(reason));
+    EXPECT_EQ(edited->DelimitedInputString(), before);
+  };
   Connection::FaultHook = [](const QString& operation) {
     if (operation == u"update"_s) throw DatabaseError(u"the disk is full"_s);
   };
-  program.boxes.Expect();
-  EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
-  EXPECT_TRUE(
-      program.boxes.Take().text.startsWith(u"DataObjectFunctions::SaveDataObjectToDatabase failed"_s));
+  expectRefusal(u"the disk is full"_s);
   Connection::FaultHook = nullptr;
-  EXPECT_EQ(edited->DelimitedInputString(), before);
-  EXPECT_EQ(edited->SampleQty(), 40);
-}
-
-TEST_F(DataEditorSaveTest, ADataSetDeletedElsewhereIsNotAddedAnew) {
-  const CDataPtr edited = Edit();
   program.Execute(u"DELETE * FROM StatData"_s);
-  program.boxes.Expect();
-  EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
-  EXPECT_TRUE(program.boxes.Take().text.contains(u"was deleted from the library"_s));
-  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
+  expectRefusal(u"was deleted from the library"_s);
+  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty()) << "added anew";
 }
 
 TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
