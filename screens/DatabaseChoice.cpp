@@ -112,7 +112,7 @@ QString DatabaseChoice::LibraryFor(const QString& path, QWidget* parent) {
   if (QFileInfo::exists(copy)) {
     const bool opens = Agrees(question(
         u"%1 is a Microsoft Access file, and a copy of it for Kestrel exists already:\r\n\r\n%2\r\n\r\n"
-        u"The Access file stays as it is. Do you wish to open the copy?"_s));
+        u"The Access file stays as it is.\r\n\r\nDo you wish to open the copy?"_s));
     return opens ? copy : QString();
   }
   try {
@@ -120,10 +120,10 @@ QString DatabaseChoice::LibraryFor(const QString& path, QWidget* parent) {
       Refuse(path, {});
       return {};
     }
-    const bool agreed = Agrees(
-        question(u"%1 is a Microsoft Access file. Kestrel works with a copy of it, which will be made "
-                 u"beside it:\r\n\r\n%2\r\n\r\nThe Access file stays as it is. Do you wish to make the "
-                 u"copy and open it?"_s));
+    const bool agreed =
+        Agrees(question(u"%1 is a Microsoft Access file. Kestrel works with a copy of it, which will be made "
+                        u"beside it:\r\n\r\n%2\r\n\r\nThe Access file stays as it is.\r\n\r\nDo you wish to "
+                        u"make the copy and open it?"_s));
     return agreed && Convert(path, copy, parent) ? copy : QString();
   } catch (const std::exception& error) {
     Refuse(path, ErrorText(error).remove(path + u": "_s));
