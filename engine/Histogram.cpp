@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -13,12 +14,13 @@ namespace engine {
 namespace {
 
 // Counts each sample in the last bin that starts at or below it. starts ascend; starts[0] is at or below
-// every sample. The guess from the scale is right or one off.
+// every sample. The guess from the scale is right or one off, unless the scale is extremely narrow.
 template <class Number>
 void Count(std::span<const Number> samples, const std::array<Number, histogramBins>& starts, double low,
            double width, std::array<int, histogramBins>& counts) {
   counts.fill(0);
-  const double binsPerUnit = histogramBins / width;
+  // Finite, so that it makes nothing but 0 of 0.
+  const double binsPerUnit = std::min(histogramBins / width, std::numeric_limits<double>::max());
   for (const Number sample : samples) {
     const double guess = (static_cast<double>(sample) - low) * binsPerUnit;
     auto bin = static_cast<std::size_t>(std::clamp(guess, 0.0, double{histogramBins - 1}));
@@ -99,8 +101,9 @@ void MakeHistogram(std::span<const double> samples, double minimum, double maxim
   if (!(low < high)) {
     // A value so large that the unit is lost in it gets the next doubles instead.
     const double unit = 1 / static_cast<double>(IntegerPowerOfTen(inputs.places));
-    low = std::min(low - unit, std::nextafter(low, -HUGE_VAL));
-    high = std::max(high + unit, std::nextafter(high, HUGE_VAL));
+    constexpr double most = std::numeric_limits<double>::max();
+    low = std::max(std::min(low - unit, std::nextafter(low, -HUGE_VAL)), -most);
+    high = std::min(std::max(high + unit, std::nextafter(high, HUGE_VAL)), most);
   }
   const long double width = static_cast<long double>(high) - static_cast<long double>(low);
   std::array<double, histogramBins> starts;

@@ -1,8 +1,11 @@
 // Joins numbers into one of the engine's output texts.
 #pragma once
 
+#include <cmath>
+#include <limits>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "engine/Decimal.h"
 
@@ -12,10 +15,13 @@ namespace engine {
 // once Finish has been called.
 class SeriesText {
  public:
-  // At most `count` numbers, none of them longer than `widest` is.
+  // At most `count` numbers, none of them longer than `widest` is; a double that is not finite bounds none.
   template <class Number>
   SeriesText(std::string& text, std::string_view delimiter, int places, std::size_t count, Number widest)
       : text_(text), delimiter_(delimiter), places_(places) {
+    if constexpr (std::is_same_v<Number, double>) {
+      if (!std::isfinite(widest)) widest = std::numeric_limits<double>::lowest();
+    }
     text_.resize(fixedRoom);
     const char* const end = WriteFixed(text_.data(), widest, places);
     const std::size_t width =

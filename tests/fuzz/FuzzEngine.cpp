@@ -82,6 +82,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Require((results.processState == 0) == (results.numberOfPlotPoints == 0));
   Require(results.isInControl == (results.ruleViolation == 0));
   Require(results.minValue <= results.maxValue);
+  Require(results.histoLoScaleValue <= results.histoHiScaleValue);
+  Require(results.histogramLabelsOutputString.find("nan") > 1);  // further on it may be the delimiter
   Require(PointsAreWithin(results));
 
   // Running again, in the space that the first run left, changes nothing.
