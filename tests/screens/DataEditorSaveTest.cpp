@@ -94,44 +94,47 @@ struct Refusal {
   const char* what;
   void (*spoil)(EditorFields&);
   QString text;
-  QString title;
-  Icon icon;
   QString control = {};
+  Icon icon = Icon::Exclamation;
 };
 
 TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
-  const QString required = u"The required fields"_s, subGroup = u"The sub group size must be a value"_s,
-                limits = u"Upper and lower control limits must be entered"_s,
-                nominal = u"The nominal value cannot exceed"_s,
+  const QString required = u"The required fields"_s, raw = u"txtRawData"_s,
                 values = u"Data values could not be validated. Ensure at least 8 data points exist and"_s,
-                error = u"Error attempting to save data: \r\n"_s, system = u"System Message"_s,
-                errorTitle = u"Error"_s, raw = u"txtRawData"_s;
-  constexpr auto exclamation = Icon::Exclamation;
+                error = u"Error attempting to save data: \r\n"_s;
 #define SPOILT(change) [](EditorFields& f) { change; }
   const Refusal refusals[] = {
-      {"no data", SPOILT(f.rawData = u" \r\n\n"_s), u"No data to process"_s, system, Icon::Critical, raw},
-      {"seven values", SPOILT(f.rawData = Values(7)), values, system, exclamation, raw},
-      {"text at the end", SPOILT(f.rawData += u"\nabc"_s), values, system, exclamation, raw},
-      {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768)), values, system, exclamation, raw},
-      {"no description", SPOILT(f.description = u"  "_s), required, errorTitle, exclamation,
-       u"txtDescription"_s},
-      {"no unit", SPOILT(f.units.clear()), required, errorTitle, exclamation, u"comboUnits"_s},
-      {"decimal comma", SPOILT(f.usl = u"12,5"_s), required, errorTitle, exclamation, u"txtUSL"_s},
-      {"not a number", SPOILT(f.nominal = u"NaN"_s), required, errorTitle, exclamation, u"txtNominal"_s},
-      {"limits alike", SPOILT(f.lsl = f.usl), required, errorTitle, exclamation, u"txtUSL"_s},
-      {"subgroup size 21", SPOILT(f.subGroup = u"21"_s), subGroup, system, exclamation, u"comboSubGroup"_s},
+      {"no data", SPOILT(f.rawData = u" \r\n\n"_s), u"No data to process"_s, raw, Icon::Critical},
+      {"seven values", SPOILT(f.rawData = Values(7)), values, raw},
+      {"text at the end", SPOILT(f.rawData += u"\nabc"_s), values, raw},
+      {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768)), values, raw},
+      {"no description", SPOILT(f.description = u"  "_s), required, u"txtDescription"_s},
+      {"no unit", SPOILT(f.units.clear()), required, u"comboUnits"_s},
+      {"decimal comma", SPOILT(f.usl = u"12,5"_s), required, u"txtUSL"_s},
+      {"not a number", SPOILT(f.nominal = u"NaN"_s), required, u"txtNominal"_s},
+      {"limits alike", SPOILT(f.lsl = f.usl), required, u"txtUSL"_s},
+      {"subgroup size 21", SPOILT(f.subGroup = u"21"_s), u"The sub group size must be a"_s,
+       u"comboSubGroup"_s},
       {"a limit of zero",
-       SPOILT(f.calculateLimits = false; f.xUCL = f.xLCL = f.rUCL = u"1"_s; f.rLCL = u"-.0"_s), limits,
-       system, exclamation, u"txtRLCL"_s},
-      {"nominal above", SPOILT(f.nominal = u"12.001"_s), nominal, system, exclamation, u"txtNominal"_s},
+       SPOILT(f.calculateLimits = false; f.xUCL = f.xLCL = f.rUCL = u"1"_s; f.rLCL = u"-.0"_s),
+       u"Upper and lower control limits must be entered"_s, u"txtRLCL"_s},
+      {"nominal above", SPOILT(f.nominal = u"12.001"_s), u"The nominal value cannot"_s, u"txtNominal"_s},
       {"no maximum", SPOILT(f.useAllSamples = false; f.maxSamples = u"ten"_s),
-       u"The value entered for the max"_s, system, exclamation, u"txtMaxSamples"_s},
-      {"maximum beyond 16 bits", SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s),
-       error + u"Max Samples: no more than 32767"_s, system, Icon::Critical},
-      {"limits too far apart", SPOILT(f.usl = u"1e308"_s; f.lsl = u"-1e308"_s),
-       error + u"The spec limits are too far apart."_s, system, Icon::Critical},
-      {"flier with a comma", SPOILT(f.hiFlier = u"14,5"_s),
-       error + u"High flier: \"14,5\" is not a number. Decimals are written with a point."_s, system,
+       u"The value entered for the max"_s, u"txtMaxSamples"_s},
+      {"maximum beyond 16 bits",
+       SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s),
+       error + u"Max Samples: no more than 32767"_s,
+       {},
+       Icon::Critical},
+      {"limits too far apart",
+       SPOILT(f.usl = u"1e308"_s; f.lsl = u"-1e308"_s),
+       error + u"The spec limits are too far apart."_s,
+       {},
+       Icon::Critical},
+      {"flier with a comma",
+       SPOILT(f.hiFlier = u"14,5"_s),
+       error + u"High flier: \"14,5\" is not a number. Decimals are written with a point."_s,
+       {},
        Icon::Critical},
   };
 #undef SPOILT
@@ -150,7 +153,7 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
       EXPECT_FALSE(save.SaveSelect());
       const MessageBox::Request box = program.boxes.Take();
       EXPECT_TRUE(box.text.startsWith(refusal.text)) << box.text.toStdString();
-      EXPECT_EQ(box.title, refusal.title);
+      EXPECT_EQ(box.title, refusal.text == required ? u"Error"_s : u"System Message"_s);
       EXPECT_EQ(box.icon, refusal.icon);
       EXPECT_EQ(save.ControlAtFault(), refusal.control);
     }
