@@ -83,7 +83,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Require(results.isInControl == (results.ruleViolation == 0));
   Require(results.minValue <= results.maxValue);
   Require(results.histoLoScaleValue <= results.histoHiScaleValue);
-  Require(results.histogramLabelsOutputString.find("nan") > 1);  // further on it may be the delimiter
   Require(PointsAreWithin(results));
 
   // Running again, in the space that the first run left, changes nothing.
