@@ -104,18 +104,17 @@ QString VerificationReport::Html() const {
       "<p>Kestrel %1, checked on this machine on %2 (%3).</p><p><b>%4</b></p>"
       "<p>The table gives the significant digits in which each calculation agrees with the expected figures, "
       "fifteen at most, and how many have to agree.</p>"
-      "<table width='100%' cellspacing='0' cellpadding='2'>"_s.arg(
+      "<table width='100%' cellspacing='0' cellpadding='1'>"_s.arg(
           version, date.toString(u"yyyy-MM-dd HH:mm"_s), SystemText().toHtmlEscaped(), Summary());
   QString group;
   for (const Check& check : checks) {
     if (check.group != group) {
       group = check.group;
-      html +=
-          u"<tr><td colspan='4' style='padding-top:12px'><b>%1</b></td></tr>"_s.arg(group.toHtmlEscaped());
+      html += u"<tr><td colspan='4' style='padding-top:9px'><b>%1</b></td></tr>"_s.arg(group.toHtmlEscaped());
     }
     html +=
         u"<tr><td width='37%'>%1</td><td width='43%' style='color:#555555'>%2</td>"
-        "<td align='right'>%3&nbsp;of&nbsp;%4</td><td>%5</td></tr>"_s
+        "<td align='right'>%3&nbsp;of&nbsp;%4</td><td style='padding-left:6px'>%5</td></tr>"_s
             .arg(check.name.toHtmlEscaped(), check.source.toHtmlEscaped(), DigitsText(check.Digits()))
             .arg(check.requiredDigits)
             .arg(check.Passed() ? u"agrees"_s : u"<b style='color:#b00000'>DIFFERS</b>"_s);
