@@ -10,9 +10,9 @@ enum class Kind { Open, Save };
 struct Request {
   Kind kind = Kind::Open;
   QString title;
-  QString filter;         // as Qt writes them: "csf Files (*.csf);;All Files (*)"
-  QString folder;         // the initial folder, or a proposed file in it
-  QString defaultSuffix;  // added to a saved name that has none, without the dot
+  QString filter;              // as Qt writes them: "csf Files (*.csf);;All Files (*)"
+  QString folder;              // the initial folder, or a proposed file in it
+  QString defaultSuffix;       // added to a saved name that has none, without the dot
   bool keepsExisting = false;  // who asks refuses an existing file, so that nobody is asked to replace it
 };
 

@@ -107,7 +107,8 @@ struct Reader {
   double Number() {
     while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
     double number = 0;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr;
+    const auto end =
+        std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr;
     text.remove_prefix(static_cast<size_t>(end - text.data()));
     return number;
   }
