@@ -60,7 +60,7 @@ struct ExactArithmetic {
     const auto count = static_cast<std::int64_t>(samples.size());
     const Value width = maximum - minimum;
     const Value pivot = samples.front();
-    long double scatter;  // count * (squared deviations from the mean)
+    long double scatter = 0;  // count * (squared deviations from the mean)
     if (width < (std::int64_t{1} << 23)) {
       std::int64_t sum = 0;
       std::int64_t squares = 0;
@@ -83,7 +83,6 @@ struct ExactArithmetic {
       // Too wide for exact squares: exact deviations from the mean, squared in extended precision.
       Int128 sum = 0;
       for (const Value sample : samples) sum += sample;
-      scatter = 0;
       for (const Value sample : samples) {
         const auto deviation = static_cast<long double>(Int128{sample} * count - sum);
         scatter += deviation * deviation / static_cast<long double>(count);

@@ -13,28 +13,27 @@ namespace engine {
 
 namespace {
 
-constexpr auto integerPowers = [] {
-  std::array<std::int64_t, 19> powers{};
+template <class Number, std::size_t count>
+constexpr std::array<Number, count> PowersOfTen() {
+  std::array<Number, count> powers{};
   powers[0] = 1;
-  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  for (std::size_t i = 1; i < count; ++i) powers[i] = powers[i - 1] * 10;
   return powers;
-}();
+}
 
-constexpr auto longDoublePowers = [] {
-  std::array<long double, maximumDecimals + 1> powers{};
-  powers[0] = 1;
-  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
-  return powers;
-}();
+constexpr auto integerPowers = PowersOfTen<std::int64_t, 19>();
+constexpr auto longDoublePowers = PowersOfTen<long double, maximumDecimals + 1>();
 
-constexpr auto digitPairs = [] {
+constexpr std::array<char, 200> DigitPairs() {
   std::array<char, 200> pairs{};
   for (std::size_t i = 0; i < 100; ++i) {
     pairs[2 * i] = static_cast<char>('0' + i / 10);
     pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
   }
   return pairs;
-}();
+}
+
+constexpr auto digitPairs = DigitPairs();
 
 // 1 for 0.
 int DigitCount(std::uint64_t number) {
@@ -137,8 +136,7 @@ double QuotientAsDouble(Int128 sum, std::int64_t count, int decimals) {
                              (static_cast<long double>(count) * PowerOfTen(decimals)));
 }
 
-TickRounder::TickRounder(std::int64_t count, int decimals, int places, Int128 maximumSum) {
-  divisor_ = count;
+TickRounder::TickRounder(std::int64_t count, int decimals, int places, Int128 maximumSum) : divisor_(count) {
   if (places >= decimals) {
     factor_ = IntegerPowerOfTen(places - decimals);
   } else {

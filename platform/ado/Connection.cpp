@@ -56,16 +56,19 @@ QString ReasonNotToOpen(const QFileInfo& file) {
   return {};
 }
 
+// Of a Qt Sql connection: no two are alike.
+QString NewName() {
+  static std::atomic<int> counter = 0;
+  return u"kestrel-%1"_s.arg(++counter);
+}
+
 }  // namespace
 
 const QString Connection::JetProvider = u"Microsoft.Jet.OLEDB.4.0"_s;
 const QString Connection::OdbcProvider = u"MSDASQL"_s;
 std::function<void(const QString&)> Connection::FaultHook;
 
-Connection::Connection() {
-  static std::atomic<int> counter = 0;
-  name_ = u"kestrel-%1"_s.arg(++counter);
-}
+Connection::Connection() : name_(NewName()) {}
 
 Connection::~Connection() { Close(); }
 
