@@ -8,20 +8,8 @@ using MessageBox::Buttons;
 namespace {
 
 bool Offers(Buttons buttons, Answer answer) {
-  switch (answer) {
-    case Answer::Ok:
-      return buttons == Buttons::Ok;
-    case Answer::Cancel:
-      return buttons == Buttons::YesNoCancel;
-    case Answer::Yes:
-    case Answer::No:
-      return buttons != Buttons::Ok;
-  }
-  return false;
-}
-
-std::string Described(const MessageBox::Request& request) {
-  return "\"" + request.title.toStdString() + "\": " + request.text.toStdString();
+  if (answer == Answer::Ok) return buttons == Buttons::Ok;
+  return answer == Answer::Cancel ? buttons == Buttons::YesNoCancel : buttons != Buttons::Ok;
 }
 
 }  // namespace
@@ -47,15 +35,11 @@ MessageBox::Request RecordedMessageBoxes::Take() {
 
 Answer RecordedMessageBoxes::Show(const MessageBox::Request& request) {
   shown_.push_back(request);
-  if (answers_.empty()) {
-    ADD_FAILURE() << "unexpected message box " << Described(request);
-    return MessageBox::Refusal(request.buttons);
-  }
-  const Answer answer = answers_.front();
-  answers_.pop_front();
-  if (!Offers(request.buttons, answer)) {
-    ADD_FAILURE() << "the expected answer is no button of the message box " << Described(request);
-    return MessageBox::Refusal(request.buttons);
-  }
-  return answer;
+  const bool expected = !answers_.empty();
+  const Answer answer = expected ? answers_.front() : MessageBox::Refusal(request.buttons);
+  if (expected) answers_.pop_front();
+  if (expected && Offers(request.buttons, answer)) return answer;
+  ADD_FAILURE() << (expected ? "the answer is no button of \"" : "unexpected message box \"")
+                << request.title.toStdString() << "\": " << request.text.toStdString();
+  return MessageBox::Refusal(request.buttons);
 }

@@ -5,14 +5,6 @@
 
 using namespace Qt::StringLiterals;
 
-void RecordedMainScreen::EnableLoadTimer() { calls << u"EnableLoadTimer"_s; }
-void RecordedMainScreen::SetupMainFormDisplay() { calls << u"SetupMainFormDisplay"_s; }
-void RecordedMainScreen::AddListRow(const CData& data) { calls << u"AddListRow "_s + data.Description(); }
-void RecordedMainScreen::UpdateListRow(const CData& data) {
-  calls << u"UpdateListRow "_s + data.Description();
-}
-void RecordedMainScreen::RemoveListRow(qint32 id) { calls << u"RemoveListRow %1"_s.arg(id); }
-
 TestProgram::TestProgram() {
   Library::Create(LibraryPath());
   state.gConnection = std::make_unique<Connection>();
@@ -66,24 +58,11 @@ CDataPtr TestProgram::NewDataSet(const QString& description) {
 }
 
 qint32 TestProgram::Insert(const QString& description) const {
-  const CDataPtr data = NewDataSet(description);
-  Connection connection;
-  connection.OpenWith(LibraryPath());
-  Recordset rows;
-  rows.Open(u"SELECT * FROM StatData WHERE ID = -1"_s, connection);
-  rows.AddNew();
-  for (const QString& name : rows.FieldNames())
-    if (name != u"ID"_s) rows.SetField(name, 0);
-  rows.SetField(u"Description"_s, description);
-  rows.SetField(u"Values"_s, data->DelimitedInputString());
-  rows.SetField(u"LastModified"_s, u"2024-01-01 00:00:00"_s);
-  rows.SetField(u"UnitOfMeasurement"_s, data->UnitOfMeasurement());
-  rows.SetField(u"UpperSpecLimit"_s, data->UpperSpecLimit());
-  rows.SetField(u"LowerSpecLimit"_s, data->LowerSpecLimit());
-  rows.SetField(u"NominalSpecLimit"_s, data->NominalSpecLimit());
-  rows.SetField(u"SubGroupSize"_s, data->SubGroupSize());
-  rows.SetField(u"SensitivityValue"_s, 1);
-  rows.SetField(u"DetectionPeriod"_s, 1);
-  rows.Update();
-  return rows.Field(u"ID"_s).toInt();
+  Execute(
+      u"INSERT INTO StatData (Description, \"Values\", LastModified, UnitOfMeasurement, UpperSpecLimit, "
+      u"LowerSpecLimit, NominalSpecLimit, SubGroupSize, SensitivityValue, DetectionPeriod, HiFlier, LoFlier, "
+      u"XBarUCL, XBarLCL, XBarMean, RBarUCL, RBarLCL, RBarMean) VALUES (?, ?, '2024-01-01 00:00:00', 'MM', "
+      u"12, 8, 10, 4, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0)"_s,
+      {description, NewDataSet(description)->DelimitedInputString()});
+  return Rows(u"SELECT max(ID) AS ID FROM StatData"_s)[0][0].toInt();
 }

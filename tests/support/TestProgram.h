@@ -33,11 +33,13 @@ class RecordedMainScreen : public MainScreen {
   QString panel;  // the database panel's text
 
   void SetDatabasePanelText(const QString& text) override { panel = text; }
-  void EnableLoadTimer() override;
-  void SetupMainFormDisplay() override;
-  void AddListRow(const CData& data) override;
-  void UpdateListRow(const CData& data) override;
-  void RemoveListRow(qint32 id) override;
+  void EnableLoadTimer() override { calls << QStringLiteral("EnableLoadTimer"); }
+  void SetupMainFormDisplay() override { calls << QStringLiteral("SetupMainFormDisplay"); }
+  void AddListRow(const CData& data) override { calls << QStringLiteral("AddListRow ") + data.Description(); }
+  void UpdateListRow(const CData& data) override {
+    calls << QStringLiteral("UpdateListRow ") + data.Description();
+  }
+  void RemoveListRow(qint32 id) override { calls << QStringLiteral("RemoveListRow %1").arg(id); }
 };
 
 class TestProgram {

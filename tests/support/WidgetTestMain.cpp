@@ -1,4 +1,4 @@
-// The main program of tests that drive windows.
+// The main program of tests that drive windows or need fonts.
 #include <gtest/gtest.h>
 
 #include <QApplication>
