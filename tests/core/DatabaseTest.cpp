@@ -6,9 +6,9 @@
 
 #include "core/GlobalFunctions.h"
 #include "core/Library.h"
+#include "core/RegistryFunctions.h"
 #include "core/Trap.h"
 #include "tests/support/TestProgram.h"
-#include "tests/support/WithoutPrivileges.h"
 
 using namespace Qt::StringLiterals;
 using namespace GlobalFunctions;
@@ -25,15 +25,6 @@ class DatabaseTest : public testing::Test {
       connection.Execute(u"INSERT INTO DBRevision VALUES (?)"_s, {revision});
     });
     return path;
-  }
-
-  QString StoredPath() {
-    Registry::Key key = 0;
-    Registry::Type type{};
-    QByteArray data;
-    program.registry.RegOpenKeyEx(program.state.gSetup.RegistryKeyPath, Registry::KeyRead, key);
-    program.registry.RegQueryValueEx(key, u"DatabaseName"_s, type, data);
-    return QString::fromUtf8(data);
   }
 
   void ExpectAttachRefusal(const QString& path) {
@@ -63,76 +54,49 @@ TEST_F(DatabaseTest, AnAttachedLibraryIsShownStoredAndLoaded) {
   const QString path = MakeLibrary(u"Hall 3 100%1.mdb"_s, u"3.1"_s);
   AttachDatabase(path);
   EXPECT_TRUE(program.state.gDatabaseOpen);
-  EXPECT_FALSE(program.state.gUsingODBC);
   EXPECT_EQ(program.screen.panel, u"Current Database: Hall 3 100%1.mdb (DB Rev. 3.1)"_s);
   EXPECT_EQ(program.state.gSetup.DatabaseName, path);
-  EXPECT_EQ(StoredPath(), path);
+  EXPECT_EQ(RegistryFunctions::GetKeyValue({}, u"DatabaseName"_s, 1), path);
   EXPECT_EQ(program.screen.calls, QStringList({u"EnableLoadTimer"_s, u"SetupMainFormDisplay"_s}));
   AttachDatabase({});  // the one of the settings
   EXPECT_EQ(program.screen.calls.size(), 4);
 }
 
-TEST_F(DatabaseTest, AnOldRevisionIsRefusedAndChangesNothing) {
+TEST_F(DatabaseTest, AnUnusableRevisionIsRefusedAndChangesNothing) {
+  const QString unreadable = u"fmMain::IsDBRevisionValid failed with error: \r\n"_s;
+  const std::pair<QVariant, QString> cases[] = {
+      // revision, and what is told before the refusal to attach
+      {u"1.9"_s,
+       u"Invalid Database Version\r\nCurrent Database Version:\t1.9\r\nRequired Database Version:\t2.0\r\n"_s},
+      {u"2"_s, {}},
+      {{}, {}},
+      {u"two"_s, unreadable},
+      {u"2.x"_s, unreadable},
+      {u"2  "_s, unreadable}};
   program.state.gSetup.DatabaseName = program.LibraryPath();
-  const QString path = MakeLibrary(u"old.mdb"_s, u"1.9"_s);
-  program.boxes.Expect();
-  program.boxes.Expect();
-  AttachDatabase(path);
-  const MessageBox::Request box = program.boxes.Take();
-  EXPECT_EQ(box.title, u"Error Message"_s);
-  EXPECT_EQ(
-      box.text,
-      u"Invalid Database Version\r\nCurrent Database Version:\t1.9\r\nRequired Database Version:\t2.0\r\n"_s);
-  ExpectAttachRefusal(path);
-  EXPECT_EQ(program.state.gSetup.DatabaseName, program.LibraryPath());
-  EXPECT_EQ(StoredPath(), QString());
-  EXPECT_TRUE(program.state.gDatabaseOpen);
-  EXPECT_EQ(program.Rows(u"SELECT * FROM StatData"_s).size(), 0U);
-  EXPECT_EQ(program.screen.calls, QStringList{u"SetupMainFormDisplay"_s});
-}
-
-TEST_F(DatabaseTest, WithoutAUsableRevisionOnlyTheAttachingIsReported) {
   int number = 0;
-  for (const QVariant& revision : {QVariant(u"2"_s), QVariant()}) {
-    program.boxes.Expect();
+  for (const auto& [revision, first] : cases) {
     const QString path = MakeLibrary(u"%1.mdb"_s.arg(++number), revision);
+    for (int box = first.isEmpty() ? 1 : 0; box < 2; ++box) program.boxes.Expect();
     AttachDatabase(path);
+    EXPECT_TRUE(first.isEmpty() || program.boxes.Take().text.startsWith(first)) << number;
     ExpectAttachRefusal(path);
+    EXPECT_EQ(program.state.gSetup.DatabaseName, program.LibraryPath());
+    EXPECT_EQ(RegistryFunctions::GetKeyValue({}, u"DatabaseName"_s, 1), QString());
+    EXPECT_TRUE(program.state.gDatabaseOpen);
+    EXPECT_EQ(program.screen.calls.size(), number) << "the display is set up anew, nothing is loaded";
   }
-  const QString missing = program.Path(u"missing.mdb"_s);
   program.boxes.Expect();
-  AttachDatabase(missing);
-  ExpectAttachRefusal(missing);
-  EXPECT_FALSE(QFile::exists(missing));
-}
-
-TEST_F(DatabaseTest, ARevisionThatCannotBeReadIsReportedToo) {
-  int number = 0;
-  for (const QString& revision : {u"two"_s, u"2.x"_s, u"2  "_s}) {
-    program.boxes.Expect();
-    bool valid = true;
-    QString found;
-    IsDBRevisionValid(MakeLibrary(u"%1.mdb"_s.arg(++number), revision), found, valid);
-    EXPECT_FALSE(valid);
-    EXPECT_TRUE(program.boxes.Take().text.startsWith(u"fmMain::IsDBRevisionValid failed with error: \r\n"_s));
-  }
-  program.Execute(u"DROP TABLE DBRevision"_s);
-  program.boxes.Expect();
-  program.boxes.Expect();
-  AttachDatabase(program.LibraryPath());
-  EXPECT_EQ(program.boxes.Take().text,
-            u"fmMain::IsDBRevisionValid failed with error: \r\n%1: no such table: DBRevision"_s.arg(
-                program.LibraryPath()));
-  ExpectAttachRefusal(program.LibraryPath());
+  AttachDatabase(program.Path(u"missing.mdb"_s));
+  ExpectAttachRefusal(program.Path(u"missing.mdb"_s));
 }
 
 TEST_F(DatabaseTest, AFilteredRecordsetJoinsItsConditions) {
-  for (const QString& name : {u"MM"_s, u"INCH"_s, u"GRAM"_s})
-    program.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {name});
+  program.Execute(u"INSERT INTO Units (Name) VALUES ('MM'), ('INCH'), ('GRAM')"_s);
   ASSERT_TRUE(MarkRecordAsDeletedByID(u"Units"_s, 2));
+  EXPECT_FALSE(MarkRecordAsDeletedByID(u"Units"_s, 4));
+  Recordset recordset;  // one that is open is closed first
   const auto count = [&](const QString& where, bool excludeDeleted) {
-    Recordset recordset;
-    recordset.Open(u"SELECT * FROM StatData"_s, *program.state.gConnection);  // an open one is closed first
     EXPECT_TRUE(OpenFilteredRecordset(recordset, u"SELECT * FROM Units"_s, where, excludeDeleted));
     return recordset.RecordCount();
   };
@@ -140,36 +104,8 @@ TEST_F(DatabaseTest, AFilteredRecordsetJoinsItsConditions) {
   EXPECT_EQ(count({}, true), 2);
   EXPECT_EQ(count(u"Name = 'inch'"_s, false), 1);
   EXPECT_EQ(count(u"Name = 'inch'"_s, true), 0);
-  EXPECT_EQ(count(u"ID=-1"_s, true), 0);
-  Recordset recordset;
   program.boxes.Expect();
   EXPECT_FALSE(OpenFilteredRecordset(recordset, u"SELECT * FROM Units"_s, u"garbage ("_s, true));
-  program.boxes.Take();
-}
-
-TEST_F(DatabaseTest, DeletingMarksUnitsAndRemovesDataSets) {
-  EXPECT_FALSE(MarkRecordAsDeletedByID(u"Units"_s, 1));
-  const qint32 id = program.Insert(u"First"_s);
-  program.Insert(u"Second"_s);
-  EXPECT_TRUE(DeleteRecordByID(u"StatData"_s, id));
-  EXPECT_TRUE(DeleteRecordByID(u"StatData"_s, id));
-  EXPECT_EQ(program.Rows(u"SELECT Description FROM StatData"_s), std::vector<QVariantList>{{u"Second"_s}});
-}
-
-TEST_F(DatabaseTest, ADuplicateIsFoundWithoutRegardToCaseAndAnApostropheIsAFailure) {
-  program.Insert(u"BORE"_s);
-  bool failed = true;
-  EXPECT_TRUE(IsDuplicateName(u"StatData"_s, u"Description"_s, u"bore"_s, &failed));
-  EXPECT_FALSE(IsDuplicateName(u"StatData"_s, u"Description"_s, u"BORE 2"_s, &failed));
-  EXPECT_FALSE(failed);
-  for (const QString& value : {u"O'BRIEN"_s, u"x'; DROP TABLE StatData; --"_s}) {
-    program.boxes.Expect();
-    EXPECT_FALSE(IsDuplicateName(u"StatData"_s, u"Description"_s, value, &failed));
-    EXPECT_TRUE(failed);
-    EXPECT_TRUE(
-        program.boxes.Take().text.startsWith(u"QCGlobalFunctions::IsDuplicateName failed with error: "_s));
-  }
-  EXPECT_EQ(program.Rows(u"SELECT ID FROM StatData"_s).size(), 1U);
 }
 
 TEST_F(DatabaseTest, AnIdIsLookedUpByTheColumnName) {
@@ -179,7 +115,6 @@ TEST_F(DatabaseTest, AnIdIsLookedUpByTheColumnName) {
   EXPECT_EQ(GetIDByName(u"Units"_s, u"ID"_s, u"KG"_s), 0);
   program.boxes.Expect();
   EXPECT_EQ(GetIDByName(u"Units"_s, u"Description"_s, u"INCH"_s), 0);
-  program.boxes.Take();
 }
 
 TEST_F(DatabaseTest, MovingOffADeletedRecordLandsOnANeighbour) {
@@ -203,32 +138,12 @@ TEST_F(DatabaseTest, MovingOffADeletedRecordLandsOnANeighbour) {
   }
 }
 
-TEST_F(DatabaseTest, MovesClearTheFlagAndReportWhereThereIsNoRecord) {
-  Recordset units;
-  ASSERT_TRUE(OpenFilteredRecordset(units, u"SELECT * FROM Units"_s, {}, true));
-  bool isNew = true;
-  program.boxes.Expect();
-  EXPECT_FALSE(MoveToFirstRecord(units, isNew));
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"QCGlobalFunctions::MoveToFirstRecord failed"_s));
-  EXPECT_TRUE(isNew);
-  program.Execute(u"INSERT INTO Units (Name) VALUES ('A'), ('B')"_s);
-  units.Requery();
-  EXPECT_TRUE(MoveToLastRecord(units, isNew));
-  EXPECT_EQ(units.AbsolutePosition(), 2);
-  EXPECT_TRUE(MoveToPreviousRecord(units, isNew) && MoveToNextRecord(units, isNew));
-  EXPECT_EQ(units.AbsolutePosition(), 2);
-  EXPECT_FALSE(isNew);
-}
-
 TEST_F(DatabaseTest, OpeningReportsAndTestingIsSilent) {
   const QString path = program.Path(u"none.mdb"_s);
   EXPECT_FALSE(TestDatabaseConnection(false, path));
-  EXPECT_TRUE(TestDatabaseConnection(false, program.LibraryPath()));
   program.boxes.Expect();
   EXPECT_FALSE(OpenDatabaseConnection(false, path));
-  EXPECT_EQ(program.boxes.Take().text,
-            u"GlobalFunctions::OpenDatabaseConnection failed with error: \r\n%1: there is no such file"_s.arg(
-                path));
+  EXPECT_TRUE(program.boxes.Take().text.endsWith(path + u": there is no such file"_s));
 }
 
 }  // namespace

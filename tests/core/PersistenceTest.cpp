@@ -11,17 +11,6 @@ using namespace DataObjectFunctions;
 
 namespace {
 
-// What of a data set the table holds.
-QVariantList Stored(const CData& data) {
-  return {data.Description(),    data.UnitOfMeasurement(), data.DelimitedInputString(),
-          data.SampleQty(),      data.SubGroupSize(),      data.UpperSpecLimit(),
-          data.LowerSpecLimit(), data.NominalSpecLimit(),  data.HiFlier(),
-          data.LoFlier(),        data.XBarUCL(),           data.XBarLCL(),
-          data.XBarMean(),       data.RBarUCL(),           data.RBarLCL(),
-          data.RBarMean(),       data.SensitivityValue(),  data.DetectionPeriod(),
-          data.LastModified()};
-}
-
 class PersistenceTest : public testing::Test {
  protected:
   CDataPtr Loaded(qint32 id) {
@@ -42,32 +31,34 @@ TEST_F(PersistenceTest, EveryStoredPropertyComesBack) {
   saved->SetLoFlier(-1);
   saved->SetXBarUCL(11);
   saved->SetXBarLCL(9);
-  saved->SetRBarUCL(3);
-  saved->SetRBarMean(1.5);
   saved->SetXBarMean(10.25);
+  saved->SetRBarUCL(3);
+  saved->SetRBarLCL(0.5);
+  saved->SetRBarMean(1.5);
   saved->SetSensitivityValue(2);
   saved->SetDetectionPeriod(0);
   ASSERT_TRUE(SaveDataObjectToDatabase(saved));
   EXPECT_TRUE(saved->IsDataValid());
-  EXPECT_EQ(saved->LastModified(), u"2024-02-29 13:45:59"_s);
-  EXPECT_EQ(program.Rows(u"SELECT UpperSpecLimit, HiFlier FROM StatData"_s)[0],
-            QVariantList({12.1235, 99.123456789}))
+  const auto stored = [&] { return program.Rows(u"SELECT * FROM StatData"_s).at(0).mid(1); };
+  const QVariantList row = stored();
+  EXPECT_EQ(row.mid(2, 15), QVariantList({u"2024-02-29 13:45:59"_s, 10, 12.1235, 8, 99.123456789, -1, 11, 9,
+                                          10.25, 3, 0.5, 1.5, 4, 2, 0}))
       << "limits are stored as read, to the precision; fliers in full";
 
   const CDataPtr loaded = Loaded(1);
-  ASSERT_TRUE(loaded);
-  EXPECT_EQ(Stored(*loaded), Stored(*saved));
+  EXPECT_EQ(loaded->SampleQty(), 40);
+  program.Execute(u"DELETE FROM StatData"_s);
+  loaded->SetID(0);
+  ASSERT_TRUE(SaveDataObjectToDatabase(loaded));
+  EXPECT_EQ(stored(), row);
 }
 
-TEST_F(PersistenceTest, ANewDataSetIsSavedWithoutAnIdAndWithoutASecondBox) {
+TEST_F(PersistenceTest, ANewDataSetIsAddedByItsSaveAndByTheAdding) {
   const CDataPtr data = TestProgram::NewDataSet(u"O'BRIEN; x"_s);
   ASSERT_TRUE(SaveDataObjectToDatabase(data));
-  EXPECT_EQ(data->ID(), 0);
   ASSERT_TRUE(AddDataObjectToSystem(data));
-  EXPECT_EQ(collection, std::vector<CDataPtr>({data, data})) << "by the save, and by the adding";
+  EXPECT_EQ(collection, std::vector<CDataPtr>({data, data}));
   EXPECT_EQ(program.screen.calls, QStringList{u"AddListRow O'BRIEN; x"_s});
-  EXPECT_EQ(program.Rows(u"SELECT Description FROM StatData"_s),
-            std::vector<QVariantList>{{u"O'BRIEN; x"_s}});
 }
 
 TEST_F(PersistenceTest, SavingAgainKeepsTheDescriptionAndTheRow) {
@@ -81,45 +72,37 @@ TEST_F(PersistenceTest, SavingAgainKeepsTheDescriptionAndTheRow) {
   EXPECT_EQ(collection.size(), 1U);
 }
 
-TEST_F(PersistenceTest, NullsAndCountsOnLoading) {
+TEST_F(PersistenceTest, LoadingForgivesNullsAndAMissingComma) {
   const qint32 id = program.Insert(u"A"_s);
   program.Execute(
       u"UPDATE StatData SET SensitivityValue = NULL, DetectionPeriod = NULL, UnitOfMeasurement = NULL, "
-      u"LastModified = NULL"_s);
-  CDataPtr data = Loaded(id);
+      u"LastModified = NULL, \"Values\" = rtrim(\"Values\", ',')"_s);
+  const CDataPtr data = Loaded(id);
   EXPECT_EQ(data->SensitivityValue(), 0);
   EXPECT_EQ(data->DetectionPeriod(), 0);
   EXPECT_EQ(data->UnitOfMeasurement(), QString());
+  EXPECT_EQ(data->SampleQty(), 40);
   program.Execute(u"UPDATE StatData SET SubGroupSize = NULL"_s);
-  data = Loaded(id);
-  EXPECT_EQ(data->SubGroupSize(), 0);
-}
-
-TEST_F(PersistenceTest, NoSampleIsLostForWantOfAComma) {
-  const qint32 id = program.Insert(u"A"_s);
-  const QString values = Loaded(id)->DelimitedInputString();
-  program.Execute(u"UPDATE StatData SET \"Values\" = ?"_s, {values.chopped(1)});
-  EXPECT_EQ(Loaded(id)->SampleQty(), 40);
+  EXPECT_EQ(Loaded(id)->SubGroupSize(), 0);
 }
 
 TEST_F(PersistenceTest, ABadRowStopsTheLoadAndIsNamed) {
   EXPECT_FALSE(InitializeCDataCollection()) << "an empty table";
-  program.Insert(u"GOOD"_s);
-  const qint32 id = program.Insert(u"BAD"_s);
-  program.Insert(u"BEHIND"_s);
-  const auto refusal = [&](const QString& assignment) {
+  for (const QString& name : {u"GOOD"_s, u"BAD"_s, u"BEHIND"_s}) program.Insert(name);
+  for (const auto& [assignment, reason] :
+       std::map<QString, QString>{{u"XBarUCL = NULL"_s, u"XBarUCL is Null."_s},
+                                  {u"XBarUCL = 'ten'"_s, u"XBarUCL is no number."_s},
+                                  {u"SubGroupSize = 40000"_s, u"Overflow"_s}}) {
     program.Execute(u"UPDATE StatData SET XBarUCL = 0, SubGroupSize = 4"_s);
-    program.Execute(u"UPDATE StatData SET %1 WHERE ID = %2"_s.arg(assignment).arg(id));
+    program.Execute(u"UPDATE StatData SET %1 WHERE ID = 2"_s.arg(assignment));
     program.boxes.Expect();
     EXPECT_FALSE(InitializeCDataCollection());
     EXPECT_EQ(collection.size(), 1U);
-    return program.boxes.Take().text;
-  };
-  const QString start =
-      u"DataObjectFunctions::InitializeCDataCollection failed with error: \r\nData set \"BAD\" (ID 2): "_s;
-  EXPECT_EQ(refusal(u"XBarUCL = NULL"_s), start + u"XBarUCL is Null."_s);
-  EXPECT_EQ(refusal(u"XBarUCL = 'ten'"_s), start + u"XBarUCL is no number."_s);
-  EXPECT_EQ(refusal(u"SubGroupSize = 40000"_s), start + u"Overflow"_s);
+    EXPECT_EQ(program.boxes.Take().text,
+              u"DataObjectFunctions::InitializeCDataCollection failed with error: \r\n"
+              u"Data set \"BAD\" (ID 2): "_s +
+                  reason);
+  }
 }
 
 TEST_F(PersistenceTest, ALoadStopsWhereAnotherOneOvertakesIt) {
@@ -140,8 +123,6 @@ TEST_F(PersistenceTest, LookingUpAndRemoving) {
   CDataPtr data = collection[0];
   EXPECT_TRUE(GetDataObjectByID(9, data));
   EXPECT_FALSE(data);
-  EXPECT_TRUE(GetDataObjectByID(7, data));
-  EXPECT_EQ(data, collection[0]);
   EXPECT_EQ(GetDataObjectDescription(8), u"ID 8"_s);
   EXPECT_EQ(GetDataObjectDescription(9), QString());
   EXPECT_EQ(GetCurrentDataObjectID(u"ID 8"_s), 8);
@@ -151,8 +132,6 @@ TEST_F(PersistenceTest, LookingUpAndRemoving) {
   EXPECT_TRUE(ModifyDataObjectInSystem(collection[0]));
   EXPECT_TRUE(DeleteDataObjectfromListview(8));
   EXPECT_EQ(program.screen.calls, QStringList({u"UpdateListRow ID 8"_s, u"RemoveListRow 8"_s}));
-  DeleteAllDataObjects();
-  EXPECT_TRUE(collection.empty());
 }
 
 TEST_F(PersistenceTest, AScanReaches32767EntriesAndNoFurther) {
@@ -164,8 +143,7 @@ TEST_F(PersistenceTest, AScanReaches32767EntriesAndNoFurther) {
   collection.push_back(collection[0]);
   CDataPtr data;
   EXPECT_FALSE(GetDataObjectByID(5, data));
-  EXPECT_EQ(program.boxes.Take().text,
-            u"DataObjectFunctions::GetDataObjectByID failed with error: \r\nOverflow"_s);
+  EXPECT_TRUE(program.boxes.Take().text.endsWith(u"GetDataObjectByID failed with error: \r\nOverflow"_s));
 }
 
 }  // namespace
