@@ -1,4 +1,4 @@
-// What a settings file survives: crashes, damage, two programs, missing rights.
+// What a settings file survives: crashes, damage, two programs.
 #include "platform/registry/Registry.h"
 
 #include <gtest/gtest.h>
@@ -6,8 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-
-#include "tests/support/WithoutPrivileges.h"
 
 using namespace Qt::StringLiterals;
 
@@ -52,19 +50,6 @@ TEST_F(FileRegistryTest, TwoProgramsSeeEachOthersValuesAndTypesAreKept) {
   EXPECT_EQ(Get(first, u"Software\\Other"_s, u"Choice"_s), "status 2");
 }
 
-TEST_F(FileRegistryTest, AnOpenKeyAllowsOnlyWhatItWasOpenedFor) {
-  MemoryRegistry registry;
-  Registry::Key handle = 0;
-  Registry::Type type{};
-  QByteArray data;
-  ASSERT_EQ(registry.RegCreateKeyEx(key, Registry::KeyWrite, handle), Registry::Success);
-  EXPECT_EQ(registry.RegQueryValueEx(handle, u"A"_s, type, data), Registry::AccessDenied);
-  ASSERT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::Success);
-  EXPECT_EQ(registry.RegSetValueEx(handle, u"A"_s, Registry::String, "x"), Registry::AccessDenied);
-  EXPECT_EQ(registry.RegCloseKey(handle), Registry::Success);
-  EXPECT_EQ(registry.RegQueryValueEx(handle, u"A"_s, type, data), Registry::NotFound);
-}
-
 TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {
   ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
   for (const QByteArray& content : {QByteArray(), QByteArray("{\"Software\": {\"Data"), QByteArray("[1]")}) {
@@ -89,17 +74,6 @@ TEST_F(FileRegistryTest, ValuesOfAStrangeShapeDoNoHarm) {
   EXPECT_EQ(Get(registry, u"b"_s, u"x"_s), "");
   EXPECT_EQ(Set(registry, u"B"_s, u"v"_s, Registry::String, "ok"), Registry::Success);
   EXPECT_EQ(Get(registry, u"b"_s, u"v"_s), "ok");
-}
-
-TEST_F(FileRegistryTest, AFolderWithoutRightsIsAWriteFault) {
-  ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
-  {
-    const WithoutPrivileges ordinaryUser(folder.path());
-    FileRegistry registry(path);
-    EXPECT_EQ(Set(registry, key, u"A"_s, Registry::String, "x"), Registry::WriteFault);
-    EXPECT_EQ(Get(registry, key, u"A"_s), "status 2") << "what could not be stored is not pretended";
-  }
-  QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 }  // namespace
