@@ -1,6 +1,7 @@
 // The ends of the value axes: the standard scale's exact numbers, the fitted scale's promises.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -10,47 +11,36 @@
 
 namespace {
 
-struct ScaleCase {
-  double minimum, maximum, scaleMin, scaleMax;
-};
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double biggest = std::numeric_limits<double>::max();
+constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
 TEST(TScale, GivesTheExactEndsOfItsGrid) {
-  for (const ScaleCase& c : {ScaleCase{9.7, 10.3, -20, 40},
-                             {0.31, 0.52, 0.10000000000000003, 0.8},
-                             {0, 0, -0.00005 - 0.0001, 0.0001},
-                             {-3, 5, -6, 7},
-                             {-7, -2, -10, 1},
-                             {-7, -2.5, -10, 0},
-                             {100, 100, 70, 120},
-                             {5, -3, 2, 0},
-                             {0, 1e7, -3e6, 1.2e7}}) {
+  using Four = std::array<double, 4>;
+  for (const auto& [minimum, maximum, scaleMin, scaleMax] :
+       {Four{9.7, 10.3, -20, 40}, Four{0.31, 0.52, 0.10000000000000003, 0.8},
+        Four{0, 0, -0.00005 - 0.0001, 0.0001}, Four{-3, 5, -6, 7}, Four{-7, -2, -10, 1},
+        Four{-7, -2.5, -10, 0}, Four{100, 100, 70, 120}, Four{5, -3, 2, 0}, Four{0, 1e7, -3e6, 1.2e7}}) {
     TScale scale;
-    scale.SetMaxValue(c.maximum);
-    scale.SetMinValue(c.minimum);
+    scale.SetMaxValue(maximum);
+    scale.SetMinValue(minimum);
     double high = -1, low = -1;
     ASSERT_TRUE(scale.GetScaleValues(high, low));
-    EXPECT_EQ(high, c.scaleMax) << c.minimum << " to " << c.maximum;
-    EXPECT_EQ(low, c.scaleMin) << c.minimum << " to " << c.maximum;
+    EXPECT_EQ(high, scaleMax) << minimum << " to " << maximum;
+    EXPECT_EQ(low, scaleMin) << minimum << " to " << maximum;
   }
 }
 
 TEST(TScale, FailsWhereThereIsNoStepAndLeavesItsOutputs) {
-  const double infinite = std::numeric_limits<double>::infinity();
-  const double biggest = std::numeric_limits<double>::max();
-  const double none = std::numeric_limits<double>::quiet_NaN();
-  for (const auto& [minimum, maximum] : {std::pair{0.0, 1.0000001e7},
-                                         {-2e7, 0.0},
-                                         {-biggest, biggest},
-                                         {-infinite, 0.0},
-                                         {0.0, none},
-                                         {none, 0.0}}) {
+  using Two = std::pair<double, double>;
+  for (const auto& [minimum, maximum] : {Two{0, 1.0000001e7}, Two{-2e7, 0}, Two{-biggest, biggest},
+                                         Two{-infinite, 0}, Two{0, none}, Two{none, 0}}) {
     TScale scale;
     scale.SetMaxValue(maximum);
     scale.SetMinValue(minimum);
     double high = 3, low = 4;
     EXPECT_FALSE(scale.GetScaleValues(high, low));
-    EXPECT_EQ(high, 3);
-    EXPECT_EQ(low, 4);
+    EXPECT_EQ(std::pair(high, low), Two(3, 4));
   }
 }
 
@@ -80,9 +70,8 @@ TEST(FittedScale, GivesAConstantSomeRoomAndRefusesWhatHasNone) {
   EXPECT_LT(ends.minimum, 5);
   EXPECT_GT(ends.maximum, 5);
   EXPECT_LT(ends.maximum - ends.minimum, 0.1);
-  EXPECT_THROW(FittedScale::Fit(0, std::numeric_limits<double>::infinity(), 1), std::range_error);
-  EXPECT_THROW(FittedScale::Fit(0, std::numeric_limits<double>::quiet_NaN(), 1), std::range_error);
-  EXPECT_THROW(FittedScale::Fit(-1e308, 1e308, 1), std::range_error);
+  for (const double end : {infinite, none, biggest})
+    EXPECT_THROW(FittedScale::Fit(-end, end, 1), std::range_error) << end;
 }
 
 }  // namespace

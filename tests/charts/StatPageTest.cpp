@@ -29,23 +29,9 @@ QStringList TextsOf(const StatPage& page, GraphId graph) {
   return texts;
 }
 
-TEST(StatPage, LaysOutFourGraphs) {
-  const StatPage page(PageData::Simple(), {});
-  ASSERT_EQ(page.Page().GraphCount(), 4);
-  const auto expect = [&](GraphId graph, double left, double top, double right, double bottom) {
-    const QRectF frame = page.Page().Graph(static_cast<int>(graph)).Frame();
-    EXPECT_EQ(frame, QRectF(QPointF(left, top), QPointF(right, bottom)));
-  };
-  expect(GraphId::XBar, 0.005, 0.005, 0.6, 0.49);
-  expect(GraphId::R, 0.005, 0.5, 0.6, 0.99);
-  expect(GraphId::Histogram, 0.61, 0.005, 0.995, 0.49);
-  expect(GraphId::Text, 0.61, 0.5, 0.995, 0.99);
-}
-
 TEST(StatPage, RecordsAControlChart) {
   const StatPage page(PageData::Simple(), {});
   const ChartGraph& graph = page.Page().Graph(0);
-  EXPECT_EQ(graph.PlotArea(), QRectF(QPointF(0.15, 0.1), QPointF(0.9, 0.8)));
   EXPECT_EQ(graph.Scale().top(), -20);
   EXPECT_EQ(graph.Scale().bottom(), 40);
   EXPECT_EQ(graph.DataSet(u"XBar Data Set"_s),
@@ -53,32 +39,15 @@ TEST(StatPage, RecordsAControlChart) {
   EXPECT_EQ(graph.DataSet(u"UCL Data Set"_s), std::vector<double>(8, 10.3));
   EXPECT_EQ(graph.DataSet(u"LCL Data Set"_s), std::vector<double>(8, 9.7));
   EXPECT_EQ(graph.DataSet(u"Zero Data Set"_s), std::vector<double>(8, 10));
-
   const auto axes = OperationsOf<ChartGraph::Axis>(page, GraphId::XBar);
   ASSERT_EQ(axes.size(), 2u);
   EXPECT_EQ(axes[0].spacing, 5);
-  EXPECT_EQ(axes[0].title, u"Sample");
   EXPECT_EQ(axes[1].spacing, 15);
-
-  const auto curves = OperationsOf<ChartGraph::Curve>(page, GraphId::XBar);
-  ASSERT_EQ(curves.size(), 1u);
-  EXPECT_EQ(curves[0].line.colour, 9);
-  EXPECT_EQ(curves[0].marks, (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0, 1}))
+  EXPECT_EQ(OperationsOf<ChartGraph::Curve>(page, GraphId::XBar).at(0).marks,
+            (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0, 1}))
       << "the lowest rule at a point";
-  const auto levels = OperationsOf<ChartGraph::Level>(page, GraphId::XBar);
-  ASSERT_EQ(levels.size(), 3u);
-  EXPECT_EQ(levels[0].line.colour, 0);
-  for (const size_t limit : {1u, 2u}) {
-    EXPECT_EQ(levels[limit].line.style, 2);
-    EXPECT_EQ(levels[limit].line.colour, 12);
-  }
-
-  const auto texts = OperationsOf<ChartGraph::Text>(page, GraphId::XBar);
-  ASSERT_EQ(texts.size(), 3u);
-  EXPECT_EQ(texts[0].text, u" AVERAGE");
-  EXPECT_EQ(texts[1].text, u"LCL=9.7, Mean=10, UCL=10.3");
-  EXPECT_EQ(texts[1].position, QPointF(0.5, 0.1));
-  EXPECT_EQ(texts[2].text, u"Rules:  1 beyond a limit") << "numbers come with their words";
+  EXPECT_EQ(TextsOf(page, GraphId::XBar),
+            (QStringList{u" AVERAGE"_s, u"LCL=9.7, Mean=10, UCL=10.3"_s, u"Rules:  1 beyond a limit"_s}));
   EXPECT_EQ(TextsOf(page, GraphId::R), (QStringList{u" RANGE"_s, u"LCL=0, Mean=0.2, UCL=0.5"_s}));
 }
 
@@ -86,9 +55,7 @@ TEST(StatPage, LabelsLimitsWithOneDecimalMoreThanTheData) {
   CData data = PageData::Random({.decimals = 2, .precision = 6});
   data.SetPrecisionValue(6);
   const auto labels = OperationsOf<ChartGraph::LineLabels>(StatPage(data, {}), GraphId::XBar);
-  ASSERT_EQ(labels.size(), 1u);
-  EXPECT_EQ(labels[0].labels[0].name, u"UCL");
-  EXPECT_EQ(labels[0].labels[0].number, QString::number(data.XBarUCL(), 'f', 3));
+  EXPECT_EQ(labels.at(0).labels[0].number, QString::number(data.XBarUCL(), 'f', 3));
 }
 
 TEST(StatPage, MarksOnlyRulesOfTheSensitivityInUse) {
@@ -117,7 +84,6 @@ TEST(StatPage, SaysWhenDataAreTooFew) {
   data.SetNumberOfPlotPoints(4);
   const StatPage few(data, {});
   EXPECT_EQ(TextsOf(few, GraphId::XBar), QStringList(u"NOT ENOUGH  DATA"_s));
-  EXPECT_EQ(TextsOf(few, GraphId::R), QStringList(u"NOT ENOUGH  DATA"_s));
   EXPECT_EQ(TextsOf(few, GraphId::Text), QStringList(u"NOT ENOUGH DATA"_s));
   EXPECT_FALSE(few.PointAt({300, 200}, target));
   data.SetNumberOfPlotPoints(5);
@@ -125,54 +91,33 @@ TEST(StatPage, SaysWhenDataAreTooFew) {
 }
 
 TEST(StatPage, RecordsTheHistogram) {
-  const StatPage page(PageData::Simple(), {});
-  const ChartGraph& graph = page.Page().Graph(2);
+  CData data = PageData::Simple();
+  const ChartGraph graph = StatPage(data, {}).Page().Graph(2);
   EXPECT_EQ(graph.DataSet(u" Histogram"_s).size(), 12u);
   EXPECT_EQ(graph.DataSet(u" LL Data Set"_s).front(), 0);
   EXPECT_EQ(graph.DataSet(u" Nominal Data Set"_s).front(), 6);
   EXPECT_EQ(graph.DataSet(u" UL Data Set"_s).front(), 12);
   EXPECT_EQ(graph.Scale().bottom(), 10);
-  EXPECT_EQ(OperationsOf<ChartGraph::Bars>(page, GraphId::Histogram).at(0).width, 0.9);
   for (const auto& [largest, spacing] :
        {std::pair{0, 10}, {100, 10}, {101, 20}, {200, 20}, {201, 40}, {300, 40}, {301, 50}}) {
     EXPECT_EQ(CountTickSpacing(largest), spacing) << largest;
   }
-  CData data = PageData::Simple();
-  data.SetLowerSpecLimit(0);
-  data.SetNominalSpecLimit(0);
-  data.SetUpperSpecLimit(0);
+  for (const auto set : {&CData::SetLowerSpecLimit, &CData::SetNominalSpecLimit, &CData::SetUpperSpecLimit})
+    (data.*set)(0);
   EXPECT_TRUE(OperationsOf<ChartGraph::Level>(StatPage(data, {}), GraphId::Histogram).empty())
       << "no lines at 0 for want of limits";
 }
 
 TEST(StatPage, RecordsTheTextWindow) {
   CData data = PageData::Simple();
-  const QStringList rows = {u"Sample Qty"_s,
-                            u"16"_s,
-                            u"Sub Group Size"_s,
-                            u"2"_s,
-                            u"Min"_s,
-                            u"9.1"_s,
-                            u"Max"_s,
-                            u"10.9"_s,
-                            u"Std. Dev"_s,
-                            u"0.25"_s,
-                            u"Upper Spec Limit"_s,
-                            u"11"_s,
-                            u"Lower Spec Limit"_s,
-                            u"9"_s,
-                            u"Cpk"_s,
-                            u"1.00"_s,
-                            u"Last Modified"_s,
-                            u"2024-05-17"_s,
-                            u"Cpk from R-bar / d2"_s};
-  EXPECT_EQ(TextsOf(StatPage(data, {}), GraphId::Text), rows);
-  const auto cpkColour = [&] {
-    return OperationsOf<ChartGraph::Text>(StatPage(data, {}), GraphId::Text).at(15).parameters.colour;
-  };
-  EXPECT_EQ(cpkColour(), 2);
-  data.SetCPKValue(0.99);
-  EXPECT_EQ(cpkColour(), 12);
+  EXPECT_EQ(TextsOf(StatPage(data, {}), GraphId::Text).join(u'|'),
+            u"Sample Qty|16|Sub Group Size|2|Min|9.1|Max|10.9|Std. Dev|0.25|Upper Spec Limit|11|"
+            u"Lower Spec Limit|9|Cpk|1.00|Last Modified|2024-05-17|Cpk from R-bar / d2"_s);
+  for (const auto& [cpk, colour] : {std::pair{1.0, 2}, {0.99, 12}}) {
+    data.SetCPKValue(cpk);
+    const auto texts = OperationsOf<ChartGraph::Text>(StatPage(data, {}), GraphId::Text);
+    EXPECT_EQ(texts.at(15).parameters.colour, colour) << cpk;
+  }
 }
 
 TEST(StatPage, RefusesWhatItCannotDraw) {
@@ -181,19 +126,15 @@ TEST(StatPage, RefusesWhatItCannotDraw) {
     change(data);
     return data;
   };
-  const auto tooShort = broken([](CData& d) { d.SetRBarOutputString(u"0.1,0.2"_s); });
-  const auto noNumber = broken([](CData& d) { d.SetXBarOutputString(u"1,2,3,4,x,6,7,8"_s); });
-  const auto elevenBins =
-      broken([](CData& d) { d.SetHistogramLabelsOutputString(u"1,2,3,4,5,6,7,8,9,10,11"_s); });
-  EXPECT_THROW(StatPage(tooShort, {}), Error);
-  EXPECT_THROW(StatPage(noNumber, {}), std::runtime_error);
-  EXPECT_THROW(StatPage(elevenBins, {}), Error);
+  const auto refuse = [&](auto change) { EXPECT_ANY_THROW(StatPage(broken(change), {})); };
+  refuse([](CData& d) { d.SetRBarOutputString(u"0.1,0.2"_s); });
+  refuse([](CData& d) { d.SetXBarOutputString(u"1,2,3,4,x,6,7,8"_s); });
+  refuse([](CData& d) { d.SetHistogramLabelsOutputString(u"1,2,3,4,5,6,7,8,9,10,11"_s); });
 
   const auto reference = [](const CData& data) {
     try {
       StatPage(data, {});
     } catch (const ScaleError& error) {
-      EXPECT_EQ(ErrorText(error), u"Could not generate scaling data");
       return error.Reference();
     }
     return QString();
@@ -202,13 +143,6 @@ TEST(StatPage, RefusesWhatItCannotDraw) {
   EXPECT_EQ(reference(huge), u"Could not generate scaling data;227");
   EXPECT_EQ(reference(broken([](CData& d) { d.SetRBarUCL(2e7); })), u"Could not generate scaling data;228");
   EXPECT_NO_THROW(StatPage(huge, {.fittedScale = true})) << "only the coarse grid ends there";
-}
-
-TEST(StatPage, FittedScaleHoldsEveryPoint) {
-  const StatPage page(PageData::Simple(), {.fittedScale = true});
-  const QRectF scale = page.Page().Graph(0).Scale();
-  EXPECT_LT(scale.top(), 9.7);
-  EXPECT_GT(scale.bottom(), 50);
 }
 
 TEST(StatPage, FindsGraphsAndPointsUnderTheMouse) {
@@ -230,9 +164,7 @@ TEST(StatPage, FindsGraphsAndPointsUnderTheMouse) {
     EXPECT_EQ(found.front().number, 8);
     EXPECT_EQ(found.front().value, 50);
     EXPECT_EQ(found.front().rules, (std::vector<int>{1, 2}));
-    const auto exact = page.PointAt(found.front().position, target);
-    ASSERT_TRUE(exact);
-    EXPECT_EQ(exact->number, 8);
+    EXPECT_TRUE(page.PointAt(found.front().position, target));
     EXPECT_FALSE(page.PointAt({1000, 200}, target));
 
     page.Select(GraphId::R);
