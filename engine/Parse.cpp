@@ -210,11 +210,14 @@ class Collector {
 bool ParseExact(std::string_view text, std::string_view delimiter, Samples& samples, std::string& error) {
   const char* p = text.data();
   const char* const end = p + text.size();
+  // A delimiter that a number may hold cuts through what ParsePlain would take for one.
+  const bool canBePlain =
+      delimiter.empty() || !(IsDigit(delimiter[0]) || delimiter[0] == '.' || delimiter[0] == '-');
   constexpr std::size_t most = maximumSamples;
   Collector collector(samples, std::min(text.size() / 2, most) + 1);
   while (p < end) {
     ScaledInteger number;
-    if (const char* next = ParsePlain(p, end, delimiter, number)) {
+    if (const char* next = canBePlain ? ParsePlain(p, end, delimiter, number) : nullptr) {
       p = next == end ? end : next + delimiter.size();
     } else {
       const std::string_view rest(p, static_cast<std::size_t>(end - p));

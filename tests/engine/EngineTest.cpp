@@ -46,6 +46,8 @@ TEST(Engine, ReadsEveryWayToWriteANumber) {
   EXPECT_EQ(RunEngine("1\r\n2\r\n", {.stringDelimiter = "\r\n", .precisionValue = 0}).xBarOutputString,
             "1\r\n2");
   EXPECT_EQ(RunEngine("1 2  3", {.stringDelimiter = " ", .precisionValue = 0}).xBarOutputString, "1 2 3");
+  // One that a number may hold comes before the number.
+  EXPECT_EQ(RunEngine("1.2.3", {.stringDelimiter = ".", .precisionValue = 0}).xBarOutputString, "1.2.3");
 }
 
 TEST(Engine, TakesTheCompensatedPathWhereExponentsLieFarApart) {
