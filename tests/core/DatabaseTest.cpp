@@ -138,12 +138,4 @@ TEST_F(DatabaseTest, MovingOffADeletedRecordLandsOnANeighbour) {
   }
 }
 
-TEST_F(DatabaseTest, OpeningReportsAndTestingIsSilent) {
-  const QString path = program.Path(u"none.mdb"_s);
-  EXPECT_FALSE(TestDatabaseConnection(false, path));
-  program.boxes.Expect();
-  EXPECT_FALSE(OpenDatabaseConnection(false, path));
-  EXPECT_TRUE(program.boxes.Take().text.endsWith(path + u": there is no such file"_s));
-}
-
 }  // namespace
