@@ -157,9 +157,12 @@ TEST_F(MainCommandsTest, ConnectsToAnotherDatabase) {
   EXPECT_EQ(Panel(), u"Current Database: other.kestrel (DB Rev. 2.1)"_s);
   EXPECT_EQ(StoredDatabase(), other);
   EXPECT_EQ(Enabled(), u"----x---"_s) << "the rows shown are still those of the other database";
+  const qint32 before = clock.ticks;
   Tick("InitTimer");
+  EXPECT_EQ(clock.ticks, before) << "an empty library is not announced as loaded";
   EXPECT_TRUE(Rows().isEmpty());
   EXPECT_EQ(Enabled(), u"-x--x---"_s);
+  EXPECT_TRUE(List().accessibleDescription().contains(u"Stat Data, Add"_s));
 
   files.Expect({});  // cancelled
   QTest::keyClick(main.get(), Qt::Key_O, Qt::ControlModifier);

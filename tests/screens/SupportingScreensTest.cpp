@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -17,7 +16,6 @@
 
 #include "core/RegistryFunctions.h"
 #include "platform/ui/HelpViewer.h"
-#include "platform/ui/Indicators.h"
 #include "screens/Help.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
@@ -40,37 +38,32 @@ void Click(const QWidget& form, const QString& name) {
   QTest::mouseClick(Find<QAbstractButton>(form, name), Qt::LeftButton);
 }
 
-class ConfigureTest : public testing::Test {
- protected:
-  ConfigureTest() {
-    program.state.gSetup.RegistryKeyPath = keyPath;
-    program.state.gSetup.ListviewDoubleClickViewsChart = true;
-    program.state.gSettingsSaved = true;
+// A store whose writes fail on demand although its keys can be made.
+class FailingRegistry : public MemoryRegistry {
+ public:
+  bool fails = false;
+  int RegSetValueEx(Key key, const QString& name, Type type, const QByteArray& data) override {
+    return fails ? WriteFault : MemoryRegistry::RegSetValueEx(key, name, type, data);
   }
-  static QString Stored() {
-    return RegistryFunctions::GetKeyValue(keyPath, u"ListviewDoubleClickViewsChart"_s, 4);
-  }
-
-  TestProgram program;
 };
 
-TEST_F(ConfigureTest, ClosingWithoutAClickWritesNothing) {
-  frmConfigure form;
-  form.show();
-  EXPECT_EQ(form.windowTitle(), u"Kestrel Configuration"_s);
-  EXPECT_FALSE(program.state.gSettingsSaved);
-  EXPECT_TRUE(Find<QRadioButton>(form, u"optionViewChart"_s)->isChecked());
-  EXPECT_FALSE(Find<QPushButton>(form, u"cmdAccept"_s)->isEnabled());
-  Click(form, u"cmdClose"_s);
-  EXPECT_FALSE(form.isVisible());
-  EXPECT_EQ(Stored(), QString());
-}
-
-TEST_F(ConfigureTest, AcceptStoresAndStaysOpenForMore) {
+TEST(Configure, AcceptStoresAndStaysOpenForMore) {
+  TestProgram program;
+  FailingRegistry registry;
+  program.state.registry = &registry;
+  program.state.gSetup.RegistryKeyPath = keyPath;
+  program.state.gSetup.ListviewDoubleClickViewsChart = true;
+  program.state.gSettingsSaved = true;
+  const auto stored = [] {
+    return RegistryFunctions::GetKeyValue(keyPath, u"ListviewDoubleClickViewsChart"_s, 4);
+  };
   frmConfigure form;
   form.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
   auto* accept = Find<QPushButton>(form, u"cmdAccept"_s);
+  EXPECT_FALSE(program.state.gSettingsSaved);
+  EXPECT_TRUE(Find<QRadioButton>(form, u"optionViewChart"_s)->isChecked());
+  EXPECT_FALSE(accept->isEnabled());
   for (const bool edit : {true, false}) {
     QTest::keyClick(&form, edit ? Qt::Key_E : Qt::Key_V, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); }));
@@ -80,33 +73,23 @@ TEST_F(ConfigureTest, AcceptStoresAndStaysOpenForMore) {
     EXPECT_EQ(box.text, u"Registry settings saved"_s);
     EXPECT_EQ(box.title, u"System Message"_s);
     EXPECT_EQ(box.icon, MessageBox::Icon::Information);
-    EXPECT_EQ(Stored(), edit ? u"0"_s : u"1"_s);
+    EXPECT_EQ(stored(), edit ? u"0"_s : u"1"_s);
     EXPECT_EQ(program.state.gSetup.ListviewDoubleClickViewsChart, !edit);
     EXPECT_TRUE(program.state.gSettingsSaved);
     EXPECT_FALSE(accept->isEnabled());
     EXPECT_TRUE(form.isVisible());
   }
-  QTest::keyClick(&form, Qt::Key_Escape);
-  EXPECT_FALSE(form.isVisible());
-}
-
-// A store whose writes fail although its keys can be made.
-class UnwritableRegistry : public MemoryRegistry {
- public:
-  int RegSetValueEx(Key, const QString&, Type, const QByteArray&) override { return WriteFault; }
-};
-
-TEST_F(ConfigureTest, AFailedWriteLeavesAcceptEnabled) {
-  UnwritableRegistry unwritable;
-  program.state.registry = &unwritable;
-  frmConfigure form;
-  form.show();
+  registry.fails = true;
+  program.state.gSettingsSaved = false;
   Click(form, u"optionEditSelection"_s);
   program.boxes.Expect();
   Click(form, u"cmdAccept"_s);
   EXPECT_TRUE(program.boxes.Take().text.startsWith(u"RegistryFunctions::SetKeyValue"_s));
-  EXPECT_TRUE(Find<QPushButton>(form, u"cmdAccept"_s)->isEnabled());
+  EXPECT_TRUE(accept->isEnabled());
   EXPECT_FALSE(program.state.gSettingsSaved);
+  QTest::keyClick(&form, Qt::Key_Escape);
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(stored(), u"1"_s) << "dropped without asking";
 }
 
 class AboutTest : public testing::Test {
@@ -156,6 +139,9 @@ TEST_F(AboutTest, ShowsTitleVersionAndNotice) {
 }
 
 TEST_F(AboutTest, StartsTheToolThatTheStoreNames) {
+  program.boxes.Expect();
+  EXPECT_EQ(Started(), QStringList());  // nothing is known
+  ExpectUnavailable();
   Store(location, u"MSINFO"_s, QFile::encodeName(program.folder.path()));
   program.boxes.Expect();
   EXPECT_EQ(Started(), QStringList());  // the folder is known, the tool is not in it
@@ -169,12 +155,6 @@ TEST_F(AboutTest, StartsTheToolThatTheStoreNames) {
   EXPECT_EQ(Started(), QStringList{u"/tools/info"_s});
   program.boxes.Expect();
   Started(false);
-  ExpectUnavailable();
-}
-
-TEST_F(AboutTest, WithoutAnEntryOnlyTheBoxIsShown) {
-  program.boxes.Expect();
-  EXPECT_EQ(Started(), QStringList());
   ExpectUnavailable();
 }
 
@@ -209,24 +189,6 @@ TEST(Help, EveryTopicHasItsPage) {
   }
   OpenHelp()->close();
 
-  namespace T = HelpTopics;
-  for (const int topic : {T::Welcome,       T::FirstSteps,
-                          T::WorkedExample, T::Screens,
-                          T::MainScreen,    T::DataEditor,
-                          T::ExpandedData,  T::ChartScreen,
-                          T::Recalculate,   T::Units,
-                          T::Configuration, T::About,
-                          T::Figures,       T::XBarChart,
-                          T::RChart,        T::Capability,
-                          T::RuleOne,       T::RuleTwo,
-                          T::RuleThree,     T::RuleFour,
-                          T::ProcessStates, T::WhenToRecalculate,
-                          T::ChanceMarks,   T::LookingAfter,
-                          T::Backup,        T::AccessLibraries,
-                          T::CommandLine,   T::Glossary}) {
-    CallUpHelp(topic);
-    EXPECT_FALSE(Heading(*OpenHelp()).startsWith(u"No such topic"_s)) << topic;
-  }
   CallUpHelp(9999);
   EXPECT_EQ(Heading(*OpenHelp()), u"No such topic"_s);
   CallUpHelp(HelpTopics::Glossary);
@@ -282,25 +244,6 @@ TEST(Manual, EveryLinkAndPictureResolves) {
       if (target.endsWith(u".png"_s)) {
         EXPECT_TRUE(manual.exists(QString(target).replace(u".png"_s, u"@2x.png"_s))) << target.toStdString();
       }
-    }
-  }
-}
-
-QImage OnWhite(const QPixmap& picture) {
-  QImage image(picture.size(), QImage::Format_RGB32);
-  image.fill(Qt::white);
-  QPainter(&image).drawPixmap(0, 0, picture);
-  return image;
-}
-
-TEST(Manual, ShowsTheStatesAsTheProgramDraws) {
-  for (int state = 0; state <= 4; ++state) {
-    const QImage shown = OnWhite(QPixmap(u":/manual/state-%1.png"_s.arg(state)));
-    const QImage drawn = OnWhite(ProcessStateIcon(state).pixmap(32, 32));
-    ASSERT_EQ(shown.size(), drawn.size());
-    for (int y = 0; y < 32; ++y) {
-      for (int x = 0; x < 32; ++x)
-        ASSERT_NEAR(qGray(shown.pixel(x, y)), qGray(drawn.pixel(x, y)), 16) << state;
     }
   }
 }
