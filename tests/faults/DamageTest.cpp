@@ -120,7 +120,7 @@ TEST_F(DamageTest, AnyOneBit) {
     EXPECT_FALSE(QFile::exists(library + u"-journal"_s));
     RemoveBackups();
   }
-  std::printf("%d bits: %d refused, %d right, %d another value; %d appended to\n",
+  std::printf("%d bits: %d refused, %d right, %d another value, %d appended to\n",
               refused + same + otherValue, refused, same, otherValue, written);
 }
 
