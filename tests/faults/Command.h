@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "app/CommandLine.h"
-#include "platform/ado/Recordset.h"
+#include "tests/support/TestProgram.h"
 
 struct CommandResult {
   int status = -1;
@@ -70,29 +70,16 @@ class LibraryTest : public testing::Test {
     return {QStringLiteral("append"), library, QStringLiteral("--description"), description, values};
   }
 
-  static std::vector<QVariantList> Rows(const QString& path, const QString& sql) {
-    Connection connection;
-    connection.OpenWith(path);
-    Recordset recordset;
-    recordset.Open(sql, connection);
-    std::vector<QVariantList> rows;
-    for (; !recordset.EndOfFile(); recordset.MoveNext()) {
-      QVariantList row;
-      for (const QString& name : recordset.FieldNames()) row << recordset.Field(name);
-      rows.push_back(row);
-    }
-    return rows;
-  }
   static std::vector<QVariantList> DataRows(const QString& path) {
-    return Rows(path, QStringLiteral("SELECT * FROM StatData"));
+    return RowsOf(path, QStringLiteral("SELECT * FROM StatData"));
   }
   // The stored values of the data set with that ID.
   static QString Values(const QString& path, int id = 1) {
-    const auto rows = Rows(path, QStringLiteral("SELECT \"Values\" FROM StatData WHERE ID = %1").arg(id));
+    const auto rows = RowsOf(path, QStringLiteral("SELECT \"Values\" FROM StatData WHERE ID = %1").arg(id));
     return rows.empty() ? QString() : rows[0][0].toString();
   }
   static bool IsWhole(const QString& path) {
-    return Rows(path, QStringLiteral("PRAGMA integrity_check")) ==
+    return RowsOf(path, QStringLiteral("PRAGMA integrity_check")) ==
            std::vector<QVariantList>{{QStringLiteral("ok")}};
   }
 

@@ -1,4 +1,5 @@
 // Every database operation of a command, and of editing records one by one, fails once.
+#include "platform/ado/Recordset.h"
 #include "tests/faults/Command.h"
 
 using namespace Qt::StringLiterals;
@@ -82,7 +83,7 @@ TEST_F(FailingCallsTest, EditingRecords) {
   connection.OpenWith(library);
   const auto names = [&] {
     QStringList all;
-    for (const QVariantList& row : Rows(library, u"SELECT Name FROM Units ORDER BY ID"_s))
+    for (const QVariantList& row : RowsOf(library, u"SELECT Name FROM Units ORDER BY ID"_s))
       all << row[0].toString();
     return all.join(u',');
   };

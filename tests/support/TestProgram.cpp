@@ -29,17 +29,7 @@ void TestProgram::Execute(const QString& sql, const QVariantList& values) const 
 }
 
 std::vector<QVariantList> TestProgram::Rows(const QString& sql, const QString& path) const {
-  Connection connection;
-  connection.OpenWith(path.isEmpty() ? LibraryPath() : path);
-  Recordset recordset;
-  recordset.Open(sql, connection);
-  std::vector<QVariantList> rows;
-  for (; !recordset.EndOfFile(); recordset.MoveNext()) {
-    QVariantList row;
-    for (const QString& name : recordset.FieldNames()) row << recordset.Field(name);
-    rows.push_back(row);
-  }
-  return rows;
+  return RowsOf(path.isEmpty() ? LibraryPath() : path, sql);
 }
 
 CDataPtr TestProgram::NewDataSet(const QString& description) {
@@ -65,4 +55,18 @@ qint32 TestProgram::Insert(const QString& description) const {
       u"12, 8, 10, 4, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0)"_s,
       {description, NewDataSet(description)->DelimitedInputString()});
   return Rows(u"SELECT max(ID) AS ID FROM StatData"_s)[0][0].toInt();
+}
+
+std::vector<QVariantList> RowsOf(const QString& path, const QString& sql) {
+  Connection connection;
+  connection.OpenWith(path);
+  Recordset recordset;
+  recordset.Open(sql, connection);
+  std::vector<QVariantList> rows;
+  for (; !recordset.EndOfFile(); recordset.MoveNext()) {
+    QVariantList row;
+    for (const QString& name : recordset.FieldNames()) row << recordset.Field(name);
+    rows.push_back(row);
+  }
+  return rows;
 }

@@ -42,6 +42,9 @@ class RecordedMainScreen : public MainScreen {
   void RemoveListRow(qint32 id) override { calls << QStringLiteral("RemoveListRow %1").arg(id); }
 };
 
+// All rows that a statement gives of a database file.
+std::vector<QVariantList> RowsOf(const QString& path, const QString& sql);
+
 class TestProgram {
  public:
   TestProgram();  // installs the state; the library is open
