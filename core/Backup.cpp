@@ -83,6 +83,15 @@ void Make(const QString& library) {
   }
 }
 
+// Whether the library could not be read (its tables' definition, a lock, damage): then it cannot be changed
+// either.
+bool IsAboutLibrary(const std::exception& error) {
+  constexpr int sqlError = 1, busy = 5, locked = 6, corrupt = 11, notADatabase = 26;
+  const auto* failure = dynamic_cast<const DatabaseError*>(&error);
+  const int code = failure ? failure->code : 0;
+  return code == sqlError || code == busy || code == locked || code == corrupt || code == notADatabase;
+}
+
 void BeforeFirstChange(Connection& connection, const QString& library) {
   // A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
   const QFileInfo file(library);
@@ -91,6 +100,7 @@ void BeforeFirstChange(Connection& connection, const QString& library) {
   try {
     Make(library);
   } catch (const std::exception& error) {
+    if (IsAboutLibrary(error)) throw;
     // Nobody has to wait for the lock while the user reads.
     connection.RollbackTransaction();
     ShowInformationMessage(u"No backup of %1 could be made. The change goes on without one.\r\n%2"_s.arg(

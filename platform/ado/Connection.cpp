@@ -127,7 +127,7 @@ void Connection::Close() {
 
 DatabaseError Connection::Failure(const QSqlError& error) const {
   const int code = Provider == OdbcProvider ? 0 : error.nativeErrorCode().toInt();
-  return DatabaseError(u"%1: %2"_s.arg(place_, PlainReason(code, LibraryText(error))));
+  return DatabaseError(u"%1: %2"_s.arg(place_, PlainReason(code, LibraryText(error))), code & 0xFF);
 }
 
 QSqlQuery Connection::Run(const QString& operation, const QString& sql, const QVariantList& values) {

@@ -18,7 +18,10 @@
 
 class DatabaseError : public std::runtime_error {
  public:
-  explicit DatabaseError(const QString& text) : std::runtime_error(text.toStdString()) {}
+  explicit DatabaseError(const QString& text, int resultCode = 0)
+      : std::runtime_error(text.toStdString()), code(resultCode) {}
+
+  int code;  // the embedded database's result code (https://sqlite.org/rescode.html), 0 where it is not known
 };
 
 class Connection {
