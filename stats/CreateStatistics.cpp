@@ -12,7 +12,8 @@ namespace QCGlobalFunctions {
 
 namespace {
 
-// The one engine of a thread, made on first use, with the space in which texts pass to and from it.
+// The one engine of a thread, made on first use, with the space in which texts pass to and from it; the space
+// never shrinks.
 struct Bridge {
   engine::Engine engine;
   engine::Results results;
@@ -25,16 +26,16 @@ Bridge& TheBridge() {
   return bridge;
 }
 
-void Encode(QStringView text, std::string& utf8) {
+std::string_view Utf8(QStringView text, std::string& space) {
   QStringEncoder encoder(QStringEncoder::Utf8);
-  utf8.resize(static_cast<std::size_t>(encoder.requiredSpace(text.size())));
-  utf8.resize(static_cast<std::size_t>(encoder.appendToBuffer(utf8.data(), text) - utf8.data()));
+  const auto mostBytes = static_cast<std::size_t>(encoder.requiredSpace(text.size()));
+  if (space.size() < mostBytes) space.resize(mostBytes);
+  return {space.data(), encoder.appendToBuffer(space.data(), text)};
 }
 
 engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
   engine::Inputs inputs;
-  Encode(data.StringDelimiter(), bridge.delimiter);
-  inputs.stringDelimiter = bridge.delimiter;
+  inputs.stringDelimiter = Utf8(data.StringDelimiter(), bridge.delimiter);
   inputs.upperSpecLimit = data.UpperSpecLimit();
   inputs.lowerSpecLimit = data.LowerSpecLimit();
   inputs.subGroupSize = data.SubGroupSize();
@@ -50,8 +51,7 @@ engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
   inputs.reverseDataString = data.ReverseDataString();
   inputs.sensitivityValue = data.SensitivityValue();
   inputs.detectionPeriod = data.DetectionPeriod();
-  Encode(data.DelimitedInputString(), bridge.inputText);
-  inputs.delimitedInputString = bridge.inputText;
+  inputs.delimitedInputString = Utf8(data.DelimitedInputString(), bridge.inputText);
   inputs.sampleQty = data.SampleQty();
   return inputs;
 }
