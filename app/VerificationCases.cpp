@@ -99,7 +99,7 @@ QString CertifiedDigitsOfPi() {
 
 std::vector<Check> CertifiedSets() {
   std::vector<Check> checks;
-  for (const QJsonValue& set : ReferenceData::Part(u"certified"_s)) {
+  for (const QJsonValue set : ReferenceData::Part(u"certified"_s)) {
     checks.push_back(CertifiedSet(set[u"name"_s].toString(), set[u"values"_s].toString(),
                                   set[u"mean"_s].toString(), set[u"sd"_s].toString()));
   }
@@ -116,7 +116,7 @@ std::vector<Check> CertifiedSets() {
 
 std::vector<Check> ReferenceCases() {
   std::vector<Check> checks;
-  for (const QJsonValue& reference : ReferenceData::Part(u"cases"_s)) {
+  for (const QJsonValue reference : ReferenceData::Part(u"cases"_s)) {
     Check check{reference[u"group"_s].toString(), reference[u"name"_s].toString(),
                 reference[u"source"_s].toString()};
     engine::Results results;

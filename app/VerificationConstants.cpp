@@ -13,19 +13,20 @@ namespace Verification {
 namespace {
 
 constexpr int largest = 20;
+constexpr std::size_t sizes = largest + 1;
 // Moments of the range for n = 0 to 20.
 struct RangeMoments {
-  std::array<long double, largest + 1> mean{};
-  std::array<long double, largest + 1> square{};
+  std::array<long double, sizes> mean{};
+  std::array<long double, sizes> square{};
 };
 
 long double NormalCdf(long double x) { return std::erfc(-x / std::numbers::sqrt2_v<long double>) / 2; }
 
 // P(W > w) = 1 - n * integral of pdf(x) (cdf(x + w) - cdf(x))^(n - 1) dx for every n at once, by the
 // trapezoid rule, whose error for such integrands lies below double precision at this step.
-std::array<long double, largest + 1> RangeTails(long double w) {
+std::array<long double, sizes> RangeTails(long double w) {
   constexpr long double step = 1.0L / 16;
-  std::array<long double, largest + 1> inside{};
+  std::array<long double, sizes> inside{};
   for (long double x = -9 - w; x <= 9; x += step) {
     const long double between = NormalCdf(x + w) - NormalCdf(x);
     long double term = std::exp(-x * x / 2) / std::sqrt(2 * std::numbers::pi_v<long double>);

@@ -50,7 +50,7 @@ Check SaveAndLoad() {
   std::vector<CDataPtr> saved;
   {
     LibrarySession session(path);
-    for (const QJsonValue& reference : ReferenceData::Part(u"cases"_s)) {
+    for (const QJsonValue reference : ReferenceData::Part(u"cases"_s)) {
       const CDataPtr data = DataSetOf(reference);
       session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
       session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });

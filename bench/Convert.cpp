@@ -114,7 +114,7 @@ Libraries& TheLibraries() {
 
 void ConvertLibrary(benchmark::State& state) {
   const Libraries& files = TheLibraries();
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     QFile::remove(files.target);
     AccessImport::Convert(files.access, files.target);
   }
@@ -136,7 +136,7 @@ void CopyTheRows(Connection& from, Connection& to) {
 
 void CopyRows(benchmark::State& state) {
   const Libraries& files = TheLibraries();
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     QFile::remove(files.target);
     Connection from;
     from.OpenWith(files.library);

@@ -73,7 +73,7 @@ BenchLibrary& TheLibrary() {
 
 void ReadRowsAndBarePass(benchmark::State& state) {
   const QSqlDatabase database = TheLibrary().Database();
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     QSqlQuery rows(database);
     rows.setForwardOnly(true);
     rows.exec(u"SELECT * FROM StatData"_s);
@@ -92,7 +92,7 @@ void ReadRowsAndBarePass(benchmark::State& state) {
 BENCHMARK(ReadRowsAndBarePass)->Unit(benchmark::kMillisecond)->Repetitions(7);
 
 void LoadLibrary(benchmark::State& state) {
-  for (auto _ : state) TheLibrary().Load();
+  for ([[maybe_unused]] auto _ : state) TheLibrary().Load();
 }
 BENCHMARK(LoadLibrary)->Unit(benchmark::kMillisecond)->Repetitions(7);
 

@@ -24,7 +24,7 @@ CData LargestDataSet() {
 void PaintPage(benchmark::State& state) {
   const StatPage page(LargestDataSet(), {});
   QImage image(1600, 1000, QImage::Format_ARGB32_Premultiplied);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     image.fill(Qt::white);
     QPainter painter(&image);
     page.Paint(painter, image.rect());
@@ -34,7 +34,7 @@ BENCHMARK(PaintPage)->Unit(benchmark::kMillisecond)->Repetitions(7);
 
 void RecordPage(benchmark::State& state) {
   const CData data = LargestDataSet();
-  for (auto _ : state) benchmark::DoNotOptimize(StatPage(data, {}));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(StatPage(data, {}));
 }
 BENCHMARK(RecordPage)->Unit(benchmark::kMillisecond)->Repetitions(5);
 

@@ -41,7 +41,7 @@ namespace {
 
 void BarePass(benchmark::State& state) {
   const std::string text = Bench::Values(500, 1);
-  for (auto _ : state) benchmark::DoNotOptimize(Bench::BarePass(text));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(Bench::BarePass(text));
 }
 BENCHMARK(BarePass)->Repetitions(9);
 
@@ -51,7 +51,7 @@ void CreateStatistics(benchmark::State& state) {
   data.SetSubGroupSize(5);
   data.SetUpperSpecLimit(12.6);
   data.SetLowerSpecLimit(12.4);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     QCGlobalFunctions::ClearControlLimits(data);
     if (!QCGlobalFunctions::CreateStatistics(data)) state.SkipWithError("refused");
   }

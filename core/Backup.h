@@ -21,7 +21,7 @@
 
 namespace Backup {
 
-inline constexpr qint64 largeLibrary = 8 * 1024 * 1024;  // bytes
+inline constexpr qint64 largeLibrary = 8LL * 1024 * 1024;  // bytes
 
 // Checks the open library now; has its first change preceded by the backup and, where it comes more than a
 // minute later, by another check. A damaged file is a DatabaseError: now, the connection is closed; then, the

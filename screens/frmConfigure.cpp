@@ -69,7 +69,7 @@ void frmConfigure::BuildControls() {
   for (QRadioButton* option : {optionViewChart, optionEditSelection}) {
     connect(option, &QRadioButton::clicked, this, [this] { cmdAccept->setEnabled(true); });
   }
-  connect(cmdAccept, &QPushButton::clicked, this, &frmConfigure::Accept);
+  connect(cmdAccept, &QPushButton::clicked, this, &frmConfigure::AcceptSettings);
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -93,7 +93,7 @@ bool frmConfigure::SaveScreenSettings() {
   });
 }
 
-void frmConfigure::Accept() {
+void frmConfigure::AcceptSettings() {
   if (!SaveScreenSettings()) return;
   ShowSystemMessage(LoadResText(u"Registry settings saved;201"), MessageBox::Icon::Information);
   cmdAccept->setEnabled(false);

@@ -15,7 +15,7 @@ class frmConfigure : public QDialog {
   void BuildControls();
   void LoadSettingsToScreen();
   bool SaveScreenSettings();
-  void Accept();
+  void AcceptSettings();
 
   QRadioButton* optionViewChart = nullptr;
   QRadioButton* optionEditSelection = nullptr;

@@ -95,14 +95,14 @@ Occupancy::Cells Occupancy::CellsOf(const QRectF& rect) const {
 void Occupancy::Take(const QRectF& rect) {
   const Cells cells = CellsOf(rect);
   for (int row = cells.top; row <= cells.bottom; ++row) {
-    const auto start = taken_.begin() + row * columns_;
+    const auto start = taken_.begin() + std::ptrdiff_t{row} * columns_;
     std::fill(start + cells.left, start + cells.right + 1, 1);
   }
 }
 
 bool Occupancy::TakeCell(QPointF point) {
   const Cells cell = CellsOf({point, QSizeF(0, 0)});
-  char& taken = taken_[static_cast<size_t>(cell.top * columns_ + cell.left)];
+  char& taken = taken_.begin()[std::ptrdiff_t{cell.top} * columns_ + cell.left];
   return std::exchange(taken, 1) == 0;
 }
 
@@ -110,7 +110,7 @@ bool Occupancy::IsFree(const QRectF& rect) const {
   if (!area_.contains(rect)) return false;
   const Cells cells = CellsOf(rect);
   for (int row = cells.top; row <= cells.bottom; ++row) {
-    const auto start = taken_.begin() + row * columns_;
+    const auto start = taken_.begin() + std::ptrdiff_t{row} * columns_;
     if (std::find(start + cells.left, start + cells.right + 1, 1) != start + cells.right + 1) return false;
   }
   return true;
