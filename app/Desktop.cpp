@@ -10,6 +10,7 @@
 #include "core/Globals.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/SingleInstance.h"
+#include "platform/ui/Icons.h"
 #include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
 #include "screens/DataEditor.h"
@@ -60,8 +61,9 @@ class Reactivation : public QObject {
   }
 };
 
-// Fusion without the little pictures on the buttons of boxes: they exist in one small size only, which blurs
-// on fine screens.
+// Fusion without its little pictures, which exist in a few small sizes only and blur on fine screens: boxes
+// have none on their buttons, and the arrow of a bar that does not fit is drawn. (Reading that arrow, shown
+// or not, took as long as building the rest of the bar.)
 class ProgramStyle : public QProxyStyle {
  public:
   ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
@@ -69,6 +71,10 @@ class ProgramStyle : public QProxyStyle {
                 QStyleHintReturn* data) const override {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
                                                        : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+  QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
+    return which == SP_ToolBarHorizontalExtensionButton ? SymbolIcon(Symbol::More)
+                                                        : QProxyStyle::standardIcon(which, option, widget);
   }
 };
 

@@ -98,6 +98,7 @@ constexpr Drawing drawings[] = {
     {Symbol::Contents, {{Ink, "M6 4H13.5M6 8H13.5M6 12H13.5"}, {Blue, "M3 4V4.1M3 8V8.1M3 12V12.1"}}},
     {Symbol::Search, {{Ink, "E7 7 4.6 4.6 0 360M10.4 10.4L14 14"}}},
     {Symbol::Back, {{Blue, "M13 8H3M7 4L3 8L7 12"}}},
+    {Symbol::More, {{Ink, "M3 3.5L6.5 8L3 12.5M9 3.5L12.5 8L9 12.5"}}},
 };
 
 // Reads the numbers of a stroke one after another.

@@ -41,7 +41,8 @@ enum class Symbol {
   About,
   Contents,
   Search,
-  Back
+  Back,
+  More
 };
 
 QIcon SymbolIcon(Symbol symbol);
