@@ -52,7 +52,7 @@ QByteArray LargeAccessFile() {
     return static_cast<quint32>(file.size() / JetPages::pageSize - 1);
   };
 
-  const qsizetype fieldAt = LongFieldAt(file, ReadAll(file)[u"StatData"_s][7][u"Values"_s]);
+  const qsizetype fieldAt = LongFieldAt(file, ReadAll(file)[u"StatData"_s][7][u"Values"_s].toString());
   const auto itsPage = static_cast<quint32>(fieldAt / JetPages::pageSize);
   qsizetype end = PageAt(itsPage + 1);
   quint32 pointer = itsPage << 8;
