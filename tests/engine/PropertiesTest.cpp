@@ -1,7 +1,8 @@
-// Properties that hold for any data: shifting, scaling, reversing, appending, base periods, average run
-// lengths.
+// Properties that hold for any data: shifting, scaling, reversing, kept limits, average run lengths.
 #include <random>
+#include <sstream>
 
+#include "engine/Decimal.h"
 #include "tests/engine/EngineRun.h"
 
 namespace {
@@ -53,17 +54,36 @@ TEST(Properties, LimitsFromTheFirstPointsEqualThoseOfThesePointsAlone) {
     EXPECT_EQ(whole.xBarUCL, alone.xBarUCL);
     EXPECT_EQ(whole.xBarMean, alone.xBarMean);
     EXPECT_EQ(whole.rBarUCL, alone.rBarUCL);
-    // Limits that are kept do not change with points that come later.
-    Inputs kept{.subGroupSize = n,
-                .xBarUCL = alone.xBarUCL,
-                .xBarLCL = alone.xBarLCL,
-                .xBarMean = alone.xBarMean,
-                .rBarUCL = alone.rBarUCL,
-                .rBarLCL = alone.rBarLCL,
-                .rBarMean = alone.rBarMean};
-    const Results later = RunEngine(Tenths(values), kept);
-    EXPECT_EQ(later.xBarUCL, alone.xBarUCL);
-    EXPECT_EQ(later.rBarMean, alone.rBarMean);
+  }
+}
+
+Inputs WithLimits(Inputs inputs, const Results& from) {
+  const auto stored = [&](double limit) { return engine::RoundToPlaces(limit, inputs.precisionValue); };
+  inputs.xBarUCL = stored(from.xBarUCL);
+  inputs.xBarLCL = stored(from.xBarLCL);
+  inputs.xBarMean = stored(from.xBarMean);
+  inputs.rBarUCL = stored(from.rBarUCL);
+  inputs.rBarLCL = stored(from.rBarLCL);
+  inputs.rBarMean = stored(from.rBarMean);
+  return inputs;
+}
+
+// Saving stores the limits rounded; loading them must not turn a verdict, and points that come later must not
+// move them.
+TEST(Properties, KeptLimitsKeepTheVerdict) {
+  std::mt19937 random(24);
+  for (int i = 0; i < 300; ++i) {
+    const std::vector<int> values = RandomTenths(random, 200);
+    const Inputs inputs{.subGroupSize = 1 + i % 6, .precisionValue = i % 9, .sensitivityValue = 2};
+    const Results fresh = RunEngine(Tenths(values), inputs);
+    const Inputs kept = WithLimits(inputs, fresh);
+    const Results loaded = RunEngine(Tenths(values), kept);
+    EXPECT_EQ(loaded.violatingPoints, fresh.violatingPoints);
+    EXPECT_EQ(loaded.cpkValue, fresh.cpkValue);
+    EXPECT_EQ(loaded.processState, fresh.processState);
+    const Results later = RunEngine(Tenths(values) + Tenths(values, 300), kept);
+    EXPECT_EQ(later.xBarUCL, kept.xBarUCL);
+    EXPECT_EQ(later.rBarMean, kept.rBarMean);
   }
 }
 
@@ -85,8 +105,9 @@ TEST(Properties, HistogramCountsAddUpToTheSamples) {
     const double lower = 40 + i * 0.05;
     const Results results = RunEngine(
         Tenths(values), {.upperSpecLimit = lower + 17.77, .lowerSpecLimit = lower, .subGroupSize = 7});
+    std::istringstream counts(results.histogramBinValuesOutputString);
     int sum = 0;
-    for (const double count : Split(results.histogramBinValuesOutputString)) sum += static_cast<int>(count);
+    for (std::string count; std::getline(counts, count, ',');) sum += std::stoi(count);
     EXPECT_EQ(sum, results.sampleQty);
   }
 }
