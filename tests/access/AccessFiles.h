@@ -2,13 +2,12 @@
 #pragma once
 
 #include <QBuffer>
-#include <QByteArray>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QVariant>
-#include <map>
+#include <cmath>
 #include <memory>
 #include <string>
 #include <utility>
@@ -41,47 +40,21 @@ inline std::vector<std::pair<QString, QString>> Valid() {
   return files;
 }
 
-using Row = std::map<QString, QVariant>;
-using Contents = std::map<QString, std::vector<Row>>;  // by table
-
-// One value, exactly: doubles by their bits, and a Null unlike anything else.
-inline std::string Exact(const QVariant& value) {
-  if (value.isNull()) return "Null";
-  if (value.typeId() == QMetaType::Double) {
-    const double number = value.toDouble();
-    quint64 bits = 0;
-    memcpy(&bits, &number, sizeof bits);
-    return "double " + std::to_string(bits);
-  }
-  return value.toString().toStdString();
+// What files hold: an array of rows for each table.
+inline std::string Dump(const QJsonObject& contents) {
+  return QJsonDocument(contents).toJson().toStdString();
 }
 
-inline Contents Expected(const QString& name) {
-  // Qt's reader of JSON makes a negative zero a zero, unless it is a text.
-  const QByteArray json = Bytes(name + QStringLiteral(".json")).replace(": -0.0,", ": \"-0.0\",");
-  const QJsonObject tables = QJsonDocument::fromJson(json)[QStringLiteral("tables")].toObject();
-  Contents contents;
-  for (auto table = tables.begin(); table != tables.end(); ++table) {
-    std::map<QString, QString> types;
-    for (const auto& column : (*table)[QStringLiteral("columns")].toArray())
-      types[column[QStringLiteral("name")].toString()] = column[QStringLiteral("type")].toString();
-    for (const auto& values : (*table)[QStringLiteral("rows")].toArray()) {
-      Row row;
-      for (const auto& [column, type] : types) {
-        const QJsonValue value = values[column];
-        if (value.isNull())
-          row[column] = {};
-        else if (type == QStringLiteral("DOUBLE"))
-          row[column] = value.toVariant().toDouble();
-        else if (type == QStringLiteral("SHORT_DATE_TIME"))
-          row[column] = value.toString().replace(u'T', u' ');
-        else
-          row[column] = value.toVariant();
-      }
-      contents[table.key()].push_back(row);
-    }
-  }
-  return contents;
+inline QJsonObject Expected(const QString& name) {
+  return QJsonDocument::fromJson(Bytes(name + QStringLiteral(".json"))).object();
+}
+
+// As the JSON of a file writes it: every digit, a Null unlike an empty text, a negative zero as a text.
+inline QJsonValue ToJson(const QVariant& value) {
+  if (value.isNull()) return {};
+  const bool isReal = value.typeId() == QMetaType::Double;
+  if (isReal && value.toDouble() == 0 && std::signbit(value.toDouble())) return QStringLiteral("-0.0");
+  return QJsonValue::fromVariant(value);
 }
 
 inline std::unique_ptr<JetFile> Open(const QByteArray& bytes) {
@@ -91,36 +64,25 @@ inline std::unique_ptr<JetFile> Open(const QByteArray& bytes) {
   return std::make_unique<JetFile>(std::move(buffer));
 }
 
-inline std::vector<Row> ReadTable(JetFile& file, const QString& name) {
+inline QJsonArray ReadTable(JetFile& file, const QString& name) {
   const JetTable table = file.Table(name);
   QStringList columns;
   for (const JetColumn& column : table.columns) columns += column.name;
-  std::vector<Row> rows;
+  QJsonArray rows;
   for (JetRows reader = file.Rows(table, columns); reader.Next();) {
-    Row row;
-    for (qsizetype i = 0; i < columns.size(); ++i) row[columns[i]] = reader.Values()[static_cast<size_t>(i)];
-    rows.push_back(row);
+    QJsonObject row;
+    for (qsizetype i = 0; i < columns.size(); ++i)
+      row[columns[i]] = ToJson(reader.Values()[static_cast<size_t>(i)]);
+    rows.append(row);
   }
   return rows;
 }
 
-inline Contents ReadAll(const QByteArray& bytes) {
+inline QJsonObject ReadAll(const QByteArray& bytes) {
   const auto file = Open(bytes);
-  Contents contents;
+  QJsonObject contents;
   for (const QString& name : file->UserTables()) contents[name] = ReadTable(*file, name);
   return contents;
-}
-
-inline std::string Dump(const Contents& contents) {
-  std::string text;
-  for (const auto& [table, rows] : contents) {
-    text += table.toStdString() + "\n";
-    for (const Row& row : rows) {
-      for (const auto& [column, value] : row) text += "  " + column.toStdString() + " = " + Exact(value);
-      text += "\n";
-    }
-  }
-  return text;
 }
 
 // The text of the refusal to read the file, or "" where it can be read.
@@ -144,6 +106,10 @@ void Put(QByteArray& bytes, qsizetype at, Number number) {
   qToLittleEndian(number, bytes.data() + at);
 }
 
+// The first data set of plant.mdb, and its page.
+inline constexpr quint32 firstPageOfPlant = 28;
+inline constexpr quint32 firstRowOfPlant = firstPageOfPlant << 8;
+
 inline qsizetype PageAt(quint32 page) { return qsizetype{page} * JetPages::pageSize; }
 
 inline qsizetype RecordAt(const QByteArray& bytes, quint32 pointer) {
@@ -152,8 +118,8 @@ inline qsizetype RecordAt(const QByteArray& bytes, quint32 pointer) {
 }
 
 // Where the row's field for its long text is: length and flags, then the pointer.
-inline qsizetype LongFieldAt(const QByteArray& bytes, const QVariant& text) {
-  const auto size = static_cast<quint32>(2 * text.toString().size());
+inline qsizetype LongFieldAt(const QByteArray& bytes, const QString& text) {
+  const auto size = static_cast<quint32>(2 * text.size());
   for (const quint32 flags : {0u, 0x40000000u}) {
     QByteArray head(4, '\0');
     Put(head, 0, size | flags);
