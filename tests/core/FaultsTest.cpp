@@ -4,6 +4,7 @@
 
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
+#include "tests/support/FailEach.h"
 #include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;
@@ -27,31 +28,19 @@ class NotedBoxes : public MessageBox::Presenter {
 
 class FaultsTest : public testing::Test {
  protected:
-  // Runs prepare, and action with the nth operation failing; check(result, what failed) follows. From the
-  // first operation on until action gets by without meeting the failure.
+  // Before each call of action comes prepare; check(result) follows.
   template <class Prepare, class Action, class Check>
-  void FailEach(Prepare&& prepare, Action&& action, Check&& check, int mostBoxes = 1) {
-    QString failed = u"first"_s;
-    for (int failing = 1; !failed.isEmpty(); ++failing) {
-      ASSERT_LT(failing, 50);
-      prepare();
-      boxes.texts.clear();
-      failed.clear();
-      int operations = 0;
-      Connection::FaultHook = [&](const QString& operation) {
-        if (++operations != failing) return;
-        failed = operation;
-        throw DatabaseError(u"planned"_s);
-      };
-      const bool result = action();
-      Connection::FaultHook = nullptr;
-      SCOPED_TRACE(u"operation %1 (%2), result %3"_s.arg(failing).arg(failed).arg(result).toStdString());
+  void FailEachAfter(Prepare&& prepare, Action&& action, Check&& check, int mostBoxes = 1) {
+    prepare();
+    FailEach(action, [&](bool result, const QString& failed) {
       EXPECT_EQ(boxes.texts.isEmpty(), result) << boxes.texts.join(u'|').toStdString();
       EXPECT_LE(boxes.texts.size(), mostBoxes) << boxes.texts.join(u'|').toStdString();
       EXPECT_TRUE(result || !failed.isEmpty());
       check(result);
       EXPECT_FALSE(program.state.gConnection->InTransaction());
-    }
+      boxes.texts.clear();
+      prepare();
+    });
   }
 
   TestProgram program;
@@ -60,7 +49,7 @@ class FaultsTest : public testing::Test {
 
 TEST_F(FaultsTest, SavingANewDataSet) {
   CDataPtr data;
-  FailEach(
+  FailEachAfter(
       [&] {
         program.Execute(u"DELETE FROM StatData"_s);
         DeleteAllDataObjects();
@@ -75,22 +64,22 @@ TEST_F(FaultsTest, SavingANewDataSet) {
 }
 
 TEST_F(FaultsTest, Deleting) {
-  FailEach(
-      [&] {
-        program.Execute(u"DELETE FROM Units"_s);
-        program.Execute(u"INSERT INTO Units (ID, Name) VALUES (1, 'MM')"_s);
-      },
-      [] { return QCGlobalFunctions::MarkRecordAsDeletedByID(u"Units"_s, 1); },
+  const auto prepare = [&] {
+    program.Execute(u"DELETE FROM Units"_s);
+    program.Execute(u"INSERT INTO Units (ID, Name) VALUES (1, 'MM')"_s);
+  };
+  FailEachAfter(
+      prepare, [] { return QCGlobalFunctions::MarkRecordAsDeletedByID(u"Units"_s, 1); },
       [&](bool deleted) {
         EXPECT_EQ(program.Rows(u"SELECT Deleted FROM Units"_s).at(0)[0].toInt(), deleted);
       });
-  FailEach(
-      [] {}, [] { return QCGlobalFunctions::DeleteRecordByID(u"Units"_s, 1); },
+  FailEachAfter(
+      prepare, [] { return QCGlobalFunctions::DeleteRecordByID(u"Units"_s, 1); },
       [&](bool deleted) { EXPECT_EQ(program.Rows(u"SELECT ID FROM Units"_s).size(), deleted ? 0U : 1U); });
 }
 
 TEST_F(FaultsTest, Attaching) {
-  FailEach(
+  FailEachAfter(
       [&] {
         program.state.gSetup.DatabaseName = u"before"_s;
         program.state.gDatabaseOpen = true;
