@@ -22,12 +22,24 @@ class BackupTest : public LibraryTest {
     EXPECT_EQ(result.error, QString());
   }
 
+  // Opens the library as the program does, for as long as the test runs.
+  Connection& OpenInProgram() {
+    EXPECT_TRUE(GlobalFunctions::OpenDatabaseConnection(false, library));
+    return *state_.gConnection;
+  }
+
+  ~BackupTest() override { InstallGlobals(previous_); }
+
   static void SetAge(const QString& path, int hours) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-3600 * hours),
                                  QFileDevice::FileModificationTime));
   }
+
+ private:
+  ProgramState state_;
+  ProgramState* const previous_ = InstallGlobals(&state_);
 };
 
 TEST_F(BackupTest, HoldsTheLibraryAsItWasBeforeTheSession) {
@@ -44,17 +56,13 @@ TEST_F(BackupTest, HoldsTheLibraryAsItWasBeforeTheSession) {
 }
 
 TEST_F(BackupTest, IsMadeOnceInASession) {
-  ProgramState state;
-  ProgramState* const previous = InstallGlobals(&state);
   QFile::remove(BackupPath());
-  ASSERT_TRUE(GlobalFunctions::OpenDatabaseConnection(false, library));
+  Connection& connection = OpenInProgram();
   EXPECT_FALSE(QFile::exists(BackupPath()));
-  state.gConnection->Execute(u"UPDATE StatData SET \"Values\" = 'first'"_s);
-  state.gConnection->Execute(u"UPDATE StatData SET \"Values\" = 'second'"_s);
+  connection.Execute(u"UPDATE StatData SET \"Values\" = 'first'"_s);
+  connection.Execute(u"UPDATE StatData SET \"Values\" = 'second'"_s);
   EXPECT_EQ(Values(BackupPath()), u"1,2,3,"_s);
   EXPECT_FALSE(QFile::exists(BackupPath(u".2"_s)));
-  state.gConnection.reset();
-  InstallGlobals(previous);
 }
 
 TEST_F(BackupTest, KeepsThreeOfWhichTheOlderOnesLieApart) {
@@ -102,16 +110,12 @@ TEST_F(BackupTest, OneThatCannotBeMadeIsToldOnceAndStopsNothing) {
   EXPECT_TRUE(result.error.startsWith(u"kestrel: warning: No backup of "_s + library));
   EXPECT_EQ(Values(library), u"1,2,3,4,"_s);
 
-  ProgramState state;
-  ProgramState* const previous = InstallGlobals(&state);
   RecordedMessageBoxes boxes;
   boxes.Expect();
-  ASSERT_TRUE(GlobalFunctions::OpenDatabaseConnection(false, library));
-  EXPECT_EQ(state.gConnection->Execute(u"DELETE * FROM StatData"_s), 1);
+  Connection& connection = OpenInProgram();
+  EXPECT_EQ(connection.Execute(u"DELETE * FROM StatData"_s), 1);
   EXPECT_TRUE(boxes.Take().text.contains(u"The change goes on without one."_s));
-  state.gConnection->Execute(u"DELETE * FROM Units"_s);
-  state.gConnection.reset();
-  InstallGlobals(previous);
+  connection.Execute(u"DELETE * FROM Units"_s);
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 // A disk that takes no more, a file that nobody may write, and one that another program holds.
-#include <fcntl.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 
@@ -34,52 +31,30 @@ class FullDisk {
   rlimit before_{};
 };
 
-// Another process that has the database file to itself.
-class ForeignLock {
- public:
-  explicit ForeignLock(const QString& path) {
-    int ready[2];
-    EXPECT_EQ(pipe(ready), 0);
-    const QByteArray name = path.toUtf8();
-    process_ = fork();
-    if (process_ == 0) {
-      // Where the database's locks lie.
-      flock lock{.l_type = F_WRLCK, .l_whence = SEEK_SET, .l_start = 0x40000000, .l_len = 512, .l_pid = 0};
-      const bool held = fcntl(open(name.constData(), O_RDWR), F_SETLK, &lock) == 0;
-      if (write(ready[1], held ? "y" : "n", 1) == 1) pause();
-      _exit(1);
-    }
-    char answer = 'n';
-    EXPECT_EQ(read(ready[0], &answer, 1), 1);
-    EXPECT_EQ(answer, 'y');
-    close(ready[0]);
-    close(ready[1]);
-  }
-  ~ForeignLock() {
-    kill(process_, SIGKILL);
-    waitpid(process_, nullptr, 0);
-  }
-  ForeignLock(const ForeignLock&) = delete;
-  ForeignLock& operator=(const ForeignLock&) = delete;
-
- private:
-  pid_t process_ = 0;
-};
-
 class FullDiskTest : public LibraryTest {
  protected:
   // A small data set in front of a large one.
-  void SetUp() override {
+  FullDiskTest() {
     EXPECT_EQ(RunCommand(ImportWords(u"Small"_s, "1\n2\n")).status, 0);
     EXPECT_EQ(RunCommand(ImportWords(u"Large"_s, QByteArray("10.123456789\n").repeated(10000))).status, 0);
+    files = Files();
+    before = Read(library);
   }
+
+  void ExpectUntouched() const {
+    EXPECT_EQ(Read(library), before);
+    EXPECT_EQ(Files(), files);
+  }
+
+  const QStringList append = AppendWords(u"Small"_s, u"3"_s);
+  QStringList files;
+  QByteArray before;
 };
 
 TEST_F(FullDiskTest, RefusesAChangeThatFindsNoRoomAndKeepsTheOldState) {
-  const QByteArray before = Read(library);
   const QStringList manyMore = AppendWords(u"Large"_s, u"10.987654321 "_s.repeated(5000));
   const QStringList another = ImportWords(u"New"_s, QByteArray("10.5\n").repeated(10000));
-  for (const qint64 room : {qint64{0}, qint64{4096}, qint64{40000}}) {
+  for (const qint64 room : {0, 4096, 40000}) {
     for (const QStringList& words : {manyMore, another}) {
       CommandResult result;
       {
@@ -94,33 +69,41 @@ TEST_F(FullDiskTest, RefusesAChangeThatFindsNoRoomAndKeepsTheOldState) {
   EXPECT_EQ(RunCommand(manyMore).status, 0);
 }
 
+// The words for the disk that is full, which no limit of a file's size brings about.
+TEST_F(FullDiskTest, SaysThatTheDiskIsFull) {
+  Connection connection;
+  connection.OpenWith(library);
+  connection.Execute(u"PRAGMA max_page_count = 1"_s);
+  try {
+    connection.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {QString(100'000, u'x')});
+    ADD_FAILURE() << "there was room";
+  } catch (const DatabaseError& error) {
+    EXPECT_EQ(QString::fromUtf8(error.what()), library + u": the disk is full"_s);
+  }
+  ExpectUntouched();
+}
+
 TEST_F(FullDiskTest, MakesNoHalfLibrary) {
-  const QStringList before = Files();
   for (const qint64 room : {0, 4096, 10000}) {
-    CommandResult result;
-    {
-      const FullDisk full(room);
-      result.status = CommandLine::Run({u"new"_s, Path(u"other.kestrel"_s)});
-    }
-    EXPECT_EQ(result.status, 3);
-    EXPECT_EQ(Files(), before);
+    const FullDisk full(room);
+    EXPECT_EQ(CommandLine::Run({u"new"_s, Path(u"other.kestrel"_s)}), 3);
+    EXPECT_EQ(Files(), files);
   }
 }
 
 TEST_F(FullDiskTest, TakesAChangeThatFitsWhereTheBackupDoesNot) {
-  const QStringList before = Files();
   const QByteArray backup = Read(BackupPath());
   CommandResult result;
   {
     const FullDisk full(60000);
-    result = RunCommand(AppendWords(u"Small"_s, u"3"_s));
+    result = RunCommand(append);
   }
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error.count(u'\n'), 1);
   EXPECT_TRUE(result.error.startsWith(u"kestrel: warning: No backup of "_s)) << result.error.toStdString();
   EXPECT_EQ(Values(library), u"1,2,3,"_s);
   EXPECT_TRUE(IsWhole(library));
-  EXPECT_EQ(Files(), before);
+  EXPECT_EQ(Files(), files);
   EXPECT_EQ(Read(BackupPath()), backup);
 }
 
@@ -134,39 +117,35 @@ TEST_F(FullDiskTest, KeepsTheSettingsThatWere) {
                                        : status;
   };
   EXPECT_EQ(write("old"), Registry::Success);
-  const QByteArray before = Read(path);
-  const QStringList files = Files();
+  const QByteArray settings = Read(path);
+  files = Files();
   {
     const FullDisk full(20);
     EXPECT_EQ(write("new"), Registry::WriteFault);
   }
-  EXPECT_EQ(Read(path), before);
-  EXPECT_EQ(Files(), files);
+  EXPECT_EQ(Read(path), settings);
+  ExpectUntouched();
 }
 
 TEST_F(FullDiskTest, AReadOnlyLibraryIsReadAndNeverCopied) {
   QFile::setPermissions(library, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
-  const QByteArray before = Read(library);
-  const QStringList files = Files();
   const WithoutPrivileges ordinaryUser(folder.path());
   if (!ordinaryUser.Effective()) GTEST_SKIP() << "permissions do not bind this user";
   EXPECT_EQ(RunCommand({u"status"_s, library}).status, 0);
-  RunCommand(AppendWords(u"Small"_s, u"3"_s)).ExpectRefusal({library, u"read-only"_s});
-  EXPECT_EQ(Read(library), before);
-  EXPECT_EQ(Files(), files);
+  RunCommand(append).ExpectRefusal({library, u"read-only"_s});
+  ExpectUntouched();
 }
 
 TEST_F(FullDiskTest, ALibraryThatAnotherProgramHoldsIsLeftAlone) {
-  const QByteArray before = Read(library);
-  const QStringList files = Files();
   {
-    const ForeignLock lock(library);
-    RunCommand({u"status"_s, library}).ExpectRefusal({library, u"in use by another program"_s});
-    RunCommand(AppendWords(u"Small"_s, u"3"_s)).ExpectRefusal({library, u"in use by another program"_s});
+    Connection other;
+    other.OpenWith(library);
+    other.Run(u"lock"_s, u"BEGIN EXCLUSIVE"_s);
+    for (const QStringList& words : {{u"status"_s, library}, append})
+      RunCommand(words).ExpectRefusal({library, u"in use by another program"_s});
   }
-  EXPECT_EQ(Read(library), before);
-  EXPECT_EQ(Files(), files);
-  EXPECT_EQ(RunCommand(AppendWords(u"Small"_s, u"3"_s)).status, 0);
+  ExpectUntouched();
+  EXPECT_EQ(RunCommand(append).status, 0);
 }
 
 }  // namespace
