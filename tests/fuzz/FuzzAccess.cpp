@@ -1,9 +1,9 @@
 // Fuzzes the reader of Access files: any file is refused, or read with every row that its tables count.
 #include <QBuffer>
-#include <cstdlib>
 #include <random>
 
 #include "platform/access/JetFile.h"
+#include "tests/fuzz/Require.h"
 
 namespace {
 
@@ -12,10 +12,9 @@ void ReadTable(JetFile& file, const QString& name) try {
   QStringList columns;
   for (const JetColumn& column : table.columns) columns += column.name;
   quint32 rows = 0;
-  for (JetRows reader = file.Rows(table, columns); reader.Next(); ++rows) {
-    if (std::ssize(reader.Values()) != columns.size()) std::abort();
-  }
-  if (rows != table.rowCount) std::abort();
+  for (JetRows reader = file.Rows(table, columns); reader.Next(); ++rows)
+    Require(std::ssize(reader.Values()) == columns.size());
+  Require(rows == table.rowCount);
 } catch (const JetError&) {
 }
 

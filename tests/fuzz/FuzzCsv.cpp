@@ -1,9 +1,8 @@
 // Fuzzes the reading of a CSV file's column: the first line names the column, the rest is the file.
-#include <cstdlib>
-
 #include "app/CsvColumn.h"
 #include "app/Failures.h"
 #include "platform/language/Conversions.h"
+#include "tests/fuzz/Require.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,10 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     const QStringList values =
         ParseCsvColumn(input.mid(end + 1), u"data.csv"_s, QString::fromUtf8(input.left(end)));
-    for (const QString& value : values)
-      if (!Conversions::IsNumeric(value)) std::abort();
+    for (const QString& value : values) Require(Conversions::IsNumeric(value));
   } catch (const UsageError& error) {
-    if (!ErrorText(error).startsWith(u"data.csv"_s)) std::abort();
+    Require(ErrorText(error).startsWith(u"data.csv"_s));
   }
   return 0;
 }

@@ -1,20 +1,12 @@
 // Fuzzes both copies of the raw-data routines: the first line holds the flier limits and the wanted number of
 // samples, the rest is the text.
 #include <QStringList>
-#include <cstdlib>
 
 #include "stats/TAVELDataStringFunctions.h"
 #include "stats/clsTavelDataStringFunctions.h"
+#include "tests/fuzz/Require.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const QString input = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));

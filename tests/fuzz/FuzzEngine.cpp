@@ -2,16 +2,12 @@
 // delimiter, the rest is the text of samples.
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <vector>
 
 #include "engine/Engine.h"
+#include "tests/fuzz/Require.h"
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 std::string_view TakeLine(std::string_view& text) {
   const size_t end = std::min(text.find('\n'), text.size());
@@ -39,19 +35,21 @@ int Whole(double number) { return std::abs(number) < 1e6 ? static_cast<int>(numb
 engine::Inputs ReadInputs(std::string_view text) {
   const std::vector<double> numbers = Numbers(TakeLine(text));
   engine::Inputs inputs;
-  inputs.subGroupSize = Whole(numbers[0]);
-  inputs.precisionValue = Whole(numbers[1]);
-  inputs.sensitivityValue = Whole(numbers[2]);
-  inputs.detectionPeriod = Whole(numbers[3]);
+  int* const whole[] = {&inputs.subGroupSize,
+                        &inputs.precisionValue,
+                        &inputs.sensitivityValue,
+                        &inputs.detectionPeriod,
+                        nullptr,
+                        &inputs.dataStartPoint,
+                        &inputs.dataStopPoint,
+                        &inputs.sampleQty};
+  double* const real[] = {&inputs.upperSpecLimit, &inputs.lowerSpecLimit, &inputs.xBarUCL, &inputs.xBarLCL,
+                          &inputs.xBarMean,       &inputs.rBarUCL,        &inputs.rBarLCL, &inputs.rBarMean};
+  for (size_t i = 0; i < 8; ++i) {
+    if (whole[i]) *whole[i] = Whole(numbers[i]);
+    *real[i] = numbers[8 + i];
+  }
   inputs.reverseDataString = numbers[4] != 0;
-  inputs.dataStartPoint = Whole(numbers[5]);
-  inputs.dataStopPoint = Whole(numbers[6]);
-  inputs.sampleQty = Whole(numbers[7]);
-  inputs.upperSpecLimit = numbers[8];
-  inputs.lowerSpecLimit = numbers[9];
-  double* const limits[] = {&inputs.xBarUCL, &inputs.xBarLCL, &inputs.xBarMean,
-                            &inputs.rBarUCL, &inputs.rBarLCL, &inputs.rBarMean};
-  for (size_t i = 0; i < std::size(limits); ++i) *limits[i] = numbers[10 + i];
   inputs.stringDelimiter = TakeLine(text);
   inputs.delimitedInputString = text;
   return inputs;

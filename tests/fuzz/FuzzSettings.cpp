@@ -3,11 +3,11 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <cstdlib>
 
 #include "core/Globals.h"
 #include "core/RegistryFunctions.h"
 #include "platform/ui/MessageBox.h"
+#include "tests/fuzz/Require.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,10 +26,6 @@ class CountedBoxes : public MessageBox::Presenter {
 QString Place() {
   const QString memory = u"/dev/shm"_s;
   return (QFile::exists(memory) ? memory : QDir::tempPath()) + u"/kestrel-fuzz-XXXXXX"_s;
-}
-
-void Require(bool holds) {
-  if (!holds) std::abort();
 }
 
 }  // namespace
