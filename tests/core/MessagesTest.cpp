@@ -17,23 +17,20 @@ namespace {
 
 TEST(Messages, EveryKindOfBox) {
   RecordedMessageBoxes boxes;
-  const auto expect = [&](const QString& title, const QString& text, Icon icon, Buttons buttons) {
-    const MessageBox::Request box = boxes.Take();
-    EXPECT_EQ(box.title, title);
-    EXPECT_EQ(box.text, text);
-    EXPECT_EQ(box.icon, icon);
-    EXPECT_EQ(box.buttons, buttons);
-  };
   for (int i = 0; i < 3; ++i) boxes.Expect();
   boxes.Expect(Answer::No);
   ShowErrorMessage(false, u"Plain"_s, {});
   ShowErrorMessage(true, u"Grave"_s, u"the detail"_s);
   ShowInformationMessage(u"News"_s);
   EXPECT_EQ(ShowSystemMessage(u"Sure?"_s, Icon::Question, Buttons::YesNo), Answer::No);
-  expect(u"Error Message"_s, u"Plain"_s, Icon::Exclamation, Buttons::Ok);
-  expect(u"Critical Error Message"_s, u"Grave with error: \r\nthe detail"_s, Icon::Critical, Buttons::Ok);
-  expect(u"Information"_s, u"News"_s, Icon::Information, Buttons::Ok);
-  expect(u"System Message"_s, u"Sure?"_s, Icon::Question, Buttons::YesNo);
+  for (const auto& [title, text, icon] :
+       {std::tuple(u"Error Message"_s, u"Plain"_s, Icon::Exclamation),
+        {u"Critical Error Message"_s, u"Grave with error: \r\nthe detail"_s, Icon::Critical},
+        {u"Information"_s, u"News"_s, Icon::Information},
+        {u"System Message"_s, u"Sure?"_s, Icon::Question}}) {
+    const MessageBox::Request box = boxes.Take();
+    EXPECT_EQ(std::tuple(box.title, box.text, box.icon), std::tuple(title, text, icon));
+  }
 }
 
 TEST(Trap, ReportsAnErrorAndGivesTheNeutralResult) {
