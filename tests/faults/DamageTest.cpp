@@ -15,12 +15,16 @@ namespace {
 class DamageTest : public LibraryTest {
  protected:
   DamageTest() {
-    for (const QString& name : {u"Shaft"_s, u"Bore"_s, u"Gone"_s, u"Pin"_s}) {
-      EXPECT_EQ(RunCommand(ImportWords(name, QByteArray("10.5\n9.75\n10.25\n").repeated(20))).status, 0);
-    }
+    const QByteArray few = QByteArray("10.5\n9.75\n10.25\n").repeated(20);
     // A chain of pages, and pages that nothing uses any more.
-    EXPECT_EQ(RunCommand(ImportWords(u"Long"_s, QByteArray("10.125\n9.5\n").repeated(2000))).status, 0);
-    EXPECT_EQ(RunCommand(ImportWords(u"Void"_s, QByteArray("10.125\n9.5\n").repeated(2000))).status, 0);
+    const QByteArray many = QByteArray("10.125\n9.5\n").repeated(2000);
+    for (const auto& [name, values] : {std::pair(u"Shaft"_s, few),
+                                       {u"Bore"_s, few},
+                                       {u"Gone"_s, few},
+                                       {u"Pin"_s, few},
+                                       {u"Long"_s, many},
+                                       {u"Void"_s, many}})
+      EXPECT_EQ(RunCommand(ImportWords(name, values)).status, 0);
     Connection connection;
     connection.OpenWith(library);
     connection.Execute(u"DELETE FROM StatData WHERE Description IN ('Gone', 'Void')"_s);
@@ -32,16 +36,14 @@ class DamageTest : public LibraryTest {
     EXPECT_EQ(rows.size(), 4U);
   }
 
-  // How many fields differ, and the row where one does; -1 for rows too few or too many.
-  int DifferentFields(const std::vector<QVariantList>& others, int* id = nullptr) const {
+  // How many fields differ; -1 for rows too few or too many.
+  int DifferentFields() const {
+    const std::vector<QVariantList> others = DataRows(library);
     if (others.size() != rows.size()) return -1;
     int different = 0;
     for (size_t row = 0; row < rows.size(); ++row)
       for (qsizetype column = 0; column < rows[row].size(); ++column)
-        if (rows[row][column] != others[row][column]) {
-          ++different;
-          if (id) *id = rows[row][0].toInt();
-        }
+        different += rows[row][column] != others[row][column];
     return different;
   }
 
@@ -61,7 +63,7 @@ class DamageTest : public LibraryTest {
     } else if (result.output == status) {
       ++same;
     } else {
-      EXPECT_EQ(DifferentFields(DataRows(library)), 1);
+      EXPECT_EQ(DifferentFields(), 1);
       ++otherValue;
     }
   }
@@ -82,10 +84,15 @@ class DamageTest : public LibraryTest {
         "LastModified = ? WHERE Description = 'Shaft' AND \"Values\" LIKE '%10.75,'"_s,
         {rows[0][3]});
     connection.Close();
-    EXPECT_LE(DifferentFields(DataRows(library)), 1);
+    EXPECT_LE(DifferentFields(), 1);
   }
 
-  void RemoveBackups() const {
+  void Try(const QByteArray& damaged) {
+    Write(library, damaged);
+    ReadsRightOrRefuses();
+    EXPECT_EQ(Read(library), damaged);
+    AppendsOrLeavesAlone(damaged);
+    EXPECT_FALSE(QFile::exists(library + u"-journal"_s));
     for (const QString& name : Files().filter(u".backup"_s)) QFile::remove(Path(name));
   }
 
@@ -113,12 +120,7 @@ TEST_F(DamageTest, AnyOneBit) {
     SCOPED_TRACE(u"bit %1 of byte %2"_s.arg(bit).arg(place).toStdString());
     QByteArray damaged = original;
     damaged[place] = static_cast<char>(damaged[place] ^ (1 << bit));
-    Write(library, damaged);
-    ReadsRightOrRefuses();
-    EXPECT_EQ(Read(library), damaged);
-    AppendsOrLeavesAlone(damaged);
-    EXPECT_FALSE(QFile::exists(library + u"-journal"_s));
-    RemoveBackups();
+    Try(damaged);
   }
   std::printf("%d bits: %d refused, %d right, %d another value, %d appended to\n",
               refused + same + otherValue, refused, same, otherValue, written);
@@ -127,11 +129,7 @@ TEST_F(DamageTest, AnyOneBit) {
 TEST_F(DamageTest, AFileCutShort) {
   for (qint64 length = 0; length < original.size() && !HasFailure(); length += 512) {
     SCOPED_TRACE(length);
-    const QByteArray damaged = original.left(length);
-    Write(library, damaged);
-    ReadsRightOrRefuses();
-    AppendsOrLeavesAlone(damaged);
-    RemoveBackups();
+    Try(original.left(length));
   }
 }
 
