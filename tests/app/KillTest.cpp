@@ -2,10 +2,9 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 #include "tests/app/Program.h"
+#include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,25 +21,13 @@ class KillTest : public ProgramTest {
             u"12"_s,     u"--lsl"_s, u"9"_s, u"--nominal"_s,     u"10"_s};
   }
 
-  // The rows' first and second column, by the first.
-  Content RunSql(const QString& sql, const QString& path = {}) const {
-    Content rows;
-    {
-      QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"check"_s);
-      database.setDatabaseName(path.isEmpty() ? library : path);
-      EXPECT_TRUE(database.open());
-      QSqlQuery query(database);
-      EXPECT_TRUE(query.exec(sql)) << sql.toStdString();
-      while (query.next()) rows[query.value(0).toString()] = query.value(1).toString();
-    }
-    QSqlDatabase::removeDatabase(u"check"_s);
-    return rows;
-  }
-
   // The values by description; whether the file is whole is checked on the way.
-  Content ContentOf(const QString& path) const {
-    EXPECT_EQ(RunSql(u"PRAGMA integrity_check"_s, path).firstKey(), u"ok"_s);
-    return RunSql(u"SELECT Description, \"Values\" FROM StatData"_s, path);
+  static Content ContentOf(const QString& path) {
+    EXPECT_EQ(RowsOf(path, u"PRAGMA integrity_check"_s), std::vector<QVariantList>{{u"ok"_s}});
+    Content content;
+    for (const auto& row : RowsOf(path, u"SELECT Description, \"Values\" FROM StatData"_s))
+      content[row[0].toString()] = row[1].toString();
+    return content;
   }
 
   // Runs the program and kills it at random moments, KESTREL_KILLS (200) times. The stretch of time that they
@@ -109,7 +96,8 @@ TEST_F(KillTest, AppendIsWholeOrNotAtAll) {
 TEST_F(KillTest, ImportIsWholeOrNotAtAll) {
   KillAtRandom(
       [&](int i) {
-        if (i % 20 == 0) RunSql(u"DELETE FROM StatData"_s);  // no more than it takes to fill some pages
+        if (i % 20 == 0)
+          RowsOf(library, u"DELETE FROM StatData"_s);  // no more than it takes to fill some pages
         return ImportWords(u"Data set %1"_s.arg(i));
       },
       [](Content content, int i) {
