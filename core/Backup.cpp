@@ -16,7 +16,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto checkHolds = 1min;
 constexpr auto largeAgain = 1h;
 constexpr auto oldOnesApart = 24h;
 
@@ -111,7 +110,7 @@ void BeforeFirstChange(Connection& connection, const QString& library) {
 
 }  // namespace
 
-void Backup::Guard(Connection& connection, const QString& libraryPath) {
+void Backup::Guard(Connection& connection, const QString& libraryPath, std::chrono::milliseconds checkHolds) {
   try {
     connection.CheckIntegrity();
   } catch (...) {
@@ -120,7 +119,7 @@ void Backup::Guard(Connection& connection, const QString& libraryPath) {
   }
   QElapsedTimer sinceCheck;
   sinceCheck.start();
-  connection.BeforeFirstChange = [&connection, libraryPath, sinceCheck] {
+  connection.BeforeFirstChange = [&connection, libraryPath, checkHolds, sinceCheck] {
     if (std::chrono::milliseconds(sinceCheck.elapsed()) >= checkHolds) connection.CheckIntegrity();
     BeforeFirstChange(connection, libraryPath);
   };

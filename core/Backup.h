@@ -16,6 +16,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 
 #include "platform/ado/Connection.h"
 
@@ -23,9 +24,10 @@ namespace Backup {
 
 inline constexpr qint64 largeLibrary = 8LL * 1024 * 1024;  // bytes
 
-// Checks the open library now; has its first change preceded by the backup and, where it comes more than a
-// minute later, by another check. A damaged file is a DatabaseError: now, the connection is closed; then, the
-// change is refused. The file stays as it is.
-void Guard(Connection& connection, const QString& libraryPath);
+// Checks the open library now; has its first change preceded by the backup and, where it comes later than a
+// check holds good, by another check. A damaged file is a DatabaseError: now, the connection is closed; then,
+// the change is refused. The file stays as it is.
+void Guard(Connection& connection, const QString& libraryPath,
+           std::chrono::milliseconds checkHolds = std::chrono::minutes(1));
 
 }  // namespace Backup

@@ -65,6 +65,20 @@ TEST_F(BackupTest, IsMadeOnceInASession) {
   EXPECT_FALSE(QFile::exists(BackupPath(u".2"_s)));
 }
 
+// A number of free pages that is wrong: making a backup does not come across it.
+TEST_F(BackupTest, DamageSinceTheLastCheckRefusesTheFirstChange) {
+  QFile::remove(BackupPath());
+  Connection connection;
+  connection.OpenWith(library);
+  Backup::Guard(connection, library, std::chrono::milliseconds(0));
+  QByteArray damaged = Read(library);
+  damaged[39] = 7;
+  Write(library, damaged);
+  EXPECT_THROW(connection.Execute(u"DELETE FROM StatData"_s), DatabaseError);
+  EXPECT_EQ(Read(library), damaged);
+  EXPECT_FALSE(QFile::exists(BackupPath()));
+}
+
 TEST_F(BackupTest, KeepsThreeOfWhichTheOlderOnesLieApart) {
   Append(u"4"_s);
   Append(u"5"_s);
