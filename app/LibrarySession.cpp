@@ -43,7 +43,7 @@ LibrarySession::LibrarySession(const QString& path) : path_(path), installation_
 
 const std::vector<CDataPtr>& LibrarySession::LoadDataSets() {
   // False without a message is an empty library.
-  if (!DataObjectFunctions::InitializeCDataCollection() && !messages_.texts.isEmpty()) {
+  if (!DataObjectFunctions::InitializeCDataCollectionOnAllCores() && !messages_.texts.isEmpty()) {
     const QString name = NameOfRow(state_.gDataCollection.size());
     if (!messages_.texts.first().contains(name)) messages_.texts.prepend(u"data set \"%1\""_s.arg(name));
     Fail();

@@ -1,5 +1,8 @@
 #include "core/DataObjectFunctions.h"
 
+#include <QtConcurrentMap>
+#include <exception>
+
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/Trap.h"
@@ -136,6 +139,31 @@ bool InitializeCDataCollection() {
       if (!QCGlobalFunctions::CreateStatistics(*data)) return false;
       state.gDataCollection.push_back(data);
     }
+    return true;
+  });
+}
+
+bool InitializeCDataCollectionOnAllCores() {
+  return Trap(u"DataObjectFunctions::InitializeCDataCollection"_s, false, [] {
+    DeleteAllDataObjects();
+    Recordset rows;
+    rows.Open(u"SELECT * FROM StatData"_s, CurrentConnection());
+    if (rows.RecordCount() < 1) return false;
+    std::vector<CDataPtr> dataSets;
+    std::exception_ptr badRow;
+    try {
+      for (rows.MoveFirst(); !rows.EndOfFile(); rows.MoveNext()) dataSets.push_back(MakeDataObject(rows));
+    } catch (const std::exception&) {
+      badRow = std::current_exception();
+    }
+    QtConcurrent::blockingMap(dataSets,
+                              [](const CDataPtr& data) { QCGlobalFunctions::CalculateStatistics(*data); });
+    for (const CDataPtr& data : dataSets) {
+      // The first one that was refused is refused again, here with its message.
+      if (data->ErrorType() != 0 && !QCGlobalFunctions::CreateStatistics(*data)) return false;
+      Globals().gDataCollection.push_back(data);
+    }
+    if (badRow) std::rethrow_exception(badRow);
     return true;
   });
 }

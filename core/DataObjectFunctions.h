@@ -14,6 +14,10 @@ namespace DataObjectFunctions {
 // as one row fails (the rows before it stay).
 bool InitializeCDataCollection();
 
+// The same, reports included, for a program without windows: no events run, and the statistics take all of
+// the machine's cores.
+bool InitializeCDataCollectionOnAllCores();
+
 // Writes one data set, in one transaction: a new row when its ID is not in the table. Existing rows keep
 // their description. A new data set is appended to the collection, its ID read back by GetIDByName (0 when
 // that fails).

@@ -98,18 +98,24 @@ void StoreResults(const engine::Results& results, CData& data) {
   data.SetViolatingPoints(results.violatingPoints);
 }
 
+bool CalculateStatistics(CData& data) {
+  Bridge& bridge = TheBridge();
+  const bool succeeded = bridge.engine.Run(InputsOf(data, bridge), bridge.results);
+  if (succeeded) {
+    StoreResults(bridge.results, data);
+    Record(data, 0, {});
+  } else {
+    Record(data, 1, Text(bridge.engine.LastError()));
+  }
+  return succeeded;
+}
+
 bool CreateStatistics(CData& data) {
   return Trap(u"QCGlobalFunctions::CreateStatistics"_s, false, [&] {
-    Bridge& bridge = TheBridge();
-    const bool succeeded = bridge.engine.Run(InputsOf(data, bridge), bridge.results);
-    if (succeeded) {
-      StoreResults(bridge.results, data);
-      Record(data, 0, {});
-    } else {
-      const QString reason = Text(bridge.engine.LastError());
-      Record(data, 1, reason);
-      ShowErrorMessage(
-          true, LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s + reason, {});
+    const bool succeeded = CalculateStatistics(data);
+    if (!succeeded) {
+      const QString failed = LoadResText(u"Failed to generate statistical data with error;112");
+      ShowErrorMessage(true, failed + u"\r\n"_s + data.ErrorMessage(), {});
     }
     return succeeded;
   });

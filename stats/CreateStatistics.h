@@ -10,6 +10,10 @@ namespace QCGlobalFunctions {
 // set then keeps its inputs and its previous results.
 bool CreateStatistics(CData& data);
 
+// The same without a message: the reason is left in the data set's ErrorMessage. Threads may each run it on
+// a data set of their own.
+bool CalculateStatistics(CData& data);
+
 // Puts the engine's results into the properties of the same names.
 void StoreResults(const engine::Results& results, CData& data);
 

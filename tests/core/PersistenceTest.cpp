@@ -105,6 +105,37 @@ TEST_F(PersistenceTest, ABadRowStopsTheLoadAndIsNamed) {
   }
 }
 
+TEST_F(PersistenceTest, AllCoresLoadWhatOneDoes) {
+  Transaction transaction(*program.state.gConnection);
+  for (int i = 200; i > 0; --i) {
+    const CDataPtr data = TestProgram::NewDataSet(u"SET %1"_s.arg(i));
+    data->SetDelimitedInputString(data->DelimitedInputString().repeated(i % 50 + 1));
+    ASSERT_TRUE(SaveDataObjectToDatabase(data));
+  }
+  transaction.Commit();
+  const auto outcome = [this](bool (*load)()) {
+    QVariantList found{load()};
+    const auto note = [&](const char*, const auto& value) { found << QVariant::fromValue(value); };
+    for (const CDataPtr& data : collection) data->ForEachStoredProperty(note);
+    return found;
+  };
+  EXPECT_TRUE(outcome(InitializeCDataCollection) == outcome(InitializeCDataCollectionOnAllCores));
+  EXPECT_EQ(collection.size(), 200U);
+  // Of two failures the first one counts: a refusal by the engine, a row that cannot be read.
+  for (const auto& [refused, unreadable] : {std::pair(100, 150), std::pair(150, 100)}) {
+    program.Execute(
+        u"UPDATE StatData SET SubGroupSize = iif(ID = %1, 21, 4), XBarUCL = iif(ID = %2, NULL, 0)"_s
+            .arg(refused)
+            .arg(unreadable));
+    program.boxes.Expect();
+    program.boxes.Expect();
+    EXPECT_TRUE(outcome(InitializeCDataCollection) == outcome(InitializeCDataCollectionOnAllCores));
+    EXPECT_EQ(collection.size(), 99U);
+    const QString text = program.boxes.Take().text;
+    EXPECT_EQ(text, program.boxes.Take().text);
+  }
+}
+
 TEST_F(PersistenceTest, ALoadStopsWhereAnotherOneOvertakesIt) {
   program.Insert(u"A"_s);
   program.Insert(u"B"_s);
