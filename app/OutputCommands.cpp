@@ -1,9 +1,12 @@
 // The commands that show a library: status, report, export.
 #include <QDir>
+#include <QFutureSynchronizer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSet>
+#include <QtConcurrentMap>
 #include <algorithm>
+#include <exception>
 #include <functional>
 #include <vector>
 
@@ -115,28 +118,57 @@ QString OutputFolder(const Arguments& arguments) {
   return folder;
 }
 
-// Writes one file for each selected data set and prints where it is. One that cannot be written keeps none of
-// the others from it; it is named, and the exit status tells.
+// A data set, the file for it and its place among all files, from 1.
+struct Output {
+  CDataPtr data;
+  QString path;
+  int number;
+  int count;
+};
+
+std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString& folder,
+                            const QString& suffix) {
+  FileNames names(folder, suffix);
+  std::vector<Output> outputs;
+  for (const CDataPtr& data : selected) {
+    const int number = static_cast<int>(outputs.size()) + 1;
+    outputs.push_back({data, names.Next(*data), number, static_cast<int>(selected.size())});
+  }
+  return outputs;
+}
+
+// Writes one file for each selected data set, several at once, and prints in their order where they are. One
+// that cannot be written keeps none of the others from it; it is named, and the exit status tells.
 template <class Write>
 int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
   const QString library = arguments.Positional()[0];
   LibrarySession session(library);
   session.LoadDataSets();
   const std::vector<CDataPtr> selected = session.Select(arguments.Positional().mid(1));
-  FileNames names(OutputFolder(arguments), suffix);
+  const std::vector<Output> outputs = Outputs(selected, OutputFolder(arguments), suffix);
+  // The failure of each, null for none. What is below does not leave before all are written.
+  QFutureSynchronizer<std::exception_ptr> failures(
+      QtConcurrent::mapped(outputs, [&write](const Output& output) -> std::exception_ptr {
+        try {
+          write(output);
+          return nullptr;
+        } catch (const std::exception&) {
+          return std::current_exception();
+        }
+      }));
   int status = CommandLine::Fine;
   Console::Progress progress(u"writing"_s);
-  for (std::size_t i = 0; i < selected.size(); ++i) {
-    const CData& data = *selected[i];
-    const QString path = names.Next(data);
+  for (const Output& output : outputs) {
     try {
-      write(data, path, static_cast<int>(i), static_cast<int>(selected.size()));
-      Console::Print(path + u'\n');
+      const std::exception_ptr failure = failures.futures()[0].resultAt(output.number - 1);
+      if (failure) std::rethrow_exception(failure);
+      Console::Print(output.path + u'\n');
     } catch (const std::exception& error) {
-      Console::Complain(u"%1: data set \"%2\": %3"_s.arg(library, data.Description(), ErrorText(error)));
+      const QString name = output.data->Description();
+      Console::Complain(u"%1: data set \"%2\": %3"_s.arg(library, name, ErrorText(error)));
       status = CommandLine::FileTrouble;
     }
-    progress.Show(static_cast<qint64>(i + 1), static_cast<qint64>(selected.size()));
+    progress.Show(output.number, output.count);
   }
   return status;
 }
@@ -169,27 +201,27 @@ int Report(const QStringList& words) {
   options.fittedScale = arguments.Has(u"fit"_s);
   options.printedHead = true;
   options.printedAt = QDateTime::currentDateTime();
-  return WriteEach(arguments, formats[format],
-                   [&](const CData& data, const QString& path, int index, int count) {
-                     options.pageNumber = index + 1;
-                     options.pageCount = count;
-                     const StatPage page(data, options);
-                     switch (format) {
-                       case 0:
-                         return PageOutput::WritePdf(page, path);
-                       case 1:
-                         return PageOutput::WritePng(page, path);
-                       default:
-                         return PageOutput::WriteSvg(page, path);
-                     }
-                   });
+  return WriteEach(arguments, formats[format], [&](const Output& output) {
+    StatPageOptions own = options;
+    own.pageNumber = output.number;
+    own.pageCount = output.count;
+    const StatPage page(*output.data, own);
+    switch (format) {
+      case 0:
+        return PageOutput::WritePdf(page, output.path);
+      case 1:
+        return PageOutput::WritePng(page, output.path);
+      default:
+        return PageOutput::WriteSvg(page, output.path);
+    }
+  });
 }
 
 int Export(const QStringList& words) {
   const Arguments arguments(words, {u"out"_s}, {});
   arguments.RequirePositional(1, u"the library's file"_s, true);
   return WriteEach(arguments, u"csf"_s,
-                   [](const CData& data, const QString& path, int, int) { CsfExport::WriteCsf(data, path); });
+                   [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
 }
 
 }  // namespace Commands
