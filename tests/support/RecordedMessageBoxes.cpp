@@ -21,7 +21,9 @@ RecordedMessageBoxes::~RecordedMessageBoxes() {
   if (!answers_.empty()) ADD_FAILURE() << answers_.size() << " expected message box(es) never came";
 }
 
-void RecordedMessageBoxes::Expect(Answer answer) { answers_.push_back(answer); }
+void RecordedMessageBoxes::Expect(Answer answer, QStringView text) {
+  answers_.push_back({answer, text.toString()});
+}
 
 MessageBox::Request RecordedMessageBoxes::Take() {
   if (shown_.empty()) {
@@ -35,11 +37,16 @@ MessageBox::Request RecordedMessageBoxes::Take() {
 
 Answer RecordedMessageBoxes::Show(const MessageBox::Request& request) {
   shown_.push_back(request);
-  const bool expected = !answers_.empty();
-  const Answer answer = expected ? answers_.front() : MessageBox::Refusal(request.buttons);
-  if (expected) answers_.pop_front();
-  if (expected && Offers(request.buttons, answer)) return answer;
-  ADD_FAILURE() << (expected ? "the answer is no button of \"" : "unexpected message box \"")
-                << request.title.toStdString() << "\": " << request.text.toStdString();
-  return MessageBox::Refusal(request.buttons);
+  const std::string box = '"' + request.title.toStdString() + "\": " + request.text.toStdString();
+  const Answer refusal = MessageBox::Refusal(request.buttons);
+  if (answers_.empty()) {
+    ADD_FAILURE() << "unexpected message box " << box;
+    return refusal;
+  }
+  const Expected expected = answers_.front();
+  answers_.pop_front();
+  EXPECT_TRUE(request.text.contains(expected.text)) << expected.text.toStdString() << " is not in " << box;
+  if (Offers(request.buttons, expected.answer)) return expected.answer;
+  ADD_FAILURE() << "the answer is no button of " << box;
+  return refusal;
 }

@@ -13,19 +13,22 @@ class RecordedMessageBoxes : public MessageBox::Presenter {
   RecordedMessageBoxes(const RecordedMessageBoxes&) = delete;
   RecordedMessageBoxes& operator=(const RecordedMessageBoxes&) = delete;
 
-  // Queues the answer to the next box that has none yet.
-  void Expect(MessageBox::Answer answer = MessageBox::Answer::Ok);
+  // Queues the answer to the next box that has none yet, and what its text must hold.
+  void Expect(MessageBox::Answer answer = MessageBox::Answer::Ok, QStringView text = {});
+  void Expect(QStringView text) { Expect(MessageBox::Answer::Ok, text); }
 
-  // The boxes shown and not yet taken, oldest first.
-  const std::deque<MessageBox::Request>& Shown() const { return shown_; }
-
-  // Removes and returns the oldest of them; fails the test where there is none.
+  // Removes and returns the oldest box shown and not yet taken; fails the test where there is none.
   MessageBox::Request Take();
 
   MessageBox::Answer Show(const MessageBox::Request& request) override;
 
  private:
+  struct Expected {
+    MessageBox::Answer answer;
+    QString text;
+  };
+
   MessageBox::Presenter* previous_;
-  std::deque<MessageBox::Answer> answers_;
+  std::deque<Expected> answers_;
   std::deque<MessageBox::Request> shown_;
 };

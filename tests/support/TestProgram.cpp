@@ -32,6 +32,12 @@ std::vector<QVariantList> TestProgram::Rows(const QString& sql, const QString& p
   return RowsOf(path.isEmpty() ? LibraryPath() : path, sql);
 }
 
+void TestProgram::FailAt(const QString& operation) {
+  Connection::FaultHook = [operation](const QString& current) {
+    if (current == operation) throw DatabaseError(u"the disk is full"_s);
+  };
+}
+
 CDataPtr TestProgram::NewDataSet(const QString& description) {
   const auto data = std::make_shared<CData>();
   data->SetDescription(description);

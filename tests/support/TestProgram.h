@@ -66,6 +66,9 @@ class TestProgram {
   void Execute(const QString& sql, const QVariantList& values = {}) const;
   std::vector<QVariantList> Rows(const QString& sql, const QString& path = {}) const;
 
+  // Has each such operation on a database fail from now on; an empty name: none.
+  static void FailAt(const QString& operation);
+
   // A data set that passes every check, not saved yet: 40 values around 10 in subgroups of 4.
   static CDataPtr NewDataSet(const QString& description);
 

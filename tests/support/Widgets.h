@@ -1,0 +1,36 @@
+// Finds a form's controls by their names and works them as a person does.
+#pragma once
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+#include <stdexcept>
+
+template <class Control = QLineEdit>
+Control& Get(const QObject& form, QAnyStringView name) {
+  auto* control = form.findChild<Control*>(name.toString());
+  if (!control) throw std::runtime_error("no control " + name.toString().toStdString());
+  return *control;
+}
+
+inline QString TextOf(const QObject& form, QAnyStringView name) {
+  return Get<QWidget>(form, name).property("text").toString();
+}
+
+// At the left, where a check box takes it.
+inline void Click(const QObject& form, QAnyStringView name) {
+  QTest::mouseClick(&Get<QAbstractButton>(form, name), Qt::LeftButton, {}, QPoint(8, 8));
+}
+
+inline void Fire(const QObject& form, QAnyStringView timer) {
+  QMetaObject::invokeMethod(&Get<QTimer>(form, timer), "timeout");
+}
+
+// Types over what stands there.
+inline void Type(const QObject& form, QAnyStringView name, const QString& text) {
+  QLineEdit& box = Get(form, name);
+  box.selectAll();
+  QTest::keyClick(&box, Qt::Key_Delete);
+  QTest::keyClicks(&box, text);
+}
