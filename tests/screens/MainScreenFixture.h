@@ -7,8 +7,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QLabel>
-#include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
 #include <functional>
 #include <memory>
@@ -18,10 +16,13 @@
 #include "screens/frmMain.h"
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
+#include "tests/support/Widgets.h"
 
-inline const auto keyPath = QStringLiteral("Software\\Orvane Labs\\Kestrel");
-inline const auto noDatabase = QStringLiteral("Current Database: <none>");
-inline const auto libraryAttached = QStringLiteral("Current Database: StatData.mdb (DB Rev. 2.0)");
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+
+inline const auto keyPath = u"Software\\Orvane Labs\\Kestrel"_s;
+inline const auto libraryAttached = u"Current Database: StatData.mdb (DB Rev. 2.0)"_s;
 
 // Lets a test look on, or do what a user does, while the program waits.
 class WatchedClock : public TurnedClock {
@@ -41,60 +42,44 @@ class MainScreenFixture : public testing::Test {
     program.state.clock = &clock;
   }
 
-  // As on a machine whose settings name the library.
-  void Start() {
-    RegistryFunctions::SetKeyValue(keyPath, QStringLiteral("DatabaseName"), Registry::String,
-                                   program.LibraryPath());
+  // As on a machine whose settings name the library, which holds these data sets.
+  void Start(const QStringList& dataSets = {}) {
+    for (const QString& name : dataSets) program.Insert(name);
+    RegistryFunctions::SetKeyValue(keyPath, u"DatabaseName"_s, Registry::String, program.LibraryPath());
     Open();
   }
-
   void Open() {
-    main = std::make_unique<frmMain>(
-        frmMain::Screens{.chart = [this] { opened << QStringLiteral("chart"); },
-                         .editor = [this] { Edited(); },
-                         .configuration = [this] { opened << QStringLiteral("settings"); },
-                         .about = [this] { opened << QStringLiteral("about"); }});
-    EXPECT_EQ(Enabled(), QStringLiteral("--------")) << "boxes of the start may stand over the window";
+    main = std::make_unique<frmMain>(frmMain::Screens{.chart = [this] { opened << u"chart"_s; },
+                                                      .editor = [this] { Edited(); },
+                                                      .configuration = [this] { opened << u"settings"_s; },
+                                                      .about = [this] { opened << u"about"_s; }});
+    EXPECT_EQ(Enabled(), u"--------") << "boxes of the start may stand over the window";
     ASSERT_TRUE(main->Form_Load());
     main->show();
     QCoreApplication::processEvents();
   }
-
-  void StartLoaded() {
-    Start();
+  void StartLoaded(const QStringList& dataSets = {}) {
+    Start(dataSets);
     Tick("InitTimer");
   }
-
   void Edited() {
-    opened << (program.state.gAddMode ? QStringLiteral("editor to add") : QStringLiteral("editor"));
+    opened << (program.state.gAddMode ? u"editor to add"_s : u"editor"_s);
     if (inEditor) inEditor();
   }
 
-  template <class T>
-  T& Find(const char* name) const {
-    T* found = main->findChild<T*>(QString::fromLatin1(name));
-    if (!found) throw std::runtime_error(name);
-    return *found;
-  }
-  void Tick(const char* timer) const { QMetaObject::invokeMethod(&Find<QTimer>(timer), "timeout"); }
-  QAction& Action(const char* name) const { return Find<QAction>(name); }
-  QTreeWidget& List() const { return Find<QTreeWidget>("ListView1"); }
-  QString Panel() const { return Find<QLabel>("StatusBar1_1").text(); }
-  QString Summary(const char* name) const { return Find<QLabel>(name).text(); }
+  void Tick(const char* timer) const { Fire(*main, timer); }
+  QAction& Action(const char* name) const { return Get<QAction>(*main, name); }
+  QTreeWidget& List() const { return Get<QTreeWidget>(*main, "ListView1"); }
+  QString Panel() const { return TextOf(*main, "StatusBar1_1"); }
+  QString Summary(const char* name) const { return TextOf(*main, name); }
 
   QStringList Rows() const {
     QStringList rows;
     for (int i = 0; i < List().topLevelItemCount(); ++i) rows << List().topLevelItem(i)->text(1);
     return rows;
   }
-
-  void ClickRow(int row, Qt::MouseButton button = Qt::LeftButton) const {
-    QTest::mouseClick(List().viewport(), button, {}, PlaceOf(row));
-  }
-  QPoint PlaceOf(int row) const {
-    const QTreeWidgetItem* item = List().topLevelItem(row);
-    return List().visualItemRect(item).center();
-  }
+  QPoint PlaceOf(int row) const { return List().visualItemRect(List().topLevelItem(row)).center(); }
+  void ClickRow(int row) const { QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
 
   // The documented commands in one word: View, Add, Edit, Delete, Exit, the three of the pop-up menu.
   QString Enabled() const {
@@ -105,27 +90,16 @@ class MainScreenFixture : public testing::Test {
     return letters;
   }
 
-  static void ExpectBox(const MessageBox::Request& box, const QString& text, const QString& title,
-                        MessageBox::Icon icon, MessageBox::Buttons buttons) {
-    EXPECT_EQ(box.text, text);
-    EXPECT_EQ(box.title, title);
-    EXPECT_EQ(box.icon, icon);
-    EXPECT_EQ(box.buttons, buttons);
-  }
-
-  // A second library in the test's folder, with one data set.
+  // A second, empty library in the test's folder.
   QString OtherLibrary() {
-    const QString path = program.Path(QStringLiteral("other.kestrel"));
-    Library::Create(path, [](Connection& other) {
-      other.Execute(QStringLiteral("INSERT INTO DBRevision VALUES ('2.1')"));
-    });
+    const QString path = program.Path(u"other.kestrel"_s);
+    Library::Create(path,
+                    [](Connection& other) { other.Execute(u"INSERT INTO DBRevision VALUES ('2.1')"_s); });
     return path;
   }
-
-  QString CopyOfData(const char* name) const {
-    const QString path = program.Path(QString::fromLatin1(name));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(KESTREL_TEST_DATA "/access/") + QString::fromLatin1(name), path));
-    return path;
+  QString CopyOfData(const QString& name) const {
+    EXPECT_TRUE(QFile::copy(QStringLiteral(KESTREL_TEST_DATA "/access/") + name, program.Path(name)));
+    return program.Path(name);
   }
 
   // The Database Connection command, with that file chosen.
@@ -133,9 +107,8 @@ class MainScreenFixture : public testing::Test {
     files.Expect(path);
     Action("Toolbar1_3_2").trigger();
   }
-
-  QString StoredDatabase() const {
-    return RegistryFunctions::GetKeyValue(keyPath, QStringLiteral("DatabaseName"), Registry::String);
+  static QString StoredDatabase() {
+    return RegistryFunctions::GetKeyValue(keyPath, u"DatabaseName"_s, Registry::String);
   }
 
   TestProgram program;
