@@ -3,13 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-
 #include "stats/CreateStatistics.h"
 #include "tests/support/TestProgram.h"
+#include "tests/support/Widgets.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,21 +21,14 @@ class RecalcScreenTest : public testing::Test {
     program.state.gLimitsRecalculated = true;
   }
 
-  static QLineEdit* Box(const RecalcScreen& screen, bool start) {
-    return screen.findChild<QLineEdit*>(start ? u"txtStartPoint"_s : u"txtStopPoint"_s);
+  static QColor Ink(const RecalcScreen& screen, const char* box) {
+    return Get(screen, box).palette().color(QPalette::Text);
   }
-  static QString Description(const RecalcScreen& screen) {
-    return screen.findChild<QLabel*>(u"lblDescription"_s)->text();
-  }
-  static QColor Ink(const QLineEdit* box) { return box->palette().color(QPalette::Text); }
-  static void Type(const RecalcScreen& screen, const QString& start, const QString& stop) {
-    for (const bool first : {true, false}) {
-      Box(screen, first)->selectAll();
-      QTest::keyClicks(Box(screen, first), first ? start : stop);
-    }
-  }
-  static void Click(const RecalcScreen& screen, const QString& button) {
-    QTest::mouseClick(screen.findChild<QPushButton*>(button), Qt::LeftButton);
+  static void Run(RecalcScreen& screen, const QString& start, const QString& stop, const char* button) {
+    screen.show();
+    Type(screen, "txtStartPoint", start);
+    Type(screen, "txtStopPoint", stop);
+    Click(screen, button);
   }
 
   TestProgram program;
@@ -48,45 +37,37 @@ class RecalcScreenTest : public testing::Test {
 
 TEST_F(RecalcScreenTest, ClosesWithoutItsDataSet) {
   program.state.gCurrentDataID = 8;
-  program.boxes.Expect();
+  program.boxes.Expect(u"error attempting to get the current data for the item selected: \r\n");
   EXPECT_EQ(RecalcScreen().exec(), QDialog::Rejected);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(
-      u"error attempting to get the current data for the item selected: \r\n"_s));
 }
 
 TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
-  struct Case {
-    QString start, stop, message;
-    bool startIsRed;
-  };
-  const QString notNumeric = u"Not a valid numerical value"_s, invalid = u"Invalid range"_s;
-  const Case cases[] = {{u"abc"_s, u"xyz"_s, notNumeric, true}, {u"1"_s, u"xyz"_s, notNumeric, false},
-                        {u""_s, u"10"_s, notNumeric, true},     {u"12"_s, u"12"_s, invalid, true},
-                        {u"-1"_s, u"11"_s, invalid, true},      {u"9"_s, u"11"_s, invalid, false},
-                        {u"1"_s, u"5"_s, invalid, true},        {u"5.5"_s, u"10"_s, invalid, true}};
+  constexpr auto notNumeric = u"Not a valid numerical value", invalid = u"Invalid range";
+  constexpr auto start = "txtStartPoint", stop = "txtStopPoint";
+  struct {
+    QString from, to;
+    const char16_t* message;
+    const char* faulty;
+  } const cases[] = {{u"abc"_s, u"xyz"_s, notNumeric, start}, {u"1"_s, u"xyz"_s, notNumeric, stop},
+                     {u""_s, u"10"_s, notNumeric, start},     {u"12"_s, u"12"_s, invalid, start},
+                     {u"-1"_s, u"11"_s, invalid, start},      {u"9"_s, u"11"_s, invalid, stop},
+                     {u"1"_s, u"5"_s, invalid, start},        {u"5.5"_s, u"10"_s, invalid, start}};
   RecalcScreen screen;
-  screen.show();
-  EXPECT_FALSE(program.state.gLimitsRecalculated);
-  EXPECT_EQ(Box(screen, true)->text(), u"1"_s);
-  EXPECT_EQ(Box(screen, false)->text(), u"10"_s);
-  auto* timer = screen.findChild<QTimer*>(u"TextReset"_s);
-  EXPECT_EQ(timer->interval(), 2000);
+  EXPECT_EQ(TextOf(screen, start) + u' ' + TextOf(screen, stop), u"1 10");
   const double limit = data->XBarUCL();
-  for (const Case& one : cases) {
-    SCOPED_TRACE((one.start + u".."_s + one.stop).toStdString());
-    Type(screen, one.start, one.stop);
-    if (one.start.isEmpty()) Box(screen, true)->clear();
-    EXPECT_EQ(Ink(Box(screen, one.startIsRed)), QColor(Qt::blue));
-    Click(screen, u"cmdRange"_s);
-    EXPECT_EQ(Description(screen), one.message);
-    EXPECT_EQ(Ink(Box(screen, one.startIsRed)), QColor(Qt::red));
-    EXPECT_EQ(Ink(Box(screen, !one.startIsRed)), QColor(Qt::blue));
-    QMetaObject::invokeMethod(timer, "timeout");
-    EXPECT_EQ(Description(screen), u"Shaft"_s);
-    EXPECT_FALSE(timer->isActive());
-    EXPECT_EQ(Ink(Box(screen, one.startIsRed)), QColor(Qt::red)) << "the colour stays";
-    QTest::mouseClick(Box(screen, one.startIsRed), Qt::LeftButton);
-    EXPECT_EQ(Ink(Box(screen, one.startIsRed)), QColor(Qt::blue));
+  for (const auto& [from, to, message, faulty] : cases) {
+    SCOPED_TRACE((from + u".."_s + to).toStdString());
+    Run(screen, from, to, "cmdRange");
+    EXPECT_EQ(TextOf(screen, "lblDescription"), message);
+    EXPECT_EQ(Ink(screen, faulty), QColor(Qt::red));
+    EXPECT_EQ(Ink(screen, faulty == start ? stop : start), QColor(Qt::blue));
+    EXPECT_EQ(Get<QTimer>(screen, "TextReset").interval(), 2000);
+    Fire(screen, "TextReset");
+    EXPECT_EQ(TextOf(screen, "lblDescription"), u"Shaft");
+    EXPECT_FALSE(Get<QTimer>(screen, "TextReset").isActive());
+    EXPECT_EQ(Ink(screen, faulty), QColor(Qt::red)) << "the colour stays";
+    QTest::mouseClick(&Get(screen, faulty), Qt::LeftButton);
+    EXPECT_EQ(Ink(screen, faulty), QColor(Qt::blue));
   }
   QTest::keyClick(&screen, Qt::Key_Escape);
   EXPECT_FALSE(screen.isVisible());
@@ -99,12 +80,9 @@ TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
   part->SetDelimitedInputString(part->DelimitedInputString().section(u',', 0, 23) + u',');
   part->SetSampleQty(24);
   ASSERT_TRUE(QCGlobalFunctions::CreateStatistics(*part));
-
   for (const QString& start : {u" 1 "_s, u"0"_s}) {  // 0 is the first point, too
     RecalcScreen screen;
-    screen.show();
-    Type(screen, start, u"6"_s);
-    Click(screen, u"cmdRange"_s);
+    Run(screen, start, u"6"_s, "cmdRange");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
     EXPECT_TRUE(program.state.gLimitsRecalculated);
     EXPECT_EQ(data->DataStopPoint(), 6);
@@ -116,14 +94,10 @@ TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
 
 TEST_F(RecalcScreenTest, AllTakesTheWholeSeriesUnchecked) {
   data->SetXBarUCL(99);
-  data->SetNumberOfPlotPoints(0);
   RecalcScreen screen;
-  screen.show();
-  Click(screen, u"cmdAll"_s);
+  Run(screen, u"1"_s, u"0"_s, "cmdAll");
   EXPECT_TRUE(screen.isVisible()) << "there is nothing to calculate from";
-  data->SetNumberOfPlotPoints(10);
-  Type(screen, u"abc"_s, u"2"_s);
-  Click(screen, u"cmdAll"_s);
+  Run(screen, u"abc"_s, u"2"_s, "cmdAll");
   EXPECT_FALSE(screen.isVisible());
   EXPECT_TRUE(program.state.gLimitsRecalculated);
   EXPECT_EQ(data->DataStartPoint(), 0);
@@ -132,18 +106,13 @@ TEST_F(RecalcScreenTest, AllTakesTheWholeSeriesUnchecked) {
 }
 
 TEST_F(RecalcScreenTest, AFailureLeavesTheDataSetAsItWas) {
-  RecalcScreen screen;
-  screen.show();
-  Type(screen, u"1"_s, u"99999"_s);
-  program.boxes.Expect();
-  Click(screen, u"cmdRange"_s);
-  EXPECT_EQ(program.boxes.Take().text, u"RecalcScreen::ValidateRange failed with error: \r\nOverflow"_s);
-
   const double limit = data->XBarUCL();
+  RecalcScreen screen;
+  program.boxes.Expect(u"RecalcScreen::ValidateRange failed with error: \r\nOverflow");
+  Run(screen, u"1"_s, u"99999"_s, "cmdRange");
   data->SetSubGroupSize(21);
-  program.boxes.Expect();
-  Click(screen, u"cmdAll"_s);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"Failed to generate statistical data"_s));
+  program.boxes.Expect(u"Failed to generate statistical data");
+  Run(screen, u"1"_s, u"10"_s, "cmdAll");
   EXPECT_EQ(data->XBarUCL(), limit);
   EXPECT_EQ(data->DataStopPoint(), 0);
   EXPECT_TRUE(screen.isVisible());
