@@ -4,20 +4,18 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
-#include <QTest>
-#include <QToolButton>
 
 #include "charts/PageView.h"
 #include "platform/ui/Indicators.h"
 #include "stats/CreateStatistics.h"
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
+#include "tests/support/Widgets.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -43,14 +41,14 @@ class ChartScreenTest : public testing::Test {
     QCGlobalFunctions::CreateStatistics(*data);  // ten points
   }
 
-  std::unique_ptr<StatGraphics> Open() {
-    auto screen =
+  void Open() {
+    screen =
         std::make_unique<StatGraphics>(StatGraphics::Links{[this](QWidget*) { Recalculate(); },
                                                            [this](qint32 topic) { helpTopics << topic; }, 23},
                                        printing);
     screen->resize(1200, 800);
     screen->show();
-    return screen;
+    view = &Get<PageView>(*screen, "PageView");
   }
   // What the recalculate screen does when the user has chosen a range.
   void Recalculate() {
@@ -59,25 +57,21 @@ class ChartScreenTest : public testing::Test {
     QCGlobalFunctions::ClearControlLimits(*data);
     program.state.gLimitsRecalculated = QCGlobalFunctions::CreateStatistics(*data);
   }
-  double StoredLimit() const {
-    return program.Rows(u"SELECT XBarUCL FROM StatData"_s).at(0).at(0).toDouble();
+  double StoredLimit() const { return program.Rows(u"SELECT XBarUCL FROM StatData"_s)[0][0].toDouble(); }
+  void Close() { QTest::keyClick(screen.get(), Qt::Key_Escape); }
+  void Press(Qt::Key key) { QTest::keyClick(view, key); }
+  void Trigger(const char* entry) { Get<QAction>(*screen, entry).trigger(); }
+  // The entry asks for a file, and gets it.
+  QByteArray FileBy(const char* entry, const QString& path) {
+    files.Expect(path);
+    Trigger(entry);
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
   }
-
-  static void Click(const QWidget& screen, int button) {
-    QTest::mouseClick(screen.findChild<QToolButton*>(u"Toolbar1_%1"_s.arg(button)), Qt::LeftButton);
-  }
-  static void Choose(const QWidget& screen, int button, int entry) {
-    screen.findChild<QAction*>(u"Toolbar1_%1_%2"_s.arg(button).arg(entry))->trigger();
-  }
-  static QString ZoomCaption(const QWidget& screen) {
-    return screen.findChild<QToolButton*>(u"Toolbar1_3"_s)->text().remove(u'&');
-  }
-  static PageView& View(const QWidget& screen) { return *screen.findChild<PageView*>(); }
-  static QString LabelText(const QWidget& screen, const QString& name) {
-    return screen.findChild<QLabel*>(name)->text();
-  }
-  static QPoint CentreOf(const PageView& view, GraphId graph) {
-    return view.Page()->Page().Geometry(int(graph), view.rect()).frame.center().toPoint();
+  const ChartPage& Page() const { return view->Page()->Page(); }
+  QPoint CentreOf(GraphId graph) const {
+    return Page().Geometry(int(graph), view->rect()).frame.center().toPoint();
   }
 
   TestProgram program;
@@ -86,232 +80,196 @@ class ChartScreenTest : public testing::Test {
   PagePrinting printing{std::make_unique<TestPrinters>(false)};
   QList<qint32> helpTopics;
   int recalculations = 0;
+  std::unique_ptr<StatGraphics> screen;
+  PageView* view = nullptr;
 };
 
 TEST_F(ChartScreenTest, RefusesWhatItCannotShow) {
-  const auto refusal = [this] {
-    program.boxes.Expect();
+  const auto refuse = [this](QStringView reason) {
+    program.boxes.Expect(reason);
     EXPECT_EQ(StatGraphics({}, printing).exec(), QDialog::Rejected);
-    return program.boxes.Take().text;
   };
   data->SetNumberOfPlotPoints(7);
-  EXPECT_EQ(refusal(), u"A minimum of 8 data points are required"_s);
+  refuse(u"A minimum of 8 data points are required");
   data->SetNumberOfPlotPoints(8);
-  EXPECT_TRUE(Open()->isVisible());
+  Open();
+  EXPECT_TRUE(screen->isVisible());
   data->SetRBarUCL(2e7);
-  EXPECT_EQ(refusal(), u"Could not generate scaling data"_s);
+  refuse(u"Could not generate scaling data");
   program.state.gCurrentDataID = 99;
-  EXPECT_TRUE(
-      refusal().startsWith(u"error attempting to get the current data for the item selected: \r\n"_s));
+  refuse(u"error attempting to get the current data for the item selected: \r\n");
 }
 
 TEST_F(ChartScreenTest, ShowsTheVerdict) {
   data->SetRuleViolation(3);  // left over from an older verdict
-  data->SetIsInControl(true);
   data->SetProcessState(4);
-  auto screen = Open();
+  for (const bool inControl : {true, false}) {
+    data->SetIsInControl(inControl);
+    Open();
+    EXPECT_EQ(TextOf(*screen, "panelRuleViolationValue"), inControl ? u"<none>" : u"3");
+    EXPECT_TRUE(TextOf(*screen, "panelMessage")
+                    .startsWith(inControl ? u"No rule violations." : u"DETECTION RULE THREE: "));
+    EXPECT_EQ(Get<Led>(*screen, "orvLEDControl1").ColorValue(), inControl ? Led::Go : Led::Stop);
+    EXPECT_EQ(Get<ProcessStateIndicator>(*screen, "ProcessStateIndicator1").Value(), 4);
+  }
   ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
-  Click(*screen, 6);
+  Click(*screen, "Toolbar1_6");
   QTest::keyClick(screen.get(), Qt::Key_F1);
   EXPECT_EQ(helpTopics, QList<qint32>({0, 23}));
-  EXPECT_EQ(screen->windowTitle(), u"Kestrel Graphics Screen - Control Charting"_s);
-  EXPECT_EQ(LabelText(*screen, u"panelRuleViolationValue"_s), u"<none>"_s);
-  EXPECT_EQ(LabelText(*screen, u"panelMessage"_s), u"No rule violations. The process is in control."_s);
-  EXPECT_EQ(screen->findChild<Led*>()->ColorValue(), 3);
-  EXPECT_EQ(screen->findChild<ProcessStateIndicator*>()->Value(), 4);
-
-  data->SetIsInControl(false);
-  screen = Open();
-  EXPECT_EQ(LabelText(*screen, u"panelRuleViolationValue"_s), u"3"_s);
-  EXPECT_TRUE(LabelText(*screen, u"panelMessage"_s).startsWith(u"DETECTION RULE THREE: "_s));
-  EXPECT_EQ(screen->findChild<Led*>()->ColorValue(), 4);
 }
 
 TEST_F(ChartScreenTest, DrawsWhatItCanOfABrokenDataSet) {
   data->SetXBarOutputString(u"1,2,3"_s);
   data->SetHistogramLabelsOutputString(u"1,2,3"_s);
-  program.boxes.Expect();
-  program.boxes.Expect();
-  const auto screen = Open();
+  program.boxes.Expect(u"StatGraphics::SetupControlCharts failed");
+  program.boxes.Expect(u"StatGraphics::DrawHistogramGraph failed");
+  Open();
   EXPECT_TRUE(screen->isVisible());
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"StatGraphics::SetupControlCharts failed"_s));
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"StatGraphics::DrawHistogramGraph failed"_s));
-  EXPECT_GT(View(*screen).Page()->Page().Graph(int(GraphId::Text)).Operations().size(), 9u);
+  EXPECT_GT(Page().Graph(int(GraphId::Text)).Operations().size(), 9u);
 }
 
 TEST_F(ChartScreenTest, RecalculatesFromFivePointsOnAndSavesSilently) {
-  const auto screen = Open();
-  Click(*screen, 4);
+  Open();
+  Click(*screen, "Toolbar1_4");
   const double limit = data->XBarUCL();
-  EXPECT_EQ(View(*screen).Page()->Page().Graph(0).DataSet(u"UCL Data Set"_s).at(0), limit);
-  Click(*screen, 2);
+  EXPECT_EQ(Page().Graph(0).DataSet(u"UCL Data Set"_s).at(0), limit);
+  Click(*screen, "Toolbar1_2");
   EXPECT_EQ(StoredLimit(), limit);
   EXPECT_EQ(program.screen.calls, QStringList(u"UpdateListRow Shaft"_s));
 
   data->SetNumberOfPlotPoints(4);
-  program.boxes.Expect();
-  Click(*screen, 4);
+  program.boxes.Expect(u"There are not enough data points to recalculate");
+  Click(*screen, "Toolbar1_4");
   EXPECT_EQ(recalculations, 1);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"There are not enough data points to recalculate"_s));
-  QTest::keyClick(screen.get(), Qt::Key_Escape);  // nothing to ask any more
+  Close();  // nothing to ask any more
   EXPECT_FALSE(screen->isVisible());
 }
 
 TEST_F(ChartScreenTest, AsksBeforeNewLimitsAreLost) {
   const double before = data->XBarUCL();
   const double stored = StoredLimit();
-  auto screen = Open();
-  Click(*screen, 4);
+  Open();
+  Click(*screen, "Toolbar1_4");
   const double after = data->XBarUCL();
   ASSERT_NE(after, before);
-
-  program.boxes.Expect(Answer::Cancel);
-  QTest::keyClick(screen.get(), Qt::Key_Escape);
-  EXPECT_EQ(program.boxes.Take().text, u"Data has changed"_s);
+  program.boxes.Expect(Answer::Cancel, u"Data has changed");
+  Close();
   EXPECT_TRUE(screen->isVisible());
   EXPECT_EQ(data->XBarUCL(), after);
 
+  TestProgram::FailAt(u"update"_s);
   program.boxes.Expect(Answer::Yes);
-  program.boxes.Expect();
-  Connection::FaultHook = [](const QString&) { throw std::runtime_error("disk full"); };
-  screen->close();
-  Connection::FaultHook = nullptr;
+  program.boxes.Expect(u"the disk is full");
+  Close();
+  TestProgram::FailAt({});
   EXPECT_TRUE(screen->isVisible()) << "what could not be saved is not thrown away";
 
   program.boxes.Expect(Answer::No);
-  screen->close();
+  Close();
   EXPECT_FALSE(screen->isVisible());
   EXPECT_EQ(StoredLimit(), stored);
   EXPECT_EQ(data->XBarUCL(), before);
 
-  screen = Open();
-  Click(*screen, 4);
+  Open();
+  Click(*screen, "Toolbar1_4");
   program.boxes.Expect(Answer::Yes);
-  Click(*screen, 7);
+  Click(*screen, "Toolbar1_7");
   EXPECT_FALSE(screen->isVisible());
   EXPECT_EQ(StoredLimit(), after);
 }
 
 TEST_F(ChartScreenTest, ZoomsTheSelectedGraph) {
-  const auto screen = Open();
-  PageView& view = View(*screen);
-  Click(*screen, 3);
-  EXPECT_FALSE(view.IsZoomed()) << "nothing is selected yet";
-  QTest::mouseClick(&view, Qt::LeftButton, {}, CentreOf(view, GraphId::R));
-  Click(*screen, 3);
-  EXPECT_EQ(view.Page()->Page().BlownUpGraph(), int(GraphId::R));
-  EXPECT_EQ(ZoomCaption(*screen), u"Zoom Out"_s);
+  Open();
+  Click(*screen, "Toolbar1_3");
+  EXPECT_FALSE(view->IsZoomed()) << "nothing is selected yet";
+  QTest::mouseClick(view, Qt::LeftButton, {}, CentreOf(GraphId::R));
+  Click(*screen, "Toolbar1_3");
+  EXPECT_EQ(TextOf(*screen, "Toolbar1_3").remove(u'&'), u"Zoom Out");
+  Click(*screen, "checkFitScale");
+  EXPECT_EQ(Page().BlownUpGraph(), int(GraphId::R)) << "another scale keeps the zoom";
+  EXPECT_GT(Page().Graph(0).Scale().top(), 0);
 
-  QTest::mouseClick(screen->findChild<QCheckBox*>(u"checkFitScale"_s), Qt::LeftButton, {}, QPoint(8, 8));
-  EXPECT_EQ(view.Page()->Page().BlownUpGraph(), int(GraphId::R)) << "another scale keeps the zoom";
-  EXPECT_GT(view.Page()->Page().Graph(0).Scale().top(), 0);
-
-  QTest::keyClick(&view, Qt::Key_Return);
-  EXPECT_FALSE(view.IsZoomed());
-  EXPECT_EQ(ZoomCaption(*screen), u"Zoom In"_s);
-  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Right, Qt::Key_Down}) QTest::keyClick(&view, key);
-  EXPECT_EQ(view.Page()->Selected(), GraphId::Text);
-  QTest::mouseDClick(&view, Qt::LeftButton, {}, CentreOf(view, GraphId::Histogram));
-  EXPECT_EQ(view.Page()->Page().BlownUpGraph(), int(GraphId::Text));
+  Press(Qt::Key_Return);
+  EXPECT_FALSE(view->IsZoomed());
+  EXPECT_EQ(TextOf(*screen, "Toolbar1_3").remove(u'&'), u"Zoom In");
+  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Right, Qt::Key_Down}) Press(key);
+  EXPECT_EQ(view->Page()->Selected(), GraphId::Text);
+  QTest::mouseDClick(view, Qt::LeftButton, {}, CentreOf(GraphId::Histogram));
+  EXPECT_EQ(Page().BlownUpGraph(), int(GraphId::Text));
 }
 
 TEST_F(ChartScreenTest, ExplainsThePointUnderTheMouse) {
   CData::ViolatingPointLists violations;
   violations[0] = violations[3] = {3};
   data->SetViolatingPoints(violations);
-  const auto screen = Open();
-  PageView& view = View(*screen);
-  auto* info = view.findChild<QLabel*>(u"lblPointInfo"_s);
+  Open();
+  const auto& info = Get<QLabel>(*view, "lblPointInfo");
   const auto hover = [&](int number) {
-    QTest::mouseMove(&view, view.Page()->Point(GraphId::XBar, number, view.rect())->position.toPoint());
-    return info->text();
+    QTest::mouseMove(view, view->Page()->Point(GraphId::XBar, number, view->rect())->position.toPoint());
+    return info.text().split(u'\n');
   };
-  const QString value = data->XBarOutputString().section(u',', 2, 2);
-  const QStringList lines = hover(3).split(u'\n');
+  const QStringList lines = hover(3);
   ASSERT_EQ(lines.size(), 3);
-  EXPECT_EQ(lines[0], u"Average 3: %1"_s.arg(value.toDouble()));
-  EXPECT_TRUE(lines[1].startsWith(u"DETECTION RULE ONE: "_s));
-  EXPECT_TRUE(lines[2].startsWith(u"DETECTION RULE FOUR: "_s));
-  EXPECT_TRUE(info->isVisible());
-  EXPECT_TRUE(view.rect().contains(info->geometry()));
-  EXPECT_TRUE(hover(4).startsWith(u"Average 4: "_s));
-  QTest::mouseMove(&view, CentreOf(view, GraphId::Text));
-  EXPECT_FALSE(info->isVisible());
-
-  QTest::mouseClick(&view, Qt::LeftButton, {}, CentreOf(view, GraphId::R));
-  QTest::keyClick(&view, Qt::Key_End);
-  EXPECT_TRUE(info->text().startsWith(u"Range 10: "_s));
+  EXPECT_EQ(lines[0], u"Average 3: %1"_s.arg(data->XBarOutputString().section(u',', 2, 2).toDouble()));
+  EXPECT_TRUE(lines[1].startsWith(u"DETECTION RULE ONE: "));
+  EXPECT_TRUE(lines[2].startsWith(u"DETECTION RULE FOUR: "));
+  EXPECT_TRUE(info.isVisible() && view->rect().contains(info.geometry()));
+  EXPECT_TRUE(hover(4)[0].startsWith(u"Average 4: "));
+  QTest::mouseMove(view, CentreOf(GraphId::Text));
+  EXPECT_FALSE(info.isVisible());
+  QTest::mouseClick(view, Qt::LeftButton, {}, CentreOf(GraphId::R));
+  Press(Qt::Key_End);
+  EXPECT_TRUE(info.text().startsWith(u"Range 10: "));
 }
 
 TEST_F(ChartScreenTest, Exports) {
-  const auto screen = Open();
-  files.Expect({});
-  Choose(*screen, 5, 1);
-  EXPECT_EQ(QDir::cleanPath(files.last.folder), QCoreApplication::applicationDirPath() + u"/Dat"_s);
-  files.Expect(u"x"_s);
-  Choose(*screen, 5, 1);
-  EXPECT_FALSE(QFile::exists(u"x"_s));
-
-  QFile file(program.Path(u"shaft.csf"_s));
-  for (int time = 0; time < 2; ++time) {
-    files.Expect(file.fileName());
-    Choose(*screen, 5, 1);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll().count("\r\n"), 28);
-    file.close();
+  Open();
+  for (const QString& none : {QString(), u"x"_s}) {
+    files.Expect(none);
+    Trigger("Toolbar1_5_1");
+    EXPECT_FALSE(QFile::exists(u"x"_s));
   }
+  for (int time = 0; time < 2; ++time)
+    EXPECT_EQ(FileBy("Toolbar1_5_1", program.Path(u"shaft.csf"_s)).count("\r\n"), 28);
   files.Expect(program.Path(u"missing/shaft.csf"_s));
-  program.boxes.Expect();
-  Choose(*screen, 5, 1);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"StatGraphics::ExportQCReport failed with error: "_s));
+  program.boxes.Expect(u"StatGraphics::ExportQCReport failed with error: ");
+  Trigger("Toolbar1_5_1");
 }
 
 TEST_F(ChartScreenTest, CopiesAPictureAndADrawing) {
-  const auto screen = Open();
-  program.boxes.Expect();
-  Choose(*screen, 5, 2);
-  EXPECT_EQ(program.boxes.Take().text, u"The graphics page has been copied."_s);
+  Open();
+  program.boxes.Expect(u"The graphics page has been copied.");
+  Trigger("Toolbar1_5_2");
   const QMimeData* formats = QGuiApplication::clipboard()->mimeData();
-  ASSERT_TRUE(formats->hasImage());
   EXPECT_GE(formats->imageData().value<QImage>().width(), 1920);
   EXPECT_TRUE(formats->data(u"image/svg+xml"_s).contains("<svg"));
   EXPECT_TRUE(formats->data(u"application/pdf"_s).startsWith("%PDF"));
 }
 
 TEST_F(ChartScreenTest, PrintsToAFileWhereThereIsNoPrinter) {
-  const auto screen = Open();
-  program.boxes.Expect();
-  Choose(*screen, 1, 2);
-  EXPECT_EQ(program.boxes.Take().text, u"No printer is installed on this system."_s);
-  program.boxes.Expect(Answer::No);
-  Choose(*screen, 1, 1);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"No printer is installed on this system."_s));
-
-  const auto printed = [&](const QString& path) {
-    files.Expect(path);
-    Choose(*screen, 1, 1);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-  };
-  program.boxes.Expect(Answer::Yes);
-  EXPECT_TRUE(printed(program.Path(u"a4.pdf"_s)).contains("/MediaBox [0 0 842"));
-  program.boxes.Take();
-  EXPECT_TRUE(files.last.folder.endsWith(u"/Shaft.pdf"_s));
-  Choose(*screen, 1, 3);
-  EXPECT_TRUE(printed(program.Path(u"letter.pdf"_s)).contains("/MediaBox [0 0 792"));
-
+  Open();
+  const auto noPrinter = u"No printer is installed on this system.";
+  program.boxes.Expect(noPrinter);
+  Trigger("Toolbar1_1_2");
+  program.boxes.Expect(Answer::No, noPrinter);
+  Trigger("Toolbar1_1_1");
+  program.boxes.Expect(Answer::Yes, noPrinter);
+  EXPECT_TRUE(FileBy("Toolbar1_1_1", program.Path(u"a4.pdf"_s)).contains("/MediaBox [0 0 842"));
+  EXPECT_TRUE(files.last.folder.endsWith(u"/Shaft.pdf"));
+  Trigger("Toolbar1_1_3");
+  EXPECT_TRUE(FileBy("Toolbar1_1_1", program.Path(u"letter.pdf"_s)).contains("/MediaBox [0 0 792"));
   files.Expect(program.Path(u"missing/a.pdf"_s));
-  program.boxes.Expect();
-  Choose(*screen, 1, 1);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"StatGraphics::PrintPage failed with error: "_s));
+  program.boxes.Expect(u"StatGraphics::PrintPage failed with error: ");
+  Trigger("Toolbar1_1_1");
+}
 
-  PagePrinting withPrinter(std::make_unique<TestPrinters>(true));
-  StatGraphics another({}, withPrinter);
-  Choose(another, 1, 2);  // the printer that is set up prints to a file
+TEST_F(ChartScreenTest, PrintsOnThePrinterThatIsSetUp) {
+  printing = PagePrinting(std::make_unique<TestPrinters>(true));
+  Open();
+  Trigger("Toolbar1_1_2");  // to a file
   files.Expect({});
-  Choose(another, 1, 1);
-  EXPECT_EQ(files.last.folder, u"/nowhere/Shaft.pdf"_s);
+  Trigger("Toolbar1_1_1");
+  EXPECT_EQ(files.last.folder, u"/nowhere/Shaft.pdf");
 }
 
 }  // namespace
