@@ -7,12 +7,10 @@
 #include <QFile>
 
 #include "core/DataObjectFunctions.h"
-#include "platform/language/Conversions.h"
 #include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
-using MessageBox::Icon;
 
 namespace {
 
@@ -54,11 +52,15 @@ class DataEditorSaveTest : public testing::Test {
   QVariant Stored(const QString& column) const {
     return program.Rows(u"SELECT \"%1\" FROM StatData"_s.arg(column)).at(0).at(0);
   }
+  size_t StoredRows() const { return program.Rows(u"SELECT * FROM StatData"_s).size(); }
 
-  void ExpectSaved(const CDataPtr& edited) {
-    program.boxes.Expect();
+  void Save(QStringView news, const CDataPtr& edited = nullptr) {
+    program.boxes.Expect(news);
     EXPECT_TRUE(DataEditorSave(fields, edited).SaveSelect());
-    EXPECT_EQ(program.boxes.Take().text, u"All data successfully saved."_s);
+  }
+  void Refuse(QStringView reason, const CDataPtr& edited = nullptr) {
+    program.boxes.Expect(reason);
+    EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
   }
 
   TestProgram program;
@@ -67,12 +69,7 @@ class DataEditorSaveTest : public testing::Test {
 
 TEST_F(DataEditorSaveTest, AddsWithOneBoxAndNeverTwice) {
   fields.rawData = Values(8);
-  program.boxes.Expect();
-  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
-  const MessageBox::Request box = program.boxes.Take();
-  EXPECT_TRUE(box.text.startsWith(u"Data was saved to the database, but the application could not"_s));
-  EXPECT_EQ(box.title, u"System Message"_s);
-  EXPECT_EQ(box.icon, Icon::Critical);
+  Save(u"Data was saved to the database, but the application could not");
   EXPECT_EQ(Stored(u"Description"_s), u"SHAFT Ø 🛠"_s);
   EXPECT_EQ(Stored(u"UnitOfMeasurement"_s), u"MM"_s);
   EXPECT_EQ(Stored(u"Values"_s).toString().count(u','), 8) << "a last line that is not ended counts as well";
@@ -82,11 +79,7 @@ TEST_F(DataEditorSaveTest, AddsWithOneBoxAndNeverTwice) {
   EXPECT_EQ(program.screen.calls, QStringList{u"AddListRow SHAFT Ø 🛠"_s});
 
   const QByteArray before = FileBytes();
-  program.boxes.Expect();
-  DataEditorSave again(fields);
-  EXPECT_FALSE(again.SaveSelect());
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"The file description entered already exists."_s));
-  EXPECT_EQ(again.ControlAtFault(), u"txtDescription"_s);
+  Refuse(u"The file description entered already exists.");
   EXPECT_EQ(FileBytes(), before);
 }
 
@@ -95,16 +88,15 @@ struct Refusal {
   void (*spoil)(EditorFields&);
   QString text;
   QString control = {};
-  Icon icon = Icon::Exclamation;
 };
 
 TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
-  const QString required = u"The required fields"_s, raw = u"txtRawData"_s,
+  const QString required = u"The required fields"_s, raw = u"txtRawData"_s, max = u"txtMaxSamples"_s,
                 values = u"Data values could not be validated. Ensure at least 8 data points exist and"_s,
                 error = u"Error attempting to save data: \r\n"_s;
 #define SPOILT(change) [](EditorFields& f) { change; }
   const Refusal refusals[] = {
-      {"no data", SPOILT(f.rawData = u" \r\n\n"_s), u"No data to process"_s, raw, Icon::Critical},
+      {"no data", SPOILT(f.rawData = u" \r\n\n"_s), u"No data to process"_s, raw},
       {"seven values", SPOILT(f.rawData = Values(7)), values, raw},
       {"text at the end", SPOILT(f.rawData += u"\nabc"_s), values, raw},
       {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768)), values, raw},
@@ -113,29 +105,19 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
       {"decimal comma", SPOILT(f.usl = u"12,5"_s), required, u"txtUSL"_s},
       {"not a number", SPOILT(f.nominal = u"NaN"_s), required, u"txtNominal"_s},
       {"limits alike", SPOILT(f.lsl = f.usl), required, u"txtUSL"_s},
-      {"subgroup size 21", SPOILT(f.subGroup = u"21"_s), u"The sub group size must be a"_s,
-       u"comboSubGroup"_s},
+      {"subgroup of 21", SPOILT(f.subGroup = u"21"_s), u"The sub group size must be"_s, u"comboSubGroup"_s},
       {"a limit of zero",
        SPOILT(f.calculateLimits = false; f.xUCL = f.xLCL = f.rUCL = u"1"_s; f.rLCL = u"-.0"_s),
        u"Upper and lower control limits must be entered"_s, u"txtRLCL"_s},
       {"nominal above", SPOILT(f.nominal = u"12.001"_s), u"The nominal value cannot"_s, u"txtNominal"_s},
-      {"no maximum", SPOILT(f.useAllSamples = false; f.maxSamples = u"ten"_s),
-       u"The value entered for the max"_s, u"txtMaxSamples"_s},
-      {"maximum beyond 16 bits",
-       SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s),
-       error + u"Max Samples: no more than 32767"_s,
-       {},
-       Icon::Critical},
-      {"limits too far apart",
-       SPOILT(f.usl = u"1e308"_s; f.lsl = u"-1e308"_s),
-       error + u"The spec limits are too far apart."_s,
-       {},
-       Icon::Critical},
-      {"flier with a comma",
-       SPOILT(f.hiFlier = u"14,5"_s),
-       error + u"High flier: \"14,5\" is not a number. Decimals are written with a point."_s,
-       {},
-       Icon::Critical},
+      {"no maximum", SPOILT(f.useAllSamples = false; f.maxSamples = u"ten"_s), u"The value entered for"_s,
+       max},
+      {"maximum beyond 16 bits", SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s),
+       error + u"Max Samples: no more than 32767"_s},
+      {"limits too far apart", SPOILT(f.usl = u"1e308"_s; f.lsl = u"-1e308"_s),
+       error + u"The spec limits are too far apart."_s},
+      {"flier with a comma", SPOILT(f.hiFlier = u"14,5"_s),
+       error + u"High flier: \"14,5\" is not a number. Decimals are written with a point."_s},
   };
 #undef SPOILT
   const EditorFields newFields = fields;
@@ -148,13 +130,9 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
       SCOPED_TRACE(refusal.what);
       EditorFields spoilt = adding ? newFields : fields;
       refusal.spoil(spoilt);
-      program.boxes.Expect();
+      program.boxes.Expect(refusal.text);
       DataEditorSave save(spoilt, adding ? nullptr : edited);
       EXPECT_FALSE(save.SaveSelect());
-      const MessageBox::Request box = program.boxes.Take();
-      EXPECT_TRUE(box.text.startsWith(refusal.text)) << box.text.toStdString();
-      EXPECT_EQ(box.title, refusal.text == required ? u"Error"_s : u"System Message"_s);
-      EXPECT_EQ(box.icon, refusal.icon);
       EXPECT_EQ(save.ControlAtFault(), refusal.control);
     }
   }
@@ -168,9 +146,7 @@ TEST_F(DataEditorSaveTest, AnApostropheEndsInAMessageAndNeverInARow) {
   for (const QString& name : {u"O'RING"_s, u"X'; DELETE FROM StatData; --"_s}) {
     fields.description = name;
     const QByteArray before = FileBytes();
-    program.boxes.Expect();
-    EXPECT_FALSE(DataEditorSave(fields).SaveSelect());
-    EXPECT_TRUE(program.boxes.Take().text.startsWith(u"QCGlobalFunctions::IsDuplicateName failed"_s));
+    Refuse(u"QCGlobalFunctions::IsDuplicateName failed");
     EXPECT_EQ(FileBytes(), before);
   }
 }
@@ -179,16 +155,11 @@ TEST_F(DataEditorSaveTest, ExcessSamplesAreCutOnlyOnYes) {
   fields.rawData = Values(50);
   fields.useAllSamples = false;
   fields.maxSamples = u"40"_s;
-  program.boxes.Expect(Answer::No);
+  program.boxes.Expect(Answer::No, u"10 samples will be discarded upon save. Continue?");
   EXPECT_FALSE(DataEditorSave(fields).SaveSelect());
-  const MessageBox::Request question = program.boxes.Take();
-  EXPECT_EQ(question.text, u"10 samples will be discarded upon save. Continue?"_s);
-  EXPECT_EQ(question.icon, Icon::Question);
-  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
-
+  EXPECT_EQ(StoredRows(), 0U);
   program.boxes.Expect(Answer::Yes);
-  program.boxes.Expect();
-  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  Save(u"Data was saved");
   EXPECT_EQ(Stored(u"Values"_s), Values(40).replace(u'\n', u','));
   EXPECT_EQ(program.state.gDataCollection.at(0)->SampleQty(), 40);
 }
@@ -196,8 +167,7 @@ TEST_F(DataEditorSaveTest, ExcessSamplesAreCutOnlyOnYes) {
 TEST_F(DataEditorSaveTest, FliersGoBeforeExcessSamples) {
   fields.rawData = Values(38) + u"\n16\n4"_s;  // values on the limits go as well
   fields.discardFliers = true;
-  program.boxes.Expect();
-  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  Save(u"Data was saved");
   EXPECT_EQ(Stored(u"Values"_s), Values(38).replace(u'\n', u',') + u',');
 
   // 39 are to be kept and 38 are left: all of these.
@@ -205,43 +175,35 @@ TEST_F(DataEditorSaveTest, FliersGoBeforeExcessSamples) {
   fields.useAllSamples = false;
   fields.maxSamples = u"39"_s;
   program.boxes.Expect(Answer::Yes);
-  program.boxes.Expect();
-  EXPECT_TRUE(DataEditorSave(fields).SaveSelect());
+  Save(u"Data was saved");
   EXPECT_EQ(program.state.gDataCollection.back()->SampleQty(), 36) << "complete subgroups of 38";
 }
 
 TEST_F(DataEditorSaveTest, NothingLeftToSaveStopsWithAReason) {
-  fields.discardFliers = true;
   fields.hiFlier = u"2"_s;
   fields.lowFlier = u"1"_s;
-  DataEditorSave allFliers(fields);
-  EXPECT_FALSE(allFliers.SaveSelect());
-  EXPECT_FALSE(allFliers.Reason().isEmpty());
-
-  fields.discardFliers = false;
-  fields.useAllSamples = false;
   fields.maxSamples = u"0"_s;
-  DataEditorSave noneKept(fields);
-  EXPECT_FALSE(noneKept.SaveSelect());
-  EXPECT_FALSE(noneKept.Reason().isEmpty());
-  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
+  for (const bool allAreFliers : {true, false}) {
+    fields.discardFliers = fields.useAllSamples = allAreFliers;
+    DataEditorSave save(fields);
+    EXPECT_FALSE(save.SaveSelect());
+    EXPECT_FALSE(save.Reason().isEmpty());
+  }
+  EXPECT_EQ(StoredRows(), 0U);
 }
 
 TEST_F(DataEditorSaveTest, FewSamplesAreNamedByTheCountBeforeTheFliersWent) {
-  program.boxes.Expect();
-  DataEditorSave unchecked(fields);
-  EXPECT_FALSE(unchecked.PrepareRawData().isEmpty());
-  EXPECT_EQ(
-      program.boxes.Take().text,
+  program.boxes.Expect(
       u"-40 samples have been discarded because they exceed flier limits. Only 40 samples are remaining."
-      "There must be at least 8 number of valid data samples to process"_s);
+      "There must be at least 8 number of valid data samples to process");
+  EXPECT_FALSE(DataEditorSave(fields).PrepareRawData().isEmpty()) << "nothing was checked yet";
 }
 
 TEST_F(DataEditorSaveTest, EditedLimitsAreKeptOrCalculated) {
   const CDataPtr edited = Edit();
   EXPECT_TRUE(fields.calculateLimits) << "a range limit of zero cannot be kept";
-  EXPECT_EQ(fields.rLCL, u".0000"_s);
-  EXPECT_EQ(fields.usl, u"12.0000"_s);
+  EXPECT_EQ(fields.rLCL, u".0000");
+  EXPECT_EQ(fields.usl, u"12.0000");
   fields.description = u"another name"_s;
   fields.calculateLimits = false;
   fields.xUCL = u"11.5"_s;
@@ -249,21 +211,20 @@ TEST_F(DataEditorSaveTest, EditedLimitsAreKeptOrCalculated) {
   fields.xMean = u""_s;  // is calculated
   fields.rUCL = u"2"_s;
   fields.rLCL = u".0001"_s;
-  ExpectSaved(edited);
+  Save(u"All data successfully saved.", edited);
   EXPECT_EQ(Stored(u"XBarUCL"_s), 11.5);
   EXPECT_EQ(Stored(u"XBarLCL"_s), -0.5);
   EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0001);
   EXPECT_NEAR(Stored(u"XBarMean"_s).toDouble(), 10, 0.1);
   EXPECT_EQ(Stored(u"Description"_s), u"BORE"_s);
-  EXPECT_EQ(edited->Description(), u"BORE"_s);
   EXPECT_EQ(edited->XBarUCL(), 11.5);
   EXPECT_EQ(program.screen.calls, QStringList{u"UpdateListRow BORE"_s});
 
   fields = EditorFields::Of(*edited);
   EXPECT_FALSE(fields.calculateLimits);
-  EXPECT_EQ(fields.xLCL, u"-.5000"_s);
+  EXPECT_EQ(fields.xLCL, u"-.5000");
   fields.calculateLimits = true;
-  ExpectSaved(edited);
+  Save(u"All data successfully saved.", edited);
   EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0);
   EXPECT_NE(Stored(u"XBarUCL"_s), 11.5);
 }
@@ -272,32 +233,25 @@ TEST_F(DataEditorSaveTest, AFailedWriteLeavesTheDataSetInUseAsItWas) {
   const CDataPtr edited = Edit();
   const QString before = edited->DelimitedInputString();
   fields.rawData = Values(60);
-  const auto expectRefusal = [&](const QString& reason) {
-    program.boxes.Expect();
-    EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
-    EXPECT_TRUE(program.boxes.Take().text.contains(reason));
-    EXPECT_EQ(edited->DelimitedInputString(), before);
-  };
-  Connection::FaultHook = [](const QString& operation) {
-    if (operation == u"update"_s) throw DatabaseError(u"the disk is full"_s);
-  };
-  expectRefusal(u"the disk is full"_s);
-  Connection::FaultHook = nullptr;
+  TestProgram::FailAt(u"update"_s);
+  Refuse(u"the disk is full", edited);
+  TestProgram::FailAt({});
   program.Execute(u"DELETE * FROM StatData"_s);
-  expectRefusal(u"was deleted from the library"_s);
-  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty()) << "added anew";
+  Refuse(u"was deleted from the library", edited);
+  EXPECT_EQ(edited->DelimitedInputString(), before);
+  EXPECT_EQ(StoredRows(), 0U) << "added anew";
 }
 
 TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
   EXPECT_TRUE(fields.Hint().isEmpty());
   fields.lowFlier = u"7,5"_s;
-  EXPECT_EQ(fields.Hint(), u"Low flier: write the decimal point, 7.5."_s);
+  EXPECT_EQ(fields.Hint(), u"Low flier: write the decimal point, 7.5.");
   fields.usl = u"1e999"_s;
-  EXPECT_EQ(fields.Hint(), u"Upper limit: this is not a number."_s);
+  EXPECT_EQ(fields.Hint(), u"Upper limit: this is not a number.");
   Edit();
   EXPECT_TRUE(fields.Hint().isEmpty());
   fields.calculateLimits = false;
-  EXPECT_TRUE(fields.Hint().startsWith(u"Range LCL: to keep the control limits"_s))
+  EXPECT_TRUE(fields.Hint().startsWith(u"Range LCL: to keep the control limits"))
       << "as it is in small subgroups";
 }
 
