@@ -10,16 +10,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Pasted {
-  const char* what;
-  QString text, shown;
-};
-
-class RawDataTextTest : public BothLocales {};
+using RawDataTextTest = BothLocales;
 INSTANTIATE_FOR_BOTH_LOCALES(RawDataTextTest);
 
 TEST_P(RawDataTextTest, PastedTextIsUnderstoodAsASpreadsheetUserMeansIt) {
-  const Pasted cases[] = {
+  struct {
+    const char* what;
+    QString text, shown;
+  } const cases[] = {
       {"line ends of every kind", u"1\r\n2\r3\n4\u20285\u20296"_s, u"1\n2\n3\n4\n5\n6"_s},
       {"a column, ended", u"12.1\n12.4\n"_s, u"12.1\n12.4\n"_s},
       {"semicolons and blanks", u" 12.1; 12.4 ;11.9"_s, u"12.1\n12.4\n11.9"_s},
@@ -37,7 +35,7 @@ TEST_P(RawDataTextTest, PastedTextIsUnderstoodAsASpreadsheetUserMeansIt) {
       {"a mistyped decimal comma", u"12,5\n12,x5"_s, u"12.5\n12,x5"_s},
       {"nothing", u"\r\n\t;\n"_s, u""_s},
   };
-  for (const Pasted& one : cases) EXPECT_EQ(RawDataText::FromPasted(one.text), one.shown) << one.what;
+  for (const auto& one : cases) EXPECT_EQ(RawDataText::FromPasted(one.text), one.shown) << one.what;
 }
 
 QString HandedOver(const QString& text) {

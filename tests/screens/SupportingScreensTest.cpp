@@ -3,13 +3,9 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -20,23 +16,13 @@
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
 #include "tests/support/TestProgram.h"
+#include "tests/support/Widgets.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString keyPath = uR"(Software\Orvane Labs\Kestrel)"_s;
-
-template <class Control>
-Control* Find(const QWidget& form, const QString& name) {
-  auto* control = form.findChild<Control*>(name);
-  EXPECT_TRUE(control) << name.toStdString();
-  return control;
-}
-
-void Click(const QWidget& form, const QString& name) {
-  QTest::mouseClick(Find<QAbstractButton>(form, name), Qt::LeftButton);
-}
 
 // A store whose writes fail on demand although its keys can be made.
 class FailingRegistry : public MemoryRegistry {
@@ -51,45 +37,34 @@ TEST(Configure, AcceptStoresAndStaysOpenForMore) {
   TestProgram program;
   FailingRegistry registry;
   program.state.registry = &registry;
-  program.state.gSetup.RegistryKeyPath = keyPath;
   program.state.gSetup.ListviewDoubleClickViewsChart = true;
-  program.state.gSettingsSaved = true;
   const auto stored = [] {
     return RegistryFunctions::GetKeyValue(keyPath, u"ListviewDoubleClickViewsChart"_s, 4);
   };
   frmConfigure form;
   form.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
-  auto* accept = Find<QPushButton>(form, u"cmdAccept"_s);
-  EXPECT_FALSE(program.state.gSettingsSaved);
-  EXPECT_TRUE(Find<QRadioButton>(form, u"optionViewChart"_s)->isChecked());
-  EXPECT_FALSE(accept->isEnabled());
+  const auto& accept = Get<QWidget>(form, "cmdAccept");
+  EXPECT_TRUE(Get<QRadioButton>(form, "optionViewChart").isChecked());
   for (const bool edit : {true, false}) {
+    EXPECT_FALSE(accept.isEnabled());
     QTest::keyClick(&form, edit ? Qt::Key_E : Qt::Key_V, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return accept->isEnabled(); }));
-    program.boxes.Expect();
-    Click(form, u"cmdAccept"_s);
-    const MessageBox::Request box = program.boxes.Take();
-    EXPECT_EQ(box.text, u"Registry settings saved"_s);
-    EXPECT_EQ(box.title, u"System Message"_s);
-    EXPECT_EQ(box.icon, MessageBox::Icon::Information);
-    EXPECT_EQ(stored(), edit ? u"0"_s : u"1"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return accept.isEnabled(); }));
+    program.boxes.Expect(u"Registry settings saved");
+    Click(form, "cmdAccept");
+    EXPECT_EQ(stored(), edit ? u"0" : u"1");
     EXPECT_EQ(program.state.gSetup.ListviewDoubleClickViewsChart, !edit);
     EXPECT_TRUE(program.state.gSettingsSaved);
-    EXPECT_FALSE(accept->isEnabled());
     EXPECT_TRUE(form.isVisible());
   }
   registry.fails = true;
-  program.state.gSettingsSaved = false;
-  Click(form, u"optionEditSelection"_s);
-  program.boxes.Expect();
-  Click(form, u"cmdAccept"_s);
-  EXPECT_TRUE(program.boxes.Take().text.startsWith(u"RegistryFunctions::SetKeyValue"_s));
-  EXPECT_TRUE(accept->isEnabled());
-  EXPECT_FALSE(program.state.gSettingsSaved);
+  Click(form, "optionEditSelection");
+  program.boxes.Expect(u"RegistryFunctions::SetKeyValue");
+  Click(form, "cmdAccept");
+  EXPECT_TRUE(accept.isEnabled());
   QTest::keyClick(&form, Qt::Key_Escape);
   EXPECT_FALSE(form.isVisible());
-  EXPECT_EQ(stored(), u"1"_s) << "dropped without asking";
+  EXPECT_EQ(stored(), u"1") << "dropped without asking";
 }
 
 class AboutTest : public testing::Test {
@@ -99,24 +74,20 @@ class AboutTest : public testing::Test {
     Registry::Key key = 0;
     program.registry.RegCreateKeyEx(path, Registry::KeyWrite, key);
     program.registry.RegSetValueEx(key, name, type, data);
-    program.registry.RegCloseKey(key);
   }
-  // What the button starts; a box is expected where nothing could be started.
-  QStringList Started(bool startable = true) {
-    QStringList started;
-    frmAbout form(nullptr, [&](const QString& path) {
-      started.append(path);
-      return startable;
+  // What the button starts, and whether that is possible; where it is not, a box says so.
+  void ExpectStart(const QString& path, bool possible) {
+    QString started;
+    frmAbout form(nullptr, [&](const QString& tool) {
+      started = tool;
+      return possible;
     });
     form.show();
-    Click(form, u"cmdSysInfo"_s);
-    return started;
-  }
-  void ExpectUnavailable() {
-    const MessageBox::Request box = program.boxes.Take();
-    EXPECT_EQ(box.text, u"System Information Is Unavailable At This Time"_s);
-    EXPECT_EQ(box.icon, MessageBox::Icon::None);
-    EXPECT_EQ(box.buttons, MessageBox::Buttons::Ok);
+    if (!possible) program.boxes.Expect(u"System Information Is Unavailable At This Time");
+    Click(form, "cmdSysInfo");
+    EXPECT_EQ(started, path);
+    Click(form, "cmdOK");
+    EXPECT_FALSE(form.isVisible());
   }
 
   const QString direct = uR"(SOFTWARE\Microsoft\Shared Tools\MSINFO)"_s;
@@ -124,47 +95,24 @@ class AboutTest : public testing::Test {
   TestProgram program;
 };
 
-TEST_F(AboutTest, ShowsTitleVersionAndNotice) {
-  QCoreApplication::setApplicationVersion(u"1.02.30"_s);
-  frmAbout form;
-  form.show();
-  EXPECT_EQ(form.windowTitle(), u"About Kestrel"_s);
-  EXPECT_EQ(Find<QLabel>(form, u"lblTitle"_s)->text(), u"Kestrel"_s);
-  EXPECT_EQ(Find<QLabel>(form, u"lblVersion"_s)->text(), u"Version 1.2.30"_s);
-  EXPECT_EQ(Find<QLabel>(form, u"lblDescription"_s)->text(),
-            u"Kestrel - SPC control charting solution for the quality system novice"_s);
-  EXPECT_TRUE(Find<QLabel>(form, u"lblDisclaimer"_s)->text().contains(u"without warranty"_s));
-  Click(form, u"cmdOK"_s);
-  EXPECT_FALSE(form.isVisible());
-}
-
 TEST_F(AboutTest, StartsTheToolThatTheStoreNames) {
-  program.boxes.Expect();
-  EXPECT_EQ(Started(), QStringList());  // nothing is known
-  ExpectUnavailable();
+  ExpectStart({}, false);  // nothing is known
   Store(location, u"MSINFO"_s, QFile::encodeName(program.folder.path()));
-  program.boxes.Expect();
-  EXPECT_EQ(Started(), QStringList());  // the folder is known, the tool is not in it
-  ExpectUnavailable();
-
+  ExpectStart({}, false);  // the folder is known, the tool is not in it
   QFile tool(program.Path(u"MSINFO32.EXE"_s));
   ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
-  EXPECT_EQ(Started(), QStringList{QDir::toNativeSeparators(tool.fileName())});
-
+  ExpectStart(QDir::toNativeSeparators(tool.fileName()), true);
   Store(direct, u"PATH"_s, QByteArray("/tools/info\0", 12));  // comes first, and without its closing zero
-  EXPECT_EQ(Started(), QStringList{u"/tools/info"_s});
-  program.boxes.Expect();
-  Started(false);
-  ExpectUnavailable();
+  ExpectStart(u"/tools/info"_s, true);
+  ExpectStart(u"/tools/info"_s, false);
 }
 
 TEST_F(AboutTest, NumbersReadAsHexadecimalText) {
   Store(direct, u"Flags"_s, QByteArray("\x1f\x02\x00\x00", 4), Registry::Dword);
   QString text;
   EXPECT_TRUE(frmAbout::GetKeyValue(direct, u"Flags"_s, text));
-  EXPECT_EQ(text, u"&h21F"_s);
+  EXPECT_EQ(text, u"&h21F");
   EXPECT_FALSE(frmAbout::GetKeyValue(direct, u"Absent"_s, text));
-  EXPECT_FALSE(frmAbout::GetKeyValue(u"No\\Such"_s, u"PATH"_s, text));
 }
 
 HelpViewer* OpenHelp() {
@@ -175,24 +123,20 @@ HelpViewer* OpenHelp() {
   return nullptr;
 }
 
-QString Heading(const HelpViewer& help) {
-  return Find<QTextBrowser>(help, u"Page"_s)->document()->firstBlock().text();
-}
+QString Heading() { return Get<QTextBrowser>(*OpenHelp(), "Page").document()->firstBlock().text(); }
 
 TEST(Help, EveryTopicHasItsPage) {
   CallUpHelp(HelpTopics::Contents);
-  ASSERT_TRUE(OpenHelp());
-  auto* contents = Find<QTreeWidget>(*OpenHelp(), u"Contents"_s);
-  for (QTreeWidgetItemIterator item(contents); *item; ++item) {
-    contents->setCurrentItem(*item);
-    EXPECT_EQ(Heading(*OpenHelp()), (*item)->text(0));
+  auto& contents = Get<QTreeWidget>(*OpenHelp(), "Contents");
+  for (QTreeWidgetItemIterator item(&contents); *item; ++item) {
+    contents.setCurrentItem(*item);
+    EXPECT_EQ(Heading(), (*item)->text(0));
   }
   OpenHelp()->close();
-
   CallUpHelp(9999);
-  EXPECT_EQ(Heading(*OpenHelp()), u"No such topic"_s);
+  EXPECT_EQ(Heading(), u"No such topic");
   CallUpHelp(HelpTopics::Glossary);
-  EXPECT_EQ(Heading(*OpenHelp()), u"Glossary"_s);
+  EXPECT_EQ(Heading(), u"Glossary");
   ASSERT_TRUE(QTest::qWaitForWindowActive(OpenHelp()));
   QTest::keyClick(OpenHelp(), Qt::Key_Escape);
   EXPECT_FALSE(OpenHelp());
@@ -203,12 +147,11 @@ TEST(Help, F1WorksWhileAModalScreenIsOpen) {
   frmConfigure form;
   form.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
-  QTest::keyClick(Find<QWidget>(form, u"optionViewChart"_s), Qt::Key_F1);
-  ASSERT_TRUE(OpenHelp());
-  EXPECT_EQ(Heading(*OpenHelp()), u"Configuration"_s);
+  QTest::keyClick(&Get<QWidget>(form, "optionViewChart"), Qt::Key_F1);
+  EXPECT_EQ(Heading(), u"Configuration");
   // A blocked window would not take the click on its "Contents" button.
   QTest::mouseClick(OpenHelp()->windowHandle(), Qt::LeftButton, {}, QPoint(20, 12));
-  EXPECT_TRUE(Find<QTreeWidget>(*OpenHelp(), u"Contents"_s)->isVisible());
+  EXPECT_TRUE(Get<QWidget>(*OpenHelp(), "Contents").isVisible());
   OpenHelp()->close();
 }
 
@@ -217,16 +160,15 @@ TEST(Help, SearchFindsPagesThatHoldEveryWord) {
   HelpViewer& help = *OpenHelp();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&help));
   QTest::keyClick(&help, Qt::Key_F, Qt::ControlModifier);
-  auto* search = Find<QLineEdit>(help, u"Search"_s);
-  auto* results = Find<QListWidget>(help, u"Results"_s);
-  QTest::keyClicks(search, u"EIGHT successive"_s);
-  ASSERT_EQ(results->count(), 1);
-  QTest::keyClick(search, Qt::Key_Return);
-  EXPECT_EQ(Heading(help), u"Detection rule four"_s);
+  const auto& results = Get<QListWidget>(help, "Results");
+  Type(help, "Search", u"EIGHT successive"_s);
+  ASSERT_EQ(results.count(), 1);
+  QTest::keyClick(&Get(help, "Search"), Qt::Key_Return);
+  EXPECT_EQ(Heading(), u"Detection rule four");
   QTest::keyClick(&help, Qt::Key_Left, Qt::AltModifier);
-  EXPECT_EQ(Heading(help), u"Welcome to Kestrel"_s);
-  search->setText(u"qqqq"_s);
-  EXPECT_EQ(results->item(0)->text(), u"Nothing found."_s);
+  EXPECT_EQ(Heading(), u"Welcome to Kestrel");
+  Type(help, "Search", u"qqqq"_s);
+  EXPECT_EQ(results.item(0)->text(), u"Nothing found.");
   help.close();
 }
 
@@ -240,10 +182,8 @@ TEST(Manual, EveryLinkAndPictureResolves) {
     ASSERT_TRUE(page.open(QIODevice::ReadOnly));
     for (auto matches = reference.globalMatch(QString::fromUtf8(page.readAll())); matches.hasNext();) {
       const QString target = matches.next().captured(1);
-      EXPECT_TRUE(manual.exists(target)) << name.toStdString() << " refers to " << target.toStdString();
-      if (target.endsWith(u".png"_s)) {
-        EXPECT_TRUE(manual.exists(QString(target).replace(u".png"_s, u"@2x.png"_s))) << target.toStdString();
-      }
+      for (const QString& file : {target, QString(target).replace(u".png"_s, u"@2x.png"_s)})
+        EXPECT_TRUE(manual.exists(file)) << name.toStdString() << " refers to " << file.toStdString();
     }
   }
 }

@@ -44,23 +44,20 @@ void WhenThere(Find find, Act act) {
 // The share of pixels that differ clearly.
 double Difference(const QImage& a, const QImage& b) {
   int differing = 0;
-  for (int y = 0; y < a.height(); ++y) {
+  for (int y = 0; y < a.height(); ++y)
     for (int x = 0; x < a.width(); ++x)
       differing += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 40;
-  }
   return double(differing) / (a.width() * a.height());
 }
 
 TEST(Indicators, StatesDifferWithoutColourAtEverySize) {
-  for (const int side : {16, 24, 64}) {
-    for (int a = 0; a <= 4; ++a) {
-      for (int b = a + 1; b <= 4; ++b) {
-        const double difference = Difference(Grey(ProcessStateIcon(a).pixmap(side, side)),
-                                             Grey(ProcessStateIcon(b).pixmap(side, side)));
-        EXPECT_GT(difference, 0.08) << "states " << a << " and " << b << " at " << side;
-      }
-    }
-  }
+  for (const int side : {16, 24, 64})
+    for (int a = 0; a <= 4; ++a)
+      for (int b = 0; b < a; ++b)
+        EXPECT_GT(Difference(Grey(ProcessStateIcon(a).pixmap(side, side)),
+                             Grey(ProcessStateIcon(b).pixmap(side, side))),
+                  0.08)
+            << "states " << a << " and " << b << " at " << side;
   Led go, stop;
   for (Led* lamp : {&go, &stop}) lamp->SetOn(true);
   stop.SetColorValue(Led::Stop);
@@ -130,33 +127,32 @@ TEST_F(ButtonBarTest, AButtonWithAMenuOnlyOpensIt) {
   EXPECT_EQ(clicks.count(), 0);
 }
 
-// Shows the box, looks at its text and answers with a key.
-MessageBox::Answer Answered(const MessageBox::Request& request, Qt::Key key,
-                            Qt::KeyboardModifiers modifiers = {},
-                            const QString& shown = u"one\n\ntwo <b>"_s) {
-  WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); },
-            [=](QMessageBox* box) {
-              EXPECT_EQ(box->text(), shown);
-              const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
-              EXPECT_GE(label->height(), label->heightForWidth(label->width()));
-              QTest::keyClick(box, key, modifiers);
-            });
-  return QtMessageBox().Show(request);
-}
-
 TEST(QtMessageBoxTest, EscapeRefusesAndLettersChoose) {
   using namespace MessageBox;
-  Request request{u"one\r\rtwo <b>"_s, u"System Message"_s, Icon::Question, Buttons::YesNo};
-  EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::No);
-  EXPECT_EQ(Answered(request, Qt::Key_Y, Qt::AltModifier), Answer::Yes);
-  request.buttons = Buttons::YesNoCancel;
-  EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::Cancel);
-  EXPECT_EQ(Answered(request, Qt::Key_N, Qt::AltModifier), Answer::No);
-  request.buttons = Buttons::Ok;
-  EXPECT_EQ(Answered(request, Qt::Key_Escape), Answer::Ok);
   // The label's floor of width once kept the box from wrapping: the rest of the text was cut off.
-  request.text = u"many words "_s.repeated(20);
-  EXPECT_EQ(Answered(request, Qt::Key_Escape, {}, request.text), Answer::Ok);
+  const QString text = u"one\r\rtwo <b>"_s, shown = u"one\n\ntwo <b>"_s,
+                words = u"many words "_s.repeated(20);
+  struct {
+    Buttons buttons;
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    Answer answer;
+    QString text, shown;
+  } const cases[] = {{Buttons::YesNo, Qt::Key_Escape, {}, Answer::No, text, shown},
+                     {Buttons::YesNo, Qt::Key_Y, Qt::AltModifier, Answer::Yes, text, shown},
+                     {Buttons::YesNoCancel, Qt::Key_Escape, {}, Answer::Cancel, text, shown},
+                     {Buttons::YesNoCancel, Qt::Key_N, Qt::AltModifier, Answer::No, text, shown},
+                     {Buttons::Ok, Qt::Key_Escape, {}, Answer::Ok, words, words}};
+  for (const auto& one : cases) {
+    WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); },
+              [&](QMessageBox* box) {
+                EXPECT_EQ(box->text(), one.shown);
+                const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+                QTest::keyClick(box, one.key, one.modifiers);
+              });
+    EXPECT_EQ(QtMessageBox().Show({one.text, u"System Message"_s, Icon::Question, one.buttons}), one.answer);
+  }
 }
 
 }  // namespace
