@@ -11,33 +11,38 @@ namespace {
 
 class CommandLineTest : public ProgramTest {
  protected:
-  CommandLineTest() : library_(Path(u"plant.kestrel"_s)) {
-    EXPECT_EQ(Run({u"new"_s, library_}).status, 0);
-    csv_ =
-        Write(u"shaft.csv"_s,
-              "diameter;operator\n10,1;Ann\n10,2;Ann\n9,9;Bo\n10,0;Bo\n10,1;Bo\n9,8;Bo\n10,0;Bo\n10,3;Bo\n");
+  CommandLineTest() {
+    EXPECT_EQ(RunIn(u"new @plant").status, 0);
+    Write(u"shaft.csv"_s,
+          "diameter;operator\n10,1;Ann\n10,2;Ann\n9,9;Bo\n10,0;Bo\n10,1;Bo\n9,8;Bo\n10,0;Bo\n10,3;Bo\n");
   }
 
-  QStringList ImportWords(const QString& description = u"Shaft"_s, const QStringList& more = {}) const {
-    return QStringList{u"import"_s, library_,   csv_,   u"--description"_s, description, u"--usl"_s,
-                       u"11"_s,     u"--lsl"_s, u"9"_s, u"--nominal"_s,     u"10"_s} +
-           more;
+  // Runs the words, in which "@" stands for this test's folder.
+  ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const {
+    return Run(QProcess::splitCommand(words).replaceInStrings(u"@"_s, folder_.path() + u'/'), input);
+  }
+  // With the options that an import needs, where the words give none of their own.
+  ProgramRun Import(QString words) const {
+    for (const QString& option : {u"--usl 11"_s, u"--lsl 9"_s, u"--nominal 10"_s, u"--description Shaft"_s})
+      if (!words.contains(option.section(u' ', 0, 0))) words += u' ' + option;
+    return RunIn(u"import @plant "_s + words);
+  }
+  void Fails(int status, QStringView words, const QStringList& named, const QByteArray& input = {}) const {
+    SCOPED_TRACE(words.toString().toStdString());
+    ExpectFailure(RunIn(words, input), status, named);
   }
 
   QJsonObject OnlyDataSet() const {
-    const QJsonArray array = Run({u"status"_s, library_, u"--json"_s}).Json().array();
+    const QJsonArray array = RunIn(u"status @plant --json").Json().array();
     EXPECT_EQ(array.size(), 1);
     return array[0].toObject();
   }
-
-  QString library_;
-  QString csv_;
 };
 
 TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
-  const ProgramRun imported =
-      Run(ImportWords(u"Shaft"_s, {u"--column"_s, u"diameter"_s, u"--unit"_s, u"mm"_s, u"--subgroup"_s,
-                                   u"2"_s, u"--sensitivity"_s, u"high"_s, u"--period"_s, u"short"_s}));
+  const ProgramRun imported = Import(
+      u"@shaft.csv --column diameter --unit mm --subgroup 2 --sensitivity high "
+      "--period short"_s);
   EXPECT_EQ(imported.status, 0) << imported.error.toStdString();
   const QJsonObject data = OnlyDataSet();
   EXPECT_EQ(data[u"Description"_s], u"Shaft"_s);
@@ -48,28 +53,25 @@ TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
   EXPECT_EQ(data[u"XBarMean"_s], 10.05);
   EXPECT_EQ(data[u"HiFlier"_s], 13);
 
-  const QString out = Path(u"out/deep"_s);
   for (const QString& format : {u"pdf"_s, u"png"_s, u"svg"_s}) {
-    EXPECT_EQ(Run({u"report"_s, library_, u"--out"_s, out, u"--format"_s, format, u"--fit"_s}).status, 0);
-    EXPECT_GT(Read(out + u"/Shaft."_s + format).size(), 3000);
+    EXPECT_EQ(RunIn(u"report @plant --out @out/deep --fit --format "_s + format).status, 0);
+    EXPECT_GT(Read(Path(u"out/deep/Shaft."_s + format)).size(), 3000);
   }
-  EXPECT_EQ(Run({u"export"_s, library_, u"--out"_s, out, u"shaft"_s}).output, out + u"/Shaft.csf\n"_s);
-  EXPECT_EQ(Read(out + u"/Shaft.csf"_s).count("\r\n"), 28);
+  EXPECT_EQ(RunIn(u"export @plant --out @out/deep shaft").output, Path(u"out/deep/Shaft.csf\n"_s));
+  EXPECT_EQ(Read(Path(u"out/deep/Shaft.csf"_s)).count("\r\n"), 28);
 }
 
 TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
-  Run(ImportWords(u"O'Neill; shaft"_s, {u"--column=1"_s}));
+  Import(u"@shaft.csv --description \"O'Neill; shaft\" --column=1"_s);
   const QJsonObject before = OnlyDataSet();
-  EXPECT_EQ(Run({u"append"_s, library_, u"--description"_s, u"o'neill; SHAFT"_s, u"-3.5"_s, u"12"_s}).status,
-            0);
-  EXPECT_EQ(Run({u"append"_s, library_, u"--description"_s, u"O'Neill; shaft"_s}, "1.50\n2.0,3\r\n").status,
-            0);
+  EXPECT_EQ(RunIn(u"append @plant --description \"o'neill; SHAFT\" -3.5 12").status, 0);
+  EXPECT_EQ(RunIn(u"append @plant --description \"O'Neill; shaft\"", "1.50\n2.0,3\r\n").status, 0);
   const QJsonObject after = OnlyDataSet();
   EXPECT_EQ(after[u"DelimitedInputString"_s].toString(),
             before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2.0,3,"_s);
   EXPECT_EQ(after[u"XBarUCL"_s], before[u"XBarUCL"_s]);
   EXPECT_EQ(after[u"RuleViolation"_s], 1);
-  EXPECT_EQ(Run({u"status"_s, library_, u"--check"_s}).status, 1);
+  EXPECT_EQ(RunIn(u"status @plant --check").status, 1);
 }
 
 TEST_F(CommandLineTest, CsvFilesOfEveryKindGiveTheSameNumbers) {
@@ -77,140 +79,130 @@ TEST_F(CommandLineTest, CsvFilesOfEveryKindGiveTheSameNumbers) {
   for (const QByteArray& text :
        {QByteArray("1.5\n2.5\n"), QByteArray("1.5\r2.5\r"), QByteArray("\xEF\xBB\xBFw\r\n1.5\r\n2.5"),
         QByteArray("w;v\n1,5;9\n2,5;9\n;\n"), QByteArray("w\tv\n\"1.5\"\t\n\"2.5\"\t\n\n")}) {
-    csv_ = Write(u"w.csv"_s, text);
-    const QString name = u"Set %1"_s.arg(++count);
-    EXPECT_EQ(Run(ImportWords(name, {u"--column"_s, u"1"_s})).status, 0) << text.toStdString();
+    Write(u"w.csv"_s, text);
+    EXPECT_EQ(Import(u"@w.csv --column 1 --description %1"_s.arg(++count)).status, 0) << text.toStdString();
   }
-  for (const auto& data : Run({u"status"_s, library_, u"--json"_s}).Json().array()) {
+  for (const auto& data : RunIn(u"status @plant --json").Json().array())
     EXPECT_EQ(data[u"DelimitedInputString"_s], u"1.5,2.5,"_s);
-  }
 }
 
 // A page that cannot be scaled keeps none of the others from being written.
 TEST_F(CommandLineTest, OneFailingPageIsNamedAndTheOthersWritten) {
-  csv_ = Write(u"big.csv"_s, QByteArray("20000000\n20000001\n").repeated(5));
-  Run(ImportWords(u"Big"_s));
-  csv_ = Write(u"small.csv"_s, QByteArray("10\n10.5\n").repeated(5));
-  Run(ImportWords(u"Small"_s));
-  const ProgramRun run = Run({u"report"_s, library_, u"--out"_s, Path(u"out"_s)});
+  Write(u"Big"_s, QByteArray("20000000\n20000001\n").repeated(5));
+  Write(u"Small"_s, QByteArray("10\n10.5\n").repeated(5));
+  for (const QString& name : {u"Big"_s, u"Small"_s}) Import(u"@%1 --description %1"_s.arg(name));
+  const ProgramRun run = RunIn(u"report @plant --out @out");
   EXPECT_EQ(run.status, 3);
-  EXPECT_TRUE(run.error.contains(library_) && run.error.contains(u"\"Big\""_s)) << run.error.toStdString();
-  EXPECT_EQ(run.output, Path(u"out/Small.pdf"_s) + u'\n');
+  EXPECT_TRUE(run.error.contains(Path(u"plant"_s)) && run.error.contains(u"\"Big\""))
+      << run.error.toStdString();
+  EXPECT_EQ(run.output, Path(u"out/Small.pdf\n"_s));
 }
 
 TEST_F(CommandLineTest, AnEmptyDataSetHasNoPointsAndNoError) {
-  csv_ = Write(u"empty.csv"_s, "diameter\n");
-  EXPECT_EQ(Run(ImportWords()).status, 0);
+  Write(u"empty.csv"_s, "diameter\n");
+  EXPECT_EQ(Import(u"@empty.csv"_s).status, 0);
   EXPECT_EQ(OnlyDataSet()[u"NumberOfPlotPoints"_s], 0);
-  EXPECT_EQ(Run({u"status"_s, library_, u"--check"_s}).status, 0);
-  EXPECT_EQ(Run({u"report"_s, library_, u"--out"_s, Path(u"out"_s)}).status, 0);
+  EXPECT_EQ(RunIn(u"status @plant --check").status, 0);
+  EXPECT_EQ(RunIn(u"report @plant --out @out").status, 0);
   // Its limits are calculated as soon as there is data, and not frozen by the first value.
-  Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s, u"10"_s});
-  Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s, u"11"_s, u"12"_s});
+  for (const char16_t* values : {u"10", u"11 12"})
+    RunIn(u"append @plant --description Shaft "_s + QStringView(values).toString());
   EXPECT_EQ(OnlyDataSet()[u"XBarMean"_s], 11);
 }
 
 TEST_F(CommandLineTest, HelpAndVersion) {
-  EXPECT_TRUE(Run({u"--version"_s}).output.startsWith(u"kestrel "_s));
-  EXPECT_TRUE(Run({u"--help"_s}).output.contains(u"kestrel stats"_s));
-  for (const char* command : {"new", "import", "append", "status", "report", "export", "convert", "stats"}) {
-    const ProgramRun run = Run({u"help"_s, QString::fromLatin1(command)});
+  EXPECT_TRUE(RunIn(u"--version").output.startsWith(u"kestrel "));
+  EXPECT_TRUE(RunIn(u"--help").output.contains(u"kestrel stats"));
+  for (const QString& command : {u"new"_s, u"import"_s, u"append"_s, u"status"_s, u"report"_s, u"export"_s,
+                                 u"convert"_s, u"stats"_s}) {
+    const ProgramRun run = RunIn(u"help "_s + command);
     EXPECT_EQ(run.status, 0);
-    EXPECT_TRUE(run.output.startsWith(u"kestrel %1 "_s.arg(QString::fromLatin1(command))));
+    EXPECT_TRUE(run.output.startsWith(u"kestrel %1 "_s.arg(command)));
   }
-  ExpectFailure(Run({u"help"_s, u"fly"_s}), 2, {u"fly"_s});
 }
 
 TEST_F(CommandLineTest, WrongUsageNamesTheWord) {
-  ExpectFailure(Run({u"--fly"_s}), 2, {u"--fly"_s});
-  ExpectFailure(Run({u"statsu"_s, library_}), 2, {u"statsu"_s});
-  ExpectFailure(Run({u"status"_s, library_, u"--jsn"_s}), 2, {u"--jsn"_s});
-  ExpectFailure(Run({u"status"_s}), 2, {u"missing"_s});
-  ExpectFailure(Run({u"status"_s, library_, u"more"_s}), 2, {u"more"_s});
-  ExpectFailure(Run({u"stats"_s, u"--subgroup"_s, u"21"_s}), 2, {u"--subgroup"_s, u"21"_s});
-  ExpectFailure(Run({u"stats"_s, u"--subgroup"_s}), 2, {u"--subgroup"_s});
-  ExpectFailure(Run({u"stats"_s, u"--usl"_s, u"x"_s}), 2, {u"--usl"_s, u"\"x\""_s});
-  ExpectFailure(Run({u"stats"_s, u"--usl"_s, u"1"_s}), 2, {u"--lsl"_s});
-  ExpectFailure(Run({u"stats"_s, u"--limits"_s, u"1,2"_s}), 2, {u"--limits"_s});
-  ExpectFailure(Run({u"report"_s, library_, u"--out"_s, Path(u"o"_s), u"--format"_s, u"gif"_s}), 2,
-                {u"gif"_s});
-  ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"None"_s, u"1"_s}), 2, {u"None"_s});
-  ExpectFailure(Run({u"report"_s, library_, u"--out"_s, Path(u"o"_s), u"Nothing"_s}), 2, {u"Nothing"_s});
+  Fails(2, u"--fly", {u"--fly"_s});
+  Fails(2, u"help fly", {u"fly"_s});
+  Fails(2, u"statsu @plant", {u"statsu"_s});
+  Fails(2, u"status @plant --jsn", {u"--jsn"_s});
+  Fails(2, u"status", {u"missing"_s});
+  Fails(2, u"status @plant more", {u"more"_s});
+  Fails(2, u"stats --subgroup 21", {u"--subgroup"_s, u"21"_s});
+  Fails(2, u"stats --subgroup", {u"--subgroup"_s});
+  Fails(2, u"stats --usl x", {u"--usl"_s, u"\"x\""_s});
+  Fails(2, u"stats --usl 1", {u"--lsl"_s});
+  Fails(2, u"stats --limits 1,2", {u"--limits"_s});
+  Fails(2, u"report @plant --out @o --format gif", {u"gif"_s});
+  Fails(2, u"append @plant --description None 1", {u"None"_s});
+  Fails(2, u"report @plant --out @o Nothing", {u"Nothing"_s});
 }
 
 TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
-  Run(ImportWords(u"Shaft"_s, {u"--column"_s, u"1"_s}));
-  const QByteArray before = Read(library_);
-  ExpectFailure(Run({u"stats"_s}, "1 2 12x 4"), 2, {u"value 3"_s, u"12x"_s});
-  ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s, u"1"_s, u"1e999"_s}), 2,
-                {u"value 2"_s, u"1e999"_s});
-  ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s, u"7,5"_s}), 2, {u"7,5"_s});
-  ExpectFailure(Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s}, " \n"), 2, {u"no values"_s});
-  csv_ = Write(u"bad.csv"_s, "a,b\n1,2\n3,oops\n5,6\n");
-  ExpectFailure(Run(ImportWords(u"New"_s, {u"--column"_s, u"b"_s})), 2,
-                {u"bad.csv line 3"_s, u"column 2 (b)"_s, u"oops"_s});
-  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"--column"_s, u"a, b"_s});
-  ExpectFailure(Run(ImportWords(u"New"_s, {u"--column"_s, u"c"_s})), 2, {u"\"c\""_s});
-  csv_ = Write(u"gap.csv"_s, "a,b\n1,2\n3,\n5,6\n7,\n");
-  ExpectFailure(Run(ImportWords(u"New"_s, {u"--column"_s, u"b"_s})), 2, {u"gap.csv line 3"_s});
-  // Each of these once became other numbers, or fewer, without a word.
-  csv_ = Write(u"comma.csv"_s, "Weight\n12,3\n12,4\n");
-  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"comma.csv line 2"_s});
-  csv_ = Write(u"quote.csv"_s, "Weight\n\"12\"34\n");
-  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"quote.csv line 2"_s, u"\"12\"34"_s});
-  csv_ = Write(u"first.csv"_s, "12.3x\n5\n6\n");
-  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"first.csv line 1"_s, u"12.3x"_s});
-  csv_ = Write(u"many.csv"_s, QByteArray("1\n").repeated(32768));
-  ExpectFailure(Run(ImportWords(u"New"_s)), 2, {u"32768"_s, u"32767"_s});
-  ExpectFailure(Run({u"stats"_s}, QByteArray("1\n").repeated(32768)), 2, {u"32767"_s});
-  ExpectFailure(
-      Run({u"append"_s, library_, u"--description"_s, u"Shaft"_s}, QByteArray("1\n").repeated(32760)), 2,
-      {u"32768"_s});
-  csv_ = Write(u"good.csv"_s, "1\n2\n");
-  ExpectFailure(Run(ImportWords(u"SHAFT"_s)), 2, {u"SHAFT"_s, u"already"_s});
-  QStringList words = ImportWords(u"New"_s);
-  words[words.indexOf(u"11"_s)] = u"8"_s;
-  ExpectFailure(Run(words), 2, {u"lower specification limit 9"_s, u"8"_s});
-  words = ImportWords(u"New"_s);
-  words[words.indexOf(u"10"_s)] = u"12"_s;
-  ExpectFailure(Run(words), 2, {u"nominal value 12"_s});
-  EXPECT_EQ(Read(library_), before);
+  Import(u"@shaft.csv --column 1"_s);
+  const QByteArray before = Read(Path(u"plant"_s));
+  const QByteArray many = QByteArray("1\n").repeated(32768);
+  Fails(2, u"stats", {u"value 3"_s, u"12x"_s}, "1 2 12x 4");
+  Fails(2, u"stats", {u"32767"_s}, many);
+  Fails(2, u"append @plant --description Shaft 1 1e999", {u"value 2"_s, u"1e999"_s});
+  Fails(2, u"append @plant --description Shaft 7,5", {u"7,5"_s});
+  Fails(2, u"append @plant --description Shaft", {u"no values"_s}, " \n");
+  Fails(2, u"append @plant --description Shaft", {u"32768"_s}, many.left(2 * 32760));
+  struct {
+    const char* text;
+    QString options;
+    QStringList named;
+  } const files[] = {
+      {"a,b\n1,2\n3,oops\n5,6\n", u"--column b"_s, {u"@ line 3"_s, u"column 2 (b)"_s, u"oops"_s}},
+      {"a,b\n1,2\n", {}, {u"--column"_s, u"a, b"_s}},
+      {"a,b\n1,2\n", u"--column c"_s, {u"\"c\""_s}},
+      {"a,b\n1,2\n3,\n5,6\n7,\n", u"--column b"_s, {u"@ line 3"_s}},
+      // Each of these once became other numbers, or fewer, without a word.
+      {"Weight\n12,3\n12,4\n", {}, {u"@ line 2"_s}},
+      {"Weight\n\"12\"34\n", {}, {u"@ line 2"_s, u"\"12\"34"_s}},
+      {"12.3x\n5\n6\n", {}, {u"@ line 1"_s, u"12.3x"_s}},
+      {many.constData(), {}, {u"32768"_s, u"32767"_s}},
+      {"1\n2\n", u"--description SHAFT"_s, {u"SHAFT"_s, u"already"_s}},
+      {"1\n2\n", u"--usl 8"_s, {u"lower specification limit 9"_s, u"8"_s}},
+      {"1\n2\n", u"--nominal 12"_s, {u"nominal value 12"_s}}};
+  for (const auto& [text, options, named] : files) {
+    SCOPED_TRACE(QByteArray(text).left(40).toStdString());
+    Write(u"bad.csv"_s, text);
+    ExpectFailure(Import(u"@bad.csv "_s + options), 2,
+                  QStringList(named).replaceInStrings(u"@"_s, u"bad.csv"_s));
+  }
+  EXPECT_EQ(Read(Path(u"plant"_s)), before);
 }
 
 TEST_F(CommandLineTest, FilesThatCannotBeReadOrWritten) {
-  ExpectFailure(Run({u"new"_s, library_}), 3, {library_});
-  ExpectFailure(Run({u"new"_s, Path(u"no/such/folder.kestrel"_s)}), 3, {u"no/such"_s});
-  ExpectFailure(Run({u"status"_s, Path(u"missing.kestrel"_s)}), 3, {u"missing.kestrel"_s});
-  EXPECT_FALSE(QFile::exists(Path(u"missing.kestrel"_s)));
-  ExpectFailure(Run({u"status"_s, Write(u"text.kestrel"_s, "no database at all, only text")}), 3,
-                {u"text.kestrel"_s});
-  ExpectFailure(Run({u"status"_s, Write(u"void.kestrel"_s, "")}), 3, {u"void.kestrel"_s});
-  ExpectFailure(Run({u"status"_s, folder_.path()}), 3, {folder_.path()});
-  csv_ = Path(u"missing.csv"_s);
-  ExpectFailure(Run(ImportWords()), 3, {u"missing.csv"_s});
-
+  Write(u"text"_s, "no database at all, only text");
+  Write(u"void"_s, "");
+  Fails(3, u"new @plant", {Path(u"plant"_s)});
+  Fails(3, u"new @no/such/folder", {u"no/such"_s});
+  for (const QString& library : {u"missing"_s, u"text"_s, u"void"_s, QString()})
+    Fails(3, u"status @"_s + library, {Path(library)});
+  ExpectFailure(Import(u"@missing.csv"_s), 3, {u"missing.csv"_s});
   // A folder in which nobody can write, the superuser included.
-  ExpectFailure(Run({u"new"_s, u"/proc/a.kestrel"_s}), 3, {u"/proc/a.kestrel"_s});
-  ExpectFailure(Run({u"export"_s, library_, u"--out"_s, u"/proc/out"_s}), 3, {u"/proc/out"_s});
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(),
-            4);  // the library, a CSV file and two made here
+  Fails(3, u"new /proc/a.kestrel", {u"/proc/a.kestrel"_s});
+  Fails(3, u"export @plant --out /proc/out", {u"/proc/out"_s});
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).join(u' '), u"plant shaft.csv text void");
 }
 
 TEST_F(CommandLineTest, AnOldRevisionAndABrokenRowAreNamed) {
-  Run(ImportWords(u"Shaft"_s, {u"--column"_s, u"1"_s}));
+  Import(u"@shaft.csv --column 1"_s);
+  const std::pair<QString, QStringList> cases[] = {
+      {u"UPDATE StatData SET XBarUCL = NULL"_s, {u"Shaft"_s, u"XBarUCL"_s}},
+      {u"UPDATE StatData SET XBarUCL = 0, \"Values\" = '1,2,x,4,'"_s, {u"Shaft"_s, u"value 3"_s}},
+      {u"UPDATE DBRevision SET Revision = '1.9'"_s, {u"1.9"_s, u"2.0"_s}},
+      {u"DELETE FROM DBRevision"_s, {u"2.0"_s}}};
   {
     QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"edit"_s);
-    database.setDatabaseName(library_);
+    database.setDatabaseName(Path(u"plant"_s));
     ASSERT_TRUE(database.open());
-    QSqlQuery query(database);
-    ASSERT_TRUE(query.exec(u"UPDATE StatData SET XBarUCL = NULL"_s));
-    ExpectFailure(Run({u"status"_s, library_}), 3, {u"Shaft"_s, u"XBarUCL"_s});
-    ASSERT_TRUE(query.exec(u"UPDATE StatData SET XBarUCL = 0, \"Values\" = '1,2,x,4,'"_s));
-    ExpectFailure(Run({u"status"_s, library_}), 3, {u"Shaft"_s, u"value 3"_s});
-    ASSERT_TRUE(query.exec(u"UPDATE DBRevision SET Revision = '1.9'"_s));
-    ExpectFailure(Run({u"status"_s, library_}), 3, {library_, u"1.9"_s, u"2.0"_s});
-    ASSERT_TRUE(query.exec(u"DELETE FROM DBRevision"_s));
-    ExpectFailure(Run({u"status"_s, library_}), 3, {library_, u"2.0"_s});
+    for (const auto& [sql, named] : cases) {
+      ASSERT_TRUE(QSqlQuery(database).exec(sql));
+      Fails(3, u"status @plant", QStringList{Path(u"plant"_s)} + named);
+    }
   }
   QSqlDatabase::removeDatabase(u"edit"_s);
 }
