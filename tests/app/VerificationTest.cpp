@@ -1,4 +1,4 @@
-// The checks behind the command verify: the engine passes them, and a difference is seen.
+// The checks behind the command verify see a difference; that the engine passes them is verify's own test.
 #include "app/Verification.h"
 
 #include <gtest/gtest.h>
@@ -12,23 +12,6 @@ using Verification::Check;
 using Verification::Quantity;
 
 namespace {
-
-void ExpectAllPassed(const std::vector<Check>& checks) {
-  EXPECT_FALSE(checks.empty());
-  for (const Check& check : checks) {
-    for (const Quantity& quantity : check.quantities) {
-      EXPECT_GE(quantity.digits, check.requiredDigits)
-          << check.name.toStdString() << ", " << quantity.name.toStdString() << ": expected "
-          << quantity.expected.toStdString() << ", is " << quantity.actual.toStdString();
-    }
-  }
-}
-
-TEST(Verification, TheEnginePasses) {
-  ExpectAllPassed(Verification::CertifiedSets());
-  ExpectAllPassed(Verification::Constants());
-  ExpectAllPassed(Verification::ReferenceCases());
-}
 
 TEST(Verification, ADifferenceIsSeen) {
   using Verification::AgreedDigits;
