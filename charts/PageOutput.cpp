@@ -70,7 +70,11 @@ void WritePng(const StatPage& page, const QString& path, QSize size) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  if (!Picture(page, size).save(&buffer, "PNG")) throw Error(u"%1: the picture cannot be coded"_s.arg(path));
+  try {
+    if (!Picture(page, size).save(&buffer, "PNG")) throw Error(u"the picture cannot be coded"_s);
+  } catch (const Error& error) {
+    throw Error(u"%1: %2"_s.arg(path, ErrorText(error)));
+  }
   SaveFile(path, bytes);
 }
 
