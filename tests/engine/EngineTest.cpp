@@ -36,6 +36,7 @@ TEST(Engine, CalculatesWhatNoScaledIntegerHolds) {
   const Results large = RunEngine("1e300,3e300");
   EXPECT_EQ(large.xBarMean, 2e300);
   EXPECT_NEAR(large.stdDevValue / std::sqrt(2.0), 1e300, 1e285);
+  EXPECT_EQ(RunEngine("1e15,1e-15,-1e15,3e-15", {.subGroupSize = 2}).xBarMean, 1e-15);
   EXPECT_NEAR(RunEngine("0.000000001,1000000000,2000000000").stdDevValue, 1e9, 1e-6);
   EXPECT_EQ(
       RunEngine("5,6", {.upperSpecLimit = 1e40, .lowerSpecLimit = -1e40}).histogramBinValuesOutputString,
