@@ -45,7 +45,7 @@ double Number(const QVariant& value, const QString& column) {
 }
 
 double NumberOrZero(const Recordset& rows, const QString& column) {
-  const QVariant value = rows.Field(column);
+  const QVariant& value = rows.Field(column);
   return value.isNull() ? 0 : Number(value, column);
 }
 
