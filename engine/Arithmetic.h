@@ -17,6 +17,20 @@ namespace engine {
 // Up to here three times the distance of two numbers stays in 64 bits, and so does the sum of a subgroup.
 inline constexpr std::int64_t largestNarrow = 400'000'000'000'000'000;
 
+// A number that none of the numbers exceeds, whatever its sign, and itself less than twice the largest.
+template <class Integer>
+Integer Largest(std::span<const Integer> numbers) {
+  Integer bits = 0;
+  for (const Integer number : numbers) bits |= number < 0 ? -number : number;
+  return bits;
+}
+
+inline double Largest(std::span<const double> numbers) {
+  double largest = 0;
+  for (const double number : numbers) largest = std::max(largest, std::fabs(number));
+  return largest;
+}
+
 // Samples as scaled integers: every sum is exact. Points are whole numbers of the last shown decimal, in 64
 // bits where samples and points stay within largestNarrow, else in 128.
 template <class PointType>
@@ -29,11 +43,10 @@ struct ExactArithmetic {
   std::span<const Value> samples;
   int decimals;
   int places;
-  Value minimum;
-  Value maximum;
+  Value largest;  // no |sample| is larger
 
-  auto MakeRounder(int count, Value largest) const {
-    return [round = TickRounder(count, decimals, places, Int128{largest} * count)](SubGroupSum sum) {
+  auto MakeRounder(int count, Value largestValue) const {
+    return [round = TickRounder(count, decimals, places, Int128{largestValue} * count)](SubGroupSum sum) {
       if constexpr (std::is_same_v<Point, std::int64_t>) {
         return round(sum);
       } else {
@@ -56,9 +69,9 @@ struct ExactArithmetic {
   }
 
   // n * sum of d^2 - (sum of d)^2 with d the distance to the first sample, so that it stays in 128 bits.
-  long double StandardDeviation() const {
+  // width: of the range of the samples.
+  long double StandardDeviation(Value width) const {
     const auto count = static_cast<std::int64_t>(samples.size());
-    const Value width = maximum - minimum;
     const Value pivot = samples.front();
     long double scatter = 0;  // count * (squared deviations from the mean)
     if (width < (std::int64_t{1} << 23)) {
@@ -123,8 +136,7 @@ struct CompensatedArithmetic {
 
   std::span<const Value> samples;
   int places;
-  Value minimum;
-  Value maximum;
+  Value largest;  // no |sample| is larger
 
   Rounder MakeRounder(int count, Value) const { return {count, places}; }
   long double Quotient(const Sum& sum, std::int64_t count) const {
@@ -135,7 +147,7 @@ struct CompensatedArithmetic {
     return limit - Quotient(sum, count);
   }
 
-  long double StandardDeviation() const {
+  long double StandardDeviation(Value) const {
     Sum sum;
     for (const Value sample : samples) sum += sample;
     const long double mean = Quotient(sum, static_cast<std::int64_t>(samples.size()));

@@ -120,6 +120,13 @@ double RoundToPlaces(double value, int places) {
 std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals) {
   if (!std::isfinite(value)) return std::nullopt;
   if (value == 0) return ScaledInteger{0, leastDecimals};
+  if (leastDecimals <= 18) {
+    // No two decimals of up to 15 digits have the same nearest double.
+    const double power = static_cast<double>(IntegerPowerOfTen(leastDecimals));
+    const double mantissa = std::round(value * power);
+    if (std::fabs(mantissa) < fifteenDigits && mantissa / power == value)
+      return ScaledInteger{static_cast<std::int64_t>(mantissa), leastDecimals};
+  }
   const Digits digits = DigitsOf(std::fabs(value), true);
   int decimals = std::max(digits.count - 1 - digits.exponent, leastDecimals);
   if (digits.exponent + 1 + decimals > 18 || decimals > maximumDecimals) return std::nullopt;
@@ -144,6 +151,11 @@ TickRounder::TickRounder(std::int64_t count, int decimals, int places, Int128 ma
   }
   constexpr Int128 room = Int128{1} << 61;
   small_ = maximumSum < room && divisor_ < room && maximumSum * factor_ < room;
+  if (!small_) return;
+  const auto divisor = static_cast<std::uint64_t>(divisor_);
+  half_ = divisor / 2;
+  shift_ = static_cast<int>(std::bit_width(divisor - 1));
+  reciprocal_ = static_cast<std::uint64_t>(((UInt128{1} << (62 + shift_)) - 1) / divisor + 1);
 }
 
 Int128 TickRounder::Wide(Int128 sum) const {
@@ -152,6 +164,35 @@ Int128 TickRounder::Wide(Int128 sum) const {
   return (scaled < 0 ? scaled - half : scaled + half) / divisor_;
 }
 
+namespace {
+
+// A number below 10^8 as eight characters, the first in the lowest byte. Fours, pairs and digits are split
+// together, each the higher part of its half: x becomes x / 100 + (x % 100 << 16), with a multiplication for
+// the division.
+std::uint64_t EightDigits(std::uint32_t number) {
+  const std::uint64_t fours = number / 10'000 + (std::uint64_t{number % 10'000} << 32);
+  const std::uint64_t hundreds = (fours * 10'486 >> 20) & 0x0000007F'0000007F;
+  const std::uint64_t pairs = (fours << 16) - hundreds * ((100 << 16) - 1);
+  const std::uint64_t tens = (pairs * 103 >> 10) & 0x000F000F'000F000F;
+  return 0x3030'3030'3030'3030 + (pairs << 8) - tens * ((10 << 8) - 1);
+}
+
+void StoreEight(char* out, std::uint64_t text) {
+  static_assert(std::endian::native == std::endian::little);
+  std::memcpy(out, &text, sizeof text);
+}
+
+// The usual number: below 10^8, with at most seven decimals. `count`: its digits.
+char* WriteEight(char* out, std::uint32_t number, int count, int places) {
+  const std::uint64_t digits = EightDigits(number);
+  StoreEight(out, digits >> 8 * (8 - count));
+  if (places == 0) return out + count;
+  StoreEight(out + count - places, digits >> 8 * (8 - places) << 8 | '.');
+  return out + count + 1;
+}
+
+}  // namespace
+
 char* WriteFixed(char* out, std::int64_t ticks, int places) {
   auto rest = static_cast<std::uint64_t>(ticks);
   if (ticks < 0) {
@@ -159,7 +200,9 @@ char* WriteFixed(char* out, std::int64_t ticks, int places) {
     rest = 0 - rest;
   }
   // At least one digit stands before the point.
-  char* const end = out + std::max(DigitCount(rest), places + 1) + (places > 0 ? 1 : 0);
+  const int count = std::max(DigitCount(rest), places + 1);
+  if (count <= 8) return WriteEight(out, static_cast<std::uint32_t>(rest), count, places);
+  char* const end = out + count + (places > 0 ? 1 : 0);
   char* p = end;
   auto pair = [&] {
     p -= 2;

@@ -9,6 +9,7 @@
 namespace engine {
 
 __extension__ using Int128 = __int128;
+__extension__ using UInt128 = unsigned __int128;
 
 inline constexpr int maximumDecimals =
     27;  // 10^27 is the largest power of ten that a long double holds exactly
@@ -36,6 +37,11 @@ std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals);
 // sum / (count * 10^decimals) as a double, correctly rounded but for half a unit in the 64th bit.
 double QuotientAsDouble(Int128 sum, std::int64_t count, int decimals);
 
+// The higher half of a product.
+inline std::uint64_t HighProduct(std::uint64_t a, std::uint64_t b) {
+  return static_cast<std::uint64_t>(UInt128{a} * b >> 64);
+}
+
 // Numbers sum / (count * 10^decimals) as whole numbers of the last of `places` decimals, halves away from
 // zero.
 class TickRounder {
@@ -43,13 +49,11 @@ class TickRounder {
   // maximumSum: no |sum| will be larger.
   TickRounder(std::int64_t count, int decimals, int places, Int128 maximumSum);
   std::int64_t operator()(Int128 sum) const {
-    if (small_) {
-      const std::int64_t scaled = static_cast<std::int64_t>(sum) * static_cast<std::int64_t>(factor_);
-      if (divisor_ == 1) return scaled;
-      const std::int64_t half = static_cast<std::int64_t>(divisor_) / 2;
-      return (scaled < 0 ? scaled - half : scaled + half) / static_cast<std::int64_t>(divisor_);
-    }
-    return static_cast<std::int64_t>(Wide(sum));
+    if (!small_) return static_cast<std::int64_t>(Wide(sum));
+    const std::int64_t scaled = static_cast<std::int64_t>(sum) * static_cast<std::int64_t>(factor_);
+    const auto magnitude = static_cast<std::uint64_t>(scaled < 0 ? -scaled : scaled) + half_;
+    const auto ticks = static_cast<std::int64_t>(HighProduct(magnitude << 2, reciprocal_) >> shift_);
+    return scaled < 0 ? -ticks : ticks;
   }
   // The same for numbers of any size.
   Int128 Wide(Int128 sum) const;
@@ -57,7 +61,12 @@ class TickRounder {
  private:
   Int128 factor_ = 1;
   Int128 divisor_ = 1;
-  bool small_ = false;  // all of it fits into 64 bits
+  bool small_ = false;  // all of it fits into 62 bits
+  // Then x / divisor_ is x * reciprocal_ / 2^(62 + shift_), exact for every x below 2^62 (T. Granlund, P.
+  // Montgomery, Division by Invariant Integers using Multiplication, PLDI 1994, theorem 4.2).
+  std::uint64_t half_ = 0;
+  std::uint64_t reciprocal_ = 0;
+  int shift_ = 0;
 };
 
 // The room that WriteFixed may write to, beyond what the number itself takes.

@@ -22,49 +22,37 @@ namespace {
 // What one pass over the subgroups gathers. Base: the points that the limits are calculated from.
 template <class Arithmetic>
 struct Totals {
+  typename Arithmetic::Value minimum, maximum;
   typename Arithmetic::Sum sum{}, ranges{}, baseSum{}, baseRanges{};
   int rangeCount = 0, baseCount = 0, baseRangeCount = 0;
 };
-
-template <class Value>
-std::pair<Value, Value> Extremes(std::span<const Value> samples) {
-  Value minimum = samples.front();
-  Value maximum = minimum;
-  for (const Value sample : samples) {
-    minimum = std::min(minimum, sample);
-    maximum = std::max(maximum, sample);
-  }
-  return {minimum, maximum};
-}
 
 struct BasePeriod {
   int first = 0;  // 0-based
   int last = 0;
 };
 
-// Fills the two series, the points of the X-bar chart, and the totals.
-template <class Arithmetic>
-Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize,
-                              const BasePeriod& base, std::vector<typename Arithmetic::Point>& points,
-                              Results& results) {
-  using Value = typename Arithmetic::Value;
-  using Point = typename Arithmetic::Point;
-  const std::span<const Value> samples = arithmetic.samples;
-  const Value largest = std::max(arithmetic.maximum, -arithmetic.minimum);
-  const Value width = arithmetic.maximum - arithmetic.minimum;
-  const auto roundMean = arithmetic.MakeRounder(subGroupSize, largest);
-  const auto roundRange = arithmetic.MakeRounder(1, width);
-  Totals<Arithmetic> totals;
-  const int count = static_cast<int>(samples.size()) / subGroupSize;
+// The plot points, in whole numbers of the last shown decimal or as rounded doubles.
+template <class Point>
+struct Series {
+  std::vector<Point> means;
+  std::vector<Point> ranges;
+};
 
-  points.resize(static_cast<std::size_t>(count));
-  const std::size_t textCount = points.size();
-  const Point widestMean = arithmetic.MakeRounder(1, largest)(largest);
-  const Point widestRange = roundRange(width);
-  SeriesText means(results.xBarOutputString, inputs.stringDelimiter, inputs.precisionValue, textCount,
-                   widestMean);
-  SeriesText ranges(results.rBarOutputString, inputs.stringDelimiter, inputs.precisionValue, textCount,
-                    widestRange);
+// Fills the two series and gives the totals.
+template <class Arithmetic>
+Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, int subGroupSize, const BasePeriod& base,
+                              Series<typename Arithmetic::Point>& series) {
+  using Value = typename Arithmetic::Value;
+  const std::span<const Value> samples = arithmetic.samples;
+  const auto roundMean = arithmetic.MakeRounder(subGroupSize, arithmetic.largest);
+  const auto roundRange = arithmetic.MakeRounder(1, 2 * arithmetic.largest);
+  Totals<Arithmetic> totals{samples.front(), samples.front()};
+  const int count = static_cast<int>(samples.size()) / subGroupSize;
+  series.means.resize(static_cast<std::size_t>(count));
+  series.ranges.resize(series.means.size());
+  auto mean = series.means.begin();
+  auto meanRange = series.ranges.begin();
   const Value* sample = samples.data();
   for (int i = 0; i < count; ++i, sample += subGroupSize) {
     typename Arithmetic::SubGroupSum sum = *sample;
@@ -79,6 +67,8 @@ Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs
       low = std::min(sample[0], sample[-1]);
       high = std::max(sample[0], sample[-1]);
     }
+    totals.minimum = std::min(totals.minimum, low);
+    totals.maximum = std::max(totals.maximum, high);
     const Value range = high - low;
     const bool hasRange = subGroupSize > 1 || i > 0;
     totals.sum += sum;
@@ -90,16 +80,18 @@ Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, const Inputs& inputs
       ++totals.baseCount;
       totals.baseRangeCount += hasRange;
     }
-    const Point point = roundMean(sum);
-    points[static_cast<std::size_t>(i)] = point;
-    means.Add(point);
-    ranges.Add(roundRange(range));
+    *mean++ = roundMean(sum);
+    *meanRange++ = roundRange(range);
   }
-  means.Finish();
-  ranges.Finish();
-  results.numberOfPlotPoints = count;
-  results.sampleQty = static_cast<int>(samples.size());
   return totals;
+}
+
+template <class Point>
+void WriteSeries(const std::vector<Point>& points, const Inputs& inputs, std::string& text) {
+  const Point widest = Largest(std::span<const Point>(points));
+  SeriesText joined(text, inputs.stringDelimiter, inputs.precisionValue, points.size(), widest);
+  for (const Point point : points) joined.Add(point);
+  joined.Finish();
 }
 
 template <class Arithmetic>
@@ -126,9 +118,10 @@ template <class Arithmetic>
 void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, const Inputs& inputs,
                  int subGroupSize, Results& results) {
   const auto count = static_cast<std::int64_t>(arithmetic.samples.size());
-  results.minValue = static_cast<double>(arithmetic.Quotient(arithmetic.minimum, 1));
-  results.maxValue = static_cast<double>(arithmetic.Quotient(arithmetic.maximum, 1));
-  results.stdDevValue = count > 1 ? static_cast<double>(arithmetic.StandardDeviation()) : 0;
+  results.minValue = static_cast<double>(arithmetic.Quotient(totals.minimum, 1));
+  results.maxValue = static_cast<double>(arithmetic.Quotient(totals.maximum, 1));
+  results.stdDevValue =
+      count > 1 ? static_cast<double>(arithmetic.StandardDeviation(totals.maximum - totals.minimum)) : 0;
   const long double range =
       totals.rangeCount > 0 ? arithmetic.Quotient(totals.ranges, totals.rangeCount) : 0.0L;
   const long double sigma = range / D2(subGroupSize);
@@ -262,43 +255,45 @@ Results ResultsWithoutPoints(const Inputs& inputs) {
 
 struct Engine::WorkSpace {
   Samples samples;
-  std::vector<std::int64_t> ticks;  // the X-bar points, in whole numbers of the last shown decimal
-  std::vector<Int128> wideTicks;    // the same, where they take more than 64 bits
-  std::vector<double> rounded;      // the X-bar points, as doubles
+  Series<std::int64_t> ticks;
+  Series<Int128> wideTicks;  // where they take more than 64 bits
+  Series<double> rounded;
   HistogramResults histogram;
   Results results;
   std::string error;
 
-  std::vector<std::int64_t>& Points(const ExactArithmetic<std::int64_t>&) { return ticks; }
-  std::vector<Int128>& Points(const ExactArithmetic<Int128>&) { return wideTicks; }
-  std::vector<double>& Points(const CompensatedArithmetic&) { return rounded; }
+  Series<std::int64_t>& SeriesOf(const ExactArithmetic<std::int64_t>&) { return ticks; }
+  Series<Int128>& SeriesOf(const ExactArithmetic<Int128>&) { return wideTicks; }
+  Series<double>& SeriesOf(const CompensatedArithmetic&) { return rounded; }
 
   // The first `used` samples.
   void Compute(const Inputs& inputs, std::size_t used, int subGroupSize, const BasePeriod& base) {
     const int places = inputs.precisionValue;
     if (!samples.exact) {
       const auto values = std::span<const double>(samples.values).first(used);
-      const auto [minimum, maximum] = Extremes(values);
-      Compute(CompensatedArithmetic{values, places, minimum, maximum}, inputs, subGroupSize, base);
+      Compute(CompensatedArithmetic{values, places, Largest(values)}, inputs, subGroupSize, base);
       return;
     }
     const auto values = std::span<const std::int64_t>(samples.mantissas).first(used);
-    const auto [minimum, maximum] = Extremes(values);
-    const std::int64_t largest = std::max(maximum, -minimum);
+    const std::int64_t largest = Largest(values);
     const int more = std::max(places - samples.decimals, 0);
     if (largest < largestNarrow / IntegerPowerOfTen(more)) {
-      Compute(ExactArithmetic<std::int64_t>{values, samples.decimals, places, minimum, maximum}, inputs,
-              subGroupSize, base);
+      Compute(ExactArithmetic<std::int64_t>{values, samples.decimals, places, largest}, inputs, subGroupSize,
+              base);
     } else {
-      Compute(ExactArithmetic<Int128>{values, samples.decimals, places, minimum, maximum}, inputs,
-              subGroupSize, base);
+      Compute(ExactArithmetic<Int128>{values, samples.decimals, places, largest}, inputs, subGroupSize, base);
     }
   }
 
   template <class Arithmetic>
   void Compute(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize, const BasePeriod& base) {
-    auto& points = Points(arithmetic);
-    const auto totals = MakeSeries(arithmetic, inputs, subGroupSize, base, points, results);
+    auto& series = SeriesOf(arithmetic);
+    const auto totals = MakeSeries(arithmetic, subGroupSize, base, series);
+    const auto& points = series.means;
+    results.numberOfPlotPoints = static_cast<int>(points.size());
+    results.sampleQty = static_cast<int>(arithmetic.samples.size());
+    WriteSeries(points, inputs, results.xBarOutputString);
+    WriteSeries(series.ranges, inputs, results.rBarOutputString);
     MakeLimits(arithmetic, totals, inputs, subGroupSize, results);
     MakeSummary(arithmetic, totals, inputs, subGroupSize, results);
     constexpr std::size_t longestRule = 8;
@@ -309,10 +304,10 @@ struct Engine::WorkSpace {
     const HistogramInputs histogramInputs{inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue,
                                           inputs.stringDelimiter};
     if constexpr (std::is_same_v<Arithmetic, CompensatedArithmetic>) {
-      MakeHistogram(arithmetic.samples, arithmetic.minimum, arithmetic.maximum, histogramInputs, histogram);
+      MakeHistogram(arithmetic.samples, totals.minimum, totals.maximum, histogramInputs, histogram);
     } else {
-      MakeHistogram(arithmetic.samples, arithmetic.decimals, arithmetic.minimum, arithmetic.maximum,
-                    histogramInputs, histogram);
+      MakeHistogram(arithmetic.samples, arithmetic.decimals, totals.minimum, totals.maximum, histogramInputs,
+                    histogram);
     }
     Store(histogram, inputs.stringDelimiter, results);
   }
@@ -334,7 +329,7 @@ bool Engine::Run(const Inputs& inputs, Results& results) {
     return false;
   }
   const int subGroupSize = std::max(inputs.subGroupSize, 1);
-  const int count = static_cast<int>(work.samples.mantissas.size()) / subGroupSize;
+  const int count = static_cast<int>(work.samples.count) / subGroupSize;
   if (count == 0) {
     results = ResultsWithoutPoints(inputs);
     return true;

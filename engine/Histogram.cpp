@@ -14,18 +14,20 @@ namespace engine {
 namespace {
 
 // Counts each sample in the last bin that starts at or below it. starts ascend; starts[0] is at or below
-// every sample. The guess from the scale is right or one off, unless the scale is extremely narrow.
-template <class Number>
-void Count(std::span<const Number> samples, const std::array<Number, histogramBins>& starts, double low,
-           double width, std::array<int, histogramBins>& counts) {
+// every sample. The guess is mostly right, seldom one off.
+template <class Number, class Guess>
+void Count(std::span<const Number> samples, const std::array<Number, histogramBins>& starts, Guess guess,
+           std::array<int, histogramBins>& counts) {
+  std::array<Number, histogramBins + 1> bounds;
+  std::copy(starts.begin(), starts.end(), bounds.begin());
+  // Beyond every sample.
+  using Limits = std::numeric_limits<Number>;
+  bounds.back() = Limits::has_infinity ? Limits::infinity() : Limits::max();
   counts.fill(0);
-  // Finite, so that it makes nothing but 0 of 0.
-  const double binsPerUnit = std::min(histogramBins / width, std::numeric_limits<double>::max());
   for (const Number sample : samples) {
-    const double guess = (static_cast<double>(sample) - low) * binsPerUnit;
-    auto bin = static_cast<std::size_t>(std::clamp(guess, 0.0, double{histogramBins - 1}));
-    while (bin > 0 && sample < starts[bin]) --bin;
-    while (bin < histogramBins - 1 && sample >= starts[bin + 1]) ++bin;
+    std::size_t bin = guess(sample);
+    while (sample < bounds[bin]) --bin;
+    while (sample >= bounds[bin + 1]) ++bin;
     ++counts[bin];
   }
 }
@@ -64,8 +66,13 @@ bool MakeExactScale(int decimals, std::int64_t minimum, std::int64_t maximum, co
   std::optional<ScaledInteger> lower;
   std::optional<ScaledInteger> upper;
   if (inputs.lowerSpecLimit < inputs.upperSpecLimit) {
-    lower = ShortestDecimal(inputs.lowerSpecLimit, 0);
-    upper = ShortestDecimal(inputs.upperSpecLimit, 0);
+    // In the samples' own decimals where that fits: mostly no digits have to be looked for.
+    auto exact = [&](double limit) {
+      const auto decimal = ShortestDecimal(limit, scale.decimals);
+      return decimal ? decimal : ShortestDecimal(limit, 0);
+    };
+    lower = exact(inputs.lowerSpecLimit);
+    upper = exact(inputs.upperSpecLimit);
     if (!lower || !upper) return false;
     scale.decimals = std::max({scale.decimals, lower->decimals, upper->decimals});
   }
@@ -116,8 +123,13 @@ void MakeHistogram(std::span<const double> samples, double minimum, double maxim
   WriteLabels(labels, inputs, results.labels);
   results.lowScale = low;
   results.highScale = high;
-  Count(samples, starts, low, static_cast<double>(std::min(width, static_cast<long double>(1e308))),
-        results.counts);
+  // Finite, so that it makes nothing but 0 of 0.
+  const double binsPerUnit = static_cast<double>(
+      std::min(histogramBins / width, static_cast<long double>(std::numeric_limits<double>::max())));
+  auto guess = [low, binsPerUnit](double sample) {
+    return static_cast<std::size_t>(std::clamp((sample - low) * binsPerUnit, 0.0, double{histogramBins - 1}));
+  };
+  Count(samples, starts, guess, results.counts);
 }
 
 void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int64_t minimum,
@@ -147,9 +159,15 @@ void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int
   WriteLabels(labels, inputs, results.labels);
   results.lowScale = QuotientAsDouble(scale.low, 1, scale.decimals);
   results.highScale = QuotientAsDouble(scale.high, 1, scale.decimals);
-  const double unit = static_cast<double>(finer) / histogramBins;
-  Count(samples, starts, static_cast<double>(scale.low) / unit, static_cast<double>(width) / unit,
-        results.counts);
+  // Bins per sample's unit, in 2^-64. Too small a guess by less than one bin.
+  const auto binsPerUnit = static_cast<std::uint64_t>(
+      finer < width ? (UInt128{static_cast<std::uint64_t>(finer)} << 64) / static_cast<UInt128>(width)
+                    : ~UInt128{0});
+  auto guess = [low = starts[0], binsPerUnit](std::int64_t sample) {
+    const auto above = static_cast<std::uint64_t>(sample - low);
+    return std::min<std::size_t>(HighProduct(above, binsPerUnit), histogramBins - 1);
+  };
+  Count(samples, starts, guess, results.counts);
 }
 
 }  // namespace engine

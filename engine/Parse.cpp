@@ -7,6 +7,7 @@
 
 #include "engine/Decimal.h"
 #include "engine/Engine.h"
+#include "engine/Pattern.h"
 
 namespace engine {
 
@@ -147,16 +148,9 @@ std::string NotANumber(std::size_t position, std::string_view element) {
   return "value " + std::to_string(position) + " (\"" + shown + "\") is not a number";
 }
 
-// Calls use(element) for every non-empty element until it says false.
-template <class Use>
-bool ForEachElement(std::string_view text, std::string_view delimiter, Use&& use) {
-  while (true) {
-    const std::size_t at = delimiter.empty() ? std::string_view::npos : text.find(delimiter);
-    const std::string_view element = Trim(text.substr(0, at));
-    if (!element.empty() && !use(element)) return false;
-    if (at == std::string_view::npos) return true;
-    text.remove_prefix(at + delimiter.size());
-  }
+// Where the delimiter stands, or else the end.
+std::size_t Find(std::string_view text, std::string_view delimiter) {
+  return delimiter.empty() ? text.size() : std::min(text.find(delimiter), text.size());
 }
 
 bool TooMany(std::string& error) {
@@ -176,8 +170,9 @@ class Collector {
  public:
   // At most `most` numbers.
   Collector(Samples& samples, std::size_t most) : samples_(samples) {
-    samples_.mantissas.resize(most);
+    if (samples_.mantissas.size() < most) samples_.mantissas.resize(most);
     next_ = samples_.mantissas.data();
+    end_ = next_ + most;
   }
 
   void Add(ScaledInteger number) {
@@ -185,8 +180,14 @@ class Collector {
     *next_++ = number.mantissa;
   }
 
+  // Adds what stands from `p` on, as long as it is written like the plain element read before. Returns where
+  // that ends.
+  const char* AddAlike(std::string_view element, int decimals, const char* p, const char* end) {
+    if (decimals != samples_.decimals || element.size() > Pattern::longest) return p;
+    return Pattern(element, decimals, p[-1]).Read(p, end, next_, end_);
+  }
+
   std::size_t Count() const { return static_cast<std::size_t>(next_ - samples_.mantissas.data()); }
-  void Finish() { samples_.mantissas.resize(Count()); }
 
  private:
   void Align(ScaledInteger& number) {
@@ -203,7 +204,18 @@ class Collector {
 
   Samples& samples_;
   std::int64_t* next_;
+  std::int64_t* end_;
 };
+
+// Any element; false where it is not a number. One that does not fit into a scaled integer makes exact false.
+bool ParseAny(std::string_view element, ScaledInteger& number, bool& exact) {
+  const std::optional<DecimalText> parts = Dissect(element);
+  if (!parts || !NearestDouble(element, *parts)) return false;
+  const std::optional<ScaledInteger> decimal = ExactDecimal(*parts);
+  exact = exact && decimal;
+  number = decimal.value_or(ScaledInteger{});
+  return true;
+}
 
 // The scaled integers; false with an error text, or with samples.exact false where the texts do not fit into
 // them.
@@ -214,41 +226,36 @@ bool ParseExact(std::string_view text, std::string_view delimiter, Samples& samp
   const bool canBePlain =
       delimiter.empty() || !(IsDigit(delimiter[0]) || delimiter[0] == '.' || delimiter[0] == '-');
   constexpr std::size_t most = maximumSamples;
-  Collector collector(samples, std::min(text.size() / 2, most) + 1);
+  Collector collector(samples, std::min(text.size() / 2 + 1, most));
   while (p < end) {
+    const std::string_view rest(p, static_cast<std::size_t>(end - p));
     ScaledInteger number;
-    if (const char* next = canBePlain ? ParsePlain(p, end, delimiter, number) : nullptr) {
-      p = next == end ? end : next + delimiter.size();
-    } else {
-      const std::string_view rest(p, static_cast<std::size_t>(end - p));
-      const std::size_t at = delimiter.empty() ? std::string_view::npos : rest.find(delimiter);
-      const std::string_view element = Trim(rest.substr(0, at));
-      p = at == std::string_view::npos ? end : p + at + delimiter.size();
-      if (element.empty()) continue;
-      const std::optional<DecimalText> parts = Dissect(element);
-      if (!parts || !NearestDouble(element, *parts)) {
-        error = NotANumber(collector.Count() + 1, element);
-        return false;
-      }
-      const std::optional<ScaledInteger> exact = ExactDecimal(*parts);
-      if (exact) {
-        number = *exact;
-      } else {
-        samples.exact = false;
-      }
+    const char* next = canBePlain ? ParsePlain(p, end, delimiter, number) : nullptr;
+    const bool plain = next != nullptr;
+    const std::size_t at = plain ? static_cast<std::size_t>(next - p) : Find(rest, delimiter);
+    const std::string_view element = plain ? rest.substr(0, at) : Trim(rest.substr(0, at));
+    p = at == rest.size() ? end : p + at + delimiter.size();
+    if (element.empty()) continue;
+    if (!plain && !ParseAny(element, number, samples.exact)) {
+      error = NotANumber(collector.Count() + 1, element);
+      return false;
     }
     if (collector.Count() == most) return TooMany(error);
     collector.Add(number);
+    if (plain && delimiter.size() == 1) p = collector.AddAlike(element, number.decimals, p, end);
   }
-  collector.Finish();
+  samples.count = collector.Count();
   return true;
 }
 
+// The same elements as doubles.
 void ParseDoubles(std::string_view text, std::string_view delimiter, Samples& samples) {
-  ForEachElement(text, delimiter, [&](std::string_view element) {
-    samples.values.push_back(NearestDouble(element, *Dissect(element)).value());
-    return true;
-  });
+  while (!text.empty()) {
+    const std::size_t at = Find(text, delimiter);
+    const std::string_view element = Trim(text.substr(0, at));
+    if (!element.empty()) samples.values.push_back(NearestDouble(element, *Dissect(element)).value());
+    text.remove_prefix(std::min(at + delimiter.size(), text.size()));
+  }
 }
 
 }  // namespace
@@ -266,7 +273,8 @@ bool ParseSamples(std::string_view text, std::string_view delimiter, bool revers
   if (!ParseExact(text, delimiter, samples, error)) return false;
   if (!samples.exact) ParseDoubles(text, delimiter, samples);
   if (reverse) {
-    std::reverse(samples.mantissas.begin(), samples.mantissas.end());
+    std::reverse(samples.mantissas.begin(),
+                 samples.mantissas.begin() + static_cast<std::ptrdiff_t>(samples.count));
     std::reverse(samples.values.begin(), samples.values.end());
   }
   return true;

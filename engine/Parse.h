@@ -1,6 +1,7 @@
 // Turns the delimited text of a data set into samples, in one pass.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,8 +12,9 @@ namespace engine {
 // Measurements in time order, in one of two forms.
 struct Samples {
   bool exact = true;
-  std::vector<std::int64_t>
-      mantissas;  // exact: value = mantissa / 10^decimals, |mantissa| <= largestMantissa
+  std::size_t count = 0;
+  std::vector<std::int64_t> mantissas;  // exact: the first `count`, each mantissa / 10^decimals and none
+                                        // beyond largestMantissa; what follows is room for longer texts
   int decimals = 0;
   std::vector<double> values;  // not exact: the nearest doubles
 };

@@ -1,13 +1,22 @@
 #include "engine/Rules.h"
 
 #include <bit>
-
 #include <initializer_list>
+
 #include "engine/Decimal.h"
 
 namespace engine {
 
 namespace {
+
+constexpr std::array<int, 32> CountOnes() {
+  std::array<int, 32> ones{};
+  for (unsigned i = 0; i < ones.size(); ++i) ones[i] = std::popcount(i);
+  return ones;
+}
+
+// How many bits of a number of up to five bits are set.
+constexpr auto onesOf = CountOnes();
 
 // Which of the last points lie beyond a line, a bit for each, the newest lowest.
 class History {
@@ -15,7 +24,7 @@ class History {
   void Add(bool beyond) { bits_ = bits_ << 1 | (beyond ? 1U : 0U); }
   // Whether the newest point does, with at least `needed` of the newest `span` points.
   bool Completes(int needed, int span) const {
-    return (bits_ & 1U) && std::popcount(bits_ & ((1U << span) - 1)) >= needed;
+    return (bits_ & 1U) && onesOf[bits_ & ((1U << span) - 1)] >= needed;
   }
 
  private:

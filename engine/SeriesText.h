@@ -1,6 +1,8 @@
 // Joins numbers into one of the engine's output texts.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -22,23 +24,25 @@ class SeriesText {
     if constexpr (std::is_same_v<Number, double>) {
       if (!std::isfinite(widest)) widest = std::numeric_limits<double>::lowest();
     }
-    text_.resize(fixedRoom);
-    const char* const end = WriteFixed(text_.data(), widest, places);
-    const std::size_t width =
-        static_cast<std::size_t>(end - text_.data()) + 1 + delimiter.size();  // 1 for a sign
+    std::array<char, fixedRoom> buffer;
+    const auto width = static_cast<std::size_t>(WriteFixed(buffer.data(), widest, places) - buffer.data()) +
+                       1 + delimiter.size();  // 1 for a sign
     text_.resize(count * width + fixedRoom);
     out_ = text_.data();
   }
 
   template <class Number>
   void Add(Number number) {
-    if (out_ != text_.data()) {
-      for (const char c : delimiter_) *out_++ = c;
-    }
-    out_ = WriteFixed(out_, number, places_);
+    char* out = WriteFixed(out_, number, places_);
+    for (const char c : delimiter_) *out++ = c;
+    out_ = out;
   }
 
-  void Finish() { text_.resize(static_cast<std::size_t>(out_ - text_.data())); }
+  // Takes the last delimiter off.
+  void Finish() {
+    const auto written = static_cast<std::size_t>(out_ - text_.data());
+    text_.resize(written - std::min(written, delimiter_.size()));
+  }
 
  private:
   std::string& text_;
