@@ -5,8 +5,6 @@
 
 #include <cmath>
 
-#include "app/PiDigits.h"
-
 using namespace Qt::StringLiterals;
 using Verification::Check;
 using Verification::Quantity;
@@ -36,13 +34,6 @@ TEST(Verification, ADifferenceIsSeen) {
   EXPECT_FALSE((Check{{}, {}, {}, 15, {good, bad}}.Passed()));
   EXPECT_FALSE((Check{{}, {}, {}, 15, {}}.Passed()));
   EXPECT_FALSE(Verification::AllPassed({}));
-}
-
-TEST(Verification, PiHasItsDigits) {
-  EXPECT_EQ(DigitsOfPi(30), u"314159265358979323846264338327"_s);
-  // The run of six nines, and the thousandth decimal.
-  EXPECT_EQ(DigitsOfPi(1000).mid(762, 6), u"999999"_s);
-  EXPECT_TRUE(DigitsOfPi(1001).endsWith(u"2164201989"_s));
 }
 
 }  // namespace
