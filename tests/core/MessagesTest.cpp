@@ -47,6 +47,9 @@ TEST(Trap, ReportsAnErrorAndGivesTheNeutralResult) {
 TEST(RecordedMessageBoxes, FailsTheTestForWhatTheScriptDidNotForesee) {
   EXPECT_NONFATAL_FAILURE(RecordedMessageBoxes().Show({}), "unexpected message box");
   EXPECT_NONFATAL_FAILURE(RecordedMessageBoxes().Expect(), "never came");
+  RecordedMessageBoxes boxes;
+  boxes.Expect(u"expected"_s);
+  EXPECT_NONFATAL_FAILURE(boxes.Show({}), "expected is not in");
 }
 
 }  // namespace
