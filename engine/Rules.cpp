@@ -24,7 +24,8 @@ class History {
   void Add(bool beyond) { bits_ = bits_ << 1 | (beyond ? 1U : 0U); }
   // Whether the newest point does, with at least `needed` of the newest `span` points.
   bool Completes(int needed, int span) const {
-    return (bits_ & 1U) && onesOf[bits_ & ((1U << span) - 1)] >= needed;
+    const bool enough = onesOf[bits_ & ((1U << span) - 1)] >= needed;
+    return (bits_ & (enough ? 1U : 0U)) != 0;
   }
 
  private:
@@ -38,9 +39,10 @@ class Side {
   explicit Side(Number threeSigma) : threeSigma_(threeSigma) {}
   // distance: beyond the centre line on this side; 0 or less for a point that lies elsewhere.
   void Add(Number distance) {
-    beyondOne_.Add(distance > 0 && 3 * distance > threeSigma_);
-    beyondTwo_.Add(distance > 0 && 3 * distance > 2 * threeSigma_);
-    run_ = distance > 0 ? run_ + 1 : 0;
+    const bool here = distance > 0;
+    beyondOne_.Add(here & (3 * distance > threeSigma_));
+    beyondTwo_.Add(here & (3 * distance > 2 * threeSigma_));
+    run_ = here ? run_ + 1 : 0;
   }
   bool BreaksRuleTwo() const { return beyondTwo_.Completes(2, 3); }
   bool BreaksRuleThree() const { return beyondOne_.Completes(4, 5); }
