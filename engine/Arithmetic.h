@@ -68,26 +68,25 @@ struct ExactArithmetic {
            (static_cast<long double>(count) * PowerOfTen(exact->decimals));
   }
 
-  // n * sum of d^2 - (sum of d)^2 with d the distance to the first sample, so that it stays in 128 bits.
-  // width: of the range of the samples.
-  long double StandardDeviation(Value width) const {
+  // n * sum of d^2 - (sum of d)^2 with d the distance to the smallest sample, so that it stays in 128 bits.
+  long double StandardDeviation(Value smallest, Value width) const {
     const auto count = static_cast<std::int64_t>(samples.size());
-    const Value pivot = samples.front();
     long double scatter = 0;  // count * (squared deviations from the mean)
     if (width < (std::int64_t{1} << 23)) {
-      std::int64_t sum = 0;
-      std::int64_t squares = 0;
+      // The compiler makes several of these unsigned products of 32 bits at a time.
+      std::uint64_t sum = 0;
+      std::uint64_t squares = 0;
       for (const Value sample : samples) {
-        const Value d = sample - pivot;
+        const auto d = static_cast<std::uint32_t>(sample - smallest);
         sum += d;
-        squares += d * d;
+        squares += std::uint64_t{d} * d;
       }
       scatter = static_cast<long double>(Int128{squares} * count - Int128{sum} * sum);
     } else if (width <= std::numeric_limits<std::int64_t>::max() / count) {
       Int128 sum = 0;
       Int128 squares = 0;
       for (const Value sample : samples) {
-        const Int128 d = sample - pivot;
+        const Int128 d = sample - smallest;
         sum += d;
         squares += d * d;
       }
@@ -147,7 +146,7 @@ struct CompensatedArithmetic {
     return limit - Quotient(sum, count);
   }
 
-  long double StandardDeviation(Value) const {
+  long double StandardDeviation(Value, Value) const {
     Sum sum;
     for (const Value sample : samples) sum += sample;
     const long double mean = Quotient(sum, static_cast<std::int64_t>(samples.size()));

@@ -120,8 +120,9 @@ void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals,
   const auto count = static_cast<std::int64_t>(arithmetic.samples.size());
   results.minValue = static_cast<double>(arithmetic.Quotient(totals.minimum, 1));
   results.maxValue = static_cast<double>(arithmetic.Quotient(totals.maximum, 1));
+  const auto width = totals.maximum - totals.minimum;
   results.stdDevValue =
-      count > 1 ? static_cast<double>(arithmetic.StandardDeviation(totals.maximum - totals.minimum)) : 0;
+      count > 1 ? static_cast<double>(arithmetic.StandardDeviation(totals.minimum, width)) : 0;
   const long double range =
       totals.rangeCount > 0 ? arithmetic.Quotient(totals.ranges, totals.rangeCount) : 0.0L;
   const long double sigma = range / D2(subGroupSize);
