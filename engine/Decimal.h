@@ -11,8 +11,8 @@ namespace engine {
 __extension__ using Int128 = __int128;
 __extension__ using UInt128 = unsigned __int128;
 
-inline constexpr int maximumDecimals =
-    27;  // 10^27 is the largest power of ten that a long double holds exactly
+// 10^27 is the largest power of ten that a long double holds exactly.
+inline constexpr int maximumDecimals = 27;
 
 // 10^exponent, exact for 0 to 27 (long double) and 0 to 18 (64 bits).
 long double PowerOfTen(int exponent);
@@ -29,6 +29,17 @@ struct ScaledInteger {
   std::int64_t mantissa = 0;
   int decimals = 0;
 };
+
+// Differences of two mantissas, and twelve times a mantissa in 128 bits, stay in range.
+inline constexpr std::int64_t largestMantissa = 4'000'000'000'000'000'000;
+
+// Gives a mantissa `more` further decimals; false, and the mantissa lost, where it gets beyond
+// largestMantissa.
+inline bool Rescale(std::int64_t& mantissa, int more) {
+  if (mantissa == 0) return true;
+  return more <= 18 && !__builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa) &&
+         mantissa <= largestMantissa && mantissa >= -largestMantissa;
+}
 
 // The decimal number that the shortest text of `value` says, with at least `leastDecimals` decimals; nothing
 // where it needs more than 18 digits or 27 decimals.
@@ -74,7 +85,6 @@ inline constexpr std::size_t fixedRoom = 400;
 
 // Writes ticks / 10^places with exactly `places` decimals (no point for 0) and returns where it ends.
 char* WriteFixed(char* out, std::int64_t ticks, int places);
-
 char* WriteFixed(char* out, Int128 ticks, int places);
 
 // Writes a rounded value with exactly `places` decimals; no negative zero.

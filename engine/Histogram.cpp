@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <vector>
@@ -52,12 +51,6 @@ struct ExactScale {
   std::int64_t high = 0;
   int decimals = 0;
 };
-
-bool Rescale(std::int64_t& mantissa, int more) {
-  if (mantissa == 0) return true;
-  return more <= 18 && !__builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa) &&
-         std::abs(mantissa) < std::int64_t{4'000'000'000'000'000'000};
-}
 
 // False where a bound or a label does not fit.
 bool MakeExactScale(int decimals, std::int64_t minimum, std::int64_t maximum, const HistogramInputs& inputs,

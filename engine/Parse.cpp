@@ -158,13 +158,6 @@ bool TooMany(std::string& error) {
   return false;
 }
 
-// Multiplies by a power of ten; false where the result does not fit.
-bool Rescale(std::int64_t& mantissa, int more) {
-  if (mantissa == 0) return true;
-  return more <= 18 && !__builtin_mul_overflow(mantissa, IntegerPowerOfTen(more), &mantissa) &&
-         mantissa <= largestMantissa && mantissa >= -largestMantissa;
-}
-
 // Collects numbers as scaled integers of the most decimals that any of them has.
 class Collector {
  public:

@@ -19,9 +19,6 @@ struct Samples {
   std::vector<double> values;  // not exact: the nearest doubles
 };
 
-// Differences of two mantissas, and twelve times a mantissa in 128 bits, stay in range.
-inline constexpr std::int64_t largestMantissa = 4'000'000'000'000'000'000;
-
 // Splits `text` at `delimiter`; empty elements are passed over, blanks (space, tab, CR, LF) around one
 // ignored. False with an error text that names the first element that is not a finite decimal number, or a
 // number of samples above maximumSamples.
