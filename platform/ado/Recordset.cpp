@@ -33,9 +33,8 @@ bool SameValue(const QVariant& a, const QVariant& b) {
 
 Recordset::~Recordset() { Close(); }
 
-void Recordset::Open(const QString& sql, Connection& connection, int commandType) {
+void Recordset::Open(const QString& sql, Connection& connection) {
   if (state_ == Opened) throw DatabaseError(u"The recordset is open already."_s);
-  if (commandType != CommandText) throw DatabaseError(u"Only a command text can be opened."_s);
   connection_ = &connection;
   sql_ = sql;
   table_ = TableOf(sql);
@@ -137,8 +136,6 @@ size_t Recordset::Column(const QString& name) const {
   if (column < 0) throw DatabaseError(u"There is no column %1."_s.arg(name));
   return static_cast<size_t>(column);
 }
-
-bool Recordset::HasField(const QString& name) const { return Find(name) >= 0; }
 
 QStringList Recordset::FieldNames() const { return columns_; }
 

@@ -16,22 +16,14 @@
 
 class Recordset {
  public:
-  enum CursorTypeEnum { OpenKeyset = 1 };
-  enum LockTypeEnum { LockOptimistic = 3 };
-  enum CursorLocationEnum { UseClient = 3 };
-  enum CommandTypeEnum { CommandText = 1 };
   enum State { Closed = 0, Opened = 1 };
-
-  int CursorType = OpenKeyset;
-  int LockType = LockOptimistic;
-  int CursorLocation = UseClient;
 
   Recordset() = default;
   ~Recordset();  // closes; changes not written are dropped
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
-  void Open(const QString& sql, Connection& connection, int commandType = CommandText);
+  void Open(const QString& sql, Connection& connection);
   void Close();
   State GetState() const { return state_; }
   void Requery();  // the position stays where it was, as far as there still are rows
@@ -49,7 +41,6 @@ class Recordset {
   // The current row's value (a null QVariant for Null), valid until the next move, change or closing. Names
   // compare without case; an unknown name, or no current row, is an error.
   const QVariant& Field(const QString& name) const;
-  bool HasField(const QString& name) const;
   QStringList FieldNames() const;
   void SetField(const QString& name, const QVariant& value);
 
