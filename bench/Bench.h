@@ -1,7 +1,6 @@
 // What the benchmarks share: made-up data, and the bare pass that they are measured against.
 #pragma once
 
-#include <QString>
 #include <string>
 
 namespace Bench {

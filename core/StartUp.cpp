@@ -4,9 +4,9 @@
 
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
-#include "core/Messages.h"
 #include "core/RegistryFunctions.h"
 #include "core/Texts.h"
+#include "platform/ui/MessageBox.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,6 @@
 #include "screens/RecalcScreen.h"
 
 #include <QEvent>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>

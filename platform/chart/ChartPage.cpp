@@ -1,7 +1,5 @@
 #include "platform/chart/ChartPage.h"
 
-#include <QPen>
-
 #include "platform/chart/Palette.h"
 
 namespace {

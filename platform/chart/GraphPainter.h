@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QPainter>
-#include <QPointF>
 #include <QRectF>
 
 #include "platform/chart/ChartGraph.h"
