@@ -89,7 +89,6 @@ void StoreResults(const engine::Results& results, CData& data) {
   data.SetMinValue(results.minValue);
   data.SetNumberOfPlotPoints(Short(results.numberOfPlotPoints));
   data.SetProcessState(results.processState);
-  data.SetRBarMean(results.rBarMean);
   data.SetRBarOutputString(Text(results.rBarOutputString));
   data.SetRuleViolation(Short(results.ruleViolation));
   data.SetStdDevValue(results.stdDevValue);
