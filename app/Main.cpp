@@ -6,6 +6,7 @@
 #include "app/CommandLine.h"
 #include "app/Desktop.h"
 #include "app/Version.h"
+#include "platform/system/Memory.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,6 +48,7 @@ bool HasDisplay() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  TakeMemoryInLargeSteps();
   QCoreApplication::setApplicationName(u"Kestrel"_s);
   QCoreApplication::setApplicationVersion(Version::text);
   const QStringList words = WordsOf(argc, argv);

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "bench/Bench.h"
+#include "platform/system/Memory.h"
 
 namespace {
 
@@ -42,6 +43,7 @@ class Reporter : public benchmark::ConsoleReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
+  TakeMemoryInLargeSteps();  // as the program does
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication application(argc, argv);
   if (argc > 1 && std::string_view(argv[1]) == "--memory") {
