@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariantList>
 #include <array>
 #include <memory>
 #include <vector>
@@ -89,6 +90,11 @@ class CData {
   const ViolatingPointLists& ViolatingPoints() const { return violatingPoints_; }
   void SetViolatingPoints(const ViolatingPointLists& points) { violatingPoints_ = points; }
 
+  // Beside the properties as well: the row of the table as it was last read or written, empty where it never
+  // was. A save compares it, so that what another program wrote meanwhile is not lost.
+  const QVariantList& RowAsKnown() const { return rowAsKnown_; }
+  void SetRowAsKnown(const QVariantList& row) { rowAsKnown_ = row; }
+
  private:
   template <class T>
   static const T& Plain(const T& value) {
@@ -101,6 +107,7 @@ class CData {
   CDATA_PROPERTIES(CDATA_MEMBER)
 #undef CDATA_MEMBER
   ViolatingPointLists violatingPoints_;
+  QVariantList rowAsKnown_;
 };
 
 using CDataPtr = std::shared_ptr<CData>;

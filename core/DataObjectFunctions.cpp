@@ -5,6 +5,7 @@
 
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
+#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/ado/Recordset.h"
 #include "platform/language/Conversions.h"
@@ -73,6 +74,7 @@ CDataPtr MakeDataObject(const Recordset& rows) {
   const auto data = std::make_shared<CData>();
   try {
     Fill(*data, rows);
+    data->SetRowAsKnown(rows.Fields());
   } catch (const std::exception& error) {
     const QString name = rows.Field(u"Description"_s).toString();
     const QString id = rows.Field(u"ID"_s).toString();
@@ -90,6 +92,40 @@ void Write(CData& data, Recordset& row) {
   row.SetField(u"Values"_s, data.DelimitedInputString());
   data.SetLastModified(DateText(Globals().clock->Now()));
   row.SetField(u"LastModified"_s, data.LastModified());
+}
+
+// The row was changed or deleted since the data set was read.
+class Conflict : public Error {
+ public:
+  using Error::Error;
+};
+
+void RequireRowAsKnown(const CData& data, const Recordset& row) {
+  if (data.RowAsKnown().isEmpty()) return;
+  if (row.RecordCount() < 1)
+    throw Conflict(LoadResText(u"The data set was deleted;306").arg(data.Description()));
+  if (row.Fields() != data.RowAsKnown())
+    throw Conflict(LoadResText(u"The data set was changed;305").arg(data.Description()));
+}
+
+// True where that makes a new row.
+bool WriteRow(CData& data) {
+  Transaction transaction(CurrentConnection());
+  Recordset row;
+  row.Open(u"SELECT * FROM StatData where ID = %1"_s.arg(data.ID()), CurrentConnection());
+  RequireRowAsKnown(data, row);
+  const bool isNew = row.RecordCount() < 1;
+  if (isNew) {
+    row.AddNew();
+    row.SetField(u"Description"_s, data.Description());
+  }
+  Write(data, row);
+  row.Update();
+  if (!isNew) row.Requery();  // the values as the table keeps them
+  const QVariantList written = row.Fields();
+  transaction.Commit();
+  data.SetRowAsKnown(written);
+  return isNew;
 }
 
 // The look-up compares the column Name, which StatData need not have. The data set is saved all the same, so
@@ -170,17 +206,13 @@ bool InitializeCDataCollectionOnAllCores() {
 
 bool SaveDataObjectToDatabase(const CDataPtr& data) {
   return Trap(u"DataObjectFunctions::SaveDataObjectToDatabase"_s, false, [&] {
-    Transaction transaction(CurrentConnection());
-    Recordset row;
-    row.Open(u"SELECT * FROM StatData where ID = %1"_s.arg(data->ID()), CurrentConnection());
-    const bool isNew = row.RecordCount() < 1;
-    if (isNew) {
-      row.AddNew();
-      row.SetField(u"Description"_s, data->Description());
+    bool isNew = false;
+    try {
+      isNew = WriteRow(*data);
+    } catch (const Conflict& conflict) {
+      ShowSystemMessage(ErrorText(conflict), MessageBox::Icon::Exclamation);
+      return false;
     }
-    Write(*data, row);
-    row.Update();
-    transaction.Commit();
     data->SetIsDataValid(true);
     data->SetDataChanged(false);
     if (isNew) {

@@ -19,7 +19,8 @@ bool InitializeCDataCollection();
 bool InitializeCDataCollectionOnAllCores();
 
 // Writes one data set, in one transaction: a new row when its ID is not in the table. Existing rows keep
-// their description. A new data set is appended to the collection, its ID read back by GetIDByName (0 when
+// their description. Where the row is no longer as the data set was read from or saved to it, says so and
+// writes nothing. A new data set is appended to the collection, its ID read back by GetIDByName (0 when
 // that fails).
 bool SaveDataObjectToDatabase(const CDataPtr& data);
 

@@ -228,10 +228,7 @@ void DataEditorSave::TakeControlLimits() {
 }
 
 bool DataEditorSave::StoreData() {
-  if (edited_)
-    RequireRow();
-  else if (!DescriptionIsFree())
-    return false;
+  if (!edited_ && !DescriptionIsFree()) return false;
   if (!DataObjectFunctions::SaveDataObjectToDatabase(data_)) return false;
   if (PutIntoSystem())
     ShowSystemMessage(LoadResText(u"All data successfully saved.;204"), Icon::Information);
@@ -241,15 +238,6 @@ bool DataEditorSave::StoreData() {
                     u"the application to load the modified data.;205"),
         Icon::Critical);
   return true;
-}
-
-// Saving a data set whose row is gone would add it anew, and once more with each further save.
-void DataEditorSave::RequireRow() const {
-  Recordset rows;
-  const QString clause = u"ID = %1"_s.arg(edited_->ID());
-  if (GlobalFunctions::OpenFilteredRecordset(rows, u"SELECT * FROM StatData"_s, clause, false) &&
-      rows.RecordCount() == 0)
-    throw Error(u"The data set was deleted from the library in the meantime."_s);
 }
 
 bool DataEditorSave::DescriptionIsFree() {

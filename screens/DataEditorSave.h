@@ -36,7 +36,6 @@ class DataEditorSave {
   void ShowRemaining(qint16 remaining);
   QString CutToMaxSamples(const QString& values);
   void TakeControlLimits();
-  void RequireRow() const;
   bool DescriptionIsFree();
   bool PutIntoSystem();
   bool Refuse(const QString& message, const QString& control,

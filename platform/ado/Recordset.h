@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVariantList>
 #include <vector>
 
 #include "platform/ado/Connection.h"
@@ -41,6 +42,7 @@ class Recordset {
   // The current row's value (a null QVariant for Null), valid until the next move, change or closing. Names
   // compare without case; an unknown name, or no current row, is an error.
   const QVariant& Field(const QString& name) const;
+  QVariantList Fields() const;  // the whole current row
   QStringList FieldNames() const;
   void SetField(const QString& name, const QVariant& value);
 

@@ -49,6 +49,7 @@ TEST_F(PersistenceTest, EveryStoredPropertyComesBack) {
   EXPECT_EQ(loaded->SampleQty(), 40);
   program.Execute(u"DELETE FROM StatData"_s);
   loaded->SetID(0);
+  loaded->SetRowAsKnown({});
   ASSERT_TRUE(SaveDataObjectToDatabase(loaded));
   EXPECT_EQ(stored(), row);
 }

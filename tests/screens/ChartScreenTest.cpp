@@ -11,6 +11,7 @@
 #include <QMimeData>
 
 #include "charts/PageView.h"
+#include "core/DataObjectFunctions.h"
 #include "platform/ui/Indicators.h"
 #include "stats/CreateStatistics.h"
 #include "tests/support/RecordedFileDialogs.h"
@@ -35,10 +36,9 @@ struct TestPrinters : PrinterDialogs {
 class ChartScreenTest : public testing::Test {
  protected:
   ChartScreenTest() {
-    program.state.gDataCollection = {data};
     program.state.gCurrentDataID = program.Insert(u"Shaft"_s);
-    data->SetID(program.state.gCurrentDataID);
-    QCGlobalFunctions::CreateStatistics(*data);  // ten points
+    EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+    data = program.state.gDataCollection.at(0);  // ten points
   }
 
   void Open() {
@@ -53,7 +53,7 @@ class ChartScreenTest : public testing::Test {
   // What the recalculate screen does when the user has chosen a range.
   void Recalculate() {
     ++recalculations;
-    data->SetDataStopPoint(6);
+    data->SetDataStopPoint(lastPoint);
     QCGlobalFunctions::ClearControlLimits(*data);
     program.state.gLimitsRecalculated = QCGlobalFunctions::CreateStatistics(*data);
   }
@@ -76,10 +76,11 @@ class ChartScreenTest : public testing::Test {
 
   TestProgram program;
   RecordedFileDialogs files;
-  CDataPtr data = TestProgram::NewDataSet(u"Shaft"_s);
+  CDataPtr data;
   PagePrinting printing{std::make_unique<TestPrinters>(false)};
   QList<qint32> helpTopics;
   int recalculations = 0;
+  qint16 lastPoint = 6;
   std::unique_ptr<StatGraphics> screen;
   PageView* view = nullptr;
 };
@@ -176,6 +177,43 @@ TEST_F(ChartScreenTest, AsksBeforeNewLimitsAreLost) {
   Click(*screen, "Toolbar1_7");
   EXPECT_FALSE(screen->isVisible());
   EXPECT_EQ(StoredLimit(), after);
+}
+
+// What was known of the row before the last save would make the next one a conflict, or bring old limits
+// back.
+TEST_F(ChartScreenTest, NoAfterASaveGoesBackToWhatWasSaved) {
+  Open();
+  Click(*screen, "Toolbar1_4");
+  Click(*screen, "Toolbar1_2");
+  const double saved = StoredLimit();
+  lastPoint = 8;
+  Click(*screen, "Toolbar1_4");
+  ASSERT_NE(data->XBarUCL(), saved);
+  program.boxes.Expect(Answer::No);
+  Close();
+  EXPECT_EQ(data->XBarUCL(), saved);
+  EXPECT_EQ(data->DataStopPoint(), 6);
+  Open();
+  Click(*screen, "Toolbar1_2");
+  EXPECT_EQ(StoredLimit(), saved);
+}
+
+TEST_F(ChartScreenTest, NewLimitsNeverReplaceWhatAnotherProgramWrote) {
+  Open();
+  Click(*screen, "Toolbar1_4");
+  for (const QString& told : {u"changed"_s, u"deleted"_s}) {
+    program.Execute(told == u"changed"_s ? u"UPDATE StatData SET \"Values\" = '1,2,'"_s
+                                         : u"DELETE FROM StatData"_s);
+    const auto rows = program.Rows(u"SELECT * FROM StatData"_s);
+    const QString message = u"The data set \"Shaft\" was %1 by somebody else since it was read."_s.arg(told);
+    program.boxes.Expect(message);
+    Click(*screen, "Toolbar1_2");
+    program.boxes.Expect(Answer::Yes, u"Data has changed");
+    program.boxes.Expect(message);
+    Close();
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_EQ(program.Rows(u"SELECT * FROM StatData"_s), rows);
+  }
 }
 
 TEST_F(ChartScreenTest, ZoomsTheSelectedGraph) {

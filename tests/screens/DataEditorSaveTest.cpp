@@ -237,9 +237,40 @@ TEST_F(DataEditorSaveTest, AFailedWriteLeavesTheDataSetInUseAsItWas) {
   Refuse(u"the disk is full", edited);
   TestProgram::FailAt({});
   program.Execute(u"DELETE * FROM StatData"_s);
-  Refuse(u"was deleted from the library", edited);
+  Refuse(u"The data set \"BORE\" was deleted by somebody else since it was read. Nothing was written.",
+         edited);
   EXPECT_EQ(edited->DelimitedInputString(), before);
   EXPECT_EQ(StoredRows(), 0U) << "added anew";
+}
+
+TEST_F(DataEditorSaveTest, WhatAnotherProgramWroteMeanwhileIsNotOverwritten) {
+  const CDataPtr edited = Edit();
+  Save(u"All data successfully saved.", edited);
+  // By a program in a hurry even the time is the same.
+  for (const QString& change : {u"\"Values\" = \"Values\" || '10.5,'"_s, u"RBarUCL = 9"_s}) {
+    program.Execute(u"UPDATE StatData SET "_s + change);
+    const auto rows = program.Rows(u"SELECT * FROM StatData"_s);
+    fields.usl = u"13"_s;
+    Refuse(u"The data set \"BORE\" was changed by somebody else since it was read. Nothing was written.",
+           edited);
+    EXPECT_EQ(program.Rows(u"SELECT * FROM StatData"_s), rows);
+    EXPECT_EQ(edited->UpperSpecLimit(), 12);
+    EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+    *edited = *program.state.gDataCollection.at(0);
+    fields = EditorFields::Of(*edited);
+  }
+  Save(u"All data successfully saved.", edited);
+}
+
+// The limits once came from the points of a range that had been chosen on the chart screen before.
+TEST_F(DataEditorSaveTest, CalculatedLimitsComeFromAllPoints) {
+  const CDataPtr edited = Edit();
+  const double limit = edited->XBarUCL();
+  edited->SetDataStartPoint(2);
+  edited->SetDataStopPoint(8);
+  Save(u"All data successfully saved.", edited);
+  EXPECT_EQ(edited->DataStartPoint(), 0);
+  EXPECT_EQ(edited->XBarUCL(), limit);
 }
 
 TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
