@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QListWidget>
 #include <QPlainTextEdit>
 
@@ -235,18 +234,6 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
     Click(*editor, "cmdRawData");
     EXPECT_EQ(Raw(), accept ? before + u"10"_s : before);
   }
-  Close(Answer::No);
-}
-
-TEST_F(DataEditorTest, ThirtyTwoThousandValuesAreShownAtOnceAndOneMoreIsRefused) {
-  Open();
-  QElapsedTimer clock;
-  clock.start();
-  Paste(u"12.345\r\n"_s.repeated(32767));
-  EXPECT_LT(clock.elapsed(), 1000);
-  EXPECT_EQ(Text("lblRawDataNote"), u"32767 values: 32767 subgroups of 1.");
-  Paste(u"1"_s);
-  EXPECT_EQ(Text("lblRawDataNote"), u"32768 values: no more than 32767 can be saved.");
   Close(Answer::No);
 }
 
