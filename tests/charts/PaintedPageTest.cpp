@@ -1,54 +1,11 @@
-// The page as painted, through a device that records where texts and marks end up: nothing lies on anything
-// else.
+// The page as painted: nothing lies on anything else.
 #include <gtest/gtest.h>
-
-#include <QImage>
-#include <QPaintEngine>
 
 #include "charts/StatPage.h"
 #include "tests/charts/PageData.h"
-
-using namespace Qt::StringLiterals;
+#include "tests/support/RecordingDevice.h"
 
 namespace {
-
-struct PaintedText {
-  QString text;
-  QRectF ink;
-};
-
-class RecordingEngine : public QPaintEngine {
- public:
-  std::vector<PaintedText> texts;
-  std::vector<QRectF> marks;
-
-  RecordingEngine() : QPaintEngine(QPaintEngine::AllFeatures) {}
-  bool begin(QPaintDevice*) override { return true; }
-  bool end() override { return true; }
-  Type type() const override { return QPaintEngine::User; }
-  void updateState(const QPaintEngineState&) override {}
-  void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
-  void drawPath(const QPainterPath&) override {}
-  void drawLines(const QLineF*, int) override {}
-  void drawRects(const QRectF*, int) override {}
-  void drawEllipse(const QRectF& rect) override { marks.push_back(rect); }
-  void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
-    if (mode == ConvexMode) marks.push_back(QPolygonF(QList<QPointF>(points, points + count)).boundingRect());
-  }
-  // The box of digits and capitals, which are what the page is made of.
-  void drawTextItem(const QPointF& at, const QTextItem& item) override {
-    const double height = 0.78 * item.ascent();
-    const QRectF ink(at.x(), at.y() - height, item.width(), height);
-    texts.push_back({item.text(), state->transform().mapRect(ink)});
-  }
-};
-
-class RecordingDevice : public QImage {
- public:
-  explicit RecordingDevice(QSize size) : QImage(size, Format_Mono) {}
-  RecordingEngine* paintEngine() const override { return &engine; }
-  mutable RecordingEngine engine;
-};
 
 void ExpectNothingOverlaps(const StatPage& page, QSize size) {
   RecordingDevice device(size);
@@ -56,18 +13,21 @@ void ExpectNothingOverlaps(const StatPage& page, QSize size) {
     QPainter painter(&device);
     page.Paint(painter, QRectF(QPointF(0, 0), QSizeF(size)));
   }
-  const auto& texts = device.engine.texts;
-  ASSERT_GT(texts.size(), 20u);
   const QRectF whole(QPointF(0, 0), QSizeF(size));
+  const auto texts = device.Of(PaintedShape::Text, whole);
+  const auto marks = device.Where([](const auto& shape) {
+    return shape.kind == PaintedShape::Ellipse || shape.kind == PaintedShape::Polygon;
+  });
+  ASSERT_GT(texts.size(), 20u);
   for (size_t i = 0; i < texts.size(); ++i) {
-    const QRectF ink = texts[i].ink.adjusted(0.5, 0.5, -0.5, -0.5);
+    const QRectF ink = texts[i].Place().adjusted(0.5, 0.5, -0.5, -0.5);
     EXPECT_TRUE(whole.contains(ink)) << texts[i].text.toStdString();
     for (size_t j = 0; j < i; ++j) {
-      EXPECT_FALSE(ink.intersects(texts[j].ink))
+      EXPECT_FALSE(ink.intersects(texts[j].Place()))
           << texts[i].text.toStdString() << " on " << texts[j].text.toStdString();
     }
-    for (const QRectF& mark : device.engine.marks) {
-      ASSERT_FALSE(ink.intersects(mark)) << texts[i].text.toStdString() << " on a mark";
+    for (const PaintedShape& mark : marks) {
+      ASSERT_FALSE(ink.intersects(mark.Place())) << texts[i].text.toStdString() << " on a mark";
     }
   }
 }
@@ -104,20 +64,6 @@ TEST(PaintedPage, LabelsOfNearLimitsMoveApart) {
     data.SetUpperSpecLimit(10 + 0.02 * run);
     ExpectNothingOverlaps(StatPage(data, {.fittedScale = run % 2 == 0}), {1280, 800});
   }
-}
-
-TEST(PaintedPage, ShowsEveryMarkedAndEveryOutsidePoint) {
-  RecordingDevice device({1280, 800});
-  {
-    QPainter painter(&device);
-    StatPage(PageData::Simple(), {}).Paint(painter, QRectF(0, 0, 1280, 800));
-  }
-  QStringList texts;
-  for (const auto& text : device.engine.texts) texts.append(text.text);
-  EXPECT_TRUE(texts.contains(u"1")) << "the rule at the fourth point";
-  EXPECT_TRUE(texts.contains(u"1 #8")) << "the arrow of the eighth";
-  EXPECT_EQ(device.engine.marks.size(), 16u)
-      << "eight points on each chart, an arrow and a diamond among them";
 }
 
 }  // namespace

@@ -29,42 +29,19 @@ QStringList TextsOf(const StatPage& page, GraphId graph) {
   return texts;
 }
 
-TEST(StatPage, RecordsAControlChart) {
-  const StatPage page(PageData::Simple(), {});
-  const ChartGraph& graph = page.Page().Graph(0);
-  EXPECT_EQ(graph.Scale().top(), -20);
-  EXPECT_EQ(graph.Scale().bottom(), 40);
-  EXPECT_EQ(graph.DataSet(u"XBar Data Set"_s),
-            (std::vector<double>{10.0, 10.1, 9.9, 10.4, 10.0, 9.8, 10.2, 50.0}));
-  EXPECT_EQ(graph.DataSet(u"UCL Data Set"_s), std::vector<double>(8, 10.3));
-  EXPECT_EQ(graph.DataSet(u"LCL Data Set"_s), std::vector<double>(8, 9.7));
-  EXPECT_EQ(graph.DataSet(u"Zero Data Set"_s), std::vector<double>(8, 10));
-  EXPECT_EQ(OperationsOf<ChartGraph::Axis>(page, GraphId::XBar).at(1).spacing, 15);
-  EXPECT_EQ(OperationsOf<ChartGraph::Curve>(page, GraphId::XBar).at(0).marks,
-            (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0, 1}))
-      << "the lowest rule at a point";
-  EXPECT_EQ(TextsOf(page, GraphId::XBar),
-            (QStringList{u" AVERAGE"_s, u"LCL=9.7, Mean=10, UCL=10.3"_s, u"Rules:  1 beyond a limit"_s}));
-  EXPECT_EQ(TextsOf(page, GraphId::R), (QStringList{u" RANGE"_s, u"LCL=0, Mean=0.2, UCL=0.5"_s}));
-}
-
-TEST(StatPage, LabelsLimitsWithOneDecimalMoreThanTheData) {
-  CData data = PageData::Random({.decimals = 2, .precision = 6});
-  data.SetPrecisionValue(6);
-  const auto labels = OperationsOf<ChartGraph::LineLabels>(StatPage(data, {}), GraphId::XBar);
-  EXPECT_EQ(labels.at(0).labels[0].number, QString::number(data.XBarUCL(), 'f', 3));
-}
-
 TEST(StatPage, MarksOnlyRulesOfTheSensitivityInUse) {
   CData data = PageData::Simple();
   CData::ViolatingPointLists points;
   points[1] = {3};
   points[2] = {5};
   points[3] = {6};
+  const auto marks = [&] {
+    return OperationsOf<ChartGraph::Curve>(StatPage(data, {}), GraphId::XBar)[0].marks;
+  };
+  EXPECT_EQ(marks(), (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0, 1})) << "the lowest rule at a point";
   data.SetViolatingPoints(points);
   data.SetSensitivityValue(0);
-  const auto curves = OperationsOf<ChartGraph::Curve>(StatPage(data, {}), GraphId::XBar);
-  EXPECT_EQ(curves[0].marks, (std::vector<std::uint8_t>{0, 0, 0, 0, 0, 4, 0, 0}));
+  EXPECT_EQ(marks(), (std::vector<std::uint8_t>{0, 0, 0, 0, 0, 4, 0, 0}));
 }
 
 TEST(StatPage, LeavesOutTheMovingRangeThatDoesNotExist) {
@@ -86,34 +63,10 @@ TEST(StatPage, SaysWhenDataAreTooFew) {
   EXPECT_TRUE(TextsOf(StatPage(data, {}), GraphId::XBar).contains(u" AVERAGE"));
 }
 
-TEST(StatPage, RecordsTheHistogram) {
-  CData data = PageData::Simple();
-  const ChartGraph graph = StatPage(data, {}).Page().Graph(2);
-  EXPECT_EQ(graph.DataSet(u" Histogram"_s).size(), 12u);
-  EXPECT_EQ(graph.DataSet(u" LL Data Set"_s).front(), 0);
-  EXPECT_EQ(graph.DataSet(u" Nominal Data Set"_s).front(), 6);
-  EXPECT_EQ(graph.DataSet(u" UL Data Set"_s).front(), 12);
-  EXPECT_EQ(graph.Scale().bottom(), 10);
+TEST(StatPage, CountsHaveTicksByTheirLargest) {
   for (const auto& [largest, spacing] :
-       {std::pair{0, 10}, {100, 10}, {101, 20}, {200, 20}, {201, 40}, {300, 40}, {301, 50}}) {
+       {std::pair{0, 10}, {100, 10}, {101, 20}, {200, 20}, {201, 40}, {300, 40}, {301, 50}})
     EXPECT_EQ(CountTickSpacing(largest), spacing) << largest;
-  }
-  for (const auto set : {&CData::SetLowerSpecLimit, &CData::SetNominalSpecLimit, &CData::SetUpperSpecLimit})
-    (data.*set)(0);
-  EXPECT_TRUE(OperationsOf<ChartGraph::Level>(StatPage(data, {}), GraphId::Histogram).empty())
-      << "no lines at 0 for want of limits";
-}
-
-TEST(StatPage, RecordsTheTextWindow) {
-  CData data = PageData::Simple();
-  EXPECT_EQ(TextsOf(StatPage(data, {}), GraphId::Text).join(u'|'),
-            u"Sample Qty|16|Sub Group Size|2|Min|9.1|Max|10.9|Std. Dev|0.25|Upper Spec Limit|11|"
-            u"Lower Spec Limit|9|Cpk|1.00|Last Modified|2024-05-17|Cpk from R-bar / d2"_s);
-  for (const auto& [cpk, colour] : {std::pair{1.0, 2}, {0.99, 12}}) {
-    data.SetCPKValue(cpk);
-    const auto texts = OperationsOf<ChartGraph::Text>(StatPage(data, {}), GraphId::Text);
-    EXPECT_EQ(texts.at(15).parameters.colour, colour) << cpk;
-  }
 }
 
 TEST(StatPage, RefusesWhatItCannotDraw) {

@@ -1,0 +1,369 @@
+// What the page looks like: every line, mark, bar and text in its colour, its dash and its place.
+#include <gtest/gtest.h>
+
+#include "charts/StatPage.h"
+#include "tests/charts/PageData.h"
+#include "tests/support/RecordingDevice.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Kind = PaintedShape::Kind;
+
+constexpr QRectF target(0, 0, 1280, 800);
+const QColor black(0, 0, 0), blue(0, 0, 255), red(255, 0, 0), teal(0, 128, 128), green(0, 128, 0),
+    grey(128, 128, 128), lightGrey(192, 192, 192), white(255, 255, 255);
+constexpr GraphId charts[] = {GraphId::XBar, GraphId::R};
+
+// The page as painted, and where things belong on it.
+struct Painted {
+  explicit Painted(const StatPage& shown) : page(shown) {
+    QPainter painter(&device);
+    page.Paint(painter, target);
+  }
+  explicit Painted(const CData& data, const StatPageOptions& options = {})
+      : Painted(StatPage(data, options)) {}
+
+  QRectF Frame(GraphId graph, double head = 0) const {
+    static constexpr double ends[][4] = {{0.005, 0.005, 0.6, 0.49},
+                                         {0.005, 0.5, 0.6, 0.99},
+                                         {0.61, 0.005, 0.995, 0.49},
+                                         {0.61, 0.5, 0.995, 0.99}};
+    const auto& [left, top, right, bottom] = ends[int(graph)];
+    const double height = 800 - head;
+    return {QPointF(1280 * left, head + height * top), QPointF(1280 * right, head + height * bottom)};
+  }
+  QRectF Plot(GraphId graph) const {
+    const QRectF frame = Frame(graph);
+    return {frame.left() + 0.15 * frame.width(), frame.top() + 0.1 * frame.height(), 0.75 * frame.width(),
+            0.7 * frame.height()};
+  }
+  QPointF At(GraphId graph, double x, double y) const {
+    const QRectF plot = Plot(graph);
+    const QRectF scale = page.Page().Graph(int(graph)).Scale();
+    return {plot.left() + (x - scale.left()) / scale.width() * plot.width(),
+            plot.bottom() - (y - scale.top()) / scale.height() * plot.height()};
+  }
+  std::vector<PaintedShape> Of(Kind kind, const QRectF& within = target) const {
+    return device.Of(kind, within);
+  }
+
+  // Fails where there is no such shape, or it has another look.
+  void Expect(Kind kind, const QPolygonF& corners, const QColor& ink, bool dashed = false,
+              const QColor& fill = {}) const {
+    const auto there = device.Where([&](const PaintedShape& shape) {
+      return shape.kind == kind && std::ranges::equal(shape.corners, corners, [](QPointF one, QPointF other) {
+               return (one - other).manhattanLength() < 0.01;
+             });
+    });
+    ASSERT_EQ(there.size(), 1u) << testing::PrintToString(PaintedShape{kind, corners, ink, {}, 0, fill});
+    EXPECT_EQ(there[0].ink, ink) << testing::PrintToString(there[0]);
+    EXPECT_EQ(!there[0].dashes.isEmpty(), dashed) << testing::PrintToString(there[0]);
+    EXPECT_EQ(there[0].fill, fill) << testing::PrintToString(there[0]);
+  }
+
+  PaintedShape Text(const QString& text, const QRectF& within = target) const {
+    for (const PaintedShape& shape : Of(Kind::Text, within))
+      if (shape.text == text) return shape;
+    ADD_FAILURE() << "no text " << text.toStdString();
+    return {};
+  }
+
+  StatPage page;
+  RecordingDevice device{target.size().toSize()};
+};
+
+// Eight points: the fourth breaks a rule, the sixth lies below the scale, the eighth above it and breaks two.
+CData Sample() {
+  CData data = PageData::Simple();
+  data.SetXBarOutputString(u"10.0,12.1,5.9,18,10.0,-30,10.2,50.0"_s);
+  data.SetDelimitedInputString(u"10.1,10.2"_s);
+  data.SetHistoLoScaleValue(8);
+  data.SetHistoHiScaleValue(13);
+  return data;
+}
+const std::vector<double> averages{10, 12.1, 5.9, 18, 10, -30, 10.2, 50},
+    ranges{.1, .2, .3, .2, .1, .2, .3, .2};
+
+TEST(PageLooks, PointsOnBlueLines) {
+  const Painted painted(Sample());
+  for (const GraphId graph : charts) {
+    const std::vector<double>& values = graph == GraphId::XBar ? averages : ranges;
+    QPolygonF line;
+    std::vector<QPointF> points;
+    for (size_t i = 0; i < values.size(); ++i) {
+      line << painted.At(graph, double(i) + 1, values[i]);
+      if (graph == GraphId::R || (i != 3 && i != 5 && i != 7)) points.push_back(line.back());
+    }
+    painted.Expect(Kind::Polyline, line, blue, false, {});
+    const auto dots = painted.Of(Kind::Ellipse, painted.Frame(graph));
+    ASSERT_EQ(dots.size(), points.size());
+    for (size_t i = 0; i < points.size(); ++i) {
+      EXPECT_LT((dots[i].Place().center() - points[i]).manhattanLength(), 0.01) << i;
+      EXPECT_TRUE(dots[i].fill == blue && !dots[i].ink.isValid()) << testing::PrintToString(dots[i]);
+    }
+  }
+}
+
+TEST(PageLooks, AMarkIsARedDiamondWithItsNumberBesideIt) {
+  const Painted painted(Sample());
+  const QPointF at = painted.At(GraphId::XBar, 4, 18);
+  const auto marks = painted.device.Where(
+      [](const PaintedShape& shape) { return shape.kind == Kind::Polygon && shape.corners.size() == 4; });
+  ASSERT_EQ(marks.size(), 1u);
+  const double radius = marks[0].Place().width() / 2;
+  EXPECT_GT(radius, painted.Of(Kind::Ellipse)[0].Place().width() / 2);
+  painted.Expect(Kind::Polygon,
+                 QList{at - QPointF(0, radius), at + QPointF(radius, 0), at + QPointF(0, radius),
+                       at - QPointF(radius, 0)},
+                 {}, false, red);
+  const PaintedShape number = painted.Text(u"1"_s, painted.Plot(GraphId::XBar));
+  EXPECT_EQ(number.ink, black);
+  EXPECT_LT((number.Place().center() - at).manhattanLength(), 25);
+  EXPECT_FALSE(number.Place().intersects(marks[0].Place()));
+}
+
+TEST(PageLooks, AnArrowAtTheEdgePointsToAPointOutside) {
+  const Painted painted(Sample());
+  const QRectF plot = painted.Plot(GraphId::XBar);
+  const auto arrows = painted.device.Where(
+      [](const PaintedShape& shape) { return shape.kind == Kind::Polygon && shape.corners.size() == 3; });
+  ASSERT_EQ(arrows.size(), 2u);
+  struct {
+    double x, edge, inwards;
+    QColor fill;
+    QString text;
+  } const expected[] = {{6, plot.bottom(), -1, blue, u"#6"_s}, {8, plot.top(), 1, red, u"1 #8"_s}};
+  for (size_t i = 0; i < arrows.size(); ++i) {
+    const auto& [x, edge, inwards, fill, text] = expected[i];
+    const QPolygonF& corners = arrows[i].corners;
+    EXPECT_LT((corners[0] - QPointF(painted.At(GraphId::XBar, x, 0).x(), edge)).manhattanLength(), 0.01)
+        << text.toStdString();
+    for (const int side : {1, 2}) EXPECT_GT((corners[side].y() - edge) * inwards, 4);
+    EXPECT_DOUBLE_EQ(corners[1].x() + corners[2].x(), 2 * corners[0].x());
+    EXPECT_TRUE(arrows[i].fill == fill && !arrows[i].ink.isValid());
+    const QRectF box = painted.Text(text).Place();
+    EXPECT_TRUE(plot.contains(box) && (box.center() - corners[0]).manhattanLength() < 50)
+        << text.toStdString();
+  }
+}
+
+TEST(PageLooks, LinesOfTheControlChartsAndTheirNames) {
+  const Painted painted(Sample());
+  struct {
+    GraphId graph;
+    double value;
+    QString name;
+  } const levels[] = {{GraphId::XBar, 10.3, u"UCL 10.30"_s}, {GraphId::XBar, 10, u"Mean 10.00"_s},
+                      {GraphId::XBar, 9.7, u"LCL 9.70"_s},   {GraphId::R, 0.5, u"UCL 0.50"_s},
+                      {GraphId::R, 0.2, u"Mean 0.20"_s},     {GraphId::R, 0, u"LCL 0.00"_s}};
+  double above = 0;
+  for (const auto& [graph, value, name] : levels) {
+    const QPointF right = painted.At(graph, 9, value);
+    const bool isLimit = !name.startsWith(u"Mean");
+    painted.Expect(Kind::Line, QList{painted.At(graph, 0, value), right}, isLimit ? red : black, isLimit);
+    const auto leaders = painted.device.Where([&](const PaintedShape& shape) {
+      return shape.kind == Kind::Line && (shape.corners[0] - right).manhattanLength() < 0.01 &&
+             shape.ink == grey;
+    });
+    EXPECT_EQ(leaders.size(), 1u) << name.toStdString();
+    const PaintedShape label = painted.Text(name);
+    EXPECT_EQ(label.ink, black);
+    EXPECT_GT(label.Place().left(), right.x());
+    EXPECT_NEAR(label.Place().center().y(), right.y(), 25);
+    EXPECT_GT(label.Place().center().y(), above) << "in the order of the lines";
+    above = label.Place().center().y();
+  }
+  EXPECT_EQ(painted.device.Where([](const PaintedShape& shape) { return !shape.dashes.isEmpty(); }).size(),
+            6u);
+}
+
+TEST(PageLooks, SpecificationLinesStandAtTheirValuesAlsoAtZero) {
+  using Three = std::array<double, 3>;
+  CData data = Sample();
+  for (const auto& limits :
+       {Three{9, 10, 11.5}, Three{0, 1, 3}, Three{-4, -2, 0}, Three{-1, 0, 2}, Three{}}) {
+    data.SetLowerSpecLimit(limits[0]);
+    data.SetNominalSpecLimit(limits[1]);
+    data.SetUpperSpecLimit(limits[2]);
+    data.SetHistoLoScaleValue(limits[0] - 1);
+    data.SetHistoHiScaleValue(limits[2] + 2);
+    const Painted painted(data);
+    const QRectF frame = painted.Frame(GraphId::Histogram);
+    const auto dashed = painted.device.Where([&](const PaintedShape& shape) {
+      return !shape.dashes.isEmpty() && frame.contains(shape.Place().center());
+    });
+    EXPECT_EQ(dashed.size(), limits == Three{} ? 0u : 2u) << "none where there is no specification";
+    if (limits == Three{}) continue;
+    for (size_t i = 0; i < 3; ++i) {
+      const double x = (limits[i] - limits[0] + 1) / (limits[2] - limits[0] + 3) * 12;
+      const QPointF top = painted.At(GraphId::Histogram, x, 10);
+      painted.Expect(Kind::Line, QList{painted.At(GraphId::Histogram, x, 0), top}, i == 1 ? black : red,
+                     i != 1);
+      const QString name =
+          QStringList{u"LSL "_s, u"Nominal "_s, u"USL "_s}[qsizetype(i)] + QString::number(limits[i]);
+      const QRectF label = painted.Text(name, frame).Place();
+      EXPECT_LT(label.bottom(), top.y());
+      EXPECT_NEAR(label.center().x(), top.x(), 60);
+    }
+  }
+}
+
+TEST(PageLooks, EachBarStandsOverItsOwnBinAsHighAsItsCount) {
+  CData data = Sample();
+  data.SetHistogramBinValuesOutputString(u"0,7,1,2,0,4,3,12,1,0,0,5"_s);
+  const Painted painted(data);
+  const double counts[] = {0, 7, 1, 2, 0, 4, 3, 12, 1, 0, 0, 5};
+  for (int bin = 0; bin < 12; ++bin) {
+    if (counts[bin] == 0) continue;
+    const QPointF top = painted.At(GraphId::Histogram, bin + 0.05, counts[bin]);
+    painted.Expect(Kind::Rectangle, QRectF(top, painted.At(GraphId::Histogram, bin + 0.95, 0)), black, false,
+                   teal);
+  }
+  const auto filled = painted.device.Where([](const PaintedShape& shape) { return shape.fill == teal; });
+  EXPECT_EQ(filled.size(), 8u);
+}
+
+TEST(PageLooks, AxesWithTheirTicksLabelsAndTitles) {
+  const Painted painted(Sample());
+  struct {
+    GraphId graph;
+    QString across, up, acrossTitle, upTitle;
+    size_t ticks;
+  } const expected[] = {
+      {GraphId::XBar, u"1 5"_s, u"-20 -5 10 25 40"_s, u"Sample"_s, u"mm"_s, 7},
+      {GraphId::R, u"1 5"_s, u"-0.3 -0.05 0.2 0.45 0.7"_s, u"Sample"_s, u"mm"_s, 7},
+      {GraphId::Histogram, u"9.0 9.3 9.7 10.0 10.3 10.7"_s, u"0 10"_s, u"mm"_s, u"Count"_s, 15}};
+  for (const auto& [graph, across, up, acrossTitle, upTitle, tickCount] : expected) {
+    SCOPED_TRACE(int(graph));
+    const QRectF plot = painted.Plot(graph), frame = painted.Frame(graph);
+    const QRectF below(plot.left() - 20, plot.bottom(), plot.width() + 40, frame.bottom() - plot.bottom());
+    const QRectF left(frame.left(), frame.top(), plot.left() - frame.left(), frame.height());
+    painted.Expect(Kind::Rectangle, frame, lightGrey);
+    painted.Expect(Kind::Line, QList{plot.bottomLeft(), plot.bottomRight()}, black);
+    painted.Expect(Kind::Line, QList{plot.bottomLeft(), plot.topLeft()}, black);
+    const double length = 800 * 0.006;  // of a tick, away from the plot
+    const auto ticks = painted.device.Where([&](const PaintedShape& shape) {
+      return shape.kind == Kind::Line && shape.ink == black && frame.contains(shape.Place().center()) &&
+             std::abs(shape.Place().width() + shape.Place().height() - length) < 0.01;
+    });
+    EXPECT_EQ(ticks.size(), tickCount);
+    const double low = painted.page.Page().Graph(int(graph)).Scale().top();
+    for (const QString& text : across.split(u' ')) {
+      // There is room for every second label of the bins.
+      const double value =
+          graph == GraphId::Histogram ? 2.0 * double(across.split(u' ').indexOf(text)) : text.toDouble();
+      const QPointF at = painted.At(graph, value, low);
+      if (value != 1) painted.Expect(Kind::Line, QList{at, at + QPointF(0, length)}, black);
+      const PaintedShape label = painted.Text(text, below);
+      EXPECT_NEAR(label.Place().center().x(), at.x(), 2) << text.toStdString();
+      EXPECT_EQ(label.ink, black);
+    }
+    for (const QString& text : up.split(u' ')) {
+      const QPointF at = painted.At(graph, 0, text.toDouble());
+      painted.Expect(Kind::Line, QList{at - QPointF(length, 0), at}, black);
+      const PaintedShape label = painted.Text(text, left);
+      EXPECT_NEAR(label.Place().center().y(), at.y(), 2) << text.toStdString();
+      EXPECT_NEAR(label.Place().right(), at.x(), 10);
+      EXPECT_EQ(label.ink, black);
+    }
+    const PaintedShape title = painted.Text(acrossTitle, below), turned = painted.Text(upTitle, left);
+    EXPECT_NEAR(title.Place().center().x(), plot.center().x(), 1);
+    EXPECT_NEAR(turned.Place().center().y(), plot.center().y(), 1);
+    EXPECT_GT(turned.Place().height(), turned.Place().width()) << "reads upwards";
+    EXPECT_TRUE(title.ink == black && turned.ink == black);
+  }
+}
+
+struct Wanted {
+  QString text;
+  double x, y;  // where it starts, or ends, and its middle
+  QColor ink;
+};
+
+void ExpectTexts(const Painted& painted, const QRectF& area, const std::vector<Wanted>& wanted) {
+  EXPECT_EQ(painted.Of(Kind::Text, area).size(), wanted.size());
+  for (const auto& [text, x, y, ink] : wanted) {
+    const PaintedShape shape = painted.Text(text, area);
+    const bool ends = x > 0.9;
+    EXPECT_NEAR(ends ? shape.Place().right() : shape.Place().left(), area.left() + x * area.width(), 2)
+        << text.toStdString();
+    EXPECT_NEAR(shape.Place().center().y(), area.top() + y * area.height(), 3) << text.toStdString();
+    EXPECT_EQ(shape.ink, ink) << text.toStdString();
+  }
+}
+
+TEST(PageLooks, LinesOfTheTextWindow) {
+  CData data = Sample();
+  for (const auto& [cpk, shown, ink] : {std::tuple{1.0, u"1.00"_s, green}, {0.99, u"0.99"_s, red}}) {
+    data.SetCPKValue(cpk);
+    const QStringList rows =
+        u"Sample Qty|16|Sub Group Size|2|Min|9.1|Max|10.9|Std. Dev|0.25|Upper Spec Limit|11|"
+        u"Lower Spec Limit|9|Cpk|%1|Last Modified|2024-05-17"_s.arg(shown)
+            .split(u'|');
+    std::vector<Wanted> wanted;
+    for (int row = 0; row < 9; ++row) {
+      const double y = 0.09 + 0.093 * row;
+      wanted.push_back({rows[2 * row], 0.08, y, black});
+      wanted.push_back({rows[2 * row + 1], 0.52, y, row == 7 ? ink : blue});
+    }
+    wanted.push_back({u"Cpk from R-bar / d2"_s, 0.08, 0.09 + 0.093 * 9, grey});
+    const Painted painted(data);
+    ExpectTexts(painted, painted.Frame(GraphId::Text), wanted);
+  }
+}
+
+TEST(PageLooks, ThePrintedHeadStandsAboveThePage) {
+  const Painted painted(Sample(), {.printedHead = true,
+                                   .pageNumber = 2,
+                                   .pageCount = 3,
+                                   .printedAt = QDateTime(QDate(2024, 5, 18), QTime(9, 7))});
+  const QRectF head(0, 0, 1280, 60);
+  painted.Expect(Kind::Rectangle, head, {}, false, white);
+  ExpectTexts(painted, head,
+              {{u"Shaft"_s, 0.01, 0.36, black},
+               {u"Page 2 of 3"_s, 0.99, 0.36, black},
+               {u"Unit: mm     Samples: 16     Subgroup size: 2"_s, 0.01, 0.79, black},
+               {u"Printed: 2024-05-18 09:07"_s, 0.99, 0.79, black}});
+  EXPECT_TRUE(painted.Text(u"Shaft"_s).font.bold());
+  for (const GraphId graph : {GraphId::XBar, GraphId::R, GraphId::Histogram, GraphId::Text})
+    painted.Expect(Kind::Rectangle, painted.Frame(graph, 60), lightGrey);
+}
+
+TEST(PageLooks, TitlesLimitsAndRulesInTheirPlaces) {
+  const Painted painted(Sample());
+  struct {
+    GraphId graph;
+    QString text;
+    double y;
+    bool centred = true;
+  } const texts[] = {{GraphId::XBar, u" AVERAGE"_s, 0.035},
+                     {GraphId::R, u" RANGE"_s, 0.035},
+                     {GraphId::Histogram, u" HISTOGRAM"_s, 0.035},
+                     {GraphId::XBar, u"LCL=9.7, Mean=10, UCL=10.3"_s, 0.08},
+                     {GraphId::R, u"LCL=0, Mean=0.2, UCL=0.5"_s, 0.08},
+                     {GraphId::XBar, u"Rules:  1 beyond a limit"_s, 0.965, false}};
+  for (const auto& [graph, text, y, centred] : texts) {
+    const QRectF frame = painted.Frame(graph);
+    const PaintedShape shape = painted.Text(text, frame);
+    EXPECT_NEAR(centred ? shape.Place().center().x() - frame.width() / 2
+                        : shape.Place().left() - 0.01 * frame.width(),
+                frame.left(), 1);
+    EXPECT_NEAR(shape.Place().center().y(), frame.top() + y * frame.height(), 6) << text.toStdString();
+    EXPECT_EQ(shape.ink, black);
+  }
+}
+
+TEST(PageLooks, TheSelectedGraphHasABlueFrameOnScreen) {
+  StatPage page(Sample(), {});
+  page.Select(GraphId::R);
+  const Painted painted(page);
+  const auto frames = painted.device.Where(
+      [](const PaintedShape& shape) { return shape.kind == Kind::Rectangle && shape.ink == blue; });
+  ASSERT_EQ(frames.size(), 1u);
+  EXPECT_EQ(frames[0].width, 3);
+  EXPECT_LT((frames[0].Place().center() - painted.Frame(GraphId::R).center()).manhattanLength(), 0.01);
+}
+
+}  // namespace
