@@ -1,0 +1,53 @@
+// Data sets in which every figure differs from every other, so that none can stand under another's name
+// unseen, and the figures of a data set by name.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QMap>
+#include <QVariant>
+#include <type_traits>
+
+#include "core/CData.h"
+
+using Figures = QMap<QString, QVariant>;
+
+// As stored, in full precision.
+inline Figures FiguresOf(const CData& data) {
+  Figures figures;
+  data.ForEachStoredProperty([&](const char* name, const auto& value) {
+    figures[QString::fromLatin1(name)] = QVariant::fromValue(value);
+  });
+  return figures;
+}
+
+// A number from 31 on for each property, with a fraction where it can have one; texts are their own names.
+// What decides how the others are read stays as it is: the delimiter, the decimals.
+inline CData DistinctData() {
+  CData data;
+  int number = 30;
+  const auto next = [&number]<class T>(const T& initial, const char* name) {
+    ++number;
+    if constexpr (std::is_same_v<T, QString>)
+      return QString::fromLatin1(name);
+    else if constexpr (std::is_same_v<T, bool>)
+      return !initial;
+    else
+      return static_cast<T>(number + 0.25);
+  };
+#define SET_DISTINCT(Type, Name, Initial, Reading) data.Set##Name(next(data.Name(), #Name));
+  CDATA_PROPERTIES(SET_DISTINCT)
+#undef SET_DISTINCT
+  data.SetStringDelimiter(CData().StringDelimiter());
+  data.SetPrecisionValue(CData().PrecisionValue());
+  return data;
+}
+
+// All figures are as expected; each that is not is named.
+inline void ExpectFigures(const CData& data, const Figures& expected) {
+  const Figures found = FiguresOf(data);
+  for (const auto& [name, value] : expected.asKeyValueRange())
+    EXPECT_EQ(found.value(name), value)
+        << name.toStdString() << ": " << found.value(name).toString().toStdString() << " for "
+        << value.toString().toStdString();
+}
