@@ -52,6 +52,9 @@ TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
   EXPECT_EQ(data[u"DetectionPeriod"_s], 0);
   EXPECT_EQ(data[u"XBarMean"_s], 10.05);
   EXPECT_EQ(data[u"HiFlier"_s], 13);
+  EXPECT_EQ(RunIn(u"status @plant").output.toStdString(),
+            "Data description  State  In control   Cpk  Samples  n   Mean    LCL     UCL  Unit\n"
+            "Shaft             Ideal  yes         1.79        8  2  10.05  9.674  10.426  mm\n");
 
   for (const QString& format : {u"pdf"_s, u"png"_s, u"svg"_s}) {
     EXPECT_EQ(RunIn(u"report @plant --out @out/deep --fit --format "_s + format).status, 0);
@@ -59,6 +62,26 @@ TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
   }
   EXPECT_EQ(RunIn(u"export @plant --out @out/deep shaft").output, Path(u"out/deep/Shaft.csf\n"_s));
   EXPECT_EQ(Read(Path(u"out/deep/Shaft.csf"_s)).count("\r\n"), 28);
+}
+
+TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
+  const QJsonObject data =
+      RunIn(
+          u"stats --limits 12,9,10.5,3,0.5,1.5 --usl 14.5 --lsl 7.5 --subgroup 2 --start 4 --stop 5 "
+          "--precision 6 --sensitivity low --period short --reverse",
+          "10 11.5 8.25 10 9.5 11 13.5 12")
+          .Json()
+          .object();
+  const QJsonObject expected = QJsonDocument::fromJson(R"({
+      "XBarUCL": 12, "XBarLCL": 9, "XBarMean": 10.5, "RBarUCL": 3, "RBarLCL": 0.5, "RBarMean": 1.5,
+      "UpperSpecLimit": 14.5, "LowerSpecLimit": 7.5, "SubGroupSize": 2, "DataStartPoint": 4, "DataStopPoint": 5,
+      "PrecisionValue": 6, "SensitivityValue": 0, "DetectionPeriod": 0, "ReverseDataString": true, "SampleQty": 8,
+      "MinValue": 8.25, "MaxValue": 13.5, "HistoHiScaleValue": 14.5, "HistoLoScaleValue": 7.5,
+      "XBarOutputString": "12.750000,10.250000,9.125000,10.750000",
+      "RBarOutputString": "1.500000,1.500000,1.750000,1.500000", "ViolatingPoints": {"1": [1], "2": [], "3": [], "4": []}})")
+                                   .object();
+  for (auto figure = expected.begin(); figure != expected.end(); ++figure)
+    EXPECT_EQ(data[figure.key()], figure.value()) << figure.key().toStdString();
 }
 
 TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {

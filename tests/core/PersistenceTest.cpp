@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include "core/DataObjectFunctions.h"
+#include "tests/support/Figures.h"
 #include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;
@@ -24,34 +25,35 @@ class PersistenceTest : public testing::Test {
   std::vector<CDataPtr>& collection = program.state.gDataCollection;
 };
 
-TEST_F(PersistenceTest, EveryStoredPropertyComesBack) {
-  const CDataPtr saved = TestProgram::NewDataSet(u"Bore Ø 74"_s);
+TEST_F(PersistenceTest, EveryFigureHasItsOwnColumnAndComesBack) {
+  const CDataPtr saved = std::make_shared<CData>(DistinctData());
+  saved->SetDescription(u"Bore Ø 74"_s);
   saved->SetUpperSpecLimit(12.123456);
   saved->SetHiFlier(99.123456789);
   saved->SetLoFlier(-1);
-  saved->SetXBarUCL(11);
-  saved->SetXBarLCL(9);
-  saved->SetXBarMean(10.25);
-  saved->SetRBarUCL(3);
-  saved->SetRBarLCL(0.5);
-  saved->SetRBarMean(1.5);
+  saved->SetSubGroupSize(4);
   saved->SetSensitivityValue(2);
   saved->SetDetectionPeriod(0);
+  saved->SetDelimitedInputString(TestProgram::NewDataSet({})->DelimitedInputString());
   ASSERT_TRUE(SaveDataObjectToDatabase(saved));
   EXPECT_TRUE(saved->IsDataValid());
-  const auto stored = [&] { return program.Rows(u"SELECT * FROM StatData"_s).at(0).mid(1); };
-  const QVariantList row = stored();
-  EXPECT_EQ(row.mid(2, 15), QVariantList({u"2024-02-29 13:45:59"_s, 10, 12.1235, 8, 99.123456789, -1, 11, 9,
-                                          10.25, 3, 0.5, 1.5, 4, 2, 0}))
-      << "limits are stored as read, to the precision; fliers in full";
-
+  EXPECT_EQ(saved->LastModified(), u"2024-02-29 13:45:59");
+  Figures figures = FiguresOf(*saved);
+  figures[u"UpperSpecLimit"_s] = 12.1235;  // limits are stored as read, to the precision; fliers in full
+  const QStringList columns =
+      u"Description LastModified NominalSpecLimit UpperSpecLimit LowerSpecLimit HiFlier LoFlier XBarUCL "
+      u"XBarLCL XBarMean RBarUCL RBarLCL RBarMean SubGroupSize SensitivityValue DetectionPeriod UnitOfMeasurement"_s
+          .split(u' ');
+  Figures stored{{u"DelimitedInputString"_s, saved->DelimitedInputString()}};
+  for (const QString& column : columns) stored[column] = figures[column];
+  const auto row = program.Rows(u"SELECT \"Values\", %1 FROM StatData"_s.arg(columns.join(u", "_s))).at(0);
+  EXPECT_EQ(row[0], figures[u"DelimitedInputString"_s]);
+  for (qsizetype i = 0; i < columns.size(); ++i)
+    EXPECT_EQ(row[i + 1], figures[columns[i]]) << columns[i].toStdString();
   const CDataPtr loaded = Loaded(1);
+  ASSERT_TRUE(loaded);
   EXPECT_EQ(loaded->SampleQty(), 40);
-  program.Execute(u"DELETE FROM StatData"_s);
-  loaded->SetID(0);
-  loaded->SetRowAsKnown({});
-  ASSERT_TRUE(SaveDataObjectToDatabase(loaded));
-  EXPECT_EQ(stored(), row);
+  ExpectFigures(*loaded, stored);
 }
 
 TEST_F(PersistenceTest, ANewDataSetIsAddedByItsSaveAndByTheAdding) {

@@ -44,9 +44,10 @@ class DataEditorTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     Fire(*editor, "ChangeMonitorTimer");
   }
-  void OpenExisting() {
+  void OpenExisting(const QString& change = {}) {
     program.state.gAddMode = false;
     program.state.gCurrentDataID = program.Insert(u"BORE"_s);
+    if (!change.isEmpty()) program.Execute(u"UPDATE StatData SET "_s + change);
     EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
     Open();
   }
@@ -141,6 +142,42 @@ TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   EXPECT_FALSE(SaveIsEnabled());
   QTest::keyClick(editor.get(), Qt::Key_Escape);  // and nothing is asked
   EXPECT_FALSE(editor->isVisible());
+}
+
+TEST_F(DataEditorTest, EveryBoxShowsAndStoresItsOwnFigure) {
+  const std::pair<const char*, QString> boxes[] = {{"txtNominal", u"NominalSpecLimit"_s},
+                                                   {"txtUSL", u"UpperSpecLimit"_s},
+                                                   {"txtLSL", u"LowerSpecLimit"_s},
+                                                   {"txtHiFlier", u"HiFlier"_s},
+                                                   {"txtLowFlier", u"LoFlier"_s},
+                                                   {"txtXUCL", u"XBarUCL"_s},
+                                                   {"txtXLCL", u"XBarLCL"_s},
+                                                   {"txtXMean", u"XBarMean"_s},
+                                                   {"txtRUCL", u"RBarUCL"_s},
+                                                   {"txtRLCL", u"RBarLCL"_s},
+                                                   {"txtRMean", u"RBarMean"_s}};
+  const double old[] = {10.5, 12.25, 8.5, 22.5, -3.5, 11.5, 9.5, 10.25, 2.5, 1.25, 1.75};
+  const double entered[] = {10.75, 13.5, 7.5, 21.5, -2.5, 11.75, 9.25, 10.125, 2.75, 1.125, 1.5};
+  QStringList stored, columns;
+  for (size_t i = 0; i < std::size(boxes); ++i) {
+    columns << boxes[i].second;
+    stored << u"%1 = %2"_s.arg(boxes[i].second).arg(old[i]);
+  }
+  OpenExisting(u"SensitivityValue = 2, DetectionPeriod = 0, "_s + stored.join(u", "_s));
+  EXPECT_EQ(Get<QListWidget>(*editor, "lstSensitivity").currentRow(), 2);
+  EXPECT_FALSE(Get<QCheckBox>(*editor, "checkCalculateControlLimitsOnSave").isChecked());
+  for (size_t i = 0; i < std::size(boxes); ++i) {
+    EXPECT_EQ(Text(boxes[i].first), QString::number(old[i], 'f', 4)) << boxes[i].first;
+    Enter(boxes[i].first, QString::number(entered[i]));
+  }
+  Get<QListWidget>(*editor, "lstSensitivity").setCurrentRow(0);
+  program.boxes.Expect(u"All data successfully saved.");
+  Click(*editor, "Toolbar1_1");
+  const auto row = program.Rows(
+      u"SELECT %1, SensitivityValue, DetectionPeriod FROM StatData"_s.arg(columns.join(u", "_s)))[0];
+  for (size_t i = 0; i < std::size(boxes); ++i) EXPECT_EQ(row[qsizetype(i)], entered[i]) << boxes[i].first;
+  EXPECT_EQ(row.mid(std::ssize(boxes)), QVariantList({0, 0}));
+  QTest::keyClick(editor.get(), Qt::Key_Escape);
 }
 
 TEST_F(DataEditorTest, ARefusedSaveKeepsTheFieldsAndGoesToTheFault) {

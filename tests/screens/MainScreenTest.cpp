@@ -4,6 +4,7 @@
 
 #include "platform/ui/Indicators.h"
 #include "tests/screens/MainScreenFixture.h"
+#include "tests/support/Figures.h"
 
 namespace {
 
@@ -40,10 +41,17 @@ TEST_F(MainScreenTest, LoadsTheLibraryOneSecondAfterTheStart) {
 
 TEST_F(MainScreenTest, SelectingARowShowsItsSummary) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
-  program.state.gDataCollection[1]->SetSubGroupSize(5);
+  CData& shaft = *program.state.gDataCollection[1];
+  const qint32 id = std::exchange(shaft, DistinctData()).ID();
+  shaft.SetID(id);
+  shaft.SetDescription(u"Shaft"_s);
+  shaft.SetProcessState(2);
   ClickRow(1);
-  EXPECT_EQ(program.state.gCurrentDataID, program.state.gDataCollection[1]->ID());
-  EXPECT_EQ(Summary("SubGroupSize"), u"5");
+  EXPECT_EQ(program.state.gCurrentDataID, id);
+  for (const char* name : {"CPKValue", "SampleQty", "SubGroupSize", "MinValue", "MaxValue", "StdDevValue",
+                           "UpperSpecLimit", "LowerSpecLimit"})
+    EXPECT_EQ(Summary(name), FiguresOf(shaft)[QString::fromLatin1(name)].toString()) << name;
+  EXPECT_EQ(Get<ProcessStateIndicator>(*main, "ProcessStateIndicator1").Value(), 2);
   QTest::keyClick(&List(), Qt::Key_Up);
   EXPECT_EQ(Summary("SubGroupSize"), u"4");
 

@@ -76,19 +76,25 @@ TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
 }
 
 TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
-  const CDataPtr part = TestProgram::NewDataSet(u"Part"_s);
-  part->SetDelimitedInputString(part->DelimitedInputString().section(u',', 0, 23) + u',');
-  part->SetSampleQty(24);
-  ASSERT_TRUE(QCGlobalFunctions::CreateStatistics(*part));
-  for (const QString& start : {u" 1 "_s, u"0"_s}) {  // 0 is the first point, too
+  struct {
+    QString start;  // 0 is the first point, too
+    qint16 first, stop;
+  } const ranges[] = {{u" 3 "_s, 3, 9}, {u"1"_s, 1, 6}, {u"0"_s, 1, 6}};
+  for (const auto& [start, first, stop] : ranges) {
+    const CDataPtr part = TestProgram::NewDataSet(u"Part"_s);
+    const QString samples = part->DelimitedInputString();
+    part->SetDelimitedInputString(samples.section(u',', 4 * first - 4, 4 * stop - 1) + u',');
+    ASSERT_TRUE(QCGlobalFunctions::CreateStatistics(*part));
     RecalcScreen screen;
-    Run(screen, start, u"6"_s, "cmdRange");
+    Run(screen, start, QString::number(stop), "cmdRange");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
     EXPECT_TRUE(program.state.gLimitsRecalculated);
-    EXPECT_EQ(data->DataStopPoint(), 6);
+    EXPECT_EQ(data->DataStartPoint(), start.toInt());
+    EXPECT_EQ(data->DataStopPoint(), stop);
     EXPECT_EQ(data->NumberOfPlotPoints(), 10);
-    EXPECT_EQ(data->XBarUCL(), part->XBarUCL());
-    EXPECT_EQ(data->RBarUCL(), part->RBarUCL());
+    for (const auto read : {&CData::XBarUCL, &CData::XBarLCL, &CData::XBarMean, &CData::RBarUCL,
+                            &CData::RBarLCL, &CData::RBarMean})
+      EXPECT_EQ((*data.*read)(), (*part.*read)());
   }
 }
 
