@@ -117,14 +117,14 @@ double AverageRunLength(bool onlyRuleOne) {
   std::mt19937 random(1987);
   std::normal_distribution<double> normal(0, 1e6);
   const engine::ChartLines<std::int64_t> lines{3'000'000, 0, -3'000'000};
-  constexpr int runs = 40'000;
+  constexpr int runs = 20'000;
   std::vector<std::int64_t> points;
   engine::ViolatingPoints violating;
   std::int64_t total = 0;
   for (int run = 0; run < runs; ++run) {
     points.clear();
     for (int mark = 0; mark == 0;) {
-      for (int i = 0; i < 200; ++i) points.push_back(static_cast<std::int64_t>(normal(random)));
+      for (int i = 0; i < 100; ++i) points.push_back(static_cast<std::int64_t>(normal(random)));
       engine::FindViolations<std::int64_t>(points, lines, 0, violating);
       for (const auto& list : violating) {
         if (!list.empty() && (mark == 0 || list.front() < mark)) mark = list.front();
@@ -138,8 +138,11 @@ double AverageRunLength(bool onlyRuleOne) {
 
 // C. W. Champ and W. H. Woodall, Exact results for Shewhart control charts with supplementary runs rules,
 // Technometrics 29, 1987.
-TEST(Properties, AverageRunLengthsAgreeWithTheExactOnes) {
+TEST(Properties, AverageRunLengthOfRuleOneIsTheExactOne) {
   EXPECT_NEAR(AverageRunLength(true), 370.4, 0.02 * 370.4);
+}
+
+TEST(Properties, AverageRunLengthOfAllRulesIsTheExactOne) {
   EXPECT_NEAR(AverageRunLength(false), 91.75, 0.02 * 91.75);
 }
 
