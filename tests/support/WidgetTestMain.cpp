@@ -4,7 +4,8 @@
 #include <QApplication>
 
 int main(int argc, char* argv[]) {
-  const QApplication application(argc, argv);
   testing::InitGoogleTest(&argc, argv);
+  if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
+  const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }
