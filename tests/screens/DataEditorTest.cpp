@@ -131,14 +131,19 @@ TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   Fire(*editor, "NotesTimer");
   EXPECT_TRUE(Text("lblHint").contains(u"keeps its description"));
 
+  // In subgroups of eight no limit is 0, and all could be kept.
+  Get<QComboBox>(*editor, "comboSubGroup").setEditText(u"8"_s);
   Check("checkUseAllSamples");
-  Type(*editor, "txtMaxSamples", u"30"_s);
-  program.boxes.Expect(Answer::Yes, u"10 samples will be discarded upon save. Continue?");
+  Type(*editor, "txtMaxSamples", u"32"_s);
+  program.boxes.Expect(Answer::Yes, u"8 samples will be discarded upon save. Continue?");
   program.boxes.Expect(u"All data successfully saved.");
   Click(*editor, "Toolbar1_1");
   EXPECT_EQ(Text("txtDescription"), u"BORE");
-  EXPECT_EQ(Raw().trimmed().count(u'\n') + 1, 30);
-  EXPECT_EQ(Text("txtMaxSamples"), u"30");
+  EXPECT_EQ(Raw().trimmed().count(u'\n') + 1, 32);
+  EXPECT_EQ(Text("txtMaxSamples"), u"32");
+  EXPECT_NE(Text("txtRLCL"), u".0000");
+  EXPECT_TRUE(Get<QCheckBox>(*editor, "checkCalculateControlLimitsOnSave").isChecked())
+      << "the next save calculates again";
   EXPECT_FALSE(SaveIsEnabled());
   QTest::keyClick(editor.get(), Qt::Key_Escape);  // and nothing is asked
   EXPECT_FALSE(editor->isVisible());

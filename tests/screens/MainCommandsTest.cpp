@@ -152,13 +152,6 @@ TEST_F(MainCommandsTest, ARefusedDatabaseChangesNothing) {
   EXPECT_TRUE(QDir(program.folder.path()).entryList({u"*.kestrel"_s}).isEmpty());
 }
 
-TEST_F(MainCommandsTest, ADatabaseForThisRunLeavesTheSettingAlone) {
-  program.state.gDatabaseForThisRun = OtherLibrary();
-  Start();
-  EXPECT_EQ(Panel(), otherAttached);
-  EXPECT_EQ(StoredDatabase(), program.LibraryPath());
-}
-
 TEST_F(MainCommandsTest, MakesANewDatabase) {
   StartLoaded();
   for (const QString& path : {program.Path(u"new.kestrel"_s), program.LibraryPath()}) {

@@ -10,11 +10,17 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 
+#include "core/DataObjectFunctions.h"
 #include "core/RegistryFunctions.h"
 #include "platform/ui/HelpViewer.h"
+#include "screens/DataEditor.h"
+#include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
+#include "screens/RecalcScreen.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
+#include "screens/frmMain.h"
+#include "screens/frmUnits.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
 
@@ -142,17 +148,31 @@ TEST(Help, EveryTopicHasItsPage) {
   EXPECT_FALSE(OpenHelp());
 }
 
-TEST(Help, F1WorksWhileAModalScreenIsOpen) {
+TEST(Help, F1OpensTheScreensOwnPageAlsoWhileItIsModal) {
   TestProgram program;
-  frmConfigure form;
-  form.show();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
-  QTest::keyClick(&Get<QWidget>(form, "optionViewChart"), Qt::Key_F1);
-  EXPECT_EQ(Heading(), u"Configuration");
-  // A blocked window would not take the click on its "Contents" button.
-  QTest::mouseClick(OpenHelp()->windowHandle(), Qt::LeftButton, {}, QPoint(20, 12));
-  EXPECT_TRUE(Get<QWidget>(*OpenHelp(), "Contents").isVisible());
-  OpenHelp()->close();
+  program.state.gCurrentDataID = program.Insert(u"BORE"_s);
+  ASSERT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+  const std::pair<std::function<QWidget*()>, QString> screens[] = {
+      {[] { return new frmMain({}); }, u"The main window"_s},
+      {[] { return new DataEditor; }, u"The data editor"_s},
+      {[] { return new ExpandedDataForm; }, u"Expanded raw data"_s},
+      {[] { return new RecalcScreen; }, u"Recalculating limits"_s},
+      {[] { return new frmUnits; }, u"Units of measurement"_s},
+      {[] { return new frmAbout; }, u"The about box"_s},
+      {[] { return new frmConfigure; }, u"Configuration"_s}};
+  for (const auto& [open, heading] : screens) {
+    const std::unique_ptr<QWidget> form(open());
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    QTest::keyClick(form.get(), Qt::Key_F1);
+    EXPECT_EQ(Heading(), heading);
+    // A blocked window would not take the click on its "Contents" button.
+    auto& contents = Get<QWidget>(*OpenHelp(), "Contents");
+    const bool before = contents.isVisible();
+    QTest::mouseClick(OpenHelp()->windowHandle(), Qt::LeftButton, {}, QPoint(20, 12));
+    EXPECT_NE(contents.isVisible(), before);
+    OpenHelp()->close();
+  }
 }
 
 TEST(Help, SearchFindsPagesThatHoldEveryWord) {

@@ -3,17 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/Indicators.h"
+#include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
 
 using namespace Qt::StringLiterals;
@@ -127,31 +133,66 @@ TEST_F(ButtonBarTest, AButtonWithAMenuOnlyOpensIt) {
   EXPECT_EQ(clicks.count(), 0);
 }
 
-TEST(QtMessageBoxTest, EscapeRefusesAndLettersChoose) {
+TEST(QtMessageBoxTest, HasItsButtonsAndSignAndEscapeRefuses) {
   using namespace MessageBox;
   // The label's floor of width once kept the box from wrapping: the rest of the text was cut off.
-  const QString text = u"one\r\rtwo <b>"_s, shown = u"one\n\ntwo <b>"_s,
-                words = u"many words "_s.repeated(20);
-  struct {
-    Buttons buttons;
-    Qt::Key key;
-    Qt::KeyboardModifiers modifiers;
-    Answer answer;
-    QString text, shown;
-  } const cases[] = {{Buttons::YesNo, Qt::Key_Escape, {}, Answer::No, text, shown},
-                     {Buttons::YesNo, Qt::Key_Y, Qt::AltModifier, Answer::Yes, text, shown},
-                     {Buttons::YesNoCancel, Qt::Key_Escape, {}, Answer::Cancel, text, shown},
-                     {Buttons::YesNoCancel, Qt::Key_N, Qt::AltModifier, Answer::No, text, shown},
-                     {Buttons::Ok, Qt::Key_Escape, {}, Answer::Ok, words, words}};
-  for (const auto& one : cases) {
-    WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); },
-              [&](QMessageBox* box) {
-                EXPECT_EQ(box->text(), one.shown);
-                const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
-                EXPECT_GE(label->height(), label->heightForWidth(label->width()));
-                QTest::keyClick(box, one.key, one.modifiers);
-              });
-    EXPECT_EQ(QtMessageBox().Show({one.text, u"System Message"_s, Icon::Question, one.buttons}), one.answer);
+  const QString text = u"one\r\rtwo <b>"_s + u" many words"_s.repeated(20);
+  const QString yesNo = u"&No &Yes"_s, all = u"&Cancel "_s + yesNo;
+  using Case = std::tuple<Buttons, QString, Icon, QMessageBox::Icon, QKeyCombination, Answer>;
+  for (const auto& [buttons, captions, icon, sign, key, answer] :
+       {Case{Buttons::YesNo, yesNo, Icon::Question, QMessageBox::Question, Qt::Key_Escape, Answer::No},
+        Case{Buttons::YesNo, yesNo, Icon::None, QMessageBox::NoIcon, Qt::ALT | Qt::Key_Y, Answer::Yes},
+        Case{Buttons::YesNo, yesNo, Icon::Exclamation, QMessageBox::Warning, Qt::Key_Return, Answer::Yes},
+        Case{Buttons::YesNoCancel, all, Icon::Critical, QMessageBox::Critical, Qt::Key_Escape,
+             Answer::Cancel},
+        Case{Buttons::YesNoCancel, all, Icon::None, QMessageBox::NoIcon, Qt::ALT | Qt::Key_N, Answer::No},
+        Case{Buttons::YesNoCancel, all, Icon::None, QMessageBox::NoIcon, Qt::Key_Return, Answer::Yes},
+        Case{Buttons::Ok, u"&OK"_s, Icon::Information, QMessageBox::Information, Qt::Key_Escape,
+             Answer::Ok}}) {
+    const auto act = [&, &captions = captions, &sign = sign, &key = key](QMessageBox* box) {
+      EXPECT_EQ(box->text(), QString(text).replace(u'\r', u'\n'));
+      EXPECT_EQ(std::pair(box->windowTitle(), box->icon()), std::pair(u"System Message"_s, sign));
+      QStringList shown;
+      for (const QAbstractButton* button : box->buttons()) shown << button->text();
+      shown.sort();
+      EXPECT_EQ(shown.join(u' '), captions);
+      const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
+      EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+      QTest::keyClick(box, key.key(), key.keyboardModifiers());
+    };
+    WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); }, act);
+    EXPECT_EQ(QtMessageBox().Show({text, u"System Message"_s, icon, buttons}), answer);
+  }
+}
+
+TEST(QtFileDialogTest, AsksForWhatTheRequestSays) {
+  using FileDialog::Kind;
+  const QTemporaryDir folder;
+  const QString there = folder.filePath(u"there.pdf"_s), filter = u"P (*.pdf)"_s;
+  ASSERT_TRUE(QFile(there).open(QIODevice::WriteOnly));
+  // The folder or the proposed file, and the file chosen: the proposed one, or none by Escape.
+  using Case = std::tuple<Kind, bool, QString, QString>;
+  for (const auto& [kind, keepsExisting, start, chosen] :
+       {Case{Kind::Save, false, there, {}}, Case{Kind::Save, true, there, there},
+        Case{Kind::Open, false, there, there}, Case{Kind::Open, false, folder.path(), {}}}) {
+    const auto act = [&, &kind = kind, &keepsExisting = keepsExisting, &start = start,
+                      &chosen = chosen](QFileDialog* dialog) {
+      const bool save = kind == Kind::Save;
+      EXPECT_EQ(dialog->acceptMode(), save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+      EXPECT_EQ(dialog->fileMode(), save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+      EXPECT_EQ(dialog->testOption(QFileDialog::DontConfirmOverwrite), keepsExisting);
+      EXPECT_EQ(QStringList({dialog->windowTitle(), dialog->nameFilters().join(u' '), dialog->defaultSuffix(),
+                             dialog->directory().path()}),
+                QStringList({u"Title"_s, filter, u"pdf"_s, folder.path()}));
+      EXPECT_EQ(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text(),
+                start == there ? u"there.pdf"_s : QString());
+      if (chosen.isEmpty()) return QTest::keyClick(dialog, Qt::Key_Escape);
+      dialog->findChild<QDialogButtonBox*>()
+          ->button(save ? QDialogButtonBox::Save : QDialogButtonBox::Open)
+          ->click();
+    };
+    WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
+    EXPECT_EQ(QtFileDialog().Ask({kind, u"Title"_s, filter, start, u"pdf"_s, keepsExisting}), chosen);
   }
 }
 

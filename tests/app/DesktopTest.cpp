@@ -1,0 +1,113 @@
+// The desktop program from its start to its end: which screen each command opens, with which help, and what
+// becomes of the file that it was started with.
+#include "app/Desktop.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <deque>
+
+#include "platform/registry/Registry.h"
+#include "screens/frmMain.h"
+#include "tests/app/Program.h"
+#include "tests/support/Widgets.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What a person does, one step after the other, each as soon as its window stands on top of all others. A
+// step that is not ready yet says so and is tried again.
+struct Step {
+  QString window;
+  std::function<bool(QWidget&)> act;
+};
+std::deque<Step> steps;
+
+void Watch() {
+  QTimer::singleShot(5, qApp, [] {
+    Watch();  // first: the step may open a modal window
+    QWidget* window = QApplication::activeModalWidget();
+    for (QWidget* top : QApplication::topLevelWidgets())
+      if (!window && qobject_cast<frmMain*>(top)) window = top;
+    if (!window || steps.empty() || window->objectName() != steps.front().window) return;
+    const Step step = steps.front();
+    steps.pop_front();
+    if (!step.act(*window)) steps.push_front(step);
+  });
+}
+
+class DesktopTest : public ProgramTest {
+ protected:
+  DesktopTest() {
+    for (const char* name : {"configured", "plant"})
+      EXPECT_EQ(Run({u"new"_s, Path(QString::fromLatin1(name))}).status, 0);
+    Write(u"v.csv"_s, QByteArray("10.1\n9.9\n10.3\n").repeated(5));
+    EXPECT_EQ(Run({u"import"_s, Path(u"plant"_s), Path(u"v.csv"_s), u"--description=Shaft"_s, u"--usl=11"_s,
+                   u"--lsl=9"_s, u"--nominal=10"_s})
+                  .status,
+              0);
+    qputenv("KESTREL_SETTINGS", Path(u"settings.json"_s).toUtf8());
+    qputenv("XDG_RUNTIME_DIR", folder_.path().toUtf8());
+    Registry::Key handle = 0;
+    FileRegistry registry;
+    registry.RegCreateKeyEx(key, Registry::KeyWrite, handle);
+    registry.RegSetValueEx(handle, u"DatabaseName"_s, Registry::String, Path(u"configured"_s).toUtf8());
+  }
+
+  static bool Close(QWidget& window) { return window.close(); }
+  static std::function<bool(QWidget&)> Trigger(const char* command) {
+    return [command](QWidget& form) {
+      Get<QAction>(form, command).trigger();
+      return true;
+    };
+  }
+  static bool HelpIsTheChartScreens(QWidget& charts) {
+    QTest::keyClick(&charts, Qt::Key_F1);
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (auto* page = window->findChild<QTextBrowser*>(u"Page"_s); page && window->isVisible())
+        return page->document()->firstBlock().text() == u"The chart screen";
+    return false;
+  }
+
+  const QString key = u"Software\\Orvane Labs\\Kestrel"_s;
+};
+
+TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {
+  const auto loaded = [](QWidget& main) {
+    return Get<QAction>(main, "Toolbar1_1").isEnabled() &&
+           TextOf(main, "StatusBar1_1") == u"Current Database: plant (DB Rev. 2.0)";
+  };
+  const auto confirm = [](QWidget& question) {
+    QTest::keyClick(&question, Qt::Key_Return);
+    return true;
+  };
+  const QString main = u"frmMain"_s, charts = u"StatGraphics"_s;
+  steps = {{main, loaded},
+           {main, Trigger("Toolbar1_2_2")},
+           {u"DataEditor"_s, Close},
+           {main, Trigger("Toolbar1_3_1")},
+           {u"frmConfigure"_s, Close},
+           {main, Trigger("Toolbar1_4_2")},
+           {u"frmAbout"_s, Close},
+           {main, Trigger("Toolbar1_1")},
+           {charts, HelpIsTheChartScreens},
+           {charts, Trigger("Toolbar1_4")},
+           {u"RecalcScreen"_s, Close},
+           {charts, Close},
+           {main, [](QWidget& window) { return window.close() || true; }},
+           {u"MessageBox"_s, confirm}};
+  qAddPreRoutine(Watch);
+  QDir::setCurrent(folder_.path());  // the file is given as in a terminal
+  int argc = 1;
+  char name[] = "kestrel";
+  char* argv[] = {name, nullptr};
+  EXPECT_EQ(RunDesktop(argc, argv, u"plant"_s), 0);
+  EXPECT_TRUE(steps.empty());
+  const QByteArray settings = Read(Path(u"settings.json"_s));
+  EXPECT_TRUE(settings.contains("configured") && !settings.contains("plant")) << "for this run only";
+}
+
+}  // namespace
