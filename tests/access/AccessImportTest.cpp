@@ -11,7 +11,6 @@
 #include "core/Trap.h"
 #include "platform/ado/Connection.h"
 #include "tests/access/AccessFiles.h"
-#include "tests/support/FailEach.h"
 
 using namespace Qt::StringLiterals;
 using namespace AccessFiles;
@@ -159,24 +158,6 @@ TEST_F(AccessImportTest, KeepsTextsThatADatabaseMightTakeForSomethingElse) {
   json.replace("\"BORE DIAMETER", "\"\\ufeff DIAMETER");
   AccessImport::Convert(Write(file), target_);
   EXPECT_EQ(Dump(ReadLibrary()), Dump(QJsonDocument::fromJson(json).object()));
-}
-
-TEST_F(AccessImportTest, LeavesNothingWhenTheNewFileFails) {
-  const QString path = Write(Bytes(u"unicode.mdb"_s));
-  FailEach(
-      [&] {
-        try {
-          AccessImport::Convert(path, target_);
-          return true;
-        } catch (const Error&) {
-          return false;
-        }
-      },
-      [&](bool converted, const QString& failed) {
-        EXPECT_EQ(converted, failed.isEmpty());
-        const QStringList left = QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden);
-        EXPECT_EQ(left, converted ? QStringList({u"new.lib"_s, u"old.mdb"_s}) : QStringList(u"old.mdb"_s));
-      });
 }
 
 int main(int argc, char** argv) {

@@ -127,19 +127,6 @@ TEST_F(JetDamage, ColumnDeletedSinceLeavesAGap) {
   EXPECT_EQ(Dump(ReadAll(file)), Dump(QJsonDocument::fromJson(json.toUtf8()).object()));
 }
 
-TEST_F(JetDamage, CutFileIsRefusedOrWhole) {
-  int whole = 0;
-  const std::string dump = Dump(contents_);
-  for (qsizetype size = 0; size < plant_.size(); size += 512) {
-    try {
-      EXPECT_EQ(Dump(ReadAll(plant_.left(size))), dump) << size;
-      ++whole;
-    } catch (const JetError&) {
-    }
-  }
-  EXPECT_LT(whole, 10) << "only the last pages can be of no account";
-}
-
 // One byte or a few: no row may be missing, and no long text may come back shortened.
 TEST_F(JetDamage, MutantsAreRefusedOrWhole) {
   std::mt19937 random(20030211);

@@ -70,16 +70,6 @@ TEST_F(ConnectionTest, ASecondStatementInOneTextIsRefusedAndTheFirstDoesNotRun) 
   EXPECT_EQ(connection.Execute(u"  delete *  from T WHERE Name = 'ONE';\n"_s), 1) << "the row is still there";
 }
 
-// What it reads must not be changed by another program before it writes.
-TEST_F(ConnectionTest, ATransactionHoldsTheWriteLockFromItsStart) {
-  const QString path = MakeTable(u"a.mdb"_s);
-  Connection one, other;
-  one.OpenWith(path);
-  other.OpenWith(path);
-  one.BeginTransaction();
-  EXPECT_THROW(other.Execute(u"DELETE FROM T"_s), DatabaseError);
-}
-
 TEST_F(ConnectionTest, WithoutAnOdbcDriverOpeningFails) {
   Connection connection;
   connection.Provider = Connection::OdbcProvider;

@@ -2,7 +2,6 @@
 // result.
 #include "core/Messages.h"
 
-#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include "core/Trap.h"
@@ -42,14 +41,6 @@ TEST(Trap, ReportsAnErrorAndGivesTheNeutralResult) {
   boxes.Expect();
   Trap(u"M::Q"_s, [] { throw std::out_of_range("Subscript out of range"); });
   EXPECT_EQ(boxes.Take().text, u"M::Q failed with error: \r\nSubscript out of range"_s);
-}
-
-TEST(RecordedMessageBoxes, FailsTheTestForWhatTheScriptDidNotForesee) {
-  EXPECT_NONFATAL_FAILURE(RecordedMessageBoxes().Show({}), "unexpected message box");
-  EXPECT_NONFATAL_FAILURE(RecordedMessageBoxes().Expect(), "never came");
-  RecordedMessageBoxes boxes;
-  boxes.Expect(u"expected"_s);
-  EXPECT_NONFATAL_FAILURE(boxes.Show({}), "expected is not in");
 }
 
 }  // namespace

@@ -56,14 +56,6 @@ TEST_F(PersistenceTest, EveryFigureHasItsOwnColumnAndComesBack) {
   ExpectFigures(*loaded, stored);
 }
 
-TEST_F(PersistenceTest, ANewDataSetIsAddedByItsSaveAndByTheAdding) {
-  const CDataPtr data = TestProgram::NewDataSet(u"O'BRIEN; x"_s);
-  ASSERT_TRUE(SaveDataObjectToDatabase(data));
-  ASSERT_TRUE(AddDataObjectToSystem(data));
-  EXPECT_EQ(collection, std::vector<CDataPtr>({data, data}));
-  EXPECT_EQ(program.screen.calls, QStringList{u"AddListRow O'BRIEN; x"_s});
-}
-
 TEST_F(PersistenceTest, SavingAgainKeepsTheDescriptionAndTheRow) {
   const qint32 id = program.Insert(u"OLD"_s);
   const CDataPtr data = Loaded(id);
@@ -166,18 +158,6 @@ TEST_F(PersistenceTest, LookingUpAndRemoving) {
   EXPECT_TRUE(ModifyDataObjectInSystem(collection[0]));
   EXPECT_TRUE(DeleteDataObjectfromListview(8));
   EXPECT_EQ(program.screen.calls, QStringList({u"UpdateListRow ID 8"_s, u"RemoveListRow 8"_s}));
-}
-
-TEST_F(PersistenceTest, AScanReaches32767EntriesAndNoFurther) {
-  collection.assign(32768, TestProgram::NewDataSet(u"SAME"_s));
-  collection[32766] = std::make_shared<CData>();
-  collection[32766]->SetID(5);
-  EXPECT_TRUE(DeleteDataObjectByID(5));
-  program.boxes.Expect();
-  collection.push_back(collection[0]);
-  CDataPtr data;
-  EXPECT_FALSE(GetDataObjectByID(5, data));
-  EXPECT_TRUE(program.boxes.Take().text.endsWith(u"GetDataObjectByID failed with error: \r\nOverflow"_s));
 }
 
 }  // namespace

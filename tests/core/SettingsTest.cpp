@@ -73,13 +73,6 @@ TEST_F(SettingsTest, ATextLosesOneEndingNul) {
   EXPECT_EQ(GetKeyValue(u"Software\\Other"_s, u"A"_s, text), QString());
 }
 
-TEST_F(SettingsTest, StartingAttachesTheDatabaseOfTheSettings) {
-  ASSERT_TRUE(SetKeyValue(key, u"DatabaseName"_s, text, program.LibraryPath()));
-  ASSERT_TRUE(StartUp::ReadSettings(u"/opt/kestrel"_s));
-  StartUp::AttachConfiguredDatabase();
-  EXPECT_EQ(program.screen.panel, u"Current Database: StatData.mdb (DB Rev. 2.0)"_s);
-}
-
 TEST_F(SettingsTest, AWaitEndsAfterItsTimeOnASignedClock) {
   constexpr qint32 least = std::numeric_limits<qint32>::min(), most = std::numeric_limits<qint32>::max();
   clsWaitTimer timer;

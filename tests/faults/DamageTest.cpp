@@ -134,11 +134,4 @@ TEST_F(DamageTest, AnUnknownCollation) {
   EXPECT_EQ(written, 0);
 }
 
-TEST_F(DamageTest, AFileCutShort) {
-  for (qint64 length = 0; length < original.size() && !HasFailure(); length += 512) {
-    SCOPED_TRACE(length);
-    Try(original.left(length));
-  }
-}
-
 }  // namespace

@@ -1,5 +1,4 @@
-// Every database operation of a command, and of editing records one by one, fails once.
-#include "platform/ado/Recordset.h"
+// Every database operation of a command fails once.
 #include "tests/faults/Command.h"
 #include "tests/support/FailEach.h"
 
@@ -47,47 +46,6 @@ TEST_F(FailingCallsTest, ImportAppendAndStatus) {
              else
                result.ExpectRefusal({u"planned"_s});
            });
-}
-
-// A unit is added, another changed by moving off it, and the list read anew: each step writes as a whole or
-// not at all, and after a failure the same connection goes on.
-TEST_F(FailingCallsTest, EditingRecords) {
-  Connection connection;
-  connection.OpenWith(library);
-  FailEach(
-      [&] {
-        QString written;
-        try {
-          Recordset units;
-          units.Open(u"SELECT * FROM Units"_s, connection);
-          units.AddNew();
-          units.SetField(u"Name"_s, u"MM"_s);
-          units.Update();
-          written = u"MM"_s;
-          units.AddNew();
-          units.SetField(u"Name"_s, u"KG"_s);
-          units.MoveFirst();
-          written = u"MM,KG"_s;
-          units.SetField(u"Name"_s, u"CM"_s);
-          units.MoveNext();
-          written = u"CM,KG"_s;
-          units.Requery();
-          EXPECT_EQ(units.Field(u"Name"_s), u"KG"_s);
-          return std::pair(written, true);
-        } catch (const DatabaseError& error) {
-          EXPECT_STREQ(error.what(), "planned");
-          return std::pair(written, false);
-        }
-      },
-      [&](const auto& result, const QString& failed) {
-        EXPECT_EQ(result.second, failed.isEmpty());
-        QStringList names;
-        for (const auto& row : RowsOf(library, u"SELECT Name FROM Units ORDER BY ID"_s))
-          names << row[0].toString();
-        EXPECT_EQ(names.join(u','), result.first);
-        EXPECT_FALSE(connection.InTransaction());
-        connection.Execute(u"DELETE * FROM Units"_s);
-      });
 }
 
 }  // namespace
