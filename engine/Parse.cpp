@@ -252,9 +252,14 @@ void ParseDoubles(std::string_view text, std::string_view delimiter, Samples& sa
 
 }  // namespace
 
-bool IsFiniteDecimal(std::string_view element) {
+Reading ReadDecimal(std::string_view element, double& value) {
+  element = Trim(element);
   const std::optional<DecimalText> parts = Dissect(element);
-  return parts && NearestDouble(element, *parts);
+  if (!parts) return Reading::NoNumber;
+  const std::optional<double> nearest = NearestDouble(element, *parts);
+  if (!nearest) return Reading::TooLarge;
+  value = *nearest;
+  return Reading::Number;
 }
 
 bool ParseSamples(std::string_view text, std::string_view delimiter, bool reverse, Samples& samples,

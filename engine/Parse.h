@@ -21,11 +21,15 @@ struct Samples {
 
 // Splits `text` at `delimiter`; empty elements are passed over, blanks (space, tab, CR, LF) around one
 // ignored. False with an error text that names the first element that is not a finite decimal number, or a
-// number of samples above maximumSamples.
+// number of samples above maximumSamples. ReadDecimal says what a number is.
 [[nodiscard]] bool ParseSamples(std::string_view text, std::string_view delimiter, bool reverse,
                                 Samples& samples, std::string& error);
 
-// Whether a text without blanks around it is a number to the engine.
-bool IsFiniteDecimal(std::string_view element);
+enum class Reading { Number, NoNumber, TooLarge };
+
+// One element: blanks at either end, a sign, digits, ".", digits, an exponent ("E" or "e", a sign, digits),
+// with a digit on at least one side of the ".". Sets `value` to the nearest double where it is a number; one
+// below the smallest double is 0, and one beyond the largest is TooLarge.
+Reading ReadDecimal(std::string_view element, double& value);
 
 }  // namespace engine

@@ -7,7 +7,8 @@
 #include <cmath>
 #include <limits>
 #include <string_view>
-#include <system_error>
+
+#include "engine/Parse.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,30 +16,10 @@ namespace Conversions {
 
 namespace {
 
-enum class Reading { Number, Malformed, OutOfRange };
-
-bool IsBlank(char character) {
-  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
-}
-
-bool IsDigit(char character) { return character >= '0' && character <= '9'; }
-
-Reading Read(QStringView text, double& value) {
+engine::Reading Read(QStringView text, double& value) {
   QVarLengthArray<char, 64> bytes(text.size());
   std::ranges::transform(text, bytes.begin(), [](QChar character) { return character.toLatin1(); });
-  const char* first = std::find_if_not(bytes.cbegin(), bytes.cend(), IsBlank);
-  const char* last = bytes.cend();
-  while (last != first && IsBlank(last[-1])) --last;
-
-  const bool negative = first != last && *first == '-';
-  if (first != last && (*first == '-' || *first == '+')) ++first;
-  // from_chars would take a second minus sign, "inf" and "nan".
-  if (first == last || !(IsDigit(*first) || *first == '.')) return Reading::Malformed;
-  const auto [end, error] = std::from_chars(first, last, value);
-  if (end != last || error == std::errc::invalid_argument) return Reading::Malformed;
-  if (error == std::errc::result_out_of_range) return Reading::OutOfRange;
-  if (negative) value = -value;
-  return Reading::Number;
+  return engine::ReadDecimal({bytes.constData(), static_cast<std::size_t>(bytes.size())}, value);
 }
 
 template <class Integer>
@@ -55,17 +36,17 @@ Integer RoundTo(double value) {
 
 bool IsNumeric(QStringView text) {
   double value = 0;
-  return Read(text, value) == Reading::Number;
+  return Read(text, value) == engine::Reading::Number;
 }
 
 double CDbl(QStringView text) {
   double value = 0;
   switch (Read(text, value)) {
-    case Reading::Malformed:
+    case engine::Reading::NoNumber:
       throw TypeMismatch();
-    case Reading::OutOfRange:
+    case engine::Reading::TooLarge:
       throw Overflow();
-    case Reading::Number:
+    case engine::Reading::Number:
       break;
   }
   return value;

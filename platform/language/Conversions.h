@@ -1,10 +1,8 @@
 // The conversions between text and numbers, with the rules of the language the program grew up with.
 //
-// Numbers in text are decimal: blanks (space, tab, CR, LF) at either end, a sign, digits, ".", digits, an
-// exponent
-// ("E" or "e", a sign, digits), with a digit on at least one side of the "."; the value lies within the range
-// of a double. That is the grammar of the statistics engine, so that what IsNumeric accepts the engine
-// accepts. No group separators, no currency, no "&H". The separator is "." whatever the machine's locale.
+// Numbers in text are decimal, by the grammar of the statistics engine (engine/Parse.h), so that what
+// IsNumeric accepts the engine accepts. No group separators, no currency, no "&H". The separator is "."
+// whatever the machine's locale.
 #pragma once
 
 #include <QString>

@@ -19,11 +19,13 @@ const std::map<std::string, std::set<std::string>> allowedUses = [] {
   std::map<std::string, std::set<std::string>> table = {
       {"engine", {}},
       {"platform", {}},
-      {"stats(numbers)", {"engine", "platform"}},
-      {"core(texts)", {"platform"}},
-      {"core(data)", {"stats(numbers)", "engine", "platform"}},
+      {"platform(language)", {"engine", "platform"}},
+      {"stats(numbers)", {"engine", "platform", "platform(language)"}},
+      {"core(texts)", {"platform", "platform(language)"}},
+      {"core(data)", {"stats(numbers)", "engine", "platform", "platform(language)"}},
   };
-  std::set<std::string> below = {"core(data)", "core(texts)", "stats(numbers)", "engine", "platform"};
+  std::set<std::string> below = {"core(data)", "core(texts)", "stats(numbers)",
+                                 "engine",     "platform",    "platform(language)"};
   for (const char* room : {"stats(bridge)", "core", "charts(page)", "charts(screen)", "screens", "app"}) {
     table[room] = below;
     below.insert(room);
@@ -36,6 +38,7 @@ std::string RoomOf(const std::string& path) {
   static const std::vector<std::pair<std::regex, std::string>> rooms = {
       {std::regex("stats/(CreateStatistics|DetectionRules)\\..*"), "stats(bridge)"},
       {std::regex("stats/.*"), "stats(numbers)"},
+      {std::regex("platform/language/.*"), "platform(language)"},
       {std::regex("core/(Texts|Messages|Trap)\\..*"), "core(texts)"},
       {std::regex("core/CData\\..*"), "core(data)"},
       {std::regex("charts/(StatGraphics|PageView|PagePrinting).*"), "charts(screen)"},

@@ -1,9 +1,7 @@
-// Both copies of the raw-data routines, above all where they differ, and what the editor accepts the engine
-// accepts.
+// Both copies of the raw-data routines, above all where they differ.
 #include <array>
 #include <tuple>
 
-#include "engine/Parse.h"
 #include "platform/language/Conversions.h"
 #include "stats/TAVELDataStringFunctions.h"
 #include "stats/clsTavelDataStringFunctions.h"
@@ -106,20 +104,6 @@ TEST(DataStringsLimits, TheCountersAreSixteenBit) {
   EXPECT_EQ(Module::RemoveFliersFromDataString(more, 1, 2), QString());
   EXPECT_EQ(Module::DiscardExcessSamples(more, 8), QString());
   EXPECT_FALSE(copy.CreateDataArrayFromString(more, values, false, 0, 0));
-}
-
-TEST(DataStringsAndEngine, WhatIsNumericHereTheEngineReads) {
-  // Every text of up to five of these characters.
-  const QString alphabet = u"0.-+e \t"_s;
-  std::vector<QString> texts = {u""_s};
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    const QString text = texts[i];
-    if (text.size() < 5) {
-      for (const QChar character : alphabet) texts.push_back(text + character);
-    }
-    EXPECT_TRUE(!Conversions::IsNumeric(text) || engine::IsFiniteDecimal(text.trimmed().toStdString()))
-        << text.toStdString();
-  }
 }
 
 }  // namespace
