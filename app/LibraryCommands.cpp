@@ -78,22 +78,13 @@ void FillLimits(const Arguments& arguments, CData& data) {
   data.SetLoFlier(lower - (upper - lower));
 }
 
-struct ControlLimits {
-  double xBarUCL, xBarLCL, xBarMean, rBarUCL, rBarLCL, rBarMean;
-};
-
-ControlLimits LimitsOf(const CData& data) {
-  return {data.XBarUCL(), data.XBarLCL(), data.XBarMean(), data.RBarUCL(), data.RBarLCL(), data.RBarMean()};
-}
-
 // A limit of 0 is calculated anew at every load: it stays 0 in the table.
-void KeepUncalculated(const ControlLimits& before, CData& data) {
-  if (before.xBarUCL == 0) data.SetXBarUCL(0);
-  if (before.xBarLCL == 0) data.SetXBarLCL(0);
-  if (before.xBarMean == 0) data.SetXBarMean(0);
-  if (before.rBarUCL == 0) data.SetRBarUCL(0);
-  if (before.rBarLCL == 0) data.SetRBarLCL(0);
-  if (before.rBarMean == 0) data.SetRBarMean(0);
+void KeepUncalculated(const engine::ControlLimits& before, CData& data) {
+  engine::ControlLimits limits = data.ControlLimits();
+  for (const auto& [limit, name] : engine::controlLimitFields) {
+    if (before.*limit == 0) limits.*limit = 0;
+  }
+  data.SetControlLimits(limits);
 }
 
 QString VerdictOf(const CData& data) {
@@ -164,8 +155,8 @@ int Import(const QStringList& words) {
   if (data->Description().isEmpty()) throw UsageError(u"--description: the description is empty"_s);
   FillLimits(arguments, *data);
   data->SetSubGroupSize(static_cast<qint16>(StatisticsOptions::SubGroupSize(arguments)));
-  data->SetSensitivityValue(StatisticsOptions::Sensitivity(arguments));
-  data->SetDetectionPeriod(StatisticsOptions::Period(arguments));
+  data->SetSensitivityValue(static_cast<qint32>(StatisticsOptions::Sensitivity(arguments)));
+  data->SetDetectionPeriod(static_cast<qint32>(StatisticsOptions::Period(arguments)));
   data->SetUnitOfMeasurement(arguments.Value(u"unit"_s).trimmed());
 
   LibrarySession session(arguments.Positional()[0]);
@@ -204,7 +195,7 @@ int Append(const QStringList& words) {
   text += StoredForm(values);
   CheckCount(text.count(u','));
   data->SetDelimitedInputString(text);
-  const ControlLimits before = LimitsOf(*data);
+  const engine::ControlLimits before = data->ControlLimits();
   session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
   KeepUncalculated(before, *data);
   session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });

@@ -26,19 +26,15 @@ engine::Inputs InputsOf(const QJsonValue& reference) {
   const auto number = [&](const char* name) { return given[QLatin1String(name)].toDouble(); };
   inputs.subGroupSize = integer("SubGroupSize", 1);
   inputs.precisionValue = integer("PrecisionValue", 4);
-  inputs.sensitivityValue = integer("SensitivityValue", 1);
-  inputs.detectionPeriod = integer("DetectionPeriod", 1);
+  inputs.sensitivity = static_cast<engine::Sensitivity>(integer("SensitivityValue", 1));
+  inputs.detectionPeriod = static_cast<engine::DetectionPeriod>(integer("DetectionPeriod", 1));
   inputs.dataStartPoint = integer("DataStartPoint", 0);
   inputs.dataStopPoint = integer("DataStopPoint", 0);
   inputs.reverseDataString = given[u"ReverseDataString"_s].toBool();
   inputs.upperSpecLimit = number("UpperSpecLimit");
   inputs.lowerSpecLimit = number("LowerSpecLimit");
-  inputs.xBarUCL = number("XBarUCL");
-  inputs.xBarLCL = number("XBarLCL");
-  inputs.xBarMean = number("XBarMean");
-  inputs.rBarUCL = number("RBarUCL");
-  inputs.rBarLCL = number("RBarLCL");
-  inputs.rBarMean = number("RBarMean");
+  inputs.limits = {number("XBarUCL"), number("XBarLCL"), number("XBarMean"),
+                   number("RBarUCL"), number("RBarLCL"), number("RBarMean")};
   return inputs;
 }
 

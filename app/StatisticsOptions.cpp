@@ -16,10 +16,13 @@ void CheckSpecLimits(const Arguments& arguments) {
 
 int SubGroupSize(const Arguments& arguments) { return arguments.Integer(u"subgroup"_s, 1, 1, 20); }
 
-int Sensitivity(const Arguments& arguments) {
-  return arguments.Choice(u"sensitivity"_s, {u"low"_s, u"medium"_s, u"high"_s}, 1);
+engine::Sensitivity Sensitivity(const Arguments& arguments) {
+  return static_cast<engine::Sensitivity>(
+      arguments.Choice(u"sensitivity"_s, {u"low"_s, u"medium"_s, u"high"_s}, 1));
 }
 
-int Period(const Arguments& arguments) { return arguments.Choice(u"period"_s, {u"short"_s, u"long"_s}, 1); }
+engine::DetectionPeriod Period(const Arguments& arguments) {
+  return static_cast<engine::DetectionPeriod>(arguments.Choice(u"period"_s, {u"short"_s, u"long"_s}, 1));
+}
 
 }  // namespace StatisticsOptions

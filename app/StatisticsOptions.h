@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "app/Arguments.h"
+#include "engine/Rules.h"
 
 namespace StatisticsOptions {
 
@@ -14,7 +15,7 @@ QStringList Names();
 void CheckSpecLimits(const Arguments& arguments);
 
 int SubGroupSize(const Arguments& arguments);  // 1 to 20
-int Sensitivity(const Arguments& arguments);   // 0 low, 1 medium, 2 high
-int Period(const Arguments& arguments);        // 1 long, 0 short
+engine::Sensitivity Sensitivity(const Arguments& arguments);
+engine::DetectionPeriod Period(const Arguments& arguments);
 
 }  // namespace StatisticsOptions

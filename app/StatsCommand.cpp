@@ -32,15 +32,13 @@ void ReadSpecLimits(const Arguments& arguments, engine::Inputs& inputs) {
 void ReadControlLimits(const Arguments& arguments, engine::Inputs& inputs) {
   if (!arguments.Has(u"limits"_s)) return;
   const QStringList words = arguments.Value(u"limits"_s).split(u',');
-  double* const limits[] = {&inputs.xBarUCL, &inputs.xBarLCL, &inputs.xBarMean,
-                            &inputs.rBarUCL, &inputs.rBarLCL, &inputs.rBarMean};
-  if (words.size() != std::ssize(limits)) {
+  if (words.size() != std::ssize(engine::controlLimitFields)) {
     throw UsageError(u"--limits takes six numbers: XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s);
   }
-  for (qsizetype i = 0; i < words.size(); ++i) {
-    if (!Conversions::IsNumeric(words[i]))
-      throw UsageError(u"--limits: \"%1\" is not a number"_s.arg(words[i]));
-    *limits[i] = Conversions::CDbl(words[i]);
+  auto word = words.begin();
+  for (const auto& [limit, name] : engine::controlLimitFields) {
+    if (!Conversions::IsNumeric(*word)) throw UsageError(u"--limits: \"%1\" is not a number"_s.arg(*word));
+    inputs.limits.*limit = Conversions::CDbl(*word++);
   }
 }
 
@@ -49,7 +47,7 @@ engine::Inputs InputsOf(const Arguments& arguments) {
   ReadSpecLimits(arguments, inputs);
   ReadControlLimits(arguments, inputs);
   inputs.subGroupSize = StatisticsOptions::SubGroupSize(arguments);
-  inputs.sensitivityValue = StatisticsOptions::Sensitivity(arguments);
+  inputs.sensitivity = StatisticsOptions::Sensitivity(arguments);
   inputs.detectionPeriod = StatisticsOptions::Period(arguments);
   inputs.dataStartPoint = arguments.Integer(u"start"_s, 0, 0, engine::maximumSamples);
   inputs.dataStopPoint = arguments.Integer(u"stop"_s, 0, 0, engine::maximumSamples);
@@ -65,8 +63,8 @@ CData DataSetOf(const engine::Inputs& inputs, const engine::Results& results) {
   data.SetUpperSpecLimit(inputs.upperSpecLimit);
   data.SetLowerSpecLimit(inputs.lowerSpecLimit);
   data.SetSubGroupSize(static_cast<qint16>(inputs.subGroupSize));
-  data.SetSensitivityValue(inputs.sensitivityValue);
-  data.SetDetectionPeriod(inputs.detectionPeriod);
+  data.SetSensitivityValue(static_cast<qint32>(inputs.sensitivity));
+  data.SetDetectionPeriod(static_cast<qint32>(inputs.detectionPeriod));
   data.SetDataStartPoint(static_cast<qint16>(inputs.dataStartPoint));
   data.SetDataStopPoint(static_cast<qint16>(inputs.dataStopPoint));
   data.SetPrecisionValue(static_cast<qint16>(inputs.precisionValue));

@@ -29,7 +29,7 @@ Check CertifiedSet(const QString& name, const QString& values, const QString& me
               u"NIST Statistical Reference Datasets"_s};
   engine::Results results;
   if (RunEngine({}, values, results, check)) {
-    check.quantities = {Quantity::OfNumbers(u"mean"_s, mean, results.xBarMean),
+    check.quantities = {Quantity::OfNumbers(u"mean"_s, mean, results.limits.xBarCentre),
                         Quantity::OfNumbers(u"standard deviation"_s, deviation, results.stdDevValue)};
   }
   return check;
@@ -52,12 +52,12 @@ QString ViolationText(const engine::ViolatingPoints& violating) {
 
 std::vector<Quantity> Compare(const QJsonObject& figures, const QJsonObject& texts,
                               const engine::Results& r) {
-  const std::pair<const char*, double> numbers[] = {{"XBarUCL", r.xBarUCL},
-                                                    {"XBarLCL", r.xBarLCL},
-                                                    {"XBarMean", r.xBarMean},
-                                                    {"RBarUCL", r.rBarUCL},
-                                                    {"RBarLCL", r.rBarLCL},
-                                                    {"RBarMean", r.rBarMean},
+  const std::pair<const char*, double> numbers[] = {{"XBarUCL", r.limits.xBarUpper},
+                                                    {"XBarLCL", r.limits.xBarLower},
+                                                    {"XBarMean", r.limits.xBarCentre},
+                                                    {"RBarUCL", r.limits.rangeUpper},
+                                                    {"RBarLCL", r.limits.rangeLower},
+                                                    {"RBarMean", r.limits.rangeCentre},
                                                     {"CPKValue", r.cpkValue},
                                                     {"StdDevValue", r.stdDevValue},
                                                     {"MinValue", r.minValue},

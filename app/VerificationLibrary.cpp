@@ -24,8 +24,8 @@ CDataPtr DataSetOf(const QJsonValue& reference) {
   data->SetUpperSpecLimit(inputs.upperSpecLimit);
   data->SetLowerSpecLimit(inputs.lowerSpecLimit);
   data->SetSubGroupSize(static_cast<qint16>(inputs.subGroupSize));
-  data->SetSensitivityValue(inputs.sensitivityValue);
-  data->SetDetectionPeriod(inputs.detectionPeriod);
+  data->SetSensitivityValue(static_cast<qint32>(inputs.sensitivity));
+  data->SetDetectionPeriod(static_cast<qint32>(inputs.detectionPeriod));
   data->SetDelimitedInputString(reference[u"values"_s].toString() + u',');
   return data;
 }

@@ -7,6 +7,8 @@
 #include <memory>
 #include <vector>
 
+#include "engine/ControlLimits.h"
+
 // Every property in declared order: X(type, name, initial value, how it is read).
 // Plain: as stored. Rounded: to PrecisionValue decimals through MathFunctions::FormatDouble (so 0 for a
 // precision outside 1 to 8). TwoPlaces: to 2 decimals, whatever the precision. The stored value keeps its
@@ -83,6 +85,10 @@ class CData {
     CDATA_PROPERTIES(CDATA_VISIT)
 #undef CDATA_VISIT
   }
+
+  // The six control limits and centre lines together, as read and as stored.
+  engine::ControlLimits ControlLimits() const;
+  void SetControlLimits(const engine::ControlLimits& limits);
 
   // An extra result beside the properties: for rules 1 to 4 (index 0 to 3) the 1-based plot points that break
   // the rule, whatever the sensitivity.

@@ -31,17 +31,17 @@ struct BasePeriod {
   int last = 0;
 };
 
-// The plot points, in whole numbers of the last shown decimal or as rounded doubles.
+// The points of both charts, in whole numbers of the last shown decimal or as rounded doubles.
 template <class Point>
 struct Series {
-  std::vector<Point> means;
-  std::vector<Point> ranges;
+  std::vector<Point>& means;
+  std::vector<Point>& ranges;
 };
 
 // Fills the two series and gives the totals.
 template <class Arithmetic>
 Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, int subGroupSize, const BasePeriod& base,
-                              Series<typename Arithmetic::Point>& series) {
+                              const Series<typename Arithmetic::Point>& series) {
   using Value = typename Arithmetic::Value;
   const std::span<const Value> samples = arithmetic.samples;
   const auto roundMean = arithmetic.MakeRounder(subGroupSize, arithmetic.largest);
@@ -102,15 +102,16 @@ void MakeLimits(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, 
   const long double d2 = D2(subGroupSize);
   const long double d3 = D3(subGroupSize);
   const long double reach = 3 * (range / d2) / std::sqrt(static_cast<long double>(subGroupSize));
-  auto given = [](double input, long double calculated) {
-    return input != 0 ? input : static_cast<double>(calculated);
-  };
-  results.xBarUCL = given(inputs.xBarUCL, mean + reach);
-  results.xBarLCL = given(inputs.xBarLCL, mean - reach);
-  results.xBarMean = given(inputs.xBarMean, mean);
-  results.rBarUCL = given(inputs.rBarUCL, range * (1 + 3 * d3 / d2));
-  results.rBarLCL = given(inputs.rBarLCL, range * std::max(0.0L, 1 - 3 * d3 / d2));
-  results.rBarMean = given(inputs.rBarMean, range);
+  ControlLimits& limits = results.limits;
+  limits.xBarUpper = static_cast<double>(mean + reach);
+  limits.xBarLower = static_cast<double>(mean - reach);
+  limits.xBarCentre = static_cast<double>(mean);
+  limits.rangeUpper = static_cast<double>(range * (1 + 3 * d3 / d2));
+  limits.rangeLower = static_cast<double>(range * std::max(0.0L, 1 - 3 * d3 / d2));
+  limits.rangeCentre = static_cast<double>(range);
+  for (const auto& [limit, name] : controlLimitFields) {
+    if (inputs.limits.*limit != 0) limits.*limit = inputs.limits.*limit;
+  }
 }
 
 template <class Arithmetic>
@@ -135,7 +136,7 @@ void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals,
 
 ChartLines<double> RoundedLines(const Inputs& inputs, const Results& results) {
   auto line = [&](double value) { return RoundToPlaces(value, inputs.precisionValue); };
-  return {line(results.xBarUCL), line(results.xBarMean), line(results.xBarLCL)};
+  return {line(results.limits.xBarUpper), line(results.limits.xBarCentre), line(results.limits.xBarLower)};
 }
 
 void Judge(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
@@ -163,7 +164,7 @@ void Judge(std::span<const Point> points, const Inputs& inputs, std::size_t firs
 }
 
 void MakeVerdict(const Inputs& inputs, Results& results) {
-  results.ruleViolation = LowestViolatedRule(results.violatingPoints, inputs.sensitivityValue);
+  results.ruleViolation = LowestViolatedRule(results.violatingPoints, inputs.sensitivity);
   results.isInControl = results.ruleViolation == 0;
   results.processState = (results.isInControl ? 3 : 1) + (results.cpkValue >= 1 ? 1 : 0);
 }
@@ -177,15 +178,17 @@ void Store(const HistogramResults& histogram, std::string_view delimiter, Result
   for (const int count : histogram.counts) counts.Add(std::int64_t{count});
   counts.Finish();
   results.histogramLabelsOutputString = histogram.labels;
+  results.histogramCounts = histogram.counts;
+  results.histogramBinStarts = histogram.starts;
 }
 
 bool AllFinite(const Results& r) {
   for (const double value :
-       {r.xBarUCL, r.xBarLCL, r.xBarMean, r.rBarUCL, r.rBarLCL, r.rBarMean, r.cpkValue, r.maxValue,
-        r.minValue, r.stdDevValue, r.histoHiScaleValue, r.histoLoScaleValue}) {
+       {r.cpkValue, r.maxValue, r.minValue, r.stdDevValue, r.histoHiScaleValue, r.histoLoScaleValue}) {
     if (!std::isfinite(value)) return false;
   }
-  return true;
+  return std::all_of(controlLimitFields.begin(), controlLimitFields.end(),
+                     [&](const ControlLimitField& field) { return std::isfinite(r.limits.*field.value); });
 }
 
 std::string InputError(const Inputs& inputs) {
@@ -195,21 +198,16 @@ std::string InputError(const Inputs& inputs) {
                : std::string("the ") + name + " " + std::to_string(value) + " is not from " +
                      std::to_string(low) + " to " + std::to_string(high);
   };
-  const std::pair<const char*, double> limits[] = {{"upper specification limit", inputs.upperSpecLimit},
-                                                   {"lower specification limit", inputs.lowerSpecLimit},
-                                                   {"X-bar upper control limit", inputs.xBarUCL},
-                                                   {"X-bar lower control limit", inputs.xBarLCL},
-                                                   {"X-bar centre line", inputs.xBarMean},
-                                                   {"range upper control limit", inputs.rBarUCL},
-                                                   {"range lower control limit", inputs.rBarLCL},
-                                                   {"range centre line", inputs.rBarMean}};
-  for (const auto& [name, value] : limits) {
-    if (!std::isfinite(value)) return std::string("the ") + name + " is not a finite number";
+  auto notFinite = [](const char* name) { return std::string("the ") + name + " is not a finite number"; };
+  if (!std::isfinite(inputs.upperSpecLimit)) return notFinite("upper specification limit");
+  if (!std::isfinite(inputs.lowerSpecLimit)) return notFinite("lower specification limit");
+  for (const auto& [limit, name] : controlLimitFields) {
+    if (!std::isfinite(inputs.limits.*limit)) return notFinite(name);
   }
   for (std::string error : {outside("subgroup size", inputs.subGroupSize, 0, maximumSubGroupSize),
                             outside("precision", inputs.precisionValue, 0, maximumPrecision),
-                            outside("sensitivity", inputs.sensitivityValue, 0, 2),
-                            outside("detection period", inputs.detectionPeriod, 0, 1),
+                            outside("sensitivity", static_cast<int>(inputs.sensitivity), 0, 2),
+                            outside("detection period", static_cast<int>(inputs.detectionPeriod), 0, 1),
                             outside("start point", inputs.dataStartPoint, 0, maximumSamples),
                             outside("stop point", inputs.dataStopPoint, 0, maximumSamples)}) {
     if (!error.empty()) return error;
@@ -235,12 +233,9 @@ std::string FindBasePeriod(const Inputs& inputs, int count, BasePeriod& base) {
 // What no complete subgroup gives: no points, the limits as given, twelve empty bins, in control.
 Results ResultsWithoutPoints(const Inputs& inputs) {
   Results results;
-  results.xBarUCL = inputs.xBarUCL;
-  results.xBarLCL = inputs.xBarLCL;
-  results.xBarMean = inputs.xBarMean;
-  results.rBarUCL = inputs.rBarUCL;
-  results.rBarLCL = inputs.rBarLCL;
-  results.rBarMean = inputs.rBarMean;
+  results.limits = inputs.limits;
+  results.xBarSeries.decimals = inputs.precisionValue;
+  results.rangeSeries.decimals = inputs.precisionValue;
   HistogramResults histogram;
   const double anywhere = inputs.lowerSpecLimit < inputs.upperSpecLimit ? inputs.lowerSpecLimit : 0;
   MakeHistogram(std::span(&anywhere, 1), anywhere, anywhere,
@@ -255,16 +250,27 @@ Results ResultsWithoutPoints(const Inputs& inputs) {
 
 struct Engine::WorkSpace {
   Samples samples;
-  Series<std::int64_t> ticks;
-  Series<Int128> wideTicks;  // where they take more than 64 bits
-  Series<double> rounded;
+  std::vector<Int128> wideMeans;  // where the series take more than 64 bits
+  std::vector<Int128> wideRanges;
   HistogramResults histogram;
   Results results;
   std::string error;
 
-  Series<std::int64_t>& SeriesOf(const ExactArithmetic<std::int64_t>&) { return ticks; }
-  Series<Int128>& SeriesOf(const ExactArithmetic<Int128>&) { return wideTicks; }
-  Series<double>& SeriesOf(const CompensatedArithmetic&) { return rounded; }
+  Series<std::int64_t> SeriesOf(const ExactArithmetic<std::int64_t>&) {
+    return {results.xBarSeries.ticks, results.rangeSeries.ticks};
+  }
+  Series<Int128> SeriesOf(const ExactArithmetic<Int128>&) { return {wideMeans, wideRanges}; }
+  Series<double> SeriesOf(const CompensatedArithmetic&) {
+    return {results.xBarSeries.values, results.rangeSeries.values};
+  }
+
+  void ClearSeries(int places) {
+    for (PlottedSeries* series : {&results.xBarSeries, &results.rangeSeries}) {
+      series->decimals = places;
+      series->ticks.clear();
+      series->values.clear();
+    }
+  }
 
   // The first `used` samples.
   void Compute(const Inputs& inputs, std::size_t used, int subGroupSize, const BasePeriod& base) {
@@ -287,17 +293,24 @@ struct Engine::WorkSpace {
 
   template <class Arithmetic>
   void Compute(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize, const BasePeriod& base) {
-    auto& series = SeriesOf(arithmetic);
+    const auto series = SeriesOf(arithmetic);
+    ClearSeries(inputs.precisionValue);
     const auto totals = MakeSeries(arithmetic, subGroupSize, base, series);
     const auto& points = series.means;
     results.numberOfPlotPoints = static_cast<int>(points.size());
     results.sampleQty = static_cast<int>(arithmetic.samples.size());
     WriteSeries(points, inputs, results.xBarOutputString);
     WriteSeries(series.ranges, inputs, results.rBarOutputString);
+    if constexpr (std::is_same_v<typename Arithmetic::Point, Int128>) {
+      for (const Int128 point : series.means)
+        results.xBarSeries.values.push_back(QuotientAsDouble(point, 1, inputs.precisionValue));
+      for (const Int128 point : series.ranges)
+        results.rangeSeries.values.push_back(QuotientAsDouble(point, 1, inputs.precisionValue));
+    }
     MakeLimits(arithmetic, totals, inputs, subGroupSize, results);
     MakeSummary(arithmetic, totals, inputs, subGroupSize, results);
     constexpr std::size_t longestRule = 8;
-    const bool wholeChart = inputs.detectionPeriod == 1 || points.size() <= longestRule;
+    const bool wholeChart = inputs.detectionPeriod == DetectionPeriod::Long || points.size() <= longestRule;
     Judge(std::span<const typename Arithmetic::Point>(points), inputs,
           wholeChart ? 0 : points.size() - longestRule, results);
     MakeVerdict(inputs, results);

@@ -19,8 +19,8 @@
 //
 // LIMITS (Montgomery, Introduction to Statistical Quality Control, 6th ed., 6.2 and 6.4), over the points
 // dataStartPoint to dataStopPoint; d2, d3 as in Constants.h, for n = 1 those of 2:
-//   XBarMean = mean of the means      XBarUCL, XBarLCL = XBarMean +- 3 (RBarMean / d2) / sqrt(n)
-//   RBarMean = mean of the ranges     RBarUCL, RBarLCL = RBarMean * max(0, 1 +- 3 d3 / d2)
+//   averages: centre line = mean of the means      limits = centre line +- 3 (R-bar / d2) / sqrt(n)
+//   ranges:   centre line R-bar = mean of ranges   limits = R-bar * max(0, 1 +- 3 d3 / d2)
 // A limit whose input is not 0 comes back unchanged; the others are built from the data all the same.
 //
 // CAPABILITY (ibid. 8.3), over all samples used, sigma = R-bar / d2:
@@ -35,14 +35,19 @@
 // HISTOGRAM: see Histogram.h.
 //
 // TEXTS: elements joined by `stringDelimiter`, none behind the last, each with exactly precisionValue
-// decimals, halves rounded away from zero.
+// decimals, halves rounded away from zero. The same figures as numbers stand beside them.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "engine/ControlLimits.h"
+#include "engine/Decimal.h"
 #include "engine/Histogram.h"
 #include "engine/Rules.h"
 
@@ -56,34 +61,38 @@ struct Inputs {
   std::string_view stringDelimiter = ",";  // empty: the whole text is one element
   double upperSpecLimit = 0;
   double lowerSpecLimit = 0;
-  int subGroupSize = 1;    // 0 to 20
-  int dataStartPoint = 0;  // 1-based plot point; 0 is the first
-  int dataStopPoint = 0;   // 0, or beyond the end, is the last
-  double xBarUCL = 0;      // 0: to be calculated, here and in the five below
-  double xBarLCL = 0;
-  double xBarMean = 0;
-  double rBarUCL = 0;
-  double rBarLCL = 0;
-  double rBarMean = 0;
-  int precisionValue = 4;  // decimals of the texts and of the rules' judgement, 0 to 15
+  int subGroupSize = 1;       // 0 to 20
+  int dataStartPoint = 0;     // 1-based plot point; 0 is the first
+  int dataStopPoint = 0;      // 0, or beyond the end, is the last
+  ControlLimits limits = {};  // each that is 0 is to be calculated
+  int precisionValue = 4;     // decimals of the texts and of the rules' judgement, 0 to 15
   bool reverseDataString = false;
-  int sensitivityValue = 1;                    // 0 low, 1 medium, 2 high: which rules make a verdict
-  int detectionPeriod = 1;                     // 1 long-term: every point; 0 short-term: the last eight
+  Sensitivity sensitivity = Sensitivity::Medium;
+  DetectionPeriod detectionPeriod = DetectionPeriod::Long;
   std::string_view delimitedInputString = {};  // ASCII or UTF-8
   int sampleQty = 0;                           // a hint, no more
 };
 
+// The points of a chart as numbers: each is the decimal that stands in the chart's text.
+struct PlottedSeries {
+  int decimals = 0;
+  std::vector<std::int64_t> ticks;  // whole numbers of the last decimal
+  std::vector<double> values;       // the nearest doubles, where 64 bits do not hold the ticks
+
+  std::size_t Count() const { return ticks.empty() ? values.size() : ticks.size(); }
+  double operator[](std::size_t point) const {
+    return ticks.empty() ? values[point] : QuotientAsDouble(ticks[point], 1, decimals);
+  }
+};
+
 struct Results {
-  double xBarUCL = 0;
-  double xBarLCL = 0;
-  double xBarMean = 0;
-  double rBarUCL = 0;
-  double rBarLCL = 0;
-  double rBarMean = 0;
+  ControlLimits limits;
   double cpkValue = 0;
   int histogramBinQty = 0;
   std::string histogramBinValuesOutputString;
   std::string histogramLabelsOutputString;
+  std::array<int, histogramBins> histogramCounts{};        // of each bin
+  std::array<double, histogramBins> histogramBinStarts{};  // the lower end of each, as its label shows it
   double histoHiScaleValue = 0;
   double histoLoScaleValue = 0;
   bool isInControl = true;
@@ -92,9 +101,11 @@ struct Results {
   int numberOfPlotPoints = 0;
   int processState = 0;
   std::string rBarOutputString;
+  PlottedSeries rangeSeries;
   int ruleViolation = 0;  // the lowest violated rule of the sensitivity, 0 for none
   double stdDevValue = 0;
   std::string xBarOutputString;
+  PlottedSeries xBarSeries;
   int sampleQty = 0;                // samples in complete subgroups
   ViolatingPoints violatingPoints;  // of all four rules, whatever the sensitivity
 };

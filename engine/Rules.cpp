@@ -83,18 +83,18 @@ template void FindViolations(std::span<const Int128>, const ChartLines<Int128>&,
 template void FindViolations(std::span<const double>, const ChartLines<double>&, std::size_t,
                              ViolatingPoints&);
 
-bool IsRuleActive(int rule, int sensitivity) {
+bool IsRuleActive(int rule, Sensitivity sensitivity) {
   switch (rule) {
     case 2:
-      return sensitivity >= 1;
+      return sensitivity >= Sensitivity::Medium;
     case 3:
-      return sensitivity >= 2;
+      return sensitivity >= Sensitivity::High;
     default:
       return true;
   }
 }
 
-int LowestViolatedRule(const ViolatingPoints& violating, int sensitivity) {
+int LowestViolatedRule(const ViolatingPoints& violating, Sensitivity sensitivity) {
   for (const int rule : {1, 2, 3, 4}) {
     if (IsRuleActive(rule, sensitivity) && !violating[static_cast<std::size_t>(rule - 1)].empty())
       return rule;

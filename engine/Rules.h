@@ -18,6 +18,12 @@
 
 namespace engine {
 
+// Which rules make a verdict: low 1 and 4, medium 1, 2 and 4, high all.
+enum class Sensitivity { Low = 0, Medium = 1, High = 2 };
+
+// Which points the rules look at: short-term the last eight (the longest rule's span), long-term all.
+enum class DetectionPeriod { Short = 0, Long = 1 };
+
 // For rule r, the 1-based plot points that violate it, ascending, at index r - 1.
 using ViolatingPoints = std::array<std::vector<std::int16_t>, 4>;
 
@@ -35,10 +41,10 @@ template <class Number>
 void FindViolations(std::span<const Number> points, const ChartLines<Number>& lines, std::size_t firstPoint,
                     ViolatingPoints& violating);
 
-// Whether a rule (1 to 4) makes a verdict at a sensitivity: low 1 and 4, medium 1, 2 and 4, high all.
-bool IsRuleActive(int rule, int sensitivity);
+// Whether a rule (1 to 4) makes a verdict.
+bool IsRuleActive(int rule, Sensitivity sensitivity);
 
 // The lowest active rule with violating points, or 0.
-int LowestViolatedRule(const ViolatingPoints& violating, int sensitivity);
+int LowestViolatedRule(const ViolatingPoints& violating, Sensitivity sensitivity);
 
 }  // namespace engine

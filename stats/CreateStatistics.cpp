@@ -41,16 +41,11 @@ engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
   inputs.subGroupSize = data.SubGroupSize();
   inputs.dataStartPoint = data.DataStartPoint();
   inputs.dataStopPoint = data.DataStopPoint();
-  inputs.xBarUCL = data.XBarUCL();
-  inputs.xBarLCL = data.XBarLCL();
-  inputs.xBarMean = data.XBarMean();
-  inputs.rBarUCL = data.RBarUCL();
-  inputs.rBarLCL = data.RBarLCL();
-  inputs.rBarMean = data.RBarMean();
+  inputs.limits = data.ControlLimits();
   inputs.precisionValue = data.PrecisionValue();
   inputs.reverseDataString = data.ReverseDataString();
-  inputs.sensitivityValue = data.SensitivityValue();
-  inputs.detectionPeriod = data.DetectionPeriod();
+  inputs.sensitivity = static_cast<engine::Sensitivity>(data.SensitivityValue());
+  inputs.detectionPeriod = static_cast<engine::DetectionPeriod>(data.DetectionPeriod());
   inputs.delimitedInputString = Utf8(data.DelimitedInputString(), bridge.inputText);
   inputs.sampleQty = data.SampleQty();
   return inputs;
@@ -72,12 +67,7 @@ void Record(CData& data, qint32 errorType, const QString& message) {
 }  // namespace
 
 void StoreResults(const engine::Results& results, CData& data) {
-  data.SetXBarUCL(results.xBarUCL);
-  data.SetXBarLCL(results.xBarLCL);
-  data.SetXBarMean(results.xBarMean);
-  data.SetRBarUCL(results.rBarUCL);
-  data.SetRBarLCL(results.rBarLCL);
-  data.SetRBarMean(results.rBarMean);
+  data.SetControlLimits(results.limits);
   data.SetCPKValue(results.cpkValue);
   data.SetHistogramBinQty(Short(results.histogramBinQty));
   data.SetHistogramBinValuesOutputString(Text(results.histogramBinValuesOutputString));
@@ -95,6 +85,13 @@ void StoreResults(const engine::Results& results, CData& data) {
   data.SetXBarOutputString(Text(results.xBarOutputString));
   data.SetSampleQty(Short(results.sampleQty));
   data.SetViolatingPoints(results.violatingPoints);
+}
+
+engine::Results ResultsOf(const CData& data) {
+  Bridge& bridge = TheBridge();
+  engine::Results results;
+  if (!bridge.engine.Run(InputsOf(data, bridge), results)) throw Error(Text(bridge.engine.LastError()));
+  return results;
 }
 
 bool CalculateStatistics(CData& data) {
@@ -120,13 +117,6 @@ bool CreateStatistics(CData& data) {
   });
 }
 
-void ClearControlLimits(CData& data) {
-  data.SetXBarUCL(0);
-  data.SetXBarLCL(0);
-  data.SetXBarMean(0);
-  data.SetRBarUCL(0);
-  data.SetRBarLCL(0);
-  data.SetRBarMean(0);
-}
+void ClearControlLimits(CData& data) { data.SetControlLimits({}); }
 
 }  // namespace QCGlobalFunctions

@@ -14,10 +14,15 @@ bool CreateStatistics(CData& data);
 // a data set of their own.
 bool CalculateStatistics(CData& data);
 
+// The engine's results for the data set as it stands, numbers and texts. The plotted series are kept with the
+// data set as documented texts only: as numbers too they would take a tenth more memory in a library of many,
+// of which one at a time is looked at. Error when the engine refuses.
+engine::Results ResultsOf(const CData& data);
+
 // Puts the engine's results into the properties of the same names.
 void StoreResults(const engine::Results& results, CData& data);
 
-// Sets the six control limits to 0, so that the next CreateStatistics calculates them.
+// So that the next CreateStatistics calculates all six.
 void ClearControlLimits(CData& data);
 
 }  // namespace QCGlobalFunctions

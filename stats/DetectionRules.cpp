@@ -36,7 +36,7 @@ QString DetectionRules::SensitivityText(qint32 sensitivity) {
 std::vector<int> DetectionRules::ActiveRules(qint32 sensitivity) {
   std::vector<int> rules;
   for (int rule = 1; rule <= 4; ++rule) {
-    if (engine::IsRuleActive(rule, sensitivity)) rules.push_back(rule);
+    if (engine::IsRuleActive(rule, static_cast<engine::Sensitivity>(sensitivity))) rules.push_back(rule);
   }
   return rules;
 }

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "engine/Decimal.h"
+#include "engine/Parse.h"
 #include "tests/engine/EngineRun.h"
 
 namespace {
@@ -32,11 +33,30 @@ TEST(Engine, ReadsEveryWayToWriteANumber) {
         << text;
 }
 
+// A single value and one among samples are read by two ways.
+TEST(Engine, ReadsAsSamplesExactlyWhatIsANumber) {
+  engine::Engine engine;
+  Results results;
+  // Every text of up to five of these characters.
+  std::vector<std::string> texts = {""};
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const std::string text = texts[i];
+    if (text.size() < 5) {
+      for (const char character : {'0', '.', '-', '+', 'e', ' ', '\t'}) texts.push_back(text + character);
+    }
+    if (text.find_first_not_of(" \t") == std::string::npos) continue;
+    double value = 0;
+    EXPECT_EQ(engine::ReadDecimal(text, value) == engine::Reading::Number,
+              engine.Run({.delimitedInputString = text}, results))
+        << text;
+  }
+}
+
 TEST(Engine, CalculatesWhatNoScaledIntegerHolds) {
   const Results large = RunEngine("1e300,3e300");
-  EXPECT_EQ(large.xBarMean, 2e300);
+  EXPECT_EQ(large.limits.xBarCentre, 2e300);
   EXPECT_NEAR(large.stdDevValue / std::sqrt(2.0), 1e300, 1e285);
-  EXPECT_EQ(RunEngine("1e15,1e-15,-1e15,3e-15", {.subGroupSize = 2}).xBarMean, 1e-15);
+  EXPECT_EQ(RunEngine("1e15,1e-15,-1e15,3e-15", {.subGroupSize = 2}).limits.xBarCentre, 1e-15);
   EXPECT_NEAR(RunEngine("0.000000001,1000000000,2000000000").stdDevValue, 1e9, 1e-6);
   EXPECT_EQ(
       RunEngine("5,6", {.upperSpecLimit = 1e40, .lowerSpecLimit = -1e40}).histogramBinValuesOutputString,
@@ -54,15 +74,18 @@ TEST(Engine, CpkIsExactFarFromZero) {
 
 // One empty data set must not keep a library from loading.
 TEST(Engine, EmptyDataIsASuccessWithoutPoints) {
-  const Inputs inputs{
-      .upperSpecLimit = 10, .lowerSpecLimit = 4, .subGroupSize = 4, .dataStartPoint = 3, .xBarUCL = 9};
+  const Inputs inputs{.upperSpecLimit = 10,
+                      .lowerSpecLimit = 4,
+                      .subGroupSize = 4,
+                      .dataStartPoint = 3,
+                      .limits = {.xBarUpper = 9}};
   for (const char* text : {"", ",,", " ", "1,2,3"}) {
     const Results results = RunEngine(text, inputs);
     EXPECT_EQ(results.numberOfPlotPoints, 0);
     EXPECT_EQ(results.sampleQty, 0);
     EXPECT_EQ(results.xBarOutputString, "");
-    EXPECT_EQ(results.xBarUCL, 9);
-    EXPECT_EQ(results.xBarLCL, 0);
+    EXPECT_EQ(results.limits.xBarUpper, 9);
+    EXPECT_EQ(results.limits.xBarLower, 0);
     EXPECT_TRUE(results.isInControl);
     EXPECT_EQ(results.processState, 0);
     EXPECT_EQ(results.histogramBinQty, 12);

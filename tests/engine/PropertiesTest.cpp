@@ -30,26 +30,21 @@ TEST(Properties, ShiftingAndScalingTheDataShiftsAndScalesTheLimits) {
   std::mt19937 random(20);
   for (int n = 1; n <= 20; ++n) {
     const std::vector<int> values = RandomTenths(random, 200);
-    const Inputs inputs{.subGroupSize = n, .sensitivityValue = 2};
+    const Inputs inputs{.subGroupSize = n, .sensitivity = engine::Sensitivity::High};
     const Results plain = RunEngine(Tenths(values), inputs);
     const Results moved = RunEngine(Tenths(values, 1230, 3), inputs);
-    EXPECT_NEAR(moved.xBarMean, plain.xBarMean * 3 + 123, 1e-10);
-    EXPECT_NEAR(moved.xBarUCL, plain.xBarUCL * 3 + 123, 1e-10);
-    EXPECT_NEAR(moved.xBarLCL, plain.xBarLCL * 3 + 123, 1e-10);
-    EXPECT_NEAR(moved.rBarUCL, plain.rBarUCL * 3, 1e-10);
+    EXPECT_NEAR(moved.limits.xBarCentre, plain.limits.xBarCentre * 3 + 123, 1e-10);
+    EXPECT_NEAR(moved.limits.xBarUpper, plain.limits.xBarUpper * 3 + 123, 1e-10);
+    EXPECT_NEAR(moved.limits.xBarLower, plain.limits.xBarLower * 3 + 123, 1e-10);
+    EXPECT_NEAR(moved.limits.rangeUpper, plain.limits.rangeUpper * 3, 1e-10);
     EXPECT_NEAR(moved.stdDevValue, plain.stdDevValue * 3, 1e-10);
     EXPECT_EQ(RunEngine(Tenths(values, 1230), inputs).violatingPoints, plain.violatingPoints);
   }
 }
 
 Inputs WithLimits(Inputs inputs, const Results& from) {
-  const auto stored = [&](double limit) { return engine::RoundToPlaces(limit, inputs.precisionValue); };
-  inputs.xBarUCL = stored(from.xBarUCL);
-  inputs.xBarLCL = stored(from.xBarLCL);
-  inputs.xBarMean = stored(from.xBarMean);
-  inputs.rBarUCL = stored(from.rBarUCL);
-  inputs.rBarLCL = stored(from.rBarLCL);
-  inputs.rBarMean = stored(from.rBarMean);
+  for (const auto& [limit, name] : engine::controlLimitFields)
+    inputs.limits.*limit = engine::RoundToPlaces(from.limits.*limit, inputs.precisionValue);
   return inputs;
 }
 
@@ -59,7 +54,8 @@ TEST(Properties, KeptLimitsKeepTheVerdict) {
   std::mt19937 random(24);
   for (int i = 0; i < 300; ++i) {
     const std::vector<int> values = RandomTenths(random, 200);
-    const Inputs inputs{.subGroupSize = 1 + i % 6, .precisionValue = i % 9, .sensitivityValue = 2};
+    const Inputs inputs{
+        .subGroupSize = 1 + i % 6, .precisionValue = i % 9, .sensitivity = engine::Sensitivity::High};
     const Results fresh = RunEngine(Tenths(values), inputs);
     const Inputs kept = WithLimits(inputs, fresh);
     const Results loaded = RunEngine(Tenths(values), kept);
@@ -67,8 +63,8 @@ TEST(Properties, KeptLimitsKeepTheVerdict) {
     EXPECT_EQ(loaded.cpkValue, fresh.cpkValue);
     EXPECT_EQ(loaded.processState, fresh.processState);
     const Results later = RunEngine(Tenths(values) + Tenths(values, 300), kept);
-    EXPECT_EQ(later.xBarUCL, kept.xBarUCL);
-    EXPECT_EQ(later.rBarMean, kept.rBarMean);
+    EXPECT_EQ(later.limits.xBarUpper, kept.limits.xBarUpper);
+    EXPECT_EQ(later.limits.rangeCentre, kept.limits.rangeCentre);
   }
 }
 

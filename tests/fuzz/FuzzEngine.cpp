@@ -35,20 +35,17 @@ int Whole(double number) { return std::abs(number) < 1e6 ? static_cast<int>(numb
 engine::Inputs ReadInputs(std::string_view text) {
   const std::vector<double> numbers = Numbers(TakeLine(text));
   engine::Inputs inputs;
-  int* const whole[] = {&inputs.subGroupSize,
-                        &inputs.precisionValue,
-                        &inputs.sensitivityValue,
-                        &inputs.detectionPeriod,
-                        nullptr,
-                        &inputs.dataStartPoint,
-                        &inputs.dataStopPoint,
-                        &inputs.sampleQty};
-  double* const real[] = {&inputs.upperSpecLimit, &inputs.lowerSpecLimit, &inputs.xBarUCL, &inputs.xBarLCL,
-                          &inputs.xBarMean,       &inputs.rBarUCL,        &inputs.rBarLCL, &inputs.rBarMean};
-  for (size_t i = 0; i < 8; ++i) {
-    if (whole[i]) *whole[i] = Whole(numbers[i]);
-    *real[i] = numbers[8 + i];
-  }
+  inputs.subGroupSize = Whole(numbers[0]);
+  inputs.precisionValue = Whole(numbers[1]);
+  inputs.sensitivity = static_cast<engine::Sensitivity>(Whole(numbers[2]));
+  inputs.detectionPeriod = static_cast<engine::DetectionPeriod>(Whole(numbers[3]));
+  inputs.dataStartPoint = Whole(numbers[5]);
+  inputs.dataStopPoint = Whole(numbers[6]);
+  inputs.sampleQty = Whole(numbers[7]);
+  inputs.upperSpecLimit = numbers[8];
+  inputs.lowerSpecLimit = numbers[9];
+  size_t next = 10;
+  for (const auto& [limit, name] : engine::controlLimitFields) inputs.limits.*limit = numbers[next++];
   inputs.reverseDataString = numbers[4] != 0;
   inputs.stringDelimiter = TakeLine(text);
   inputs.delimitedInputString = text;
