@@ -20,13 +20,9 @@ namespace {
 
 using Direction = ChartGraph::Direction;
 
-std::vector<double> PlotValues(const QString& list, const CData& data, const char* name) {
-  std::vector<double> values;
-  const int count = std::max<int>(0, data.NumberOfPlotPoints());
-  values.reserve(static_cast<size_t>(count));
-  for (const QStringView element : ListElements(list, data.StringDelimiter(), count, name)) {
-    values.push_back(Conversions::CDbl(element));
-  }
+std::vector<double> PlotValues(const engine::PlottedSeries& series) {
+  std::vector<double> values(series.Count());
+  for (size_t i = 0; i < values.size(); ++i) values[i] = series[i];
   return values;
 }
 
@@ -151,22 +147,7 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
 
 ScaleError::ScaleError(const QString& reference) : Error(LoadResText(reference)), reference_(reference) {}
 
-std::vector<QStringView> ListElements(QStringView list, QStringView delimiter, qsizetype count,
-                                      const char* name) {
-  std::vector<QStringView> elements;
-  if (count <= 0) return elements;
-  elements.reserve(static_cast<size_t>(count));
-  for (const QStringView element : list.tokenize(delimiter)) {
-    if (element.isEmpty() && elements.empty() && list.isEmpty()) break;
-    elements.push_back(element);
-    if (std::ssize(elements) == count) return elements;
-  }
-  throw Error(u"Subscript out of range: %1 has %2 of %3 elements"_s.arg(QLatin1StringView(name))
-                  .arg(elements.size())
-                  .arg(count));
-}
-
-ControlCharts SetupControlCharts(const CData& data, bool fittedScale) {
+ControlCharts SetupControlCharts(const CData& data, const engine::Results& results, bool fittedScale) {
   const QString unit = data.UnitOfMeasurement();
   const QString valueTitle = unit.isEmpty() ? data.Description() : unit;
   const int decimals = LimitDecimals(data);
@@ -174,7 +155,7 @@ ControlCharts SetupControlCharts(const CData& data, bool fittedScale) {
   charts.xbar = {u" AVERAGE"_s,
                  u"XBar"_s,
                  valueTitle,
-                 PlotValues(data.XBarOutputString(), data, "XBarOutputString"),
+                 PlotValues(results.xBarSeries),
                  data.XBarLCL(),
                  data.XBarMean(),
                  data.XBarUCL(),
@@ -186,7 +167,7 @@ ControlCharts SetupControlCharts(const CData& data, bool fittedScale) {
   charts.r = {u" RANGE"_s,
               u"RBar"_s,
               valueTitle,
-              PlotValues(data.RBarOutputString(), data, "RBarOutputString"),
+              PlotValues(results.rangeSeries),
               data.RBarLCL(),
               data.RBarMean(),
               data.RBarUCL(),

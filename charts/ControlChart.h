@@ -6,6 +6,7 @@
 
 #include "core/CData.h"
 #include "core/Trap.h"
+#include "engine/Engine.h"
 #include "platform/chart/ChartGraph.h"
 
 // With fewer points neither a control chart nor the text window shows more than that.
@@ -41,12 +42,7 @@ struct ControlCharts {
   ControlChart r;
 };
 
-// ScaleError when an axis cannot be made, Error when a series is shorter than the number of plot points or
-// holds something that is no number.
-ControlCharts SetupControlCharts(const CData& data, bool fittedScale);
+// The data set's figures with their results as numbers. ScaleError when an axis cannot be made.
+ControlCharts SetupControlCharts(const CData& data, const engine::Results& results, bool fittedScale);
 
 void DrawGraph(ChartGraph& graph, const ControlChart& chart);
-
-// The first `count` elements of a list of the data set; Error, naming the list, when it holds fewer.
-std::vector<QStringView> ListElements(QStringView list, QStringView delimiter, qsizetype count,
-                                      const char* name);

@@ -1,8 +1,8 @@
 #include "charts/CsfExport.h"
 
-#include "charts/ControlChart.h"
 #include "charts/Histogram.h"
 #include "charts/SaveFile.h"
+#include "core/Trap.h"
 #include "platform/language/Conversions.h"
 
 using namespace Qt::StringLiterals;
@@ -33,6 +33,22 @@ class Lines {
  private:
   QString text_;
 };
+
+// The first `count` elements of a list of the data set; Error, naming the list, when it holds fewer.
+std::vector<QStringView> ListElements(QStringView list, QStringView delimiter, qsizetype count,
+                                      const char* name) {
+  std::vector<QStringView> elements;
+  if (count <= 0) return elements;
+  elements.reserve(static_cast<size_t>(count));
+  for (const QStringView element : list.tokenize(delimiter)) {
+    if (element.isEmpty() && elements.empty() && list.isEmpty()) break;
+    elements.push_back(element);
+    if (std::ssize(elements) == count) return elements;
+  }
+  throw Error(u"Subscript out of range: %1 has %2 of %3 elements"_s.arg(QLatin1StringView(name))
+                  .arg(elements.size())
+                  .arg(count));
+}
 
 QStringList InGeneralForm(const std::vector<QStringView>& numbers) {
   QStringList texts;

@@ -13,27 +13,6 @@ namespace {
 
 using Direction = ChartGraph::Direction;
 
-struct Bins {
-  std::vector<double> counts;
-  QStringList labels;
-};
-
-Bins ReadBins(const CData& data) {
-  const QString delimiter = data.StringDelimiter();
-  const QString counts = data.HistogramBinValuesOutputString();
-  const QString labels = data.HistogramLabelsOutputString();
-  Bins bins;
-  for (const QStringView count :
-       ListElements(counts, delimiter, HistogramBins, "HistogramBinValuesOutputString")) {
-    bins.counts.push_back(Conversions::CDbl(count));
-  }
-  for (const QStringView label :
-       ListElements(labels, delimiter, HistogramBins, "HistogramLabelsOutputString")) {
-    bins.labels.append(label.toString());
-  }
-  return bins;
-}
-
 // Where a measured value lies along the bins.
 double BinPosition(const CData& data, double value) {
   const double low = data.HistoLoScaleValue();
@@ -70,17 +49,20 @@ int CountTickSpacing(double largest) {
   return 50;
 }
 
-void DrawHistogramGraph(ChartGraph& graph, const CData& data) {
-  const Bins bins = ReadBins(data);
+void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Results& results) {
+  const std::vector<double> counts(results.histogramCounts.begin(), results.histogramCounts.end());
+  QStringList labels;
+  for (const double start : results.histogramBinStarts)
+    labels.append(QString::number(start, 'f', results.xBarSeries.decimals));
   const auto atEnds = [&](double value) { return std::vector<double>(2, BinPosition(data, value)); };
-  graph.WGDefineDataSetVB(u" Histogram"_s, bins.counts);
+  graph.WGDefineDataSetVB(u" Histogram"_s, counts);
   graph.WGDefineDataSetVB(u" LL Data Set"_s, atEnds(data.LowerSpecLimit()));
   graph.WGDefineDataSetVB(u" UL Data Set"_s, atEnds(data.UpperSpecLimit()));
   graph.WGDefineDataSetVB(u" UCL Data Set"_s, atEnds(data.XBarUCL()));
   graph.WGDefineDataSetVB(u" LCL Data Set"_s, atEnds(data.XBarLCL()));
   graph.WGDefineDataSetVB(u" Nominal Data Set"_s, atEnds(data.NominalSpecLimit()));
 
-  const double largest = *std::max_element(bins.counts.begin(), bins.counts.end());
+  const double largest = *std::max_element(counts.begin(), counts.end());
   const int spacing = CountTickSpacing(largest);
   const double top = std::max(1.0, std::ceil(largest / spacing)) * spacing;
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
@@ -90,7 +72,7 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data) {
   const ChartGraph::TextParameters normal{0, 16, 6, 0};
   const QString unit = data.UnitOfMeasurement();
   graph.Draw(ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, u"Count"_s, normal});
-  graph.WGLabelAxisStringsVB(bins.labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
+  graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
   if (HasSpecification(data)) DrawSpecification(graph, data);
   graph.Title(u" HISTOGRAM"_s, {0, 16, 8, 0});

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "core/CData.h"
+#include "engine/Engine.h"
 #include "platform/chart/ChartGraph.h"
 
-constexpr int HistogramBins = 12;
+constexpr int HistogramBins = engine::histogramBins;
 
-// Error when the data set's bin counts or labels are fewer than the bins, or a count is no number.
-void DrawHistogramGraph(ChartGraph& graph, const CData& data);
+// The data set's figures with its bins as numbers.
+void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Results& results);
 
 // The spacing of the count axis for a largest count.
 int CountTickSpacing(double largest);

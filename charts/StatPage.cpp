@@ -6,6 +6,7 @@
 #include "charts/Histogram.h"
 #include "charts/TextWindow.h"
 #include "platform/chart/Palette.h"
+#include "stats/CreateStatistics.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,16 +19,31 @@ constexpr double reach = 0.012;
 }  // namespace
 
 StatPage::StatPage(const CData& data, const StatPageOptions& options) : description_(data.Description()) {
+  // Each step that needs the results fails where there are none.
+  std::optional<engine::Results> calculated;
+  Record(data, options, [&]() -> const engine::Results& {
+    if (!calculated) calculated = QCGlobalFunctions::ResultsOf(data);
+    return *calculated;
+  });
+}
+
+StatPage::StatPage(const CData& data, const engine::Results& results, const StatPageOptions& options)
+    : description_(data.Description()) {
+  Record(data, options, [&]() -> const engine::Results& { return results; });
+}
+
+void StatPage::Record(const CData& data, const StatPageOptions& options,
+                      const std::function<const engine::Results&()>& results) {
   const auto run = [&](const char* procedure, const std::function<void()>& step) {
     options.runStep ? options.runStep(procedure, step) : step();
   };
-  run("SetupControlCharts", [&] { charts_ = SetupControlCharts(data, options.fittedScale); });
+  run("SetupControlCharts", [&] { charts_ = SetupControlCharts(data, results(), options.fittedScale); });
   ChartGraph& xbar = page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49);
   run("DrawGraph", [&] { DrawGraph(xbar, charts_.xbar); });
   ChartGraph& r = page_.WGCreateGraph(0.005, 0.5, 0.6, 0.99);
   run("DrawGraph", [&] { DrawGraph(r, charts_.r); });
   ChartGraph& histogram = page_.WGCreateGraph(0.61, 0.005, 0.995, 0.49);
-  run("DrawHistogramGraph", [&] { DrawHistogramGraph(histogram, data); });
+  run("DrawHistogramGraph", [&] { DrawHistogramGraph(histogram, data, results()); });
   ChartGraph& text = page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99);
   run("DrawTavelTextWindow", [&] { DrawTavelTextWindow(text, data); });
   if (options.printedHead) RecordHead(data, options);

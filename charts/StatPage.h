@@ -12,6 +12,7 @@
 
 #include "charts/ControlChart.h"
 #include "core/CData.h"
+#include "engine/Engine.h"
 #include "platform/chart/ChartPage.h"
 
 enum class GraphId { None = -1, XBar, R, Histogram, Text };
@@ -30,8 +31,10 @@ struct StatPageOptions {
 class StatPage {
  public:
   // Records the page; the data set is not needed afterwards. ScaleError when a scale cannot be made, Error
-  // when a series of the data set is shorter than its number of points or is no list of numbers.
+  // when the engine refuses the data set.
   StatPage(const CData& data, const StatPageOptions& options);
+  // The same with these numbers for the series and the bins.
+  StatPage(const CData& data, const engine::Results& results, const StatPageOptions& options);
 
   void Paint(QPainter& painter, const QRectF& target) const;
 
@@ -60,6 +63,8 @@ class StatPage {
   const ChartPage& Page() const { return page_; }
 
  private:
+  void Record(const CData& data, const StatPageOptions& options,
+              const std::function<const engine::Results&()>& results);
   void RecordHead(const CData& data, const StatPageOptions& options);
   QRectF HeadArea(const QRectF& target) const;
   QRectF PageArea(const QRectF& target) const;

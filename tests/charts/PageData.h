@@ -1,8 +1,10 @@
 // Data sets for the tests of the page: one written out by hand, and any number of random ones.
 #pragma once
 
+#include <algorithm>
 #include <random>
 
+#include "charts/StatPage.h"
 #include "core/CData.h"
 #include "stats/CreateStatistics.h"
 
@@ -47,6 +49,28 @@ inline CData Simple() {
   points[1] = {8};
   data.SetViolatingPoints(points);
   return data;
+}
+
+// The series and bins that stand in the data set's texts, as numbers.
+inline engine::Results NumbersOf(const CData& data) {
+  engine::Results results;
+  const auto numbers = [](const QString& list) {
+    std::vector<double> values;
+    for (const QString& element : list.split(u',')) values.push_back(element.toDouble());
+    return values;
+  };
+  results.xBarSeries.values = numbers(data.XBarOutputString());
+  results.rangeSeries.values = numbers(data.RBarOutputString());
+  std::ranges::copy(numbers(data.HistogramLabelsOutputString()), results.histogramBinStarts.begin());
+  std::ranges::transform(numbers(data.HistogramBinValuesOutputString()), results.histogramCounts.begin(),
+                         [](double count) { return static_cast<int>(count); });
+  results.xBarSeries.decimals = 1;
+  return results;
+}
+
+// The page of a data set that was written out by hand.
+inline StatPage Page(const CData& data, const StatPageOptions& options = {}) {
+  return {data, NumbersOf(data), options};
 }
 
 struct Shape {

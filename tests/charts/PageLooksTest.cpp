@@ -23,7 +23,7 @@ struct Painted {
     page.Paint(painter, target);
   }
   explicit Painted(const CData& data, const StatPageOptions& options = {})
-      : Painted(StatPage(data, options)) {}
+      : Painted(PageData::Page(data, options)) {}
 
   QRectF Frame(GraphId graph, double head = 0) const {
     static constexpr double ends[][4] = {{0.005, 0.005, 0.6, 0.49},
@@ -356,7 +356,7 @@ TEST(PageLooks, TitlesLimitsAndRulesInTheirPlaces) {
 }
 
 TEST(PageLooks, TheSelectedGraphHasABlueFrameOnScreen) {
-  StatPage page(Sample(), {});
+  StatPage page = PageData::Page(Sample());
   page.Select(GraphId::R);
   const Painted painted(page);
   const auto frames = painted.device.Where(

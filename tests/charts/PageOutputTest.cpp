@@ -28,7 +28,7 @@ QByteArray Contents(const QString& path) {
 
 TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   const QTemporaryDir folder;
-  StatPage page(PageData::Simple(), {.printedHead = true});
+  StatPage page = PageData::Page(PageData::Simple(), {.printedHead = true});
   page.Select(GraphId::Histogram);
   const QString pdf = folder.filePath(u"a"_s), png = folder.filePath(u"b"_s), svg = folder.filePath(u"c"_s);
   PageOutput::WritePdf(page, pdf);
@@ -56,7 +56,7 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
 TEST(PageOutput, NamesTheFileItCannotWriteAndLeavesNothing) {
   const QTemporaryDir folder;
   const CData data = PageData::Simple();
-  const StatPage page(data, {});
+  const StatPage page = PageData::Page(data);
   const QString path = folder.filePath(u"missing/a"_s);
   const std::function<void()> writers[] = {
       [&] { PageOutput::WritePdf(page, path); }, [&] { PageOutput::WritePng(page, path); },

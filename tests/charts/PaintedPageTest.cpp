@@ -62,7 +62,7 @@ TEST(PaintedPage, LabelsOfNearLimitsMoveApart) {
     data.SetXBarUCL(10 + 0.01 * run);
     data.SetLowerSpecLimit(10 - 0.02 * run);
     data.SetUpperSpecLimit(10 + 0.02 * run);
-    ExpectNothingOverlaps(StatPage(data, {.fittedScale = run % 2 == 0}), {1280, 800});
+    ExpectNothingOverlaps(PageData::Page(data, {.fittedScale = run % 2 == 0}), {1280, 800});
   }
 }
 

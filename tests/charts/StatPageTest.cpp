@@ -36,7 +36,7 @@ TEST(StatPage, MarksOnlyRulesOfTheSensitivityInUse) {
   points[2] = {5};
   points[3] = {6};
   const auto marks = [&] {
-    return OperationsOf<ChartGraph::Curve>(StatPage(data, {}), GraphId::XBar)[0].marks;
+    return OperationsOf<ChartGraph::Curve>(PageData::Page(data), GraphId::XBar)[0].marks;
   };
   EXPECT_EQ(marks(), (std::vector<std::uint8_t>{0, 0, 0, 1, 0, 0, 0, 1})) << "the lowest rule at a point";
   data.SetViolatingPoints(points);
@@ -47,20 +47,18 @@ TEST(StatPage, MarksOnlyRulesOfTheSensitivityInUse) {
 TEST(StatPage, LeavesOutTheMovingRangeThatDoesNotExist) {
   CData data = PageData::Simple();
   data.SetSubGroupSize(1);
-  const StatPage page(data, {});
+  const StatPage page = PageData::Page(data);
   const auto& ranges = page.Page().Graph(1).DataSet(u"RBar Data Set"_s);
   EXPECT_TRUE(std::isnan(ranges[0]));
   EXPECT_EQ(ranges[1], 0.2);
 }
 
 TEST(StatPage, SaysWhenDataAreTooFew) {
-  CData data = PageData::Simple();
-  data.SetNumberOfPlotPoints(4);
-  const StatPage few(data, {});
+  const StatPage few(PageData::Random({.subgroups = 4}), {});
   EXPECT_EQ(TextsOf(few, GraphId::XBar), QStringList(u"NOT ENOUGH  DATA"_s));
   EXPECT_FALSE(few.PointAt({300, 200}, target));
-  data.SetNumberOfPlotPoints(5);
-  EXPECT_TRUE(TextsOf(StatPage(data, {}), GraphId::XBar).contains(u" AVERAGE"));
+  EXPECT_EQ(TextsOf(few, GraphId::Text), QStringList(u"NOT ENOUGH DATA"_s));
+  EXPECT_TRUE(TextsOf(StatPage(PageData::Random({.subgroups = 5}), {}), GraphId::XBar).contains(u" AVERAGE"));
 }
 
 TEST(StatPage, CountsHaveTicksByTheirLargest) {
@@ -70,19 +68,17 @@ TEST(StatPage, CountsHaveTicksByTheirLargest) {
 }
 
 TEST(StatPage, RefusesWhatItCannotDraw) {
-  CData ranges = PageData::Simple(), averages = ranges, labels = ranges;
-  ranges.SetRBarOutputString(u"0.1,0.2"_s);
-  averages.SetXBarOutputString(u"1,2,3,4,x,6,7,8"_s);
-  labels.SetHistogramLabelsOutputString(u"1,2,3,4,5,6,7,8,9,10,11"_s);
-  for (const CData& broken : {ranges, averages, labels}) EXPECT_ANY_THROW(StatPage(broken, {}));
+  CData unreadable = PageData::Simple();
+  unreadable.SetDelimitedInputString(u"1,2,x,"_s);
+  EXPECT_THROW(StatPage(unreadable, {}), Error);
 
   for (const auto& [set, reference] : {std::pair{&CData::SetXBarUCL, u"Could not generate scaling data;227"},
                                        {&CData::SetRBarUCL, u"Could not generate scaling data;228"}}) {
     CData huge = PageData::Simple();
     (huge.*set)(2e7);
-    EXPECT_NO_THROW(StatPage(huge, {.fittedScale = true})) << "only the coarse grid ends there";
+    EXPECT_NO_THROW(PageData::Page(huge, {.fittedScale = true})) << "only the coarse grid ends there";
     try {
-      StatPage(huge, {});
+      PageData::Page(huge);
       ADD_FAILURE() << "drawn";
     } catch (const ScaleError& error) {
       EXPECT_EQ(error.Reference(), reference);
@@ -92,7 +88,7 @@ TEST(StatPage, RefusesWhatItCannotDraw) {
 
 TEST(StatPage, FindsGraphsAndPointsUnderTheMouse) {
   for (const bool head : {false, true}) {
-    StatPage page(PageData::Simple(), {.printedHead = head});
+    StatPage page = PageData::Page(PageData::Simple(), {.printedHead = head});
     EXPECT_EQ(page.GraphAt({300, 200}, target), GraphId::XBar);
     EXPECT_EQ(page.GraphAt({300, 600}, target), GraphId::R);
     EXPECT_EQ(page.GraphAt({1000, 200}, target), GraphId::Histogram);

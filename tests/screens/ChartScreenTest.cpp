@@ -128,8 +128,7 @@ TEST_F(ChartScreenTest, ShowsTheVerdict) {
 }
 
 TEST_F(ChartScreenTest, DrawsWhatItCanOfABrokenDataSet) {
-  data->SetXBarOutputString(u"1,2,3"_s);
-  data->SetHistogramLabelsOutputString(u"1,2,3"_s);
+  data->SetDelimitedInputString(u"1,2,x,"_s);
   program.boxes.Expect(u"StatGraphics::SetupControlCharts failed");
   program.boxes.Expect(u"StatGraphics::DrawHistogramGraph failed");
   Open();

@@ -18,9 +18,12 @@ TEST(CreateStatistics, HandsEveryInputToTheEngineUnderItsName) {
     const char* name;
     void (*make)(CData&, engine::Inputs&);
   };
-#define CHANGE(Name, input, value)                                                                    \
-  {                                                                                                   \
-#Name, [](CData & data, engine::Inputs & inputs) { data.Set##Name(value), inputs.input = value; } \
+#define CHANGE(Name, input, value)                                                                           \
+  {                                                                                                          \
+#Name,                                                                                                   \
+        [](CData & data,                                                                                     \
+           engine::Inputs &                                                                                  \
+               inputs) { data.Set##Name(value), inputs.input = static_cast<decltype(inputs.input)>(value); } \
   }
   const Change changes[] = {
       CHANGE(UpperSpecLimit, upperSpecLimit, 12.5),
@@ -28,15 +31,15 @@ TEST(CreateStatistics, HandsEveryInputToTheEngineUnderItsName) {
       CHANGE(SubGroupSize, subGroupSize, 2),
       CHANGE(DataStartPoint, dataStartPoint, 7),
       CHANGE(DataStopPoint, dataStopPoint, 9),
-      CHANGE(XBarUCL, xBarUCL, 14.5),
-      CHANGE(XBarLCL, xBarLCL, 5.5),
-      CHANGE(XBarMean, xBarMean, 10.25),
-      CHANGE(RBarUCL, rBarUCL, 4.5),
-      CHANGE(RBarLCL, rBarLCL, 0.125),
-      CHANGE(RBarMean, rBarMean, 1.75),
+      CHANGE(XBarUCL, limits.xBarUpper, 14.5),
+      CHANGE(XBarLCL, limits.xBarLower, 5.5),
+      CHANGE(XBarMean, limits.xBarCentre, 10.25),
+      CHANGE(RBarUCL, limits.rangeUpper, 4.5),
+      CHANGE(RBarLCL, limits.rangeLower, 0.125),
+      CHANGE(RBarMean, limits.rangeCentre, 1.75),
       CHANGE(PrecisionValue, precisionValue, 2),
       CHANGE(ReverseDataString, reverseDataString, true),
-      CHANGE(SensitivityValue, sensitivityValue, 0),
+      CHANGE(SensitivityValue, sensitivity, 0),
       CHANGE(DetectionPeriod, detectionPeriod, 0),
       {"StringDelimiter and DelimitedInputString", [](CData& data, engine::Inputs& inputs) {
          data.SetStringDelimiter(u";"_s), inputs.stringDelimiter = ";";
@@ -48,7 +51,7 @@ TEST(CreateStatistics, HandsEveryInputToTheEngineUnderItsName) {
   unchanged.SetDelimitedInputString(QString::fromLatin1(samples));
   unchangedInputs.delimitedInputString = samples;
   unchanged.SetSensitivityValue(2);
-  unchangedInputs.sensitivityValue = 2;
+  unchangedInputs.sensitivity = engine::Sensitivity::High;
   unchanged.SetUpperSpecLimit(13);
   unchangedInputs.upperSpecLimit = 13;
   unchanged.SetLowerSpecLimit(8);
@@ -79,12 +82,12 @@ TEST(CreateStatistics, StoresEveryResultUnderItsName) {
 #define NUMBER(Name, result) \
   expected[u## #Name##_s] = results.result = static_cast<decltype(results.result)>(++number + 0.25)
 #define TEXT(Name, result) results.result = #Name, expected[u## #Name##_s] = u## #Name##_s
-  NUMBER(XBarUCL, xBarUCL);
-  NUMBER(XBarLCL, xBarLCL);
-  NUMBER(XBarMean, xBarMean);
-  NUMBER(RBarUCL, rBarUCL);
-  NUMBER(RBarLCL, rBarLCL);
-  NUMBER(RBarMean, rBarMean);
+  NUMBER(XBarUCL, limits.xBarUpper);
+  NUMBER(XBarLCL, limits.xBarLower);
+  NUMBER(XBarMean, limits.xBarCentre);
+  NUMBER(RBarUCL, limits.rangeUpper);
+  NUMBER(RBarLCL, limits.rangeLower);
+  NUMBER(RBarMean, limits.rangeCentre);
   NUMBER(CPKValue, cpkValue);
   NUMBER(HistogramBinQty, histogramBinQty);
   NUMBER(HistoHiScaleValue, histoHiScaleValue);
