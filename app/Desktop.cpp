@@ -6,7 +6,6 @@
 #include <QProxyStyle>
 #include <QWindow>
 
-#include "charts/StatGraphics.h"
 #include "core/Globals.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/SingleInstance.h"
@@ -16,6 +15,7 @@
 #include "screens/DataEditor.h"
 #include "screens/Help.h"
 #include "screens/RecalcScreen.h"
+#include "screens/StatGraphics.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
 #include "screens/frmMain.h"

@@ -3,10 +3,10 @@
 #include <QGuiApplication>
 #include <cstdio>
 
-#include "app/CommandLine.h"
 #include "app/Desktop.h"
-#include "app/Version.h"
+#include "cli/CommandLine.h"
 #include "platform/system/Memory.h"
+#include "texts/Version.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,7 @@
 
 #include "bench/Bench.h"
 #include "charts/StatPage.h"
-#include "stats/CreateStatistics.h"
+#include "data/Statistics.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ CData LargestDataSet() {
   data.SetUpperSpecLimit(12.6);
   data.SetLowerSpecLimit(12.4);
   data.SetSensitivityValue(2);
-  QCGlobalFunctions::CreateStatistics(data);
+  QCGlobalFunctions::CalculateStatistics(data);
   return data;
 }
 

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "bench/Bench.h"
-#include "stats/CreateStatistics.h"
+#include "core/CreateStatistics.h"
 
 namespace Bench {
 

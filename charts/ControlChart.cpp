@@ -9,10 +9,10 @@
 
 #include "charts/FittedScale.h"
 #include "charts/TScale.h"
-#include "core/Texts.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
-#include "stats/DetectionRules.h"
+#include "texts/DetectionRules.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,10 +4,10 @@
 #include <QString>
 #include <vector>
 
-#include "core/CData.h"
-#include "core/Trap.h"
+#include "data/CData.h"
 #include "engine/Engine.h"
 #include "platform/chart/ChartGraph.h"
+#include "platform/error/Error.h"
 
 // With fewer points neither a control chart nor the text window shows more than that.
 constexpr int FewestPlotPoints = 5;

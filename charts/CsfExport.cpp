@@ -2,7 +2,7 @@
 
 #include "charts/Histogram.h"
 #include "charts/SaveFile.h"
-#include "core/Trap.h"
+#include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 
 using namespace Qt::StringLiterals;

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "core/CData.h"
+#include "data/CData.h"
 
 namespace CsfExport {
 

@@ -1,7 +1,7 @@
 // The histogram of a data set, recorded on its graph.
 #pragma once
 
-#include "core/CData.h"
+#include "data/CData.h"
 #include "engine/Engine.h"
 #include "platform/chart/ChartGraph.h"
 

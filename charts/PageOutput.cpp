@@ -6,7 +6,7 @@
 #include <QSvgGenerator>
 
 #include "charts/SaveFile.h"
-#include "core/Trap.h"
+#include "platform/error/Error.h"
 
 using namespace Qt::StringLiterals;
 

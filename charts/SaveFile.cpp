@@ -2,7 +2,7 @@
 
 #include <QSaveFile>
 
-#include "core/Trap.h"
+#include "platform/error/Error.h"
 
 using namespace Qt::StringLiterals;
 

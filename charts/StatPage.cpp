@@ -5,8 +5,8 @@
 
 #include "charts/Histogram.h"
 #include "charts/TextWindow.h"
+#include "data/Statistics.h"
 #include "platform/chart/Palette.h"
-#include "stats/CreateStatistics.h"
 
 using namespace Qt::StringLiterals;
 

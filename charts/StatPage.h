@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "charts/ControlChart.h"
-#include "core/CData.h"
+#include "data/CData.h"
 #include "engine/Engine.h"
 #include "platform/chart/ChartPage.h"
 

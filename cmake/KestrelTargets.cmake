@@ -34,7 +34,7 @@ function(kestrel_test name)
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE kestrel_qt_options ${TEST_USES} GTest::gtest)
   target_compile_definitions(${name} PRIVATE
-    KESTREL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+    KESTREL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/fixtures"
     KESTREL_SAMPLES="${PROJECT_SOURCE_DIR}/samples")
   # Google Test's macros use old-style casts and shadow names in places.
   target_compile_options(${name} PRIVATE -Wno-old-style-cast)

@@ -3,14 +3,14 @@
 #include <QtConcurrentMap>
 #include <exception>
 
+#include "core/CreateStatistics.h"
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/ado/Recordset.h"
 #include "platform/language/Conversions.h"
 #include "platform/system/EventPump.h"
-#include "stats/CreateStatistics.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

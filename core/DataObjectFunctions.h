@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include "core/CData.h"
+#include "data/CData.h"
 
 namespace DataObjectFunctions {
 

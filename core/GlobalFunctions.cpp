@@ -6,9 +6,9 @@
 #include "core/Globals.h"
 #include "core/Library.h"
 #include "core/RegistryFunctions.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/language/Conversions.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

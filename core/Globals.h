@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "core/CData.h"
 #include "core/MainScreen.h"
 #include "core/clsSetup.h"
+#include "data/CData.h"
 #include "platform/ado/Connection.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/Clock.h"

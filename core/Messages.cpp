@@ -1,6 +1,6 @@
 #include "core/Messages.h"
 
-#include "core/Texts.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Buttons;

@@ -5,8 +5,8 @@
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/RegistryFunctions.h"
-#include "core/Texts.h"
 #include "platform/ui/MessageBox.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

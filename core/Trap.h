@@ -4,18 +4,10 @@
 
 #include <QString>
 #include <exception>
-#include <stdexcept>
 #include <type_traits>
 
 #include "core/Messages.h"
-
-// An error with a text for the user.
-class Error : public std::runtime_error {
- public:
-  explicit Error(const QString& text) : std::runtime_error(text.toStdString()) {}
-};
-
-inline QString ErrorText(const std::exception& error) { return QString::fromUtf8(error.what()); }
+#include "platform/error/Error.h"
 
 // Runs body and returns its result; an exception is reported under `source` and gives `neutral`.
 template <class Result, class Body>

@@ -14,12 +14,12 @@
 #include "core/Globals.h"
 #include "core/Messages.h"
 #include "core/Trap.h"
+#include "data/RawDataText.h"
 #include "platform/ui/ButtonBar.h"
 #include "screens/DataEditorSave.h"
 #include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
-#include "screens/RawDataText.h"
 #include "screens/frmUnits.h"
 
 using namespace Qt::StringLiterals;

@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <QTimer>
 
-#include "core/CData.h"
+#include "data/CData.h"
 #include "screens/EditorFields.h"
 
 class ButtonBar;

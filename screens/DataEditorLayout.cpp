@@ -11,11 +11,11 @@
 #include <QVBoxLayout>
 
 #include "core/Globals.h"
-#include "core/Texts.h"
 #include "platform/ui/ButtonBar.h"
 #include "screens/DataEditor.h"
 #include "screens/RawDataBox.h"
-#include "stats/DetectionRules.h"
+#include "texts/DetectionRules.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

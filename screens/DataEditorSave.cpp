@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
 #include "core/Messages.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
+#include "data/RawDataText.h"
+#include "data/TAVELDataStringFunctions.h"
 #include "platform/language/Conversions.h"
-#include "screens/RawDataText.h"
-#include "stats/CreateStatistics.h"
-#include "stats/TAVELDataStringFunctions.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;

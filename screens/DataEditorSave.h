@@ -2,7 +2,7 @@
 // data set that comes of the fields.
 #pragma once
 
-#include "core/CData.h"
+#include "data/CData.h"
 #include "platform/ui/MessageBox.h"
 #include "screens/EditorFields.h"
 

@@ -9,10 +9,10 @@
 #include "core/Globals.h"
 #include "core/Library.h"
 #include "core/Messages.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/access/JetFile.h"
 #include "platform/ui/FileDialog.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "data/MathFunctions.h"
+#include "data/TAVELDataStringFunctions.h"
 #include "platform/language/Conversions.h"
-#include "stats/MathFunctions.h"
-#include "stats/TAVELDataStringFunctions.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,7 +4,7 @@
 #include <QString>
 #include <span>
 
-#include "core/CData.h"
+#include "data/CData.h"
 
 struct NumberBox;
 

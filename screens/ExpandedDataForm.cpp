@@ -7,11 +7,11 @@
 
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;

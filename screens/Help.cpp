@@ -4,9 +4,9 @@
 #include <QPointer>
 #include <QShortcut>
 
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/ui/HelpViewer.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

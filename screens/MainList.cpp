@@ -5,8 +5,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
-#include "core/Texts.h"
 #include "platform/ui/Indicators.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

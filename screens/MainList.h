@@ -5,7 +5,7 @@
 #include <QTreeWidget>
 #include <span>
 
-#include "core/CData.h"
+#include "data/CData.h"
 
 class MainList : public QTreeWidget {
   Q_OBJECT

@@ -4,7 +4,7 @@
 #include <QMimeData>
 #include <QTextBlock>
 
-#include "screens/RawDataText.h"
+#include "data/RawDataText.h"
 
 RawDataBox::RawDataBox(const QString& objectName, QWidget* parent) : QPlainTextEdit(parent) {
   setObjectName(objectName);

@@ -8,15 +8,15 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "core/Globals.h"
 #include "core/Messages.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/language/Conversions.h"
 #include "platform/ui/Mnemonics.h"
 #include "screens/Help.h"
-#include "stats/CreateStatistics.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -12,9 +12,9 @@
 #include <utility>
 
 #include "core/Globals.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "screens/Help.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

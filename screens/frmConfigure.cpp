@@ -9,10 +9,10 @@
 #include "core/Globals.h"
 #include "core/Messages.h"
 #include "core/RegistryFunctions.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
 #include "screens/Help.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

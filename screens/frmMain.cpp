@@ -8,14 +8,13 @@
 #include <QScopedValueRollback>
 #include <span>
 
-#include "core/CData.h"
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/StartUp.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "core/clsWaitTimer.h"
+#include "data/CData.h"
 #include "platform/language/Conversions.h"
 #include "platform/system/EventPump.h"
 #include "platform/ui/ButtonBar.h"
@@ -23,6 +22,7 @@
 #include "platform/ui/StatSummary.h"
 #include "screens/DatabaseChoice.h"
 #include "screens/MainList.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;

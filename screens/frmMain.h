@@ -6,8 +6,8 @@
 #include <QTimer>
 #include <functional>
 
-#include "core/CData.h"
 #include "core/MainScreen.h"
+#include "data/CData.h"
 
 class ButtonBar;
 class MainList;

@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "core/Globals.h"
-#include "core/Texts.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/Indicators.h"
 #include "platform/ui/StatSummary.h"
@@ -19,6 +18,7 @@
 #include "screens/Help.h"
 #include "screens/MainList.h"
 #include "screens/frmMain.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -9,11 +9,11 @@
 #include "core/GlobalFunctions.h"
 #include "core/Messages.h"
 #include "core/StartUp.h"
-#include "core/Texts.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
 #include "platform/ui/RecordBar.h"
 #include "screens/Help.h"
+#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;

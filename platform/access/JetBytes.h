@@ -5,13 +5,13 @@
 #include <QByteArrayView>
 #include <QString>
 #include <QtEndian>
-#include <stdexcept>
+
+#include "platform/error/Error.h"
 
 // What is wrong with an Access file, in a sentence for the user; it does not name the file.
-class JetError : public std::runtime_error {
+class JetError : public Error {
  public:
-  explicit JetError(const QString& text) : std::runtime_error(text.toStdString()) {}
-  QString Text() const { return QString::fromUtf8(what()); }
+  using Error::Error;
 };
 
 namespace JetBytes {

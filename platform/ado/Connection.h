@@ -14,12 +14,12 @@
 #include <QVariant>
 #include <QVariantList>
 #include <functional>
-#include <stdexcept>
 
-class DatabaseError : public std::runtime_error {
+#include "platform/error/Error.h"
+
+class DatabaseError : public Error {
  public:
-  explicit DatabaseError(const QString& text, int resultCode = 0)
-      : std::runtime_error(text.toStdString()), code(resultCode) {}
+  explicit DatabaseError(const QString& text, int resultCode = 0) : Error(text), code(resultCode) {}
 
   int code;  // the embedded database's result code (https://sqlite.org/rescode.html), 0 where it is not known
 };

@@ -6,24 +6,25 @@
 #pragma once
 
 #include <QString>
-#include <stdexcept>
+
+#include "platform/error/Error.h"
 
 namespace Conversions {
 
 // What a conversion that cannot be done throws.
-class Failure : public std::runtime_error {
+class Failure : public InputError {
  public:
-  using std::runtime_error::runtime_error;
+  using InputError::InputError;
 };
 
 class TypeMismatch : public Failure {  // a text that is no number
  public:
-  TypeMismatch() : Failure("Type mismatch") {}
+  TypeMismatch() : Failure(QStringLiteral("Type mismatch")) {}
 };
 
 class Overflow : public Failure {  // a number outside the range of its type, at either end
  public:
-  Overflow() : Failure("Overflow") {}
+  Overflow() : Failure(QStringLiteral("Overflow")) {}
 };
 
 bool IsNumeric(QStringView text);

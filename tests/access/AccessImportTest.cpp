@@ -8,8 +8,8 @@
 #include <QTemporaryDir>
 
 #include "core/AccessImport.h"
-#include "core/Trap.h"
 #include "platform/ado/Connection.h"
+#include "platform/error/Error.h"
 #include "tests/access/AccessFiles.h"
 
 using namespace Qt::StringLiterals;

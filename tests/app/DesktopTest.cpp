@@ -11,7 +11,7 @@
 
 #include "platform/registry/Registry.h"
 #include "screens/frmMain.h"
-#include "tests/app/Program.h"
+#include "tests/cli/Program.h"
 #include "tests/support/Widgets.h"
 
 using namespace Qt::StringLiterals;

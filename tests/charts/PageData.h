@@ -5,8 +5,8 @@
 #include <random>
 
 #include "charts/StatPage.h"
-#include "core/CData.h"
-#include "stats/CreateStatistics.h"
+#include "data/CData.h"
+#include "data/Statistics.h"
 
 namespace PageData {
 
@@ -103,7 +103,7 @@ inline CData Random(const Shape& shape) {
   data.SetLowerSpecLimit(shape.mean - 4 * shape.deviation);
   data.SetNominalSpecLimit(shape.mean);
   data.SetUpperSpecLimit(shape.mean + 4 * shape.deviation);
-  if (!QCGlobalFunctions::CreateStatistics(data)) throw std::runtime_error("no statistics");
+  if (!QCGlobalFunctions::CalculateStatistics(data)) throw std::runtime_error("no statistics");
   return data;
 }
 

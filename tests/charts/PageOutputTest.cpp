@@ -13,7 +13,7 @@
 
 #include "charts/CsfExport.h"
 #include "charts/SaveFile.h"
-#include "core/Trap.h"
+#include "platform/error/Error.h"
 #include "tests/charts/PageData.h"
 #include "tests/support/Figures.h"
 

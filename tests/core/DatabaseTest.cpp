@@ -7,7 +7,7 @@
 #include "core/GlobalFunctions.h"
 #include "core/Library.h"
 #include "core/RegistryFunctions.h"
-#include "core/Trap.h"
+#include "platform/error/Error.h"
 #include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;

@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <vector>
 
-#include "app/CommandLine.h"
+#include "cli/CommandLine.h"
 #include "tests/support/TestProgram.h"
 
 struct CommandResult {

@@ -1,6 +1,6 @@
 // Fuzzes the reading of a CSV file's column: the first line names the column, the rest is the file.
-#include "app/CsvColumn.h"
-#include "app/Failures.h"
+#include "cli/CsvColumn.h"
+#include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 #include "tests/fuzz/Require.h"
 
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QStringList values =
         ParseCsvColumn(input.mid(end + 1), u"data.csv"_s, QString::fromUtf8(input.left(end)));
     for (const QString& value : values) Require(Conversions::IsNumeric(value));
-  } catch (const UsageError& error) {
+  } catch (const InputError& error) {
     Require(ErrorText(error).startsWith(u"data.csv"_s));
   }
   return 0;

@@ -2,8 +2,8 @@
 // samples, the rest is the text.
 #include <QStringList>
 
-#include "stats/TAVELDataStringFunctions.h"
-#include "stats/clsTavelDataStringFunctions.h"
+#include "data/TAVELDataStringFunctions.h"
+#include "data/clsTavelDataStringFunctions.h"
 #include "tests/fuzz/Require.h"
 
 using namespace Qt::StringLiterals;

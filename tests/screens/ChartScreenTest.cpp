@@ -1,5 +1,5 @@
 // The chart screen, driven as a person drives it.
-#include "charts/StatGraphics.h"
+#include "screens/StatGraphics.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@
 #include <QLabel>
 #include <QMimeData>
 
-#include "charts/PageView.h"
+#include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "platform/ui/Indicators.h"
-#include "stats/CreateStatistics.h"
+#include "screens/PageView.h"
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "stats/CreateStatistics.h"
+#include "core/CreateStatistics.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
 

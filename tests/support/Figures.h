@@ -8,7 +8,7 @@
 #include <QVariant>
 #include <type_traits>
 
-#include "core/CData.h"
+#include "data/CData.h"
 
 using Figures = QMap<QString, QVariant>;
 

@@ -1,0 +1,71 @@
+#include "cli/Console.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <cstdio>
+
+#include "platform/error/Error.h"
+
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace Console {
+
+namespace {
+
+bool IsTerminal() {
+#ifdef Q_OS_WIN
+  return _isatty(2) != 0;
+#else
+  return isatty(STDERR_FILENO) != 0;
+#endif
+}
+
+}  // namespace
+
+void Print(const QString& text) {
+  const QByteArray bytes = text.toUtf8();
+  const auto size = static_cast<std::size_t>(bytes.size());
+  if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
+    throw Error(u"standard output cannot be written"_s);
+  }
+}
+
+void Complain(const QString& text) {
+  std::fprintf(stderr, "kestrel: %s\n", text.simplified().toUtf8().constData());
+}
+
+void Warn(const QString& text) { std::fprintf(stderr, "kestrel: warning: %s\n", text.toUtf8().constData()); }
+
+QByteArray ReadInput() {
+  QFile input;
+  if (!input.open(stdin, QIODevice::ReadOnly)) throw Error(u"standard input cannot be read"_s);
+  QByteArray bytes = input.readAll();
+  if (input.error() != QFileDevice::NoError) throw Error(u"standard input cannot be read"_s);
+  return bytes;
+}
+
+QStringList SplitValues(const QByteArray& text) {
+  static const QRegularExpression separators(u"[\\s,;]+"_s);
+  return QString::fromUtf8(text).split(separators, Qt::SkipEmptyParts);
+}
+
+Progress::~Progress() {
+  if (shown_) std::fputs("\n", stderr);
+}
+
+void Progress::Show(qint64 done, qint64 total) {
+  if (!IsTerminal() || total <= 0) return;
+  const qint64 percent = done * 100 / total;
+  if (percent == percent_) return;
+  percent_ = percent;
+  shown_ = true;
+  std::fprintf(stderr, "\r%s %lld %%", what_.toUtf8().constData(), static_cast<long long>(percent));
+}
+
+}  // namespace Console

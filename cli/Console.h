@@ -1,0 +1,37 @@
+// Standard input and output of the commands, and the progress that a terminal shows.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace Console {
+
+// To standard output, as UTF-8; a Error where that cannot be written.
+void Print(const QString& text);
+
+// One line on standard error: what went wrong.
+void Complain(const QString& text);
+
+// One line on standard error that stops nothing.
+void Warn(const QString& text);
+
+// Standard input as a whole; a Error where it cannot be read.
+QByteArray ReadInput();
+
+// Values separated by blanks, line ends, commas or semicolons; empty ones left out.
+QStringList SplitValues(const QByteArray& text);
+
+// A line on standard error that is written over as work goes on; nothing where that is no terminal.
+class Progress {
+ public:
+  explicit Progress(QString what) : what_(std::move(what)) {}
+  ~Progress();
+  void Show(qint64 done, qint64 total);
+
+ private:
+  QString what_;
+  bool shown_ = false;
+  qint64 percent_ = -1;
+};
+
+}  // namespace Console

@@ -1,0 +1,104 @@
+// The command stats: the engine on values from standard input, every digit of its results as JSON.
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "cli/Arguments.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/StatisticsOptions.h"
+#include "data/Json.h"
+#include "data/Statistics.h"
+#include "engine/Engine.h"
+#include "platform/error/Error.h"
+#include "platform/language/Conversions.h"
+
+using namespace Qt::StringLiterals;
+
+namespace Commands {
+
+namespace {
+
+void ReadSpecLimits(const Arguments& arguments, engine::Inputs& inputs) {
+  const auto upper = arguments.Number(u"usl"_s);
+  const auto lower = arguments.Number(u"lsl"_s);
+  if (upper.has_value() != lower.has_value()) throw InputError(u"--usl and --lsl belong together"_s);
+  if (!upper) return;
+  StatisticsOptions::CheckSpecLimits(arguments);
+  inputs.upperSpecLimit = *upper;
+  inputs.lowerSpecLimit = *lower;
+}
+
+void ReadControlLimits(const Arguments& arguments, engine::Inputs& inputs) {
+  if (!arguments.Has(u"limits"_s)) return;
+  const QStringList words = arguments.Value(u"limits"_s).split(u',');
+  if (words.size() != std::ssize(engine::controlLimitFields)) {
+    throw InputError(u"--limits takes six numbers: XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s);
+  }
+  auto word = words.begin();
+  for (const auto& [limit, name] : engine::controlLimitFields) {
+    if (!Conversions::IsNumeric(*word)) throw InputError(u"--limits: \"%1\" is not a number"_s.arg(*word));
+    inputs.limits.*limit = Conversions::CDbl(*word++);
+  }
+}
+
+engine::Inputs InputsOf(const Arguments& arguments) {
+  engine::Inputs inputs;
+  ReadSpecLimits(arguments, inputs);
+  ReadControlLimits(arguments, inputs);
+  inputs.subGroupSize = StatisticsOptions::SubGroupSize(arguments);
+  inputs.sensitivity = StatisticsOptions::Sensitivity(arguments);
+  inputs.detectionPeriod = StatisticsOptions::Period(arguments);
+  inputs.dataStartPoint = arguments.Integer(u"start"_s, 0, 0, engine::maximumSamples);
+  inputs.dataStopPoint = arguments.Integer(u"stop"_s, 0, 0, engine::maximumSamples);
+  inputs.precisionValue =
+      arguments.Integer(u"precision"_s, inputs.precisionValue, 0, engine::maximumPrecision);
+  inputs.reverseDataString = arguments.Has(u"reverse"_s);
+  return inputs;
+}
+
+// Inputs and results under the names that a data set gives them.
+CData DataSetOf(const engine::Inputs& inputs, const engine::Results& results) {
+  CData data;
+  data.SetUpperSpecLimit(inputs.upperSpecLimit);
+  data.SetLowerSpecLimit(inputs.lowerSpecLimit);
+  data.SetSubGroupSize(static_cast<qint16>(inputs.subGroupSize));
+  data.SetSensitivityValue(static_cast<qint32>(inputs.sensitivity));
+  data.SetDetectionPeriod(static_cast<qint32>(inputs.detectionPeriod));
+  data.SetDataStartPoint(static_cast<qint16>(inputs.dataStartPoint));
+  data.SetDataStopPoint(static_cast<qint16>(inputs.dataStopPoint));
+  data.SetPrecisionValue(static_cast<qint16>(inputs.precisionValue));
+  data.SetReverseDataString(inputs.reverseDataString);
+  data.SetDelimitedInputString(QString::fromUtf8(inputs.delimitedInputString.data(),
+                                                 static_cast<qsizetype>(inputs.delimitedInputString.size())));
+  QCGlobalFunctions::StoreResults(results, data);
+  return data;
+}
+
+}  // namespace
+
+int Stats(const QStringList& words) {
+  const Arguments arguments(
+      words, StatisticsOptions::Names() + QStringList{u"start"_s, u"stop"_s, u"limits"_s, u"precision"_s},
+      {u"reverse"_s});
+  arguments.RequirePositional(0, {});
+  engine::Inputs inputs = InputsOf(arguments);
+  const QByteArray text = Console::SplitValues(Console::ReadInput()).join(u',').toUtf8();
+  inputs.delimitedInputString = std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
+  engine::Engine engine;
+  engine::Results results;
+  if (!engine.Run(inputs, results)) throw InputError(QString::fromStdString(engine.LastError()));
+  const CData data = DataSetOf(inputs, results);
+  QJsonObject object = Json::StoredProperties(data);
+  QJsonObject violating;
+  for (std::size_t rule = 0; rule < data.ViolatingPoints().size(); ++rule) {
+    QJsonArray points;
+    for (const qint16 point : data.ViolatingPoints()[rule]) points.append(point);
+    violating[QString::number(rule + 1)] = points;
+  }
+  object[u"ViolatingPoints"_s] = violating;
+  Console::Print(QString::fromUtf8(QJsonDocument(object).toJson()));
+  return 0;
+}
+
+}  // namespace Commands

@@ -1,0 +1,69 @@
+// What a library file keeps of a data set: made, closed and read again.
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include "cli/LibrarySession.h"
+#include "core/CreateStatistics.h"
+#include "core/DataObjectFunctions.h"
+#include "core/Library.h"
+#include "data/Json.h"
+#include "platform/error/Error.h"
+#include "verify/ReferenceData.h"
+#include "verify/Verification.h"
+
+using namespace Qt::StringLiterals;
+
+namespace Verification {
+
+namespace {
+
+CDataPtr DataSetOf(const QJsonValue& reference) {
+  const engine::Inputs inputs = ReferenceData::InputsOf(reference);
+  const auto data = std::make_shared<CData>();
+  data->SetDescription(reference[u"name"_s].toString());
+  data->SetUpperSpecLimit(inputs.upperSpecLimit);
+  data->SetLowerSpecLimit(inputs.lowerSpecLimit);
+  data->SetSubGroupSize(static_cast<qint16>(inputs.subGroupSize));
+  data->SetSensitivityValue(static_cast<qint32>(inputs.sensitivity));
+  data->SetDetectionPeriod(static_cast<qint32>(inputs.detectionPeriod));
+  data->SetDelimitedInputString(reference[u"values"_s].toString() + u',');
+  return data;
+}
+
+// Everything that the program shows of a data set. The number of its row and the editor's own mark are not
+// a matter of the file.
+QString Shown(const CData& data) {
+  QJsonObject properties = Json::ReadProperties(data);
+  for (const char* name : {"ID", "IsDataValid"}) properties.remove(QLatin1String(name));
+  return QString::fromUtf8(QJsonDocument(properties).toJson(QJsonDocument::Compact));
+}
+
+}  // namespace
+
+Check SaveAndLoad() {
+  Check check{u"Library file"_s, u"Data sets saved and loaded again"_s,
+              u"The program before and after, in a temporary file"_s};
+  const QTemporaryDir folder;
+  if (!folder.isValid()) throw Error(u"no temporary folder can be made: "_s + folder.errorString());
+  const QString path = folder.filePath(u"verify.mdb"_s);
+  Library::Create(path);
+  std::vector<CDataPtr> saved;
+  {
+    LibrarySession session(path);
+    for (const QJsonValue reference : ReferenceData::Part(u"cases"_s)) {
+      const CDataPtr data = DataSetOf(reference);
+      session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
+      session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
+      saved.push_back(data);
+    }
+  }
+  LibrarySession session(path);
+  const std::vector<CDataPtr>& loaded = session.LoadDataSets();
+  for (std::size_t i = 0; i < saved.size(); ++i) {
+    check.quantities.push_back(Quantity::OfTexts(saved[i]->Description(), Shown(*saved[i]),
+                                                 i < loaded.size() ? Shown(*loaded[i]) : QString()));
+  }
+  return check;
+}
+
+}  // namespace Verification

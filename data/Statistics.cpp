@@ -1,0 +1,109 @@
+#include "data/Statistics.h"
+
+#include <QStringEncoder>
+
+#include "platform/error/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace QCGlobalFunctions {
+
+namespace {
+
+// The one engine of a thread, made on first use, with the space in which texts pass to and from it; the space
+// never shrinks.
+struct Bridge {
+  engine::Engine engine;
+  engine::Results results;
+  std::string delimiter;
+  std::string inputText;
+};
+
+Bridge& TheBridge() {
+  static thread_local Bridge bridge;
+  return bridge;
+}
+
+std::string_view Utf8(QStringView text, std::string& space) {
+  QStringEncoder encoder(QStringEncoder::Utf8);
+  const auto mostBytes = static_cast<std::size_t>(encoder.requiredSpace(text.size()));
+  if (space.size() < mostBytes) space.resize(mostBytes);
+  return {space.data(), encoder.appendToBuffer(space.data(), text)};
+}
+
+engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
+  engine::Inputs inputs;
+  inputs.stringDelimiter = Utf8(data.StringDelimiter(), bridge.delimiter);
+  inputs.upperSpecLimit = data.UpperSpecLimit();
+  inputs.lowerSpecLimit = data.LowerSpecLimit();
+  inputs.subGroupSize = data.SubGroupSize();
+  inputs.dataStartPoint = data.DataStartPoint();
+  inputs.dataStopPoint = data.DataStopPoint();
+  inputs.limits = data.ControlLimits();
+  inputs.precisionValue = data.PrecisionValue();
+  inputs.reverseDataString = data.ReverseDataString();
+  inputs.sensitivity = static_cast<engine::Sensitivity>(data.SensitivityValue());
+  inputs.detectionPeriod = static_cast<engine::DetectionPeriod>(data.DetectionPeriod());
+  inputs.delimitedInputString = Utf8(data.DelimitedInputString(), bridge.inputText);
+  inputs.sampleQty = data.SampleQty();
+  return inputs;
+}
+
+// The engine's counts lie within 16 bits: there are no more than 32767 samples.
+qint16 Short(int value) { return static_cast<qint16>(value); }
+
+QString Text(const std::string& utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+// The object's error record: kind 1 is a refusal of the engine.
+void Record(CData& data, qint32 errorType, const QString& message) {
+  data.SetErrorType(errorType);
+  data.SetErrorMessage(message);
+}
+
+}  // namespace
+
+void StoreResults(const engine::Results& results, CData& data) {
+  data.SetControlLimits(results.limits);
+  data.SetCPKValue(results.cpkValue);
+  data.SetHistogramBinQty(Short(results.histogramBinQty));
+  data.SetHistogramBinValuesOutputString(Text(results.histogramBinValuesOutputString));
+  data.SetHistogramLabelsOutputString(Text(results.histogramLabelsOutputString));
+  data.SetHistoHiScaleValue(results.histoHiScaleValue);
+  data.SetHistoLoScaleValue(results.histoLoScaleValue);
+  data.SetIsInControl(results.isInControl);
+  data.SetMaxValue(results.maxValue);
+  data.SetMinValue(results.minValue);
+  data.SetNumberOfPlotPoints(Short(results.numberOfPlotPoints));
+  data.SetProcessState(results.processState);
+  data.SetRBarOutputString(Text(results.rBarOutputString));
+  data.SetRuleViolation(Short(results.ruleViolation));
+  data.SetStdDevValue(results.stdDevValue);
+  data.SetXBarOutputString(Text(results.xBarOutputString));
+  data.SetSampleQty(Short(results.sampleQty));
+  data.SetViolatingPoints(results.violatingPoints);
+}
+
+engine::Results ResultsOf(const CData& data) {
+  Bridge& bridge = TheBridge();
+  engine::Results results;
+  if (!bridge.engine.Run(InputsOf(data, bridge), results)) throw Error(Text(bridge.engine.LastError()));
+  return results;
+}
+
+bool CalculateStatistics(CData& data) {
+  Bridge& bridge = TheBridge();
+  const bool succeeded = bridge.engine.Run(InputsOf(data, bridge), bridge.results);
+  if (succeeded) {
+    StoreResults(bridge.results, data);
+    Record(data, 0, {});
+  } else {
+    Record(data, 1, Text(bridge.engine.LastError()));
+  }
+  return succeeded;
+}
+
+void ClearControlLimits(CData& data) { data.SetControlLimits({}); }
+
+}  // namespace QCGlobalFunctions

@@ -1,0 +1,25 @@
+// The bridge to the statistics engine: a data set's inputs in, its results back into the same data set.
+#pragma once
+
+#include "data/CData.h"
+#include "engine/Engine.h"
+
+namespace QCGlobalFunctions {
+
+// Runs the engine on the data set. False when it refuses: the reason is left in the data set's ErrorMessage,
+// and the data set keeps its inputs and its previous results. Threads may each run it on a data set of their
+// own.
+bool CalculateStatistics(CData& data);
+
+// The engine's results for the data set as it stands, numbers and texts. The plotted series are kept with the
+// data set as documented texts only: as numbers too they would take a tenth more memory in a library of many,
+// of which one at a time is looked at. Error when the engine refuses.
+engine::Results ResultsOf(const CData& data);
+
+// Puts the engine's results into the properties of the same names.
+void StoreResults(const engine::Results& results, CData& data);
+
+// So that the next CreateStatistics calculates all six.
+void ClearControlLimits(CData& data);
+
+}  // namespace QCGlobalFunctions

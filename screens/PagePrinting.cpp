@@ -1,0 +1,108 @@
+#include "screens/PagePrinting.h"
+
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QPageSetupDialog>
+#include <QPrintDialog>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QRegularExpression>
+
+#include "charts/PageOutput.h"
+#include "core/Messages.h"
+#include "platform/ui/FileDialog.h"
+#include "texts/Texts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize pictureSize(2400, 1500);
+constexpr QSize drawingSize(1600, 1000);
+
+QString FileName(QString description) {
+  description.replace(QRegularExpression(uR"([\\/:*?"<>|\x00-\x1f])"_s), u"_"_s);
+  return description.trimmed().isEmpty() ? u"Chart"_s : description.trimmed();
+}
+
+}  // namespace
+
+bool PrinterDialogs::HasPrinter() { return !QPrinterInfo::availablePrinterNames().isEmpty(); }
+
+void PrinterDialogs::PrinterSetup(QPrinter& printer, QWidget* parent) {
+  QPrintDialog dialog(&printer, parent);
+  dialog.setObjectName(u"PrinterSetup"_s);
+  dialog.setWindowTitle(LoadResText(u"Printer Setup;208"));
+  // The dialog only chooses here: its button must not promise to print.
+  if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
+    if (QPushButton* accept = buttons->button(QDialogButtonBox::Ok)) accept->setText(u"&OK"_s);
+  }
+  dialog.exec();
+}
+
+void PrinterDialogs::PageSetup(QPrinter& printer, QWidget* parent) {
+  QPageSetupDialog dialog(&printer, parent);
+  dialog.setObjectName(u"PageSetup"_s);
+  dialog.setWindowTitle(LoadResText(u"Page Setup;209"));
+  dialog.exec();
+}
+
+PagePrinting::PagePrinting(std::unique_ptr<PrinterDialogs> dialogs) : dialogs_(std::move(dialogs)) {}
+
+QPrinter& PagePrinting::Printer() {
+  if (!printer_) {
+    printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer_->setPageOrientation(QPageLayout::Landscape);
+    printer_->setPageMargins(PageOutput::Margins, QPageLayout::Millimeter);
+  }
+  return *printer_;
+}
+
+void PagePrinting::PrintPage(const StatPage& page) {
+  QPrinter& printer = Printer();
+  if (!file_.isEmpty() || !printer.outputFileName().isEmpty()) return PrintToFile(page);
+  if (dialogs_->HasPrinter()) {
+    printer.setDocName(page.Description());
+    return PageOutput::PaintOn(printer, page, QRectF(0, 0, printer.width(), printer.height()));
+  }
+  const QString question =
+      u"No printer is installed on this system. Do you wish to print to a PDF file instead?"_s;
+  if (ShowSystemMessage(question, MessageBox::Icon::Question, MessageBox::Buttons::YesNo) ==
+      MessageBox::Answer::Yes) {
+    PrintToFile(page);
+  }
+}
+
+void PagePrinting::PrintToFile(const StatPage& page) {
+  const QString last = file_.isEmpty() ? Printer().outputFileName() : file_;
+  const QDir folder = last.isEmpty() ? QDir::home() : QFileInfo(last).dir();
+  const QString file =
+      FileDialog::Ask({FileDialog::Kind::Save, u"Print to PDF file"_s, u"PDF Files (*.pdf)"_s,
+                       folder.filePath(FileName(page.Description()) + u".pdf"_s), u"pdf"_s});
+  if (file.isEmpty()) return;
+  PageOutput::WritePdf(page, file, Printer().pageLayout());
+  file_ = file;
+}
+
+void PagePrinting::PrinterSetup(QWidget* parent) {
+  if (!dialogs_->HasPrinter()) {
+    ShowSystemMessage(u"No printer is installed on this system."_s, MessageBox::Icon::Exclamation);
+    return;
+  }
+  file_.clear();
+  dialogs_->PrinterSetup(Printer(), parent);
+}
+
+void PagePrinting::PageSetup(QWidget* parent) { dialogs_->PageSetup(Printer(), parent); }
+
+void CopyPage(const StatPage& page) {
+  auto formats = std::make_unique<QMimeData>();
+  formats->setImageData(PageOutput::Picture(page, pictureSize));
+  formats->setData(u"image/svg+xml"_s, PageOutput::Svg(page, drawingSize));
+  formats->setData(u"application/pdf"_s, PageOutput::Pdf(page));
+  QGuiApplication::clipboard()->setMimeData(formats.release());
+}

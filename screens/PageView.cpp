@@ -1,0 +1,209 @@
+#include "screens/PageView.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyleOption>
+#include <QToolTip>
+#include <algorithm>
+#include <map>
+
+#include "platform/chart/Palette.h"
+#include "platform/language/Conversions.h"
+#include "texts/DetectionRules.h"
+
+using namespace Qt::StringLiterals;
+
+PageView::PageView(QWidget* parent) : QWidget(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMinimumSize(360, 260);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setAccessibleName(u"Control Charts"_s);
+  setAccessibleDescription(
+      u"Arrow keys select a graph, Enter zooms it; Page Up and Page Down explain the points of a chart."_s);
+
+  lblPointInfo = new QLabel(this);
+  lblPointInfo->setObjectName(u"lblPointInfo"_s);
+  lblPointInfo->setAttribute(Qt::WA_TransparentForMouseEvents);
+  lblPointInfo->setTextFormat(Qt::PlainText);
+  lblPointInfo->setWordWrap(true);
+  lblPointInfo->setFrameShape(QFrame::Box);
+  lblPointInfo->setMargin(fontMetrics().height() / 3);
+  lblPointInfo->setPalette(QToolTip::palette());
+  lblPointInfo->setBackgroundRole(QPalette::ToolTipBase);
+  lblPointInfo->setForegroundRole(QPalette::ToolTipText);
+  lblPointInfo->setAutoFillBackground(true);
+  lblPointInfo->hide();
+}
+
+QSize PageView::sizeHint() const { return {960, 640}; }
+
+void PageView::SetPage(std::unique_ptr<StatPage> page) {
+  if (page && page_) {
+    page->Select(page_->Selected());
+    if (page_->IsBlownUp()) page->Blowup(page_->Selected());
+  }
+  page_ = std::move(page);
+  Redraw();
+}
+
+void PageView::Redraw() {
+  Explain(std::nullopt);
+  picture_ = QPixmap();
+  update();
+}
+
+void PageView::Select(GraphId graph) {
+  if (!page_ || page_->Selected() == graph) return;
+  page_->Select(graph);
+  Redraw();
+}
+
+bool PageView::ToggleZoom() {
+  if (!page_) return false;
+  if (page_->IsBlownUp()) {
+    page_->Restore();
+  } else if (page_->Selected() != GraphId::None) {
+    page_->Blowup(page_->Selected());
+  } else {
+    return false;
+  }
+  Redraw();
+  return true;
+}
+
+QString PageView::Explanation(const StatPage::PointInfo& point) {
+  QString text = (point.graph == GraphId::XBar ? u"Average %1: %2"_s : u"Range %1: %2"_s)
+                     .arg(point.number)
+                     .arg(Conversions::CStr(point.value));
+  for (const int rule : point.rules) {
+    text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
+  }
+  return text;
+}
+
+void PageView::Explain(const std::optional<StatPage::PointInfo>& point) {
+  const auto key = [](const auto& of) {
+    return of ? std::pair(of->graph, of->number) : std::pair(GraphId::None, 0);
+  };
+  if (key(point) == key(point_)) return;
+  if (point_) update(RingAround(*point_));
+  point_ = point;
+  lblPointInfo->setVisible(point_.has_value());
+  if (!point_) return;
+  update(RingAround(*point_));
+  lblPointInfo->setText(Explanation(*point_));
+  PlaceExplanation();
+}
+
+void PageView::PlaceExplanation() {
+  const int em = fontMetrics().height();
+  const int rim = 2 * (lblPointInfo->margin() + lblPointInfo->frameWidth());
+  const int oneLine = fontMetrics().size(0, lblPointInfo->text()).width() + rim + 2;
+  const int wide = std::min({oneLine, em * 26, width() - em});
+  const QSize size(wide, lblPointInfo->heightForWidth(wide));
+  // Below the point, or above it where that has more room, so that it never lies on the point itself.
+  const QPoint at = point_->position.toPoint();
+  const int x = std::clamp(at.x() + em, 0, std::max(0, width() - size.width()));
+  const bool below = at.y() + em + size.height() <= height() || at.y() < height() / 2;
+  const int y = below ? at.y() + em : at.y() - em - size.height();
+  lblPointInfo->setGeometry(QRect(QPoint(x, y), size));
+}
+
+QRect PageView::RingAround(const StatPage::PointInfo& point) const {
+  const int radius = fontMetrics().height() / 2;
+  return QRect(point.position.toPoint() - QPoint(radius, radius), QSize(2 * radius, 2 * radius));
+}
+
+void PageView::paintEvent(QPaintEvent* event) {
+  if (picture_.isNull()) {
+    const qreal scale = devicePixelRatioF();
+    picture_ = QPixmap(size() * scale);
+    picture_.setDevicePixelRatio(scale);
+    picture_.fill(Qt::white);
+    QPainter painter(&picture_);
+    if (page_) page_->Paint(painter, rect());
+  }
+  QPainter painter(this);
+  painter.setClipRegion(event->region());
+  painter.drawPixmap(0, 0, picture_);
+  // A selected graph shows by its frame where the keys go; without one the whole page does.
+  const bool byKeys = window()->testAttribute(Qt::WA_KeyboardFocusChange);
+  if (hasFocus() && byKeys && page_ && page_->Selected() == GraphId::None) {
+    QStyleOptionFocusRect focus;
+    focus.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+  }
+  if (!point_) return;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(Palette::Colour(Palette::Black), 2));
+  painter.drawEllipse(QRectF(RingAround(*point_)).adjusted(2, 2, -2, -2));
+}
+
+void PageView::resizeEvent(QResizeEvent*) { Redraw(); }
+
+void PageView::mousePressEvent(QMouseEvent* event) {
+  if (!page_ || event->button() != Qt::LeftButton) return;
+  const GraphId graph = page_->GraphAt(event->position(), rect());
+  if (graph != GraphId::None) Select(graph);
+}
+
+void PageView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) Q_EMIT ZoomRequested();
+}
+
+void PageView::mouseMoveEvent(QMouseEvent* event) {
+  if (page_) Explain(page_->PointAt(event->position(), rect()));
+}
+
+void PageView::leaveEvent(QEvent*) { Explain(std::nullopt); }
+
+bool PageView::MoveSelection(int key) {
+  if (key != Qt::Key_Left && key != Qt::Key_Right && key != Qt::Key_Up && key != Qt::Key_Down) return false;
+  if (IsZoomed()) return true;
+  if (page_->Selected() == GraphId::None) {
+    Select(GraphId::XBar);
+    return true;
+  }
+  // The graphs are numbered down the left column, then down the right one.
+  const int selected = static_cast<int>(page_->Selected());
+  const int column = key == Qt::Key_Left ? 0 : key == Qt::Key_Right ? 1 : selected / 2;
+  const int row = key == Qt::Key_Up ? 0 : key == Qt::Key_Down ? 1 : selected % 2;
+  Select(static_cast<GraphId>(column * 2 + row));
+  return true;
+}
+
+bool PageView::MovePoint(int key) {
+  const GraphId graph = page_->Selected();
+  const int current = point_ && point_->graph == graph ? point_->number : 0;
+  const int last = page_->PointCount(graph);
+  const std::map<int, int> targets{{Qt::Key_Home, 1},
+                                   {Qt::Key_End, last},
+                                   {Qt::Key_PageUp, std::max(current - 1, 1)},
+                                   {Qt::Key_PageDown, std::min(current + 1, last)}};
+  const auto target = targets.find(key);
+  if (target == targets.end()) return false;
+  // A point without a value is stepped over.
+  const int step = key == Qt::Key_Home || key == Qt::Key_PageDown ? 1 : -1;
+  for (int number = target->second; number >= 1 && number <= last; number += step) {
+    const auto point = page_->Point(graph, number, rect());
+    if (!point) continue;
+    Explain(point);
+    break;
+  }
+  return true;
+}
+
+void PageView::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+  if (page_ && (MoveSelection(key) || MovePoint(key))) return;
+  if (enter || (key == Qt::Key_Plus && !IsZoomed()) || (key == Qt::Key_Minus && IsZoomed())) {
+    Q_EMIT ZoomRequested();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}

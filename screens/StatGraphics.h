@@ -1,0 +1,74 @@
+// The chart screen: one data set's page of charts with its verdict, and the commands on them.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+
+#include "charts/StatPage.h"
+#include "data/CData.h"
+#include "screens/PagePrinting.h"
+
+class ButtonBar;
+class Led;
+class PageView;
+class ProcessStateIndicator;
+class QCheckBox;
+class QLabel;
+class StatSummary;
+
+class StatGraphics : public QDialog {
+  Q_OBJECT
+ public:
+  // The ways to what lies outside of this screen.
+  struct Links {
+    std::function<void(QWidget* parent)> openRecalcScreen;  // modal; tells by gLimitsRecalculated what it did
+    std::function<void(qint32 topic)> callUpHelp;
+    qint32 helpTopic = 0;  // of this screen
+  };
+
+  // Loads the current data set. The printing outlives the screen.
+  StatGraphics(Links links, PagePrinting& printing, QWidget* parent = nullptr);
+
+  int exec() override;  // rejected at once where loading refused the data set
+
+ public Q_SLOTS:
+  void reject() override;  // every way of closing; the user may keep the screen open
+
+ private:
+  void Form_Load();
+  bool LoadDataSet();
+  void BuildControls();
+  ButtonBar* BuildToolbar();
+  QWidget* BuildVerdict();
+  void ConnectControls();
+  void ButtonClick(int button);
+  void ButtonMenuClick(int button, int entry);
+
+  std::unique_ptr<StatPage> MakePage(StatPageOptions options) const;
+  bool StartStatGraphics();
+  void UpdateStatGraphicsText();
+  void FitScale(bool fitted);
+  void ZoomOnSelectedGraph();
+  void ExportQCReport();
+  void PrintPage();
+  void Recalculate();
+  bool Save();
+  bool Form_Unload();
+
+  Links links_;
+  PagePrinting& printing_;
+  CDataPtr data_;
+  CData saved_;  // the data set as the library holds it
+  bool dataChanged_ = false;
+  bool loaded_ = false;
+
+  ButtonBar* Toolbar1 = nullptr;
+  PageView* view_ = nullptr;
+  QLabel* lblDescription = nullptr;
+  QCheckBox* checkFitScale = nullptr;
+  ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
+  Led* orvLEDControl1 = nullptr;
+  QLabel* panelRuleViolationValue = nullptr;
+  QLabel* panelMessage = nullptr;
+  StatSummary* StatSummary1 = nullptr;
+};

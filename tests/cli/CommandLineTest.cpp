@@ -1,0 +1,277 @@
+// Every command once as it should be used, and every kind of bad input with the line it gets.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <cstdlib>
+#include <deque>
+
+#include "tests/cli/Program.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class CommandLineTest : public ProgramTest {
+ protected:
+  CommandLineTest() {
+    EXPECT_EQ(RunIn(u"new @plant").status, 0);
+    Write(u"shaft.csv"_s,
+          "diameter;operator\n10,1;Ann\n10,2;Ann\n9,9;Bo\n10,0;Bo\n10,1;Bo\n9,8;Bo\n10,0;Bo\n10,3;Bo\n");
+  }
+
+  // Runs the words, in which "@" stands for this test's folder.
+  ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const {
+    return Run(QProcess::splitCommand(words).replaceInStrings(u"@"_s, folder_.path() + u'/'), input);
+  }
+  // With the options that an import needs, where the words give none of their own.
+  ProgramRun Import(QString words) const {
+    for (const QString& option : {u"--usl 11"_s, u"--lsl 9"_s, u"--nominal 10"_s, u"--description Shaft"_s})
+      if (!words.contains(option.section(u' ', 0, 0))) words += u' ' + option;
+    return RunIn(u"import @plant "_s + words);
+  }
+  void Fails(int status, QStringView words, const QStringList& named, const QByteArray& input = {}) const {
+    SCOPED_TRACE(words.toString().toStdString());
+    ExpectFailure(RunIn(words, input), status, named);
+  }
+
+  QJsonObject OnlyDataSet() const {
+    const QJsonArray array = RunIn(u"status @plant --json").Json().array();
+    EXPECT_EQ(array.size(), 1);
+    return array[0].toObject();
+  }
+};
+
+TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
+  const ProgramRun imported = Import(
+      u"@shaft.csv --column diameter --unit mm --subgroup 2 --sensitivity high "
+      "--period short"_s);
+  EXPECT_EQ(imported.status, 0) << imported.error.toStdString();
+  const QJsonObject data = OnlyDataSet();
+  EXPECT_EQ(data[u"Description"_s], u"Shaft"_s);
+  EXPECT_EQ(data[u"DelimitedInputString"_s], u"10.1,10.2,9.9,10.0,10.1,9.8,10.0,10.3,"_s);
+  EXPECT_EQ(data[u"NumberOfPlotPoints"_s], 4);
+  EXPECT_EQ(data[u"SensitivityValue"_s], 2);
+  EXPECT_EQ(data[u"DetectionPeriod"_s], 0);
+  EXPECT_EQ(data[u"XBarMean"_s], 10.05);
+  EXPECT_EQ(data[u"HiFlier"_s], 13);
+  EXPECT_EQ(RunIn(u"status @plant").output.toStdString(),
+            "Data description  State  In control   Cpk  Samples  n   Mean    LCL     UCL  Unit\n"
+            "Shaft             Ideal  yes         1.79        8  2  10.05  9.674  10.426  mm\n");
+
+  for (const QString& format : {u"pdf"_s, u"png"_s, u"svg"_s}) {
+    EXPECT_EQ(RunIn(u"report @plant --out @out/deep --fit --format "_s + format).status, 0);
+    EXPECT_GT(Read(Path(u"out/deep/Shaft."_s + format)).size(), 3000);
+  }
+  EXPECT_EQ(RunIn(u"export @plant --out @out/deep shaft").output, Path(u"out/deep/Shaft.csf\n"_s));
+  EXPECT_EQ(Read(Path(u"out/deep/Shaft.csf"_s)).count("\r\n"), 28);
+}
+
+TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
+  const QJsonObject data =
+      RunIn(
+          u"stats --limits 12,9,10.5,3,0.5,1.5 --usl 14.5 --lsl 7.5 --subgroup 2 --start 4 --stop 5 "
+          "--precision 6 --sensitivity low --period short --reverse",
+          "10 11.5 8.25 10 9.5 11 13.5 12")
+          .Json()
+          .object();
+  const QJsonObject expected = QJsonDocument::fromJson(R"({
+      "XBarUCL": 12, "XBarLCL": 9, "XBarMean": 10.5, "RBarUCL": 3, "RBarLCL": 0.5, "RBarMean": 1.5,
+      "UpperSpecLimit": 14.5, "LowerSpecLimit": 7.5, "SubGroupSize": 2, "DataStartPoint": 4, "DataStopPoint": 5,
+      "PrecisionValue": 6, "SensitivityValue": 0, "DetectionPeriod": 0, "ReverseDataString": true, "SampleQty": 8,
+      "MinValue": 8.25, "MaxValue": 13.5, "HistoHiScaleValue": 14.5, "HistoLoScaleValue": 7.5,
+      "XBarOutputString": "12.750000,10.250000,9.125000,10.750000",
+      "RBarOutputString": "1.500000,1.500000,1.750000,1.500000", "ViolatingPoints": {"1": [1], "2": [], "3": [], "4": []}})")
+                                   .object();
+  for (auto figure = expected.begin(); figure != expected.end(); ++figure)
+    EXPECT_EQ(data[figure.key()], figure.value()) << figure.key().toStdString();
+}
+
+TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
+  Import(u"@shaft.csv --description \"O'Neill; shaft\" --column=1"_s);
+  const QJsonObject before = OnlyDataSet();
+  EXPECT_EQ(RunIn(u"append @plant --description \"o'neill; SHAFT\" -3.5 12").status, 0);
+  EXPECT_EQ(RunIn(u"append @plant --description \"O'Neill; shaft\"", "1.50\n2.0,3\r\n").status, 0);
+  const QJsonObject after = OnlyDataSet();
+  EXPECT_EQ(after[u"DelimitedInputString"_s].toString(),
+            before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2.0,3,"_s);
+  EXPECT_EQ(after[u"XBarUCL"_s], before[u"XBarUCL"_s]);
+  EXPECT_EQ(after[u"RuleViolation"_s], 1);
+  EXPECT_EQ(RunIn(u"status @plant --check").status, 1);
+}
+
+// Read before the lock is held, the values of all but one were lost.
+TEST_F(CommandLineTest, OfProgramsThatAppendAtOnceNoneLosesAValue) {
+  Import(u"@shaft.csv --column 1"_s);
+  std::deque<QProcess> programs(6);
+  for (QProcess& program : programs)
+    program.start(QStringLiteral(KESTREL_PROGRAM),
+                  {u"append"_s, Path(u"plant"_s), u"--description=Shaft"_s, u"77"_s});
+  qsizetype appended = 0;
+  for (QProcess& program : programs) {
+    EXPECT_TRUE(program.waitForFinished());
+    appended += program.exitCode() == 0;
+  }
+  EXPECT_GT(appended, 0);
+  EXPECT_EQ(OnlyDataSet()[u"DelimitedInputString"_s].toString().count(u"77,"_s), appended);
+}
+
+TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
+  Import(u"@shaft.csv --column 1"_s);
+  prepare_ = [](QProcess& process) { process.setStandardOutputFile(u"/dev/full"_s); };
+  for (const char16_t* words :
+       {u"--version", u"help", u"help stats", u"status @plant", u"status @plant --json",
+        u"export @plant --out @out", u"append @plant --description Shaft 1", u"stats"})
+    Fails(3, words, {u"standard output cannot be written"_s}, "1 2 3");
+}
+
+TEST_F(CommandLineTest, OnlyTheDesktopNeedsADisplay) {
+  Import(u"@shaft.csv --column 1"_s);
+  prepare_ = [](QProcess& process) {
+    QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+    for (const QString& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s}) bare.remove(name);
+    process.setProcessEnvironment(bare);
+  };
+  EXPECT_EQ(RunIn(u"report @plant --out @out").output, Path(u"out/Shaft.pdf\n"_s));
+  Fails(3, u"", {u"no display"_s});
+  Fails(3, u"@plant", {u"no display"_s});
+}
+
+TEST_F(CommandLineTest, ATerminalSeesProgressAndAPipeDoesNot) {
+  Import(u"@shaft.csv --column 1"_s);
+  const QString access = QStringLiteral(KESTREL_TEST_DATA "/access/plant.mdb");
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+  const QString name = QString::fromLocal8Bit(ptsname(terminal));
+  for (const auto& [words, end] : {std::pair(u"export @plant --out @out"_s, "\rwriting 100 %\r\n"),
+                                   {u"convert %1 @a"_s.arg(access), "\rconverting 100 %\r\n"}}) {
+    prepare_ = [&](QProcess& process) { process.setStandardErrorFile(name); };
+    EXPECT_EQ(RunIn(words).status, 0);
+    char seen[4096];
+    const auto size = read(terminal, seen, sizeof seen);
+    EXPECT_TRUE(QByteArray(seen, std::max<qsizetype>(size, 0)).endsWith(end)) << end;
+    prepare_ = {};
+    EXPECT_EQ(RunIn(QString(words).replace(u"@a"_s, u"@b"_s)).error, QString());
+  }
+  close(terminal);
+}
+
+TEST_F(CommandLineTest, CsvFilesOfEveryKindGiveTheSameNumbers) {
+  int count = 0;
+  for (const QByteArray& text :
+       {QByteArray("1.5\n2.5\n"), QByteArray("1.5\r2.5\r"), QByteArray("\xEF\xBB\xBFw\r\n1.5\r\n2.5"),
+        QByteArray("w;v\n1,5;9\n2,5;9\n;\n"), QByteArray("w\tv\n\"1.5\"\t\n\"2.5\"\t\n\n")}) {
+    Write(u"w.csv"_s, text);
+    EXPECT_EQ(Import(u"@w.csv --column 1 --description %1"_s.arg(++count)).status, 0) << text.toStdString();
+  }
+  for (const auto& data : RunIn(u"status @plant --json").Json().array())
+    EXPECT_EQ(data[u"DelimitedInputString"_s], u"1.5,2.5,"_s);
+}
+
+TEST_F(CommandLineTest, AnEmptyDataSetHasNoPointsAndNoError) {
+  Write(u"empty.csv"_s, "diameter\n");
+  EXPECT_EQ(Import(u"@empty.csv"_s).status, 0);
+  EXPECT_EQ(OnlyDataSet()[u"NumberOfPlotPoints"_s], 0);
+  EXPECT_EQ(RunIn(u"status @plant --check").status, 0);
+  EXPECT_EQ(RunIn(u"report @plant --out @out").status, 0);
+  // Its limits are calculated as soon as there is data, and not frozen by the first value.
+  for (const char16_t* values : {u"10", u"11 12"})
+    RunIn(u"append @plant --description Shaft "_s + QStringView(values).toString());
+  EXPECT_EQ(OnlyDataSet()[u"XBarMean"_s], 11);
+}
+
+TEST_F(CommandLineTest, HelpAndVersion) {
+  EXPECT_TRUE(RunIn(u"--version").output.startsWith(u"kestrel "));
+  EXPECT_TRUE(RunIn(u"--help").output.contains(u"kestrel stats"));
+  EXPECT_TRUE(RunIn(u"help append").output.startsWith(u"kestrel append "));
+}
+
+TEST_F(CommandLineTest, WrongUsageNamesTheWord) {
+  Fails(2, u"--fly", {u"--fly"_s});
+  Fails(2, u"help fly", {u"fly"_s});
+  Fails(2, u"statsu @plant", {u"statsu"_s});
+  Fails(2, u"status @plant --jsn", {u"--jsn"_s});
+  Fails(2, u"status", {u"missing"_s});
+  Fails(2, u"status @plant more", {u"more"_s});
+  Fails(2, u"stats --subgroup 21", {u"--subgroup"_s, u"21"_s});
+  Fails(2, u"stats --subgroup", {u"--subgroup"_s});
+  Fails(2, u"stats --usl x", {u"--usl"_s, u"\"x\""_s});
+  Fails(2, u"stats --usl 1", {u"--lsl"_s});
+  Fails(2, u"stats --limits 1,2", {u"--limits"_s});
+  Fails(2, u"report @plant --out @o --format gif", {u"gif"_s});
+  Fails(2, u"append @plant --description None 1", {u"None"_s});
+  Fails(2, u"report @plant --out @o Nothing", {u"Nothing"_s});
+}
+
+TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
+  Import(u"@shaft.csv --column 1"_s);
+  const QByteArray before = Read(Path(u"plant"_s));
+  const QByteArray many = QByteArray("1\n").repeated(32768);
+  Fails(2, u"stats", {u"value 3"_s, u"12x"_s}, "1 2 12x 4");
+  Fails(2, u"stats", {u"32767"_s}, many);
+  Fails(2, u"append @plant --description Shaft 1 1e999", {u"value 2"_s, u"1e999"_s});
+  Fails(2, u"append @plant --description Shaft 7,5", {u"7,5"_s});
+  Fails(2, u"append @plant --description Shaft", {u"no values"_s}, " \n");
+  Fails(2, u"append @plant --description Shaft", {u"32768"_s}, many.left(2 * 32760));
+  struct {
+    const char* text;
+    QString options;
+    QStringList named;
+  } const files[] = {
+      {"a,b\n1,2\n3,oops\n5,6\n", u"--column b"_s, {u"@ line 3"_s, u"column 2 (b)"_s, u"oops"_s}},
+      {"a,b\n1,2\n", {}, {u"--column"_s, u"a, b"_s}},
+      {"a,b\n1,2\n", u"--column c"_s, {u"\"c\""_s}},
+      {"a,b\n1,2\n3,\n5,6\n7,\n", u"--column b"_s, {u"@ line 3"_s}},
+      // Each of these once became other numbers, or fewer, without a word.
+      {"Weight\n12,3\n12,4\n", {}, {u"@ line 2"_s}},
+      {"Weight\n\"12\"34\n", {}, {u"@ line 2"_s, u"\"12\"34"_s}},
+      {"12.3x\n5\n6\n", {}, {u"@ line 1"_s, u"12.3x"_s}},
+      {many.constData(), {}, {u"32768"_s, u"32767"_s}},
+      {"1\n2\n", u"--description SHAFT"_s, {u"SHAFT"_s, u"already"_s}},
+      {"1\n2\n", u"--usl 8"_s, {u"lower specification limit 9"_s, u"8"_s}},
+      {"1\n2\n", u"--nominal 12"_s, {u"nominal value 12"_s}}};
+  for (const auto& [text, options, named] : files) {
+    SCOPED_TRACE(QByteArray(text).left(40).toStdString());
+    Write(u"bad.csv"_s, text);
+    ExpectFailure(Import(u"@bad.csv "_s + options), 2,
+                  QStringList(named).replaceInStrings(u"@"_s, u"bad.csv"_s));
+  }
+  EXPECT_EQ(Read(Path(u"plant"_s)), before);
+}
+
+TEST_F(CommandLineTest, FilesThatCannotBeReadOrWritten) {
+  Write(u"text"_s, "no database at all, only text");
+  Write(u"void"_s, "");
+  Fails(3, u"new @plant", {Path(u"plant"_s)});
+  Fails(3, u"new @no/such/folder", {u"no/such"_s});
+  for (const QString& library : {u"missing"_s, u"text"_s, u"void"_s, QString()})
+    Fails(3, u"status @"_s + library, {Path(library)});
+  ExpectFailure(Import(u"@missing.csv"_s), 3, {u"missing.csv"_s});
+  // A folder in which nobody can write, the superuser included.
+  Fails(3, u"new /proc/a.kestrel", {u"/proc/a.kestrel"_s});
+  Fails(3, u"export @plant --out /proc/out", {u"/proc/out"_s});
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).join(u' '), u"plant shaft.csv text void");
+}
+
+TEST_F(CommandLineTest, AnOldRevisionAndABrokenRowAreNamed) {
+  Import(u"@shaft.csv --column 1"_s);
+  const std::pair<QString, QStringList> cases[] = {
+      {u"UPDATE StatData SET XBarUCL = NULL"_s, {u"Shaft"_s, u"XBarUCL"_s}},
+      {u"UPDATE StatData SET XBarUCL = 0, \"Values\" = '1,2,x,4,'"_s, {u"Shaft"_s, u"value 3"_s}},
+      {u"UPDATE DBRevision SET Revision = '1.9'"_s, {u"1.9"_s, u"2.0"_s}},
+      {u"DELETE FROM DBRevision"_s, {u"2.0"_s}}};
+  {
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"edit"_s);
+    database.setDatabaseName(Path(u"plant"_s));
+    ASSERT_TRUE(database.open());
+    for (const auto& [sql, named] : cases) {
+      ASSERT_TRUE(QSqlQuery(database).exec(sql));
+      Fails(3, u"status @plant", QStringList{Path(u"plant"_s)} + named);
+    }
+  }
+  QSqlDatabase::removeDatabase(u"edit"_s);
+}
+
+}  // namespace
