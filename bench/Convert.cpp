@@ -7,8 +7,8 @@
 #include <QTemporaryDir>
 
 #include "bench/Bench.h"
-#include "core/AccessImport.h"
-#include "core/Library.h"
+#include "library/AccessImport.h"
+#include "library/LibraryFile.h"
 #include "tests/access/AccessFiles.h"
 
 using namespace Qt::StringLiterals;
@@ -140,7 +140,7 @@ void CopyRows(benchmark::State& state) {
     QFile::remove(files.target);
     Connection from;
     from.OpenWith(files.library);
-    Library::Create(files.target, [&](Connection& to) { CopyTheRows(from, to); });
+    LibraryFile::Create(files.target, [&](Connection& to) { CopyTheRows(from, to); });
   }
 }
 BENCHMARK(CopyRows)->Unit(benchmark::kMillisecond)->Repetitions(5);

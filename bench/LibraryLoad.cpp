@@ -13,7 +13,6 @@
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
-#include "core/Library.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +34,7 @@ class BenchLibrary {
   }
   ~BenchLibrary() { InstallGlobals(nullptr); }
 
-  QSqlDatabase Database() const { return state_.gConnection->Database(); }
+  QSqlDatabase Database() const { return state_.gLibrary->Database().Database(); }
   void Load() const {
     if (!DataObjectFunctions::InitializeCDataCollection())
       throw std::runtime_error("the library does not load");
@@ -43,7 +42,7 @@ class BenchLibrary {
 
  private:
   void Fill() const {
-    Transaction transaction(*state_.gConnection);
+    Transaction transaction(state_.gLibrary->Database());
     QSqlQuery insert(Database());
     insert.prepare(
         u"INSERT INTO StatData (Description, \"Values\", LastModified, NominalSpecLimit, UpperSpecLimit, "

@@ -1,8 +1,5 @@
 #include "cli/CommandLine.h"
 
-#include <cstdio>
-#include <new>
-
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "platform/error/Error.h"
@@ -132,11 +129,6 @@ int Dispatch(const QStringList& words) {
   return command->run(rest);
 }
 
-int Fail(Status status, const QString& text) {
-  Console::Complain(text);
-  return status;
-}
-
 }  // namespace
 
 bool IsCommand(const QStringList& words) {
@@ -149,15 +141,17 @@ bool NeedsGraphics(const QStringList& words) {
   return command && command->needsGraphics;
 }
 
+int StatusOf(const std::exception& error) {
+  const auto* known = dynamic_cast<const Error*>(&error);
+  return known && known->GetKind() == Error::Kind::BadInput ? BadInput : FileTrouble;
+}
+
 int Run(const QStringList& words) {
   try {
     return Dispatch(words);
-  } catch (const InputError& error) {
-    return Fail(BadInput, ErrorText(error));
-  } catch (const std::bad_alloc&) {
-    return Fail(FileTrouble, u"there is not enough memory"_s);
   } catch (const std::exception& error) {
-    return Fail(FileTrouble, ErrorText(error));
+    Console::Complain(ErrorText(error));
+    return StatusOf(error);
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <exception>
 
 namespace CommandLine {
 
@@ -14,6 +15,9 @@ bool IsCommand(const QStringList& words);
 
 // Whether the command draws, and so needs a QGuiApplication.
 bool NeedsGraphics(const QStringList& words);
+
+// The status that a failure ends with.
+int StatusOf(const std::exception& error);
 
 int Run(const QStringList& words);
 

@@ -26,6 +26,10 @@ bool IsTerminal() {
 #endif
 }
 
+QByteArray OnOneLine(QString text) {
+  return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\t', u' ').trimmed().toUtf8();
+}
+
 }  // namespace
 
 void Print(const QString& text) {
@@ -37,10 +41,12 @@ void Print(const QString& text) {
 }
 
 void Complain(const QString& text) {
-  std::fprintf(stderr, "kestrel: %s\n", text.simplified().toUtf8().constData());
+  std::fprintf(stderr, "kestrel: %s\n", OnOneLine(text).constData());
 }
 
-void Warn(const QString& text) { std::fprintf(stderr, "kestrel: warning: %s\n", text.toUtf8().constData()); }
+void Warn(const QString& text) {
+  std::fprintf(stderr, "kestrel: warning: %s\n", OnOneLine(text).constData());
+}
 
 QByteArray ReadInput() {
   QFile input;

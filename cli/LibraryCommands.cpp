@@ -1,19 +1,15 @@
 // The commands that make and change libraries: new, import, append, convert.
+#include <QDateTime>
 #include <QRegularExpression>
-#include <limits>
 
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/CsvColumn.h"
-#include "cli/LibrarySession.h"
 #include "cli/StatisticsOptions.h"
-#include "core/AccessImport.h"
-#include "core/CreateStatistics.h"
-#include "core/DataObjectFunctions.h"
-#include "core/Library.h"
 #include "data/MathFunctions.h"
-#include "platform/ado/Recordset.h"
+#include "library/AccessImport.h"
+#include "library/Library.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 
@@ -28,13 +24,6 @@ QString StoredForm(const QStringList& values) {
   QString text;
   for (const QString& value : values) text += value + u',';
   return text;
-}
-
-void CheckCount(qsizetype count) {
-  constexpr qsizetype most = std::numeric_limits<qint16>::max();
-  if (count > most) {
-    throw InputError(u"%1 samples are too many: a data set holds at most %2"_s.arg(count).arg(most));
-  }
 }
 
 void CheckNumbers(const QStringList& values) {
@@ -78,15 +67,6 @@ void FillLimits(const Arguments& arguments, CData& data) {
   data.SetLoFlier(lower - (upper - lower));
 }
 
-// A limit of 0 is calculated anew at every load: it stays 0 in the table.
-void KeepUncalculated(const engine::ControlLimits& before, CData& data) {
-  engine::ControlLimits limits = data.ControlLimits();
-  for (const auto& [limit, name] : engine::controlLimitFields) {
-    if (before.*limit == 0) limits.*limit = 0;
-  }
-  data.SetControlLimits(limits);
-}
-
 QString VerdictOf(const CData& data) {
   if (data.NumberOfPlotPoints() == 0) return u"no points yet"_s;
   return data.IsInControl() ? u"in control"_s : u"out of control, rule %1"_s.arg(data.RuleViolation());
@@ -128,14 +108,6 @@ QStringList ValuesToAppend(const Arguments& arguments) {
   return values;
 }
 
-// The unit is offered by the data editor from then on.
-void AddUnit(const QString& name, Connection& database) {
-  if (name.isEmpty()) return;
-  database.Execute(
-      u"INSERT INTO Units (Name) SELECT ? WHERE NOT EXISTS (SELECT * FROM Units WHERE Name = ? AND Deleted = 0)"_s,
-      {name, name});
-}
-
 }  // namespace
 
 int New(const QStringList& words) {
@@ -150,31 +122,20 @@ int Import(const QStringList& words) {
       words, QStringList{u"description"_s, u"nominal"_s, u"unit"_s, u"column"_s} + StatisticsOptions::Names(),
       {});
   arguments.RequirePositional(2, u"the library's or the CSV file"_s);
-  const auto data = std::make_shared<CData>();
-  data->SetDescription(arguments.Required(u"description"_s).trimmed());
-  if (data->Description().isEmpty()) throw InputError(u"--description: the description is empty"_s);
-  FillLimits(arguments, *data);
-  data->SetSubGroupSize(static_cast<qint16>(StatisticsOptions::SubGroupSize(arguments)));
-  data->SetSensitivityValue(static_cast<qint32>(StatisticsOptions::Sensitivity(arguments)));
-  data->SetDetectionPeriod(static_cast<qint32>(StatisticsOptions::Period(arguments)));
-  data->SetUnitOfMeasurement(arguments.Value(u"unit"_s).trimmed());
+  CData data;
+  data.SetDescription(arguments.Required(u"description"_s).trimmed());
+  if (data.Description().isEmpty()) throw InputError(u"--description: the description is empty"_s);
+  FillLimits(arguments, data);
+  data.SetSubGroupSize(static_cast<qint16>(StatisticsOptions::SubGroupSize(arguments)));
+  data.SetSensitivityValue(static_cast<qint32>(StatisticsOptions::Sensitivity(arguments)));
+  data.SetDetectionPeriod(static_cast<qint32>(StatisticsOptions::Period(arguments)));
+  data.SetUnitOfMeasurement(arguments.Value(u"unit"_s).trimmed());
 
-  LibrarySession session(arguments.Positional()[0]);
+  const auto library = Library::Open(arguments.Positional()[0], Console::Warn);
   const QStringList values = ReadCsvColumn(arguments.Positional()[1], arguments.Value(u"column"_s));
-  CheckCount(values.size());
-  data->SetDelimitedInputString(StoredForm(values));
-  session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
-
-  // One transaction, so that nobody adds the same description in between.
-  Transaction transaction(session.Database());
-  if (session.ReadDataSet(data->Description())) {
-    throw InputError(
-        u"%1 has a data set \"%2\" already"_s.arg(arguments.Positional()[0], data->Description()));
-  }
-  session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
-  AddUnit(data->UnitOfMeasurement(), session.Database());
-  transaction.Commit();
-  PrintResult(*data, values.size());
+  data.SetDelimitedInputString(StoredForm(values));
+  library->Add(data, QDateTime::currentDateTime());
+  PrintResult(data, values.size());
   return 0;
 }
 
@@ -184,23 +145,8 @@ int Append(const QStringList& words) {
   const QString description = arguments.Required(u"description"_s).trimmed();
   const QStringList values = ValuesToAppend(arguments);
 
-  LibrarySession session(arguments.Positional()[0]);
-  // One transaction from reading to writing: of two programs that append at once, neither loses the other's
-  // values.
-  Transaction transaction(session.Database());
-  const CDataPtr data = session.ReadDataSet(description);
-  if (!data) throw InputError(u"%1 has no data set \"%2\""_s.arg(arguments.Positional()[0], description));
-  QString text = data->DelimitedInputString();
-  if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';
-  text += StoredForm(values);
-  CheckCount(text.count(u','));
-  data->SetDelimitedInputString(text);
-  const engine::ControlLimits before = data->ControlLimits();
-  session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
-  KeepUncalculated(before, *data);
-  session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
-  transaction.Commit();
-  PrintResult(*data, values.size());
+  const auto library = Library::Open(arguments.Positional()[0], Console::Warn);
+  PrintResult(*library->Append(description, values, QDateTime::currentDateTime()), values.size());
   return 0;
 }
 

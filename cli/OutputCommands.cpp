@@ -17,8 +17,8 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/LibrarySession.h"
 #include "data/Json.h"
+#include "library/Library.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 #include "platform/ui/Indicators.h"
@@ -28,6 +28,36 @@ using namespace Qt::StringLiterals;
 namespace Commands {
 
 namespace {
+
+// All data sets of a library, with their statistics; the first one that has none is an Error that names it.
+std::vector<CDataPtr> Load(const QString& place) {
+  std::vector<CDataPtr> dataSets;
+  for (const Library::Row& row : Library::Open(place, Console::Warn)->ReadAll()) {
+    if (row.failure) throw Error(place + u": "_s + row.failure->Text(), row.failure->GetKind(), place);
+    dataSets.push_back(row.data);
+  }
+  return dataSets;
+}
+
+// Those of these descriptions, in their order; all where none is named.
+std::vector<CDataPtr> Select(const std::vector<CDataPtr>& all, const QStringList& descriptions,
+                             const QString& place) {
+  if (descriptions.isEmpty()) return all;
+  std::vector<CDataPtr> selected;
+  for (const QString& description : descriptions) {
+    const auto find = [&](Qt::CaseSensitivity sensitivity) {
+      return std::find_if(all.begin(), all.end(), [&](const CDataPtr& data) {
+        return data->Description().compare(description, sensitivity) == 0;
+      });
+    };
+    auto found = find(Qt::CaseSensitive);
+    if (found == all.end()) found = find(Qt::CaseInsensitive);
+    if (found == all.end())
+      throw InputError(u"%1 has no data set \"%2\""_s.arg(place, description), description);
+    selected.push_back(*found);
+  }
+  return selected;
+}
 
 struct TableColumn {
   QString heading;
@@ -142,9 +172,7 @@ std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString
 template <class Write>
 int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
   const QString library = arguments.Positional()[0];
-  LibrarySession session(library);
-  session.LoadDataSets();
-  const std::vector<CDataPtr> selected = session.Select(arguments.Positional().mid(1));
+  const std::vector<CDataPtr> selected = Select(Load(library), arguments.Positional().mid(1), library);
   const std::vector<Output> outputs = Outputs(selected, OutputFolder(arguments), suffix);
   // The failure of each, null for none. What is below does not leave before all are written.
   QFutureSynchronizer<std::exception_ptr> failures(
@@ -166,7 +194,7 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
     } catch (const std::exception& error) {
       const QString name = output.data->Description();
       Console::Complain(u"%1: data set \"%2\": %3"_s.arg(library, name, ErrorText(error)));
-      status = CommandLine::FileTrouble;
+      status = std::max(status, CommandLine::StatusOf(error));
     }
     progress.Show(output.number, output.count);
   }
@@ -178,8 +206,7 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
 int Status(const QStringList& words) {
   const Arguments arguments(words, {}, {u"json"_s, u"check"_s});
   arguments.RequirePositional(1, u"the library's file"_s);
-  LibrarySession session(arguments.Positional()[0]);
-  const std::vector<CDataPtr>& dataSets = session.LoadDataSets();
+  const std::vector<CDataPtr> dataSets = Load(arguments.Positional()[0]);
   if (arguments.Has(u"json"_s)) {
     QJsonArray array;
     for (const CDataPtr& data : dataSets) array.append(Json::ReadProperties(*data));

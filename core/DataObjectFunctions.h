@@ -14,19 +14,11 @@ namespace DataObjectFunctions {
 // as one row fails (the rows before it stay).
 bool InitializeCDataCollection();
 
-// The same, reports included, for a program without windows: no events run, and the statistics take all of
-// the machine's cores.
-bool InitializeCDataCollectionOnAllCores();
-
 // Writes one data set, in one transaction: a new row when its ID is not in the table. Existing rows keep
 // their description. Where the row is no longer as the data set was read from or saved to it, says so and
 // writes nothing. A new data set is appended to the collection, its ID read back by GetIDByName (0 when
 // that fails).
 bool SaveDataObjectToDatabase(const CDataPtr& data);
-
-// The data set of that description (without regard to case) straight from the table, without statistics; null
-// where there is none. For work on one data set without the collection; throws instead of reporting.
-CDataPtr ReadDataObject(const QString& description);
 
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary

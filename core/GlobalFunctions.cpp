@@ -2,11 +2,10 @@
 
 #include <QFileInfo>
 
-#include "core/Backup.h"
 #include "core/Globals.h"
-#include "core/Library.h"
 #include "core/RegistryFunctions.h"
 #include "core/Trap.h"
+#include "library/Revision.h"
 #include "platform/language/Conversions.h"
 #include "texts/Texts.h"
 
@@ -15,18 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QString ProviderFor(bool useODBC) { return useODBC ? Connection::OdbcProvider : Connection::JetProvider; }
-
-// The last row's revision; a null text for none, or for one too short to be a revision.
-QString ReadRevision(const QString& databasePath) {
-  Connection connection;
-  connection.OpenWith(databasePath);
-  Recordset revisions;
-  revisions.Open(u"SELECT * FROM DBRevision"_s, connection);
-  if (revisions.RecordCount() < 1) return {};
-  revisions.MoveLast();
-  const QVariant revision = revisions.Field(u"Revision"_s);
-  return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
-}
 
 void ShowInDatabasePanel(const QString& text) {
   if (MainScreen* screen = Globals().mainScreen)
@@ -52,12 +39,12 @@ namespace GlobalFunctions {
 bool OpenDatabaseConnection(bool useODBC, const QString& connectString) {
   return Trap(u"GlobalFunctions::OpenDatabaseConnection"_s, false, [&] {
     ProgramState& state = Globals();
-    state.gConnection = std::make_unique<Connection>();
-    state.gConnection->CommandTimeout = 30000;
-    state.gConnection->Provider = ProviderFor(useODBC);
-    state.gConnection->OpenWith(connectString);
-    state.gUsingODBC = state.gConnection->Provider != Connection::JetProvider;
-    if (!state.gUsingODBC) Backup::Guard(*state.gConnection, connectString);
+    state.gLibrary.reset();
+    state.gLibrary = std::make_shared<Library>(connectString, ProviderFor(useODBC));
+    Connection& connection = state.gLibrary->Database();
+    connection.CommandTimeout = 30000;
+    state.gUsingODBC = connection.Provider != Connection::JetProvider;
+    if (!state.gUsingODBC) state.gLibrary->Guard(ShowInformationMessage);
     return true;
   });
 }
@@ -76,29 +63,14 @@ bool TestDatabaseConnection(bool useODBC, const QString& connectString) {
 void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& valid) {
   valid = false;
   Trap(u"fmMain::IsDBRevisionValid"_s, [&] {
-    const QString found = ReadRevision(databasePath);
+    const QString found = Library(databasePath).Revision();
     if (found.isNull()) return;
-    valid = IsRevisionAccepted(found);
+    valid = Revision::IsAccepted(found);
     if (valid)
       revision = found;
     else
-      ShowErrorMessage(false, VersionMessage(found), {});
+      ShowErrorMessage(false, Revision::Refusal(found), {});
   });
-}
-
-bool IsRevisionAccepted(const QString& revision) {
-  const QStringList parts = revision.split(u'.');
-  const qint32 major = Conversions::CLng(parts[0]);
-  if (major != Library::requiredMajor) return major > Library::requiredMajor;
-  if (parts.size() < 2) throw Error(u"The revision %1 has no minor number."_s.arg(revision));
-  return Conversions::CLng(parts[1]) >= Library::requiredMinor;
-}
-
-QString VersionMessage(const QString& revision) {
-  const auto required = u"%1.%2"_s.arg(Library::requiredMajor).arg(Library::requiredMinor);
-  return LoadResText(u"Invalid Database Version;296") + u"\r\n"_s +
-         LoadResText(u"Current Database Version:;297") + u'\t' + revision + u"\r\n"_s +
-         LoadResText(u"Required Database Version:;298") + u'\t' + required + u"\r\n"_s;
 }
 
 void AttachDatabase(const QString& databasePath) {

@@ -11,18 +11,12 @@
 
 namespace GlobalFunctions {
 
-bool OpenDatabaseConnection(bool useODBC, const QString& connectString);  // opens Globals().gConnection
+bool OpenDatabaseConnection(bool useODBC, const QString& connectString);  // opens Globals().gLibrary
 bool TestDatabaseConnection(bool useODBC, const QString& connectString);  // a throw-away connection; silent
 
 // The file's revision (the last row of DBRevision) and whether it is one the program accepts: 2.0 or later.
 // Shows the version message for an old one, and nothing of its own when there is no usable revision.
 void IsDBRevisionValid(const QString& databasePath, QString& revision, bool& valid);
-
-// Whether the program accepts a file of this revision. Throws where the text cannot be a revision.
-bool IsRevisionAccepted(const QString& revision);
-
-// The lines that refuse a file of this revision, each ended.
-QString VersionMessage(const QString& revision);
 
 // Makes a file the current database; an empty path means the one for this run, else the one of the settings.
 // A refused file leaves the current state as it was.

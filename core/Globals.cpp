@@ -16,10 +16,12 @@ ProgramState& Globals() {
   return *installed;
 }
 
-Connection& CurrentConnection() {
-  const auto& connection = Globals().gConnection;
-  if (!connection || connection->GetState() != Connection::Open) throw Error(u"No database is open."_s);
-  return *connection;
+std::shared_ptr<Library> CurrentLibrary() {
+  const auto& library = Globals().gLibrary;
+  if (!library || library->Database().GetState() != Connection::Open) throw Error(u"No database is open."_s);
+  return library;
 }
+
+Connection& CurrentConnection() { return CurrentLibrary()->Database(); }
 
 ProgramState* InstallGlobals(ProgramState* state) { return std::exchange(installed, state); }

@@ -8,14 +8,14 @@
 #include "core/MainScreen.h"
 #include "core/clsSetup.h"
 #include "data/CData.h"
-#include "platform/ado/Connection.h"
+#include "library/Library.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/Clock.h"
 
 struct ProgramState {
-  std::unique_ptr<Connection> gConnection;  // the one open database
-  bool gDatabaseOpen = false;               // AttachDatabase opened gConnection
-  bool gUsingODBC = false;                  // gConnection's provider is not Jet
+  std::shared_ptr<Library> gLibrary;  // the one open database; a load that is overtaken holds on to its own
+  bool gDatabaseOpen = false;         // AttachDatabase opened gLibrary
+  bool gUsingODBC = false;            // its provider is not Jet
   QString gDatabaseForThisRun;  // attached at the start in place of the settings' one, which it leaves alone
   clsSetup gSetup;              // the settings object
   std::vector<CDataPtr> gDataCollection;  // every data set, in load order; searched linearly
@@ -36,7 +36,8 @@ struct ProgramState {
 // The state in force; an error in the program (an exception) where none has been installed.
 ProgramState& Globals();
 
-// Globals().gConnection; throws Error where it is not open.
+// Globals().gLibrary, and its connection; both throw Error where none is open.
+std::shared_ptr<Library> CurrentLibrary();
 Connection& CurrentConnection();
 
 // Installs the state that Globals() gives from now on (null for none) and returns the one before.

@@ -4,12 +4,12 @@
 #include <QFileInfo>
 #include <QProgressDialog>
 
-#include "core/AccessImport.h"
-#include "core/GlobalFunctions.h"
 #include "core/Globals.h"
-#include "core/Library.h"
 #include "core/Messages.h"
 #include "core/Trap.h"
+#include "library/AccessImport.h"
+#include "library/Library.h"
+#include "library/Revision.h"
 #include "platform/access/JetFile.h"
 #include "platform/ui/FileDialog.h"
 #include "texts/Texts.h"
@@ -47,8 +47,8 @@ void Refuse(const QString& path, const QString& reason) {
 bool HasAcceptedRevision(const QString& accessPath) {
   const QString revision = AccessImport::Revision(accessPath);
   if (revision.size() < 3) return false;
-  if (GlobalFunctions::IsRevisionAccepted(revision)) return true;
-  ShowErrorMessage(false, GlobalFunctions::VersionMessage(revision), {});
+  if (Revision::IsAccepted(revision)) return true;
+  ShowErrorMessage(false, Revision::Refusal(revision), {});
   return false;
 }
 

@@ -331,7 +331,7 @@ void frmMain::Unload() {
     setEnabled(false);
     clsWaitTimer().WaitTimer(1000);
     ProgramState& state = Globals();
-    if (state.gConnection) state.gConnection->Close();
+    state.gLibrary.reset();
     state.gDatabaseOpen = false;
     DataObjectFunctions::DeleteAllDataObjects();
   });

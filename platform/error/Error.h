@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <exception>
+#include <new>
 #include <stdexcept>
 
 class Error : public std::runtime_error {
@@ -14,7 +15,8 @@ class Error : public std::runtime_error {
   enum class Kind {
     BadInput,     // what was typed, given or read from a file of values is refused
     Unavailable,  // a library, file or device cannot be read or written
-    Conflict      // somebody else changed or deleted meanwhile what was to be written
+    Conflict,     // somebody else changed or deleted meanwhile what was to be written
+    Unknown       // whether it was written cannot be known
   };
 
   explicit Error(const QString& text, Kind kind = Kind::Unavailable, const QString& about = {})
@@ -36,4 +38,11 @@ class InputError : public Error {
   explicit InputError(const QString& text, const QString& about = {}) : Error(text, Kind::BadInput, about) {}
 };
 
-inline QString ErrorText(const std::exception& error) { return QString::fromUtf8(error.what()); }
+// The words for a user. What is no Error comes from a fault in the program, and is never told as if the user
+// could do something about it.
+inline QString ErrorText(const std::exception& error) {
+  if (const auto* known = dynamic_cast<const Error*>(&error)) return known->Text();
+  if (dynamic_cast<const std::bad_alloc*>(&error)) return QStringLiteral("there is not enough memory");
+  return QStringLiteral("there is a fault in the program (%1); please report it")
+      .arg(QString::fromUtf8(error.what()));
+}

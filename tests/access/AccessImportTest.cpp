@@ -7,7 +7,7 @@
 #include <QSqlRecord>
 #include <QTemporaryDir>
 
-#include "core/AccessImport.h"
+#include "library/AccessImport.h"
 #include "platform/ado/Connection.h"
 #include "platform/error/Error.h"
 #include "tests/access/AccessFiles.h"

@@ -5,8 +5,8 @@
 #include <QFile>
 
 #include "core/GlobalFunctions.h"
-#include "core/Library.h"
 #include "core/RegistryFunctions.h"
+#include "library/LibraryFile.h"
 #include "platform/error/Error.h"
 #include "tests/support/TestProgram.h"
 
@@ -20,7 +20,7 @@ class DatabaseTest : public testing::Test {
  protected:
   QString MakeLibrary(const QString& name, const QVariant& revision) {
     const QString path = program.Path(name);
-    Library::Create(path, [&](Connection& connection) {
+    LibraryFile::Create(path, [&](Connection& connection) {
       connection.Execute(u"INSERT INTO DBRevision VALUES ('1.0')"_s);
       connection.Execute(u"INSERT INTO DBRevision VALUES (?)"_s, {revision});
     });
@@ -32,13 +32,13 @@ class DatabaseTest : public testing::Test {
 
 TEST_F(DatabaseTest, ANewLibraryIsCompleteAndNeverOverwritesOrLeavesRemains) {
   EXPECT_EQ(program.Rows(u"SELECT * FROM DBRevision"_s), std::vector<QVariantList>{{u"2.0"_s}});
-  EXPECT_EQ(program.Rows(u"PRAGMA application_id"_s)[0][0].toInt(), Library::applicationId);
+  EXPECT_EQ(program.Rows(u"PRAGMA application_id"_s)[0][0].toInt(), LibraryFile::applicationId);
   program.Insert(u"Kept"_s);
   EXPECT_THROW(Library::Create(program.LibraryPath()), Error);
   EXPECT_EQ(program.Rows(u"SELECT ID FROM StatData WHERE Description = 'KEPT'"_s).size(), 1U);
   EXPECT_THROW(Library::Create(program.Path(u"no/folder/a.mdb"_s)), Error);
   EXPECT_THROW(Library::Create(program.folder.path()), Error);
-  EXPECT_THROW(Library::Create(program.Path(u"half.mdb"_s), [](Connection&) { throw Error(u"stop"_s); }),
+  EXPECT_THROW(LibraryFile::Create(program.Path(u"half.mdb"_s), [](Connection&) { throw Error(u"stop"_s); }),
                Error);
   EXPECT_EQ(QDir(program.folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
             QStringList{u"StatData.mdb"_s});

@@ -1,5 +1,5 @@
 // When a backup is made, which ones are kept, and what may go wrong with it without stopping the work.
-#include "core/Backup.h"
+#include "library/Backup.h"
 
 #include <QDateTime>
 
@@ -25,7 +25,7 @@ class BackupTest : public LibraryTest {
   // Opens the library as the program does, for as long as the test runs.
   Connection& OpenInProgram() {
     EXPECT_TRUE(GlobalFunctions::OpenDatabaseConnection(false, library));
-    return *state_.gConnection;
+    return state_.gLibrary->Database();
   }
 
   ~BackupTest() override { InstallGlobals(previous_); }
@@ -70,7 +70,7 @@ TEST_F(BackupTest, DamageSinceTheLastCheckRefusesTheFirstChange) {
   QFile::remove(BackupPath());
   Connection connection;
   connection.OpenWith(library);
-  Backup::Guard(connection, library, std::chrono::milliseconds(0));
+  Backup::Guard(connection, library, {}, std::chrono::milliseconds(0));
   QByteArray damaged = Read(library);
   damaged[39] = 7;
   Write(library, damaged);

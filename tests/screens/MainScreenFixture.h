@@ -11,8 +11,8 @@
 #include <functional>
 #include <memory>
 
-#include "core/Library.h"
 #include "core/RegistryFunctions.h"
+#include "library/LibraryFile.h"
 #include "screens/frmMain.h"
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
@@ -37,7 +37,7 @@ class WatchedClock : public TurnedClock {
 class MainScreenFixture : public testing::Test {
  protected:
   MainScreenFixture() {
-    program.state.gConnection.reset();
+    program.state.gLibrary.reset();
     program.state.gDatabaseOpen = false;
     program.state.clock = &clock;
   }
@@ -93,8 +93,8 @@ class MainScreenFixture : public testing::Test {
   // A second, empty library in the test's folder.
   QString OtherLibrary() {
     const QString path = program.Path(u"other.kestrel"_s);
-    Library::Create(path,
-                    [](Connection& other) { other.Execute(u"INSERT INTO DBRevision VALUES ('2.1')"_s); });
+    LibraryFile::Create(path,
+                        [](Connection& other) { other.Execute(u"INSERT INTO DBRevision VALUES ('2.1')"_s); });
     return path;
   }
   QString CopyOfData(const QString& name) const {

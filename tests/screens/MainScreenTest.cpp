@@ -113,7 +113,7 @@ TEST_F(MainScreenTest, ClosesOnlyAfterTheFirstLoadAndAQuestion) {
   EXPECT_NEAR(clock.ticks - before, 1000, 20);
   EXPECT_FALSE(main->isVisible());
   EXPECT_TRUE(program.state.gDataCollection.empty());
-  EXPECT_EQ(program.state.gConnection->GetState(), Connection::Closed);
+  EXPECT_FALSE(program.state.gLibrary);
 }
 
 TEST_F(MainScreenTest, ClosesSafelyInTheMiddleOfALaterLoad) {

@@ -1,14 +1,12 @@
 #include "tests/support/TestProgram.h"
 
-#include "core/Library.h"
 #include "platform/ado/Recordset.h"
 
 using namespace Qt::StringLiterals;
 
 TestProgram::TestProgram() {
   Library::Create(LibraryPath());
-  state.gConnection = std::make_unique<Connection>();
-  state.gConnection->OpenWith(LibraryPath());
+  state.gLibrary = std::make_shared<Library>(LibraryPath());
   state.gDatabaseOpen = true;
   state.gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\Kestrel"_s;
   state.mainScreen = &screen;

@@ -1,71 +1,22 @@
 // Takes over a library from a genuine Access file: every row of its tables into a new library file, or none.
-#include "core/AccessImport.h"
+#include "library/AccessImport.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <array>
 #include <cmath>
 
-#include "core/GlobalFunctions.h"
-#include "core/Library.h"
-#include "core/Trap.h"
+#include "library/LibraryFile.h"
+#include "library/Revision.h"
+#include "library/Tables.h"
 #include "platform/access/JetFile.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Kind { Id, Whole, Real, Text, YesNo };
-
-struct Column {
-  QString name;
-  Kind kind;
-};
-
-struct Table {
-  QString name;
-  std::vector<Column> columns;
-
-  QStringList ColumnNames() const {
-    QStringList names;
-    for (const Column& column : columns) names += column.name;
-    return names;
-  }
-};
-
-const std::array<Table, 3>& Tables() {
-  static const std::array<Table, 3> tables = {
-      Table{u"StatData"_s,
-            {{u"ID"_s, Kind::Id},
-             {u"Description"_s, Kind::Text},
-             {u"Values"_s, Kind::Text},
-             {u"LastModified"_s, Kind::Text},
-             {u"NominalSpecLimit"_s, Kind::Real},
-             {u"UpperSpecLimit"_s, Kind::Real},
-             {u"LowerSpecLimit"_s, Kind::Real},
-             {u"HiFlier"_s, Kind::Real},
-             {u"LoFlier"_s, Kind::Real},
-             {u"XBarUCL"_s, Kind::Real},
-             {u"XBarLCL"_s, Kind::Real},
-             {u"XBarMean"_s, Kind::Real},
-             {u"RBarUCL"_s, Kind::Real},
-             {u"RBarLCL"_s, Kind::Real},
-             {u"RBarMean"_s, Kind::Real},
-             {u"SubGroupSize"_s, Kind::Whole},
-             {u"SensitivityValue"_s, Kind::Whole},
-             {u"DetectionPeriod"_s, Kind::Whole},
-             {u"UnitOfMeasurement"_s, Kind::Text}}},
-      Table{u"Units"_s,
-            {{u"ID"_s, Kind::Id},
-             {u"Name"_s, Kind::Text},
-             {u"Description"_s, Kind::Text},
-             {u"Deleted"_s, Kind::YesNo}}},
-      Table{u"DBRevision"_s, {{u"Revision"_s, Kind::Text}}},
-  };
-  return tables;
-}
+using Kind = Column::Kind;
 
 // The UTF-8 of a text; as a text the database would take a leading U+FEFF for a mark and drop it. What it
 // would give back as another character is refused.
@@ -75,7 +26,8 @@ QVariant TextToStore(const QString& text) {
   return text.isEmpty() ? QByteArray("") : text.toUtf8();
 }
 
-QVariant ValueToStore(const QVariant& value, Kind kind) {
+QVariant ValueToStore(const QVariant& value, const Column& column) {
+  const Kind kind = column.kind;
   const int type = value.typeId();
   const bool isWhole = type == QMetaType::Int;
   const bool isReal = type == QMetaType::Double;
@@ -84,7 +36,7 @@ QVariant ValueToStore(const QVariant& value, Kind kind) {
     if (kind == Kind::Id || kind == Kind::YesNo) throw Error(u"the value is missing"_s);
     return {};
   }
-  if (kind == Kind::Text && type == QMetaType::QString) return TextToStore(value.toString());
+  if (column.IsText() && type == QMetaType::QString) return TextToStore(value.toString());
   if (kind == Kind::YesNo && (type == QMetaType::Bool || isWhole)) return value.toBool() ? 1 : 0;
   if (kind == Kind::Real && (isReal || isWhole)) {
     // The database would store a Null in its place.
@@ -96,15 +48,11 @@ QVariant ValueToStore(const QVariant& value, Kind kind) {
 }
 
 QSqlQuery PrepareInsert(Connection& connection, const Table& table) {
-  QStringList names;
   QStringList places;
-  for (const Column& column : table.columns) {
-    names += u'"' + column.name + u'"';
-    places += column.kind == Kind::Text ? u"CAST(? AS TEXT)"_s : u"?"_s;
-  }
+  for (const Column& column : table.columns) places += column.IsText() ? u"CAST(? AS TEXT)"_s : u"?"_s;
   QSqlQuery query(connection.Database());
   if (!query.prepare(
-          u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, names.join(u','), places.join(u','))))
+          u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, table.ColumnList(), places.join(u','))))
     throw DatabaseError(query.lastError().databaseText());
   return query;
 }
@@ -113,7 +61,7 @@ void BindRow(QSqlQuery& insert, const Table& table, const std::vector<QVariant>&
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
     const Column& column = table.columns[i];
     try {
-      insert.bindValue(static_cast<int>(i), ValueToStore(values[i], column.kind));
+      insert.bindValue(static_cast<int>(i), ValueToStore(values[i], column));
     } catch (const Error& error) {
       throw JetError(u"column \"%1\": %2"_s.arg(column.name, ErrorText(error)));
     }
@@ -158,7 +106,7 @@ void CopyTables(const QString& accessPath, Connection& connection, const AccessI
   const QDateTime stateBefore = state();
   std::vector<Source> sources;
   qint64 total = 0;
-  for (const Table& table : Tables()) {
+  for (const Table& table : Tables::All()) {
     sources.push_back({table, file.Table(table.name)});
     total += sources.back().definition.rowCount;
   }
@@ -178,25 +126,20 @@ auto Reading(const QString& accessPath, Body&& body) {
   try {
     return body();
   } catch (const JetError& error) {
-    throw Error(u"%1: %2"_s.arg(accessPath, error.Text()));
+    throw Error(u"%1: %2"_s.arg(accessPath, error.Text()), Error::Kind::Unavailable, accessPath);
   }
 }
 
 bool IsAccepted(const QString& revision) {
   try {
-    return GlobalFunctions::IsRevisionAccepted(revision);
+    return Revision::IsAccepted(revision);
   } catch (const std::exception&) {
     return false;  // no revision at all
   }
 }
 
-// The version message on one line.
-QString RefusalOf(const QString& revision) {
-  return GlobalFunctions::VersionMessage(revision).replace(u"\r\n"_s, u". "_s).replace(u'\t', u' ').trimmed();
-}
-
 QString ReadRevision(JetFile& file) {
-  const Table& table = Tables().back();
+  const Table& table = Tables::Revisions();
   JetRows rows = file.Rows(file.Table(table.name), table.ColumnNames());
   QString revision;
   while (rows.Next()) revision = rows.Values().front().toString();
@@ -215,8 +158,8 @@ QString AccessImport::Revision(const QString& accessPath) {
 void AccessImport::Convert(const QString& accessPath, const QString& libraryPath, const Progress& progress) {
   const QString revision = Revision(accessPath);
   if (revision.size() < 3) throw Error(u"%1: the table \"DBRevision\" names no revision."_s.arg(accessPath));
-  if (!IsAccepted(revision)) throw Error(u"%1: %2"_s.arg(accessPath, RefusalOf(revision)));
-  Library::Create(libraryPath, [&](Connection& connection) {
+  if (!IsAccepted(revision)) throw Error(u"%1: %2"_s.arg(accessPath, Revision::RefusalOnOneLine(revision)));
+  LibraryFile::Create(libraryPath, [&](Connection& connection) {
     Reading(accessPath, [&] { CopyTables(accessPath, connection, progress); });
   });
 }

@@ -1,4 +1,4 @@
-#include "core/Backup.h"
+#include "library/Backup.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -6,9 +6,6 @@
 #include <QFileInfo>
 #include <chrono>
 #include <filesystem>
-
-#include "core/Messages.h"
-#include "core/Trap.h"
 
 using namespace Qt::StringLiterals;
 
@@ -91,7 +88,9 @@ bool IsAboutLibrary(const std::exception& error) {
   return code == sqlError || code == busy || code == locked || code == corrupt || code == notADatabase;
 }
 
-void BeforeFirstChange(Connection& connection, const QString& library) {
+using Tell = std::function<void(const QString&)>;
+
+void BeforeFirstChange(Connection& connection, const QString& library, const Tell& tell) {
   // A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
   const QFileInfo file(library);
   const bool isWritable = file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
@@ -102,15 +101,18 @@ void BeforeFirstChange(Connection& connection, const QString& library) {
     if (IsAboutLibrary(error)) throw;
     // Nobody has to wait for the lock while the user reads.
     connection.RollbackTransaction();
-    ShowInformationMessage(u"No backup of %1 could be made. The change goes on without one.\r\n%2"_s.arg(
-        library, ErrorText(error)));
+    if (tell) {
+      tell(u"No backup of %1 could be made. The change goes on without one.\r\n%2"_s.arg(library,
+                                                                                         ErrorText(error)));
+    }
     connection.BeginTransaction();
   }
 }
 
 }  // namespace
 
-void Backup::Guard(Connection& connection, const QString& libraryPath, std::chrono::milliseconds checkHolds) {
+void Backup::Guard(Connection& connection, const QString& libraryPath, const Tell& tell,
+                   std::chrono::milliseconds checkHolds) {
   try {
     connection.CheckIntegrity();
   } catch (...) {
@@ -119,8 +121,8 @@ void Backup::Guard(Connection& connection, const QString& libraryPath, std::chro
   }
   QElapsedTimer sinceCheck;
   sinceCheck.start();
-  connection.BeforeFirstChange = [&connection, libraryPath, checkHolds, sinceCheck] {
+  connection.BeforeFirstChange = [&connection, libraryPath, tell, checkHolds, sinceCheck] {
     if (std::chrono::milliseconds(sinceCheck.elapsed()) >= checkHolds) connection.CheckIntegrity();
-    BeforeFirstChange(connection, libraryPath);
+    BeforeFirstChange(connection, libraryPath, tell);
   };
 }

@@ -17,6 +17,7 @@
 
 #include <QString>
 #include <chrono>
+#include <functional>
 
 #include "platform/ado/Connection.h"
 
@@ -26,8 +27,10 @@ inline constexpr qint64 largeLibrary = 8LL * 1024 * 1024;  // bytes
 
 // Checks the open library now; has its first change preceded by the backup and, where it comes later than a
 // check holds good, by another check. A damaged file is a DatabaseError: now, the connection is closed; then,
-// the change is refused. The file stays as it is.
+// the change is refused. The file stays as it is. `tell` gets the text for the user where no backup could be
+// made; meanwhile no lock is held.
 void Guard(Connection& connection, const QString& libraryPath,
+           const std::function<void(const QString&)>& tell,
            std::chrono::milliseconds checkHolds = std::chrono::minutes(1));
 
 }  // namespace Backup

@@ -1,12 +1,10 @@
 // What a library file keeps of a data set: made, closed and read again.
+#include <QDateTime>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
-#include "cli/LibrarySession.h"
-#include "core/CreateStatistics.h"
-#include "core/DataObjectFunctions.h"
-#include "core/Library.h"
 #include "data/Json.h"
+#include "library/Library.h"
 #include "platform/error/Error.h"
 #include "verify/ReferenceData.h"
 #include "verify/Verification.h"
@@ -49,19 +47,17 @@ Check SaveAndLoad() {
   Library::Create(path);
   std::vector<CDataPtr> saved;
   {
-    LibrarySession session(path);
+    const auto library = Library::Open(path, {});
     for (const QJsonValue reference : ReferenceData::Part(u"cases"_s)) {
-      const CDataPtr data = DataSetOf(reference);
-      session.Require([&] { return QCGlobalFunctions::CreateStatistics(*data); });
-      session.Require([&] { return DataObjectFunctions::SaveDataObjectToDatabase(data); });
-      saved.push_back(data);
+      saved.push_back(DataSetOf(reference));
+      library->Add(*saved.back(), QDateTime::currentDateTime());
     }
   }
-  LibrarySession session(path);
-  const std::vector<CDataPtr>& loaded = session.LoadDataSets();
+  const std::vector<Library::Row> loaded = Library::Open(path, {})->ReadAll();
   for (std::size_t i = 0; i < saved.size(); ++i) {
+    const bool isThere = i < loaded.size() && !loaded[i].failure;
     check.quantities.push_back(Quantity::OfTexts(saved[i]->Description(), Shown(*saved[i]),
-                                                 i < loaded.size() ? Shown(*loaded[i]) : QString()));
+                                                 isThere ? Shown(*loaded[i].data) : QString()));
   }
   return check;
 }

@@ -1,0 +1,51 @@
+// The tables of a library and their columns: the one list that making, reading, writing and converting go by.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+#include <array>
+#include <vector>
+
+#include "data/CData.h"
+
+struct Column {
+  // Name: a text whose case does not count in a search; Text: any other.
+  enum class Kind { Id, Whole, Real, Name, Text, YesNo };
+
+  QString name;
+  Kind kind;
+  // StatData only: the value of a row into a data set, and back. Read throws Error.
+  void (*read)(const QVariant& value, const QString& column, CData& data) = nullptr;
+  QVariant (*write)(const CData& data) = nullptr;
+
+  QString Quoted() const { return u'"' + name + u'"'; }
+  bool IsText() const { return kind == Kind::Name || kind == Kind::Text; }
+};
+
+struct Table {
+  QString name;
+  std::vector<Column> columns;
+
+  QStringList ColumnNames() const;
+  QString ColumnList() const;  // quoted, as it stands in a statement
+  qsizetype IndexOf(QStringView column) const;
+};
+
+namespace Tables {
+
+const Table& StatData();
+const Table& Units();
+const Table& Revisions();  // DBRevision
+const std::array<Table, 3>& All();
+
+// A data set of a row of StatData, its columns in the table's order; without statistics. Error where a value
+// is missing or cannot be what it should be.
+CDataPtr DataSetOf(const QVariantList& row);
+
+// The columns that a save writes to a row that exists; a new row gets its Description as well.
+bool IsWrittenBySave(const Column& column);
+
+QString DateText(const QDateTime& time);  // as LastModified holds it
+
+}  // namespace Tables
