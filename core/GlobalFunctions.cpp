@@ -39,12 +39,14 @@ namespace GlobalFunctions {
 bool OpenDatabaseConnection(bool useODBC, const QString& connectString) {
   return Trap(u"GlobalFunctions::OpenDatabaseConnection"_s, false, [&] {
     ProgramState& state = Globals();
-    state.gLibrary.reset();
-    state.gLibrary = std::make_shared<Library>(connectString, ProviderFor(useODBC));
-    Connection& connection = state.gLibrary->Database();
+    // What is open stays open until the other one has proved sound.
+    const auto library = std::make_shared<Library>(connectString, ProviderFor(useODBC));
+    Connection& connection = library->Database();
     connection.CommandTimeout = 30000;
-    state.gUsingODBC = connection.Provider != Connection::JetProvider;
-    if (!state.gUsingODBC) state.gLibrary->Guard(ShowInformationMessage);
+    const bool usingODBC = connection.Provider != Connection::JetProvider;
+    if (!usingODBC) library->Guard(ShowInformationMessage);
+    state.gLibrary = library;
+    state.gUsingODBC = usingODBC;
     return true;
   });
 }
@@ -86,11 +88,12 @@ void AttachDatabase(const QString& databasePath) {
     if (!valid) {
       ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path, {});
     } else {
-      state.gDatabaseOpen = OpenDatabaseConnection(false, path);
-      if (state.gDatabaseOpen)
+      if (OpenDatabaseConnection(false, path)) {
+        state.gDatabaseOpen = true;
         UseDatabase(path, revision, !forThisRun);
-      else
+      } else if (!state.gDatabaseOpen) {
         ShowInDatabasePanel(LoadResText(u"<none>;295"));
+      }
     }
     if (state.mainScreen) state.mainScreen->SetupMainFormDisplay();
   });
