@@ -46,9 +46,9 @@ void Calculate(Library::Row& row) {
   row.refusedByEngine = true;
 }
 
-void RequireStatistics(CData& data) {
+void RequireStatistics(CData& data, const QString& place) {
   if (!QCGlobalFunctions::CalculateStatistics(data))
-    throw InputError(u"Data set \"%1\": %2"_s.arg(data.Description(), data.ErrorMessage()),
+    throw InputError(u"%1: data set \"%2\": %3"_s.arg(place, data.Description(), data.ErrorMessage()),
                      data.Description());
 }
 
@@ -193,7 +193,7 @@ bool Library::Save(CData& data, const QDateTime& now) {
 
 void Library::Add(CData& data, const QDateTime& now) {
   RequireCount(data.DelimitedInputString().count(u','));
-  RequireStatistics(data);
+  RequireStatistics(data, place_);
   // One transaction, so that nobody adds the same description in between.
   Transaction transaction(connection_);
   if (Find(data.Description()))
@@ -215,7 +215,7 @@ CDataPtr Library::Append(const QString& description, const QStringList& values, 
   for (const QString& value : values) text += value + u',';
   RequireCount(text.count(u','));
   data->SetDelimitedInputString(text);
-  RequireStatistics(*data);
+  RequireStatistics(*data, place_);
   const QString modified = Tables::DateText(now);
   connection_.Run(u"update"_s, u"UPDATE StatData SET \"Values\" = ?, LastModified = ? WHERE ID = ?"_s,
                   {text, modified, data->ID()});

@@ -40,7 +40,9 @@ TEST(Trap, ReportsAnErrorAndGivesTheNeutralResult) {
   EXPECT_EQ(boxes.Take().text, u"M::P failed with error: \r\ngrößer als ½"_s);
   boxes.Expect();
   Trap(u"M::Q"_s, [] { throw std::out_of_range("Subscript out of range"); });
-  EXPECT_EQ(boxes.Take().text, u"M::Q failed with error: \r\nSubscript out of range"_s);
+  EXPECT_EQ(
+      boxes.Take().text,
+      u"M::Q failed with error: \r\nthere is a fault in the program (Subscript out of range); please report it"_s);
 }
 
 }  // namespace
