@@ -58,6 +58,17 @@ struct ExactArithmetic {
     return static_cast<long double>(sum) / (static_cast<long double>(count) * PowerOfTen(decimals));
   }
 
+  double Nearest(Sum sum, std::int64_t count) const { return QuotientAsDouble(sum, count, decimals); }
+
+  // How many samples lie outside two limits.
+  int CountOutside(double lower, double upper, Value minimum, Value maximum) const {
+    const Value last = FloorTicks(upper, decimals);     // of those not above the upper limit
+    const Value first = -FloorTicks(-lower, decimals);  // of those not below the lower
+    if (minimum >= first && maximum <= last) return 0;
+    return static_cast<int>(std::count_if(samples.begin(), samples.end(),
+                                          [=](Value sample) { return sample < first || sample > last; }));
+  }
+
   // limit - sum / count, exact as long as the limit is a decimal that fits.
   long double Distance(double limit, Sum sum, std::int64_t count) const {
     constexpr int mostMore = 12;
@@ -140,6 +151,15 @@ struct CompensatedArithmetic {
   Rounder MakeRounder(int count, Value) const { return {count, places}; }
   long double Quotient(const Sum& sum, std::int64_t count) const {
     return (sum.high + sum.low) / static_cast<long double>(count);
+  }
+
+  double Nearest(const Sum& sum, std::int64_t count) const {
+    return static_cast<double>(Quotient(sum, count));
+  }
+
+  int CountOutside(double lower, double upper, Value, Value) const {
+    return static_cast<int>(std::count_if(samples.begin(), samples.end(),
+                                          [=](Value sample) { return sample < lower || sample > upper; }));
   }
 
   long double Distance(double limit, const Sum& sum, std::int64_t count) const {

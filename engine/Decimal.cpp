@@ -6,7 +6,10 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <string>
+
+#include "engine/LongTicks.h"
 
 namespace engine {
 
@@ -116,16 +119,24 @@ double RoundToPlaces(double value, int places) {
   return std::copysign(RoundByDigits(magnitude, places), value);
 }
 
+namespace {
+
+// Whole numbers of less than 15 digits that say the value exactly.
+std::optional<std::int64_t> FewTicks(double value, int decimals) {
+  if (decimals > 18) return std::nullopt;
+  // No two decimals of up to 15 digits have the same nearest double.
+  const double power = static_cast<double>(IntegerPowerOfTen(decimals));
+  const double ticks = std::nearbyint(value * power);
+  if (!(std::fabs(ticks) < fifteenDigits && ticks / power == value)) return std::nullopt;
+  return static_cast<std::int64_t>(ticks);
+}
+
+}  // namespace
+
 std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals) {
   if (!std::isfinite(value)) return std::nullopt;
   if (value == 0) return ScaledInteger{0, leastDecimals};
-  if (leastDecimals <= 18) {
-    // No two decimals of up to 15 digits have the same nearest double.
-    const double power = static_cast<double>(IntegerPowerOfTen(leastDecimals));
-    const double mantissa = std::round(value * power);
-    if (std::fabs(mantissa) < fifteenDigits && mantissa / power == value)
-      return ScaledInteger{static_cast<std::int64_t>(mantissa), leastDecimals};
-  }
+  if (const auto ticks = FewTicks(value, leastDecimals)) return ScaledInteger{*ticks, leastDecimals};
   const Digits digits = DigitsOf(std::fabs(value), true);
   int decimals = std::max(digits.count - 1 - digits.exponent, leastDecimals);
   if (digits.exponent + 1 + decimals > 18 || decimals > maximumDecimals) return std::nullopt;
@@ -137,9 +148,118 @@ std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals) {
   return ScaledInteger{value < 0 ? -mantissa : mantissa, decimals};
 }
 
+std::optional<Int128> TicksOfRounded(double rounded, int places) {
+  const double ticks = rounded * static_cast<double>(IntegerPowerOfTen(places));
+  if (std::fabs(ticks) < fifteenDigits) return static_cast<std::int64_t>(std::round(ticks));
+  return WideTicks(rounded, places);
+}
+
+LongTicks LongTicks::OfRounded(double rounded, int places) {
+  LongTicks result;
+  if (rounded == 0) return result;
+  const Digits digits = DigitsOf(std::fabs(rounded), true);
+  for (int i = 0; i < digits.count; ++i) {
+    const int power = digits.exponent - i + places;
+    if (power < 0) break;
+    const std::int64_t digit = digits.digit[static_cast<std::size_t>(i)] - '0';
+    result.limbs_[static_cast<std::size_t>(power / digitsOfLimb)] +=
+        (rounded < 0 ? -digit : digit) * IntegerPowerOfTen(power % digitsOfLimb);
+  }
+  return result;
+}
+
+namespace {
+
+int DecimalsOfDigits(double value, bool shortest) {
+  if (value == 0 || !std::isfinite(value)) return 0;
+  // Most numbers that people write have few.
+  if (const auto few = ShortestDecimal(value, 4); few && few->decimals == 4) {
+    int decimals = 4;
+    for (std::int64_t rest = few->mantissa; decimals > 0 && rest % 10 == 0; rest /= 10) --decimals;
+    return decimals;
+  }
+  Digits digits = DigitsOf(std::fabs(value), shortest);
+  while (digits.count > 1 && digits.digit[static_cast<std::size_t>(digits.count - 1)] == '0') --digits.count;
+  return std::max(digits.count - 1 - digits.exponent, 0);
+}
+
+}  // namespace
+
+int DecimalsOf(double value) { return DecimalsOfDigits(value, true); }
+int DecimalsRead(double value) { return DecimalsOfDigits(value, false); }
+
+std::int64_t FloorTicks(double value, int decimals) {
+  if (const auto ticks = FewTicks(value, decimals)) return *ticks;
+  const Digits digits = DigitsOf(std::fabs(value), true);
+  const int whole = digits.exponent + 1 + decimals;  // digits before the point, where those are the ticks
+  constexpr std::int64_t last = std::numeric_limits<std::int64_t>::max();
+  if (whole > 18) return value < 0 ? -last : last;
+  std::int64_t ticks = 0;
+  for (int i = 0; i < whole; ++i) {
+    ticks = ticks * 10 + (i < digits.count ? digits.digit[static_cast<std::size_t>(i)] - '0' : 0);
+  }
+  if (value > 0) return ticks;
+  return digits.count > whole ? -ticks - 1 : -ticks;
+}
+
+std::optional<Int128> WideTicks(double value, int decimals) {
+  if (const auto ticks = FewTicks(value, decimals)) return *ticks;
+  const Digits digits = DigitsOf(std::fabs(value), true);
+  const int whole = digits.exponent + 1 + decimals;
+  if (whole > 36 || digits.count > whole) return std::nullopt;
+  Int128 ticks = 0;
+  for (int i = 0; i < whole; ++i) {
+    ticks = ticks * 10 + (i < digits.count ? digits.digit[static_cast<std::size_t>(i)] - '0' : 0);
+  }
+  return value < 0 ? -ticks : ticks;
+}
+
+long double DecimalDifference(double minuend, double subtrahend) {
+  constexpr int usual = 4;
+  const auto few = FewTicks(minuend, usual);
+  const auto fewLess = FewTicks(subtrahend, usual);
+  if (few && fewLess) return static_cast<long double>(*few - *fewLess) / PowerOfTen(usual);
+  const int decimals = std::max(DecimalsOf(minuend), DecimalsOf(subtrahend));
+  if (decimals <= maximumDecimals) {
+    const auto from = WideTicks(minuend, decimals);
+    const auto what = WideTicks(subtrahend, decimals);
+    if (from && what) return static_cast<long double>(*from - *what) / PowerOfTen(decimals);
+  }
+  return static_cast<long double>(minuend) - static_cast<long double>(subtrahend);
+}
+
 double QuotientAsDouble(Int128 sum, std::int64_t count, int decimals) {
-  return static_cast<double>(static_cast<long double>(sum) /
-                             (static_cast<long double>(count) * PowerOfTen(decimals)));
+  constexpr Int128 fewDigits = 1'000'000'000'000'000;
+  if (count == 1 && decimals <= 15 && sum < fewDigits && sum > -fewDigits)
+    return static_cast<double>(static_cast<std::int64_t>(sum)) /
+           static_cast<double>(IntegerPowerOfTen(decimals));
+  const auto magnitude = static_cast<UInt128>(sum < 0 ? -sum : sum);
+  auto divisor = static_cast<UInt128>(count);
+  for (int rest = decimals; rest > 0; rest -= 18)
+    divisor *= static_cast<UInt128>(IntegerPowerOfTen(std::min(rest, 18)));
+  constexpr UInt128 exactInDouble = UInt128{1} << 53;
+  if (magnitude == 0) return 0;
+  if (magnitude <= exactInDouble && divisor <= exactInDouble) {
+    const double quotient = static_cast<double>(magnitude) / static_cast<double>(divisor);
+    return sum < 0 ? -quotient : quotient;
+  }
+  // Long division to more bits than a double has; what is left over makes the last of them 1.
+  UInt128 quotient = magnitude / divisor;
+  UInt128 rest = magnitude % divisor;
+  int exponent = 0;
+  for (; quotient >> 60 == 0; --exponent) {
+    rest <<= 1;
+    quotient = quotient << 1 | (rest >= divisor ? 1 : 0);
+    if (rest >= divisor) rest -= divisor;
+  }
+  bool isInexact = rest != 0;
+  for (; quotient >> 63 != 0; ++exponent) {
+    isInexact = isInexact || (quotient & 1) != 0;
+    quotient >>= 1;
+  }
+  const auto bits = static_cast<std::int64_t>(quotient) | (isInexact ? 1 : 0);
+  const double result = std::ldexp(static_cast<double>(bits), exponent);
+  return sum < 0 ? -result : result;
 }
 
 TickRounder::TickRounder(std::int64_t count, int decimals, int places, Int128 maximumSum) : divisor_(count) {

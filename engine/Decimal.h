@@ -24,6 +24,10 @@ std::int64_t IntegerPowerOfTen(int exponent);
 // nothing. A value that is not finite comes back as it is.
 double RoundToPlaces(double value, int places);
 
+// A rounded value as whole numbers of the last of `places` decimals, as its shortest text says; nothing where
+// they have more than 36 digits.
+std::optional<Int128> TicksOfRounded(double rounded, int places);
+
 // mantissa / 10^decimals.
 struct ScaledInteger {
   std::int64_t mantissa = 0;
@@ -45,7 +49,22 @@ inline bool Rescale(std::int64_t& mantissa, int more) {
 // where it needs more than 18 digits or 27 decimals.
 std::optional<ScaledInteger> ShortestDecimal(double value, int leastDecimals);
 
-// sum / (count * 10^decimals) as a double, correctly rounded but for half a unit in the 64th bit.
+// The decimals of the shortest text of a value, and of its text of 15 digits without zeros at the end: what
+// an earlier calculation left in the last digits is nobody's decimals.
+int DecimalsOf(double value);
+int DecimalsRead(double value);
+
+// What that text says as whole numbers of the last of `decimals` decimals: exactly, or nothing where it needs
+// more decimals or more than 36 digits.
+std::optional<Int128> WideTicks(double value, int decimals);
+
+// The same, the fraction dropped towards below; where 64 bits do not hold it, the number next to their end.
+std::int64_t FloorTicks(double value, int decimals);
+
+// minuend - subtrahend as the shortest texts say, exact where both fit into 128 bits.
+long double DecimalDifference(double minuend, double subtrahend);
+
+// The double nearest to sum / (count * 10^decimals).
 double QuotientAsDouble(Int128 sum, std::int64_t count, int decimals);
 
 // The higher half of a product.
@@ -68,6 +87,7 @@ class TickRounder {
   }
   // The same for numbers of any size.
   Int128 Wide(Int128 sum) const;
+  Int128 Any(Int128 sum) const { return small_ ? (*this)(sum) : Wide(sum); }
 
  private:
   Int128 factor_ = 1;

@@ -12,78 +12,13 @@
 #include "engine/Constants.h"
 #include "engine/Decimal.h"
 #include "engine/Parse.h"
+#include "engine/Series.h"
 #include "engine/SeriesText.h"
+#include "engine/Verdict.h"
 
 namespace engine {
 
 namespace {
-
-// What one pass over the subgroups gathers. Base: the points that the limits are calculated from.
-template <class Arithmetic>
-struct Totals {
-  typename Arithmetic::Value minimum, maximum;
-  typename Arithmetic::Sum sum{}, ranges{}, baseSum{}, baseRanges{};
-  int rangeCount = 0, baseCount = 0, baseRangeCount = 0;
-};
-
-struct BasePeriod {
-  int first = 0;  // 0-based
-  int last = 0;
-};
-
-// The points of both charts, in whole numbers of the last shown decimal or as rounded doubles.
-template <class Point>
-struct Series {
-  std::vector<Point>& means;
-  std::vector<Point>& ranges;
-};
-
-// Fills the two series and gives the totals.
-template <class Arithmetic>
-Totals<Arithmetic> MakeSeries(const Arithmetic& arithmetic, int subGroupSize, const BasePeriod& base,
-                              const Series<typename Arithmetic::Point>& series) {
-  using Value = typename Arithmetic::Value;
-  const std::span<const Value> samples = arithmetic.samples;
-  const auto roundMean = arithmetic.MakeRounder(subGroupSize, arithmetic.largest);
-  const auto roundRange = arithmetic.MakeRounder(1, 2 * arithmetic.largest);
-  Totals<Arithmetic> totals{samples.front(), samples.front()};
-  const int count = static_cast<int>(samples.size()) / subGroupSize;
-  series.means.resize(static_cast<std::size_t>(count));
-  series.ranges.resize(series.means.size());
-  auto mean = series.means.begin();
-  auto meanRange = series.ranges.begin();
-  const Value* sample = samples.data();
-  for (int i = 0; i < count; ++i, sample += subGroupSize) {
-    typename Arithmetic::SubGroupSum sum = *sample;
-    Value low = *sample;
-    Value high = *sample;
-    for (int j = 1; j < subGroupSize; ++j) {
-      sum += sample[j];
-      low = std::min(low, sample[j]);
-      high = std::max(high, sample[j]);
-    }
-    if (subGroupSize == 1 && i > 0) {
-      low = std::min(sample[0], sample[-1]);
-      high = std::max(sample[0], sample[-1]);
-    }
-    totals.minimum = std::min(totals.minimum, low);
-    totals.maximum = std::max(totals.maximum, high);
-    const Value range = high - low;
-    const bool hasRange = subGroupSize > 1 || i > 0;
-    totals.sum += sum;
-    totals.ranges += range;
-    totals.rangeCount += hasRange;
-    if (i >= base.first && i <= base.last) {
-      totals.baseSum += sum;
-      totals.baseRanges += range;
-      ++totals.baseCount;
-      totals.baseRangeCount += hasRange;
-    }
-    *mean++ = roundMean(sum);
-    *meanRange++ = roundRange(range);
-  }
-  return totals;
-}
 
 template <class Point>
 void WriteSeries(const std::vector<Point>& points, const Inputs& inputs, std::string& text) {
@@ -96,19 +31,21 @@ void WriteSeries(const std::vector<Point>& points, const Inputs& inputs, std::st
 template <class Arithmetic>
 void MakeLimits(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, const Inputs& inputs,
                 int subGroupSize, Results& results) {
-  const long double mean = arithmetic.Quotient(totals.baseSum, std::int64_t{totals.baseCount} * subGroupSize);
+  const std::int64_t count = std::int64_t{totals.baseCount} * subGroupSize;
+  const long double mean = arithmetic.Quotient(totals.baseSum, count);
   const long double range =
       totals.baseRangeCount > 0 ? arithmetic.Quotient(totals.baseRanges, totals.baseRangeCount) : 0.0L;
   const long double d2 = D2(subGroupSize);
   const long double d3 = D3(subGroupSize);
   const long double reach = 3 * (range / d2) / std::sqrt(static_cast<long double>(subGroupSize));
   ControlLimits& limits = results.limits;
-  limits.xBarUpper = static_cast<double>(mean + reach);
-  limits.xBarLower = static_cast<double>(mean - reach);
-  limits.xBarCentre = static_cast<double>(mean);
+  limits.xBarCentre = arithmetic.Nearest(totals.baseSum, count);
+  limits.xBarUpper = reach > 0 ? static_cast<double>(mean + reach) : limits.xBarCentre;
+  limits.xBarLower = reach > 0 ? static_cast<double>(mean - reach) : limits.xBarCentre;
   limits.rangeUpper = static_cast<double>(range * (1 + 3 * d3 / d2));
   limits.rangeLower = static_cast<double>(range * std::max(0.0L, 1 - 3 * d3 / d2));
-  limits.rangeCentre = static_cast<double>(range);
+  limits.rangeCentre =
+      totals.baseRangeCount > 0 ? arithmetic.Nearest(totals.baseRanges, totals.baseRangeCount) : 0;
   for (const auto& [limit, name] : controlLimitFields) {
     if (inputs.limits.*limit != 0) limits.*limit = inputs.limits.*limit;
   }
@@ -118,55 +55,61 @@ template <class Arithmetic>
 void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals, const Inputs& inputs,
                  int subGroupSize, Results& results) {
   const auto count = static_cast<std::int64_t>(arithmetic.samples.size());
-  results.minValue = static_cast<double>(arithmetic.Quotient(totals.minimum, 1));
-  results.maxValue = static_cast<double>(arithmetic.Quotient(totals.maximum, 1));
-  const auto width = totals.maximum - totals.minimum;
-  results.stdDevValue =
-      count > 1 ? static_cast<double>(arithmetic.StandardDeviation(totals.minimum, width)) : 0;
+  results.minValue = arithmetic.Nearest(totals.minimum, 1);
+  results.maxValue = arithmetic.Nearest(totals.maximum, 1);
   const long double range =
       totals.rangeCount > 0 ? arithmetic.Quotient(totals.ranges, totals.rangeCount) : 0.0L;
-  const long double sigma = range / D2(subGroupSize);
-  results.cpkValue = 0;
-  if (sigma > 0 && inputs.upperSpecLimit > inputs.lowerSpecLimit) {
-    const long double upper = arithmetic.Distance(inputs.upperSpecLimit, totals.sum, count);
-    const long double lower = -arithmetic.Distance(inputs.lowerSpecLimit, totals.sum, count);
-    results.cpkValue = static_cast<double>(std::min(upper, lower) / (3 * sigma));
+  Spread spread;
+  spread.sigmaWithin = range / D2(subGroupSize);
+  if (count > 1) {
+    spread.sigmaOverall = arithmetic.StandardDeviation(totals.minimum, totals.maximum - totals.minimum);
   }
+  const double upper = inputs.upperSpecLimit;
+  const double lower = inputs.lowerSpecLimit;
+  const bool hasSpecification = upper > lower;
+  if (hasSpecification) {
+    spread.toUpper = arithmetic.Distance(upper, totals.sum, count);
+    spread.toLower = -arithmetic.Distance(lower, totals.sum, count);
+    spread.width = DecimalDifference(upper, lower);
+  }
+  results.capability = MakeCapability(spread);
+  if (hasSpecification) {
+    results.capability.samplesOutside = arithmetic.CountOutside(lower, upper, totals.minimum, totals.maximum);
+  }
+  results.cpkValue = results.capability.cpk.value_or(0);
+  results.stdDevValue = results.capability.sigmaOverall;
 }
 
-ChartLines<double> RoundedLines(const Inputs& inputs, const Results& results) {
-  auto line = [&](double value) { return RoundToPlaces(value, inputs.precisionValue); };
-  return {line(results.limits.xBarUpper), line(results.limits.xBarCentre), line(results.limits.xBarLower)};
-}
-
-void Judge(std::span<const double> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
-  FindViolations<double>(points, RoundedLines(inputs, results), firstPoint, results.violatingPoints);
-}
-
-// Points in whole numbers of the last shown decimal, and so the lines; as doubles where given lines do not
-// fit.
+// Points beyond the lines of both charts, from plot point firstPoint (0-based) on. Points: whole numbers of
+// the last shown decimal, or doubles rounded to it.
 template <class Point>
-void Judge(std::span<const Point> points, const Inputs& inputs, std::size_t firstPoint, Results& results) {
-  const ChartLines<double> rounded = RoundedLines(inputs, results);
-  const long double ticksPerUnit = PowerOfTen(inputs.precisionValue);
-  const long double largest = std::is_same_v<Point, std::int64_t> ? largestNarrow : 1e36L;
-  auto fits = [&](double value) { return std::fabs(value * ticksPerUnit) < largest; };
-  if (fits(rounded.upper) && fits(rounded.centre) && fits(rounded.lower)) {
-    auto tick = [&](double value) { return static_cast<Point>(std::round(value * ticksPerUnit)); };
-    FindViolations<Point>(points, {tick(rounded.upper), tick(rounded.centre), tick(rounded.lower)},
-                          firstPoint, results.violatingPoints);
-    return;
-  }
-  std::vector<double> values;
-  values.reserve(points.size());
-  for (const Point point : points) values.push_back(QuotientAsDouble(point, 1, inputs.precisionValue));
-  FindViolations<double>(values, rounded, firstPoint, results.violatingPoints);
+void Judge(const Series<Point>& series, const Inputs& inputs, std::size_t firstPoint, Results& results) {
+  const int places = inputs.precisionValue;
+  const ControlLimits& limits = results.limits;
+  auto rounded = [&](double line) { return RoundToPlaces(line, places); };
+  InTicks(std::span<const Point>(series.means),
+          {rounded(limits.xBarUpper), rounded(limits.xBarCentre), rounded(limits.xBarLower)}, places,
+          [&](auto points, const auto& lines) {
+            FindViolations(points, lines, firstPoint, results.violatingPoints);
+          });
+  const std::size_t firstRange = std::max<std::size_t>(firstPoint, inputs.subGroupSize > 1 ? 0 : 1);
+  InTicks(
+      std::span<const Point>(series.ranges),
+      {rounded(limits.rangeUpper), rounded(limits.rangeCentre), rounded(limits.rangeLower)}, places,
+      [&](auto points, const auto& lines) { FindOutside(points, lines, firstRange, results.rangesOutside); });
+}
+
+// Whether rounding the exact means and ranges surely gives what rounding their nearest doubles does, less
+// than 15 digits.
+bool AreShort(std::int64_t largest, int subGroupSize, int moreDecimals) {
+  const std::int64_t limit = 10'000'000'000'000;
+  return largest < limit / subGroupSize / IntegerPowerOfTen(std::min(moreDecimals, 18));
 }
 
 void MakeVerdict(const Inputs& inputs, Results& results) {
   results.ruleViolation = LowestViolatedRule(results.violatingPoints, inputs.sensitivity);
   results.isInControl = results.ruleViolation == 0;
-  results.processState = (results.isInControl ? 3 : 1) + (results.cpkValue >= 1 ? 1 : 0);
+  results.processState = (results.isInControl ? 3 : 1) + (RoundToPlaces(results.cpkValue, 2) >= 1 ? 1 : 0);
 }
 
 void Store(const HistogramResults& histogram, std::string_view delimiter, Results& results) {
@@ -250,8 +193,11 @@ Results ResultsWithoutPoints(const Inputs& inputs) {
 
 struct Engine::WorkSpace {
   Samples samples;
+  int sampleDecimals = 0;
   std::vector<Int128> wideMeans;  // where the series take more than 64 bits
   std::vector<Int128> wideRanges;
+  std::vector<double> shownMeans;  // where the exact ones have too many digits to be judged by
+  std::vector<double> shownRanges;
   HistogramResults histogram;
   Results results;
   std::string error;
@@ -270,36 +216,43 @@ struct Engine::WorkSpace {
       series->ticks.clear();
       series->values.clear();
     }
+    for (auto* shown : {&shownMeans, &shownRanges}) shown->clear();
   }
 
   // The first `used` samples.
   void Compute(const Inputs& inputs, std::size_t used, int subGroupSize, const BasePeriod& base) {
     const int places = inputs.precisionValue;
+    ClearSeries(places);
     if (!samples.exact) {
       const auto values = std::span<const double>(samples.values).first(used);
-      Compute(CompensatedArithmetic{values, places, Largest(values)}, inputs, subGroupSize, base);
+      Compute(CompensatedArithmetic{values, places, Largest(values)}, inputs, subGroupSize, base,
+              NotNeeded{});
       return;
     }
     const auto values = std::span<const std::int64_t>(samples.mantissas).first(used);
     const std::int64_t largest = Largest(values);
     const int more = std::max(places - samples.decimals, 0);
-    if (largest < largestNarrow / IntegerPowerOfTen(more)) {
+    const Series<double> shown{shownMeans, shownRanges};
+    if (AreShort(largest, subGroupSize, more)) {
       Compute(ExactArithmetic<std::int64_t>{values, samples.decimals, places, largest}, inputs, subGroupSize,
-              base);
+              base, NotNeeded{});
+    } else if (largest < largestNarrow / IntegerPowerOfTen(more)) {
+      Compute(ExactArithmetic<std::int64_t>{values, samples.decimals, places, largest}, inputs, subGroupSize,
+              base, shown);
     } else {
-      Compute(ExactArithmetic<Int128>{values, samples.decimals, places, largest}, inputs, subGroupSize, base);
+      Compute(ExactArithmetic<Int128>{values, samples.decimals, places, largest}, inputs, subGroupSize, base,
+              shown);
     }
   }
 
-  template <class Arithmetic>
-  void Compute(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize, const BasePeriod& base) {
+  template <class Arithmetic, class Shown>
+  void Compute(const Arithmetic& arithmetic, const Inputs& inputs, int subGroupSize, const BasePeriod& base,
+               const Shown& shown) {
     const auto series = SeriesOf(arithmetic);
-    ClearSeries(inputs.precisionValue);
-    const auto totals = MakeSeries(arithmetic, subGroupSize, base, series);
-    const auto& points = series.means;
-    results.numberOfPlotPoints = static_cast<int>(points.size());
+    const auto totals = MakeSeries(arithmetic, subGroupSize, base, series, shown);
+    results.numberOfPlotPoints = static_cast<int>(series.means.size());
     results.sampleQty = static_cast<int>(arithmetic.samples.size());
-    WriteSeries(points, inputs, results.xBarOutputString);
+    WriteSeries(series.means, inputs, results.xBarOutputString);
     WriteSeries(series.ranges, inputs, results.rBarOutputString);
     if constexpr (std::is_same_v<typename Arithmetic::Point, Int128>) {
       for (const Int128 point : series.means)
@@ -310,9 +263,14 @@ struct Engine::WorkSpace {
     MakeLimits(arithmetic, totals, inputs, subGroupSize, results);
     MakeSummary(arithmetic, totals, inputs, subGroupSize, results);
     constexpr std::size_t longestRule = 8;
-    const bool wholeChart = inputs.detectionPeriod == DetectionPeriod::Long || points.size() <= longestRule;
-    Judge(std::span<const typename Arithmetic::Point>(points), inputs,
-          wholeChart ? 0 : points.size() - longestRule, results);
+    const std::size_t count = series.means.size();
+    const bool wholeChart = inputs.detectionPeriod == DetectionPeriod::Long || count <= longestRule;
+    const std::size_t firstPoint = wholeChart ? 0 : count - longestRule;
+    if constexpr (std::is_same_v<Shown, NotNeeded>) {
+      Judge(series, inputs, firstPoint, results);
+    } else {
+      Judge(shown, inputs, firstPoint, results);
+    }
     MakeVerdict(inputs, results);
     const HistogramInputs histogramInputs{inputs.lowerSpecLimit, inputs.upperSpecLimit, inputs.precisionValue,
                                           inputs.stringDelimiter};
@@ -334,13 +292,24 @@ Engine& Engine::operator=(Engine&&) noexcept = default;
 const std::string& Engine::LastError() const { return work_->error; }
 
 bool Engine::Run(const Inputs& inputs, Results& results) {
+  return Read(inputs.delimitedInputString, inputs.stringDelimiter, inputs.reverseDataString) &&
+         Calculate(inputs, results);
+}
+
+bool Engine::Read(std::string_view delimitedInputString, std::string_view stringDelimiter,
+                  bool reverseDataString) {
+  const bool isRead =
+      ParseSamples(delimitedInputString, stringDelimiter, reverseDataString, work_->samples, work_->error);
+  work_->sampleDecimals = isRead ? DecimalsNeeded(work_->samples) : 0;
+  return isRead;
+}
+
+int Engine::SampleDecimals() const { return work_->sampleDecimals; }
+
+bool Engine::Calculate(const Inputs& inputs, Results& results) {
   WorkSpace& work = *work_;
   work.error = InputError(inputs);
   if (!work.error.empty()) return false;
-  if (!ParseSamples(inputs.delimitedInputString, inputs.stringDelimiter, inputs.reverseDataString,
-                    work.samples, work.error)) {
-    return false;
-  }
   const int subGroupSize = std::max(inputs.subGroupSize, 1);
   const int count = static_cast<int>(work.samples.count) / subGroupSize;
   if (count == 0) {
@@ -352,6 +321,7 @@ bool Engine::Run(const Inputs& inputs, Results& results) {
   if (!work.error.empty()) return false;
   work.Compute(inputs, static_cast<std::size_t>(count) * static_cast<std::size_t>(subGroupSize), subGroupSize,
                base);
+  work.results.sampleDecimals = SampleDecimals();
   if (!AllFinite(work.results)) {
     work.error = "the values are too large to be calculated with";
     return false;

@@ -21,16 +21,20 @@
 // dataStartPoint to dataStopPoint; d2, d3 as in Constants.h, for n = 1 those of 2:
 //   averages: centre line = mean of the means      limits = centre line +- 3 (R-bar / d2) / sqrt(n)
 //   ranges:   centre line R-bar = mean of ranges   limits = R-bar * max(0, 1 +- 3 d3 / d2)
-// A limit whose input is not 0 comes back unchanged; the others are built from the data all the same.
+// For n = 1 the range of the first of these points reaches back out of them and does not count. A limit whose
+// input is not 0 comes back unchanged; the others are built from the data all the same.
 //
-// CAPABILITY (ibid. 8.3), over all samples used, sigma = R-bar / d2:
-//   Cpk = min(USL - mean, mean - LSL) / (3 sigma); 0 where sigma is 0 or USL <= LSL.
-// StdDevValue is the sample standard deviation (n - 1) of all samples used.
+// CAPABILITY: see Capability.h.
 //
-// RULES: see Rules.h. They are judged on points, limits and centre line rounded to precisionValue decimals.
+// RULES: see Rules.h. They are judged on points, limits and centre line rounded to precisionValue decimals,
+// as decimals. With more than 15 digits these are the ones of the shortest text of a double, so that a limit
+// that was stored compares as it did before.
 //
 // PROCESS STATE: 4 in control and Cpk >= 1; 3 in control, Cpk < 1; 2 out of control, Cpk >= 1; 1 out of
-// control, Cpk < 1; 0 no points.
+// control, Cpk < 1; 0 no points. Cpk counts with the two decimals that are shown: 1.00 is capable.
+//
+// DECIMALS: those that the samples need (trailing zeros do not count) are known as soon as they are read,
+// before precisionValue has to be chosen; DecimalsToShow is the choice for a data set of its own.
 //
 // HISTOGRAM: see Histogram.h.
 //
@@ -38,6 +42,7 @@
 // decimals, halves rounded away from zero. The same figures as numbers stand beside them.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -46,6 +51,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/Capability.h"
 #include "engine/ControlLimits.h"
 #include "engine/Decimal.h"
 #include "engine/Histogram.h"
@@ -56,6 +62,14 @@ namespace engine {
 inline constexpr int maximumSamples = 32767;
 inline constexpr int maximumSubGroupSize = 20;
 inline constexpr int maximumPrecision = 15;
+
+// The decimals to calculate and show a data set with, from those that its samples and specification limits
+// have: 4, and two more than its own from 5 on, as far as these go.
+inline constexpr int mostDecimalsShown = 8;
+constexpr int DecimalsToShow(int decimals) {
+  constexpr int usual = 4;
+  return decimals <= usual ? usual : std::min(mostDecimalsShown, decimals + 2);
+}
 
 struct Inputs {
   std::string_view stringDelimiter = ",";  // empty: the whole text is one element
@@ -87,7 +101,7 @@ struct PlottedSeries {
 
 struct Results {
   ControlLimits limits;
-  double cpkValue = 0;
+  double cpkValue = 0;  // the Cpk of `capability`, 0 where it is absent
   int histogramBinQty = 0;
   std::string histogramBinValuesOutputString;
   std::string histogramLabelsOutputString;
@@ -102,12 +116,15 @@ struct Results {
   int processState = 0;
   std::string rBarOutputString;
   PlottedSeries rangeSeries;
-  int ruleViolation = 0;  // the lowest violated rule of the sensitivity, 0 for none
-  double stdDevValue = 0;
+  int ruleViolation = 0;   // the lowest violated rule of the sensitivity, 0 for none
+  double stdDevValue = 0;  // the sigmaOverall of `capability`
   std::string xBarOutputString;
   PlottedSeries xBarSeries;
-  int sampleQty = 0;                // samples in complete subgroups
-  ViolatingPoints violatingPoints;  // of all four rules, whatever the sensitivity
+  int sampleQty = 0;                        // samples in complete subgroups
+  int sampleDecimals = 0;                   // that the samples need, zeros at the end not counted
+  ViolatingPoints violatingPoints;          // of all four rules, whatever the sensitivity
+  std::vector<std::int16_t> rangesOutside;  // 1-based points of the range chart beyond its limits
+  Capability capability;
 };
 
 class Engine {
@@ -120,6 +137,12 @@ class Engine {
   // True: `results` is filled as a whole. False: `results` is as it was and LastError says why, naming the
   // value, its 1-based position or the input at fault.
   [[nodiscard]] bool Run(const Inputs& inputs, Results& results);
+
+  // The same in two steps: between them the other inputs can be made to fit the samples' decimals.
+  [[nodiscard]] bool Read(std::string_view delimitedInputString, std::string_view stringDelimiter,
+                          bool reverseDataString);
+  int SampleDecimals() const;  // of the samples read: those they need
+  [[nodiscard]] bool Calculate(const Inputs& inputs, Results& results);  // with the samples read
   const std::string& LastError() const;
 
  private:

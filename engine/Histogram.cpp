@@ -45,47 +45,63 @@ Int128 CeilingOfQuotient(Int128 dividend, Int128 divisor) {
   return quotient * divisor < dividend ? quotient + 1 : quotient;
 }
 
-// The scale as scaled integers of one number of decimals.
+Int128 WidePowerOfTen(int exponent) {
+  const int low = std::min(exponent, 18);
+  return Int128{IntegerPowerOfTen(low)} * IntegerPowerOfTen(exponent - low);
+}
+
+// The scale as whole numbers of the last of some decimals.
 struct ExactScale {
-  std::int64_t low = 0;
-  std::int64_t high = 0;
+  Int128 low = 0;
+  Int128 high = 0;
   int decimals = 0;
 };
 
-// False where a bound or a label does not fit.
-bool MakeExactScale(int decimals, std::int64_t minimum, std::int64_t maximum, const HistogramInputs& inputs,
-                    ExactScale& scale) {
-  scale = {minimum, maximum, std::max(decimals, inputs.places)};
-  std::optional<ScaledInteger> lower;
-  std::optional<ScaledInteger> upper;
-  if (inputs.lowerSpecLimit < inputs.upperSpecLimit) {
-    // In the samples' own decimals where that fits: mostly no digits have to be looked for.
-    auto exact = [&](double limit) {
-      const auto decimal = ShortestDecimal(limit, scale.decimals);
-      return decimal ? decimal : ShortestDecimal(limit, 0);
+// Thirteen times a number of the scale stays in 128 bits.
+constexpr long double largestOfScale = 1e36L;
+
+// Nothing where a bound does not fit.
+std::optional<ExactScale> MakeExactScale(int decimals, std::int64_t minimum, std::int64_t maximum,
+                                         const HistogramInputs& inputs) {
+  ExactScale scale;
+  scale.decimals = std::max(decimals, inputs.places);
+  std::optional<Int128> lower;
+  std::optional<Int128> upper;
+  const bool hasSpecification = inputs.lowerSpecLimit < inputs.upperSpecLimit;
+  if (hasSpecification) {
+    const auto read = [&] {
+      lower = WideTicks(inputs.lowerSpecLimit, scale.decimals);
+      upper = WideTicks(inputs.upperSpecLimit, scale.decimals);
+      return lower && upper;
     };
-    lower = exact(inputs.lowerSpecLimit);
-    upper = exact(inputs.upperSpecLimit);
-    if (!lower || !upper) return false;
-    scale.decimals = std::max({scale.decimals, lower->decimals, upper->decimals});
-  }
-  if (!Rescale(scale.low, scale.decimals - decimals) || !Rescale(scale.high, scale.decimals - decimals))
-    return false;
-  if (lower) {
-    if (!Rescale(lower->mantissa, scale.decimals - lower->decimals) ||
-        !Rescale(upper->mantissa, scale.decimals - upper->decimals)) {
-      return false;
+    // Mostly the limits have no more decimals than are shown.
+    if (!read()) {
+      scale.decimals =
+          std::max({scale.decimals, DecimalsOf(inputs.lowerSpecLimit), DecimalsOf(inputs.upperSpecLimit)});
+      if (!read()) return std::nullopt;
     }
-    scale.low = std::min(scale.low, lower->mantissa);
-    scale.high = std::max(scale.high, upper->mantissa);
+  }
+  if (scale.decimals > maximumDecimals) return std::nullopt;
+  const auto largest = static_cast<long double>(std::max(maximum, -minimum));
+  if (largest * PowerOfTen(scale.decimals - decimals) > largestOfScale) return std::nullopt;
+  scale.low = minimum * WidePowerOfTen(scale.decimals - decimals);
+  scale.high = maximum * WidePowerOfTen(scale.decimals - decimals);
+  if (hasSpecification) {
+    scale.low = std::min(scale.low, *lower);
+    scale.high = std::max(scale.high, *upper);
   }
   if (scale.low == scale.high) {
-    const int unit = scale.decimals - inputs.places;
-    if (unit > 18) return false;
-    scale.low -= IntegerPowerOfTen(unit);
-    scale.high += IntegerPowerOfTen(unit);
+    const Int128 unit = WidePowerOfTen(scale.decimals - inputs.places);
+    scale.low -= unit;
+    scale.high += unit;
   }
-  return true;
+  return scale;
+}
+
+// The nearest number of 64 bits.
+std::int64_t Clamp(Int128 number) {
+  using Limits = std::numeric_limits<std::int64_t>;
+  return static_cast<std::int64_t>(std::clamp<Int128>(number, Limits::min(), Limits::max()));
 }
 
 }  // namespace
@@ -128,8 +144,8 @@ void MakeHistogram(std::span<const double> samples, double minimum, double maxim
 
 void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int64_t minimum,
                    std::int64_t maximum, const HistogramInputs& inputs, HistogramResults& results) {
-  ExactScale scale;
-  if (!MakeExactScale(decimals, minimum, maximum, inputs, scale)) {
+  const std::optional<ExactScale> exact = MakeExactScale(decimals, minimum, maximum, inputs);
+  if (!exact) {
     std::vector<double> values;
     values.reserve(samples.size());
     for (const std::int64_t sample : samples) values.push_back(QuotientAsDouble(sample, 1, decimals));
@@ -138,29 +154,29 @@ void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int
     return;
   }
   // Bin b starts at (12 low + b (high - low)) / (12 * 10^scale.decimals).
-  const Int128 width = Int128{scale.high} - scale.low;
-  Int128 finer = histogramBins;  // from samples' units to twelfths of the scale's
-  for (int i = decimals; i < scale.decimals; ++i) finer *= 10;
-  const Int128 largest = std::max<Int128>(scale.high, -Int128{scale.low}) * histogramBins;
+  const ExactScale& scale = *exact;
+  const Int128 width = scale.high - scale.low;
+  // From samples' units to twelfths of the scale's.
+  const Int128 finer = histogramBins * WidePowerOfTen(scale.decimals - decimals);
+  const Int128 largest = std::max(scale.high, -scale.low) * histogramBins;
   const TickRounder round(histogramBins, scale.decimals, inputs.places, largest);
   std::array<std::int64_t, histogramBins> starts;
-  std::array<std::int64_t, histogramBins> labels;
+  std::array<Int128, histogramBins> labels;
   for (std::size_t bin = 0; bin < histogramBins; ++bin) {
-    const Int128 start = Int128{scale.low} * histogramBins + width * static_cast<int>(bin);
-    starts[bin] = static_cast<std::int64_t>(CeilingOfQuotient(start, finer));
-    labels[bin] = round(start);
+    const Int128 start = scale.low * histogramBins + width * static_cast<int>(bin);
+    starts[bin] = Clamp(CeilingOfQuotient(start, finer));
+    labels[bin] = round.Any(start);
     results.starts[bin] = QuotientAsDouble(labels[bin], 1, inputs.places);
   }
   WriteLabels(labels, inputs, results.labels);
   results.lowScale = QuotientAsDouble(scale.low, 1, scale.decimals);
   results.highScale = QuotientAsDouble(scale.high, 1, scale.decimals);
-  // Bins per sample's unit, in 2^-64. Too small a guess by less than one bin.
-  const auto binsPerUnit = static_cast<std::uint64_t>(
-      finer < width ? (UInt128{static_cast<std::uint64_t>(finer)} << 64) / static_cast<UInt128>(width)
-                    : ~UInt128{0});
-  auto guess = [low = starts[0], binsPerUnit](std::int64_t sample) {
-    const auto above = static_cast<std::uint64_t>(sample - low);
-    return std::min<std::size_t>(HighProduct(above, binsPerUnit), histogramBins - 1);
+  // Bins per sample's unit, in 2^-64: mostly too small a guess by less than one bin.
+  const double binsPerUnit = static_cast<double>(finer) / static_cast<double>(width);
+  const auto scaled = static_cast<std::uint64_t>(std::min(binsPerUnit, 1 - 0x1p-53) * 0x1p64);
+  auto guess = [low = starts[0], scaled](std::int64_t sample) {
+    const auto above = static_cast<std::uint64_t>(sample) - static_cast<std::uint64_t>(low);
+    return std::min<std::size_t>(HighProduct(above, scaled), histogramBins - 1);
   };
   Count(samples, starts, guess, results.counts);
 }

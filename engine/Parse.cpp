@@ -240,17 +240,49 @@ bool ParseExact(std::string_view text, std::string_view delimiter, Samples& samp
   return true;
 }
 
+int DecimalsOf(const DecimalText& parts) {
+  const std::size_t last = parts.fraction.find_last_not_of('0');
+  long decimals = 0;
+  if (last != parts.fraction.npos) {
+    decimals = static_cast<long>(last) + 1;
+  } else if (const std::size_t digit = parts.whole.find_last_not_of('0'); digit != parts.whole.npos) {
+    decimals = static_cast<long>(digit) + 1 - static_cast<long>(parts.whole.size());
+  } else {
+    return 0;
+  }
+  return static_cast<int>(std::max(decimals - parts.exponent, 0L));
+}
+
 // The same elements as doubles.
 void ParseDoubles(std::string_view text, std::string_view delimiter, Samples& samples) {
+  samples.decimals = 0;
   while (!text.empty()) {
     const std::size_t at = Find(text, delimiter);
     const std::string_view element = Trim(text.substr(0, at));
-    if (!element.empty()) samples.values.push_back(NearestDouble(element, *Dissect(element)).value());
+    if (!element.empty()) {
+      const DecimalText parts = *Dissect(element);
+      samples.values.push_back(NearestDouble(element, parts).value());
+      samples.decimals = std::max(samples.decimals, DecimalsOf(parts));
+    }
     text.remove_prefix(std::min(at + delimiter.size(), text.size()));
   }
 }
 
 }  // namespace
+
+int DecimalsNeeded(const Samples& samples) {
+  if (!samples.exact) return samples.decimals;
+  // Mostly the first sample has a last digit.
+  int most = samples.decimals;
+  for (std::int64_t power = 10; most > 0 && power <= largestMantissa / 10; power *= 10, --most) {
+    const auto end = samples.mantissas.begin() + static_cast<std::ptrdiff_t>(samples.count);
+    if (std::any_of(samples.mantissas.begin(), end,
+                    [=](std::int64_t mantissa) { return mantissa % power != 0; })) {
+      return most;
+    }
+  }
+  return samples.count == 0 || most <= 0 ? 0 : most;
+}
 
 Reading ReadDecimal(std::string_view element, double& value) {
   element = Trim(element);

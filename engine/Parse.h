@@ -15,8 +15,8 @@ struct Samples {
   std::size_t count = 0;
   std::vector<std::int64_t> mantissas;  // exact: the first `count`, each mantissa / 10^decimals and none
                                         // beyond largestMantissa; what follows is room for longer texts
-  int decimals = 0;
-  std::vector<double> values;  // not exact: the nearest doubles
+  int decimals = 0;                     // as written: zeros at the end may count
+  std::vector<double> values;           // not exact: the nearest doubles
 };
 
 // Splits `text` at `delimiter`; empty elements are passed over, blanks (space, tab, CR, LF) around one
@@ -24,6 +24,9 @@ struct Samples {
 // number of samples above maximumSamples. ReadDecimal says what a number is.
 [[nodiscard]] bool ParseSamples(std::string_view text, std::string_view delimiter, bool reverse,
                                 Samples& samples, std::string& error);
+
+// The most decimals that a sample has: exponents resolved, zeros at the end not counted.
+int DecimalsNeeded(const Samples& samples);
 
 enum class Reading { Number, NoNumber, TooLarge };
 

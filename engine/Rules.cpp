@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "engine/Decimal.h"
+#include "engine/LongTicks.h"
 
 namespace engine {
 
@@ -36,9 +37,9 @@ class History {
 template <class Number>
 class Side {
  public:
-  explicit Side(Number threeSigma) : threeSigma_(threeSigma) {}
+  explicit Side(const Number& threeSigma) : threeSigma_(threeSigma) {}
   // distance: beyond the centre line on this side; 0 or less for a point that lies elsewhere.
-  void Add(Number distance) {
+  void Add(const Number& distance) {
     const bool here = distance > 0;
     beyondOne_.Add(here & (3 * distance > threeSigma_));
     beyondTwo_.Add(here & (3 * distance > 2 * threeSigma_));
@@ -55,33 +56,53 @@ class Side {
   int run_ = 0;
 };
 
+template <class Number>
+bool IsOutside(const Number& point, const ChartLines<Number>& lines) {
+  return point > lines.upper || point < lines.lower;
+}
+
 }  // namespace
 
 template <class Number>
 void FindViolations(std::span<const Number> points, const ChartLines<Number>& lines, std::size_t firstPoint,
                     ViolatingPoints& violating) {
   for (auto& list : violating) list.clear();
+  const std::size_t count = points.size() - firstPoint;
+  const bool canBreakRuleTwo = count >= 3;
+  const bool canBreakRuleThree = count >= 5;
   Side<Number> above(lines.upper - lines.centre);
   Side<Number> below(lines.centre - lines.lower);
   for (std::size_t i = firstPoint; i < points.size(); ++i) {
-    const Number point = points[i];
-    const std::size_t seen = i - firstPoint + 1;
+    const Number& point = points[i];
     above.Add(point - lines.centre);
     below.Add(lines.centre - point);
     const auto position = static_cast<std::int16_t>(i + 1);
-    if (point > lines.upper || point < lines.lower) violating[0].push_back(position);
-    if (seen >= 3 && (above.BreaksRuleTwo() || below.BreaksRuleTwo())) violating[1].push_back(position);
-    if (seen >= 5 && (above.BreaksRuleThree() || below.BreaksRuleThree())) violating[2].push_back(position);
+    if (IsOutside(point, lines)) violating[0].push_back(position);
+    if (canBreakRuleTwo && (above.BreaksRuleTwo() || below.BreaksRuleTwo())) violating[1].push_back(position);
+    if (canBreakRuleThree && (above.BreaksRuleThree() || below.BreaksRuleThree()))
+      violating[2].push_back(position);
     if (above.BreaksRuleFour() || below.BreaksRuleFour()) violating[3].push_back(position);
   }
 }
 
-template void FindViolations(std::span<const std::int64_t>, const ChartLines<std::int64_t>&, std::size_t,
-                             ViolatingPoints&);
-template void FindViolations(std::span<const Int128>, const ChartLines<Int128>&, std::size_t,
-                             ViolatingPoints&);
-template void FindViolations(std::span<const double>, const ChartLines<double>&, std::size_t,
-                             ViolatingPoints&);
+template <class Number>
+void FindOutside(std::span<const Number> points, const ChartLines<Number>& lines, std::size_t firstPoint,
+                 std::vector<std::int16_t>& outside) {
+  outside.clear();
+  for (std::size_t i = firstPoint; i < points.size(); ++i) {
+    if (IsOutside(points[i], lines)) outside.push_back(static_cast<std::int16_t>(i + 1));
+  }
+}
+
+#define INSTANTIATE(Number)                                                                     \
+  template void FindViolations(std::span<const Number>, const ChartLines<Number>&, std::size_t, \
+                               ViolatingPoints&);                                               \
+  template void FindOutside(std::span<const Number>, const ChartLines<Number>&, std::size_t,    \
+                            std::vector<std::int16_t>&)
+INSTANTIATE(std::int64_t);
+INSTANTIATE(Int128);
+INSTANTIATE(LongTicks);
+#undef INSTANTIATE
 
 bool IsRuleActive(int rule, Sensitivity sensitivity) {
   switch (rule) {

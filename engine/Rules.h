@@ -7,8 +7,12 @@
 //   2  two of three successive points beyond 2 sigma on one side
 //   3  four of five successive points beyond 1 sigma on one side
 //   4  eight successive points on one side of the centre line
-// The violating points of a rule lie in its zone themselves and complete the pattern; a pattern of rules 2, 3
-// and 4 needs three, five and eight points to exist.
+// The violating points of a rule lie in its zone themselves and complete the pattern: for rule 2 with another
+// point in the zone among the two before, for rule 3 with three more among the four before, for rule 4 as the
+// eighth or a later point of a run. The first three and five points are patterns too, where their points in
+// the zone come first; with fewer points there is none.
+//
+// Of the range chart, points beyond a limit are found. They make no verdict.
 #pragma once
 
 #include <array>
@@ -27,8 +31,8 @@ enum class DetectionPeriod { Short = 0, Long = 1 };
 // For rule r, the 1-based plot points that violate it, ascending, at index r - 1.
 using ViolatingPoints = std::array<std::vector<std::int16_t>, 4>;
 
-// Points, limits and centre line in one unit: whole numbers of the last shown decimal (std::int64_t), or
-// plain doubles where those do not fit.
+// Points, limits and centre line in one unit: whole numbers of the last shown decimal, in as many bits as
+// they need.
 template <class Number>
 struct ChartLines {
   Number upper;
@@ -40,6 +44,11 @@ struct ChartLines {
 template <class Number>
 void FindViolations(std::span<const Number> points, const ChartLines<Number>& lines, std::size_t firstPoint,
                     ViolatingPoints& violating);
+
+// Fills `outside` with the 1-based points beyond a limit, from the one at position firstPoint (0-based) on.
+template <class Number>
+void FindOutside(std::span<const Number> points, const ChartLines<Number>& lines, std::size_t firstPoint,
+                 std::vector<std::int16_t>& outside);
 
 // Whether a rule (1 to 4) makes a verdict.
 bool IsRuleActive(int rule, Sensitivity sensitivity);

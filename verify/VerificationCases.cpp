@@ -1,6 +1,7 @@
 // The engine against the embedded reference data.
 #include <QJsonObject>
 #include <QStringList>
+#include <optional>
 
 #include "engine/Engine.h"
 #include "verify/PiDigits.h"
@@ -40,12 +41,16 @@ QString Alternating(const QString& first, const QString& low, const QString& hig
   return first + u",%1,%2"_s.arg(low, high).repeated(500);
 }
 
+QString PointsText(const std::vector<std::int16_t>& points) {
+  QStringList texts;
+  for (const std::int16_t point : points) texts << QString::number(point);
+  return texts.join(u',');
+}
+
 QString ViolationText(const engine::ViolatingPoints& violating) {
   QStringList rules;
   for (std::size_t rule = 0; rule < violating.size(); ++rule) {
-    QStringList points;
-    for (const std::int16_t point : violating[rule]) points << QString::number(point);
-    if (!points.isEmpty()) rules << u"%1: %2"_s.arg(rule + 1).arg(points.join(u','));
+    if (!violating[rule].empty()) rules << u"%1: %2"_s.arg(rule + 1).arg(PointsText(violating[rule]));
   }
   return rules.join(u"; "_s);
 }
@@ -72,6 +77,9 @@ std::vector<Quantity> Compare(const QJsonObject& figures, const QJsonObject& tex
       {"NumberOfPlotPoints", QString::number(r.numberOfPlotPoints)},
       {"SampleQty", QString::number(r.sampleQty)},
       {"ViolatingPoints", ViolationText(r.violatingPoints)},
+      {"RangesOutside", PointsText(r.rangesOutside)},
+      {"SamplesOutside",
+       r.capability.samplesOutside ? QString::number(*r.capability.samplesOutside) : QString()},
       {"RuleViolation", QString::number(r.ruleViolation)},
       {"ProcessState", QString::number(r.processState)}};
   std::vector<Quantity> quantities;
@@ -82,6 +90,21 @@ std::vector<Quantity> Compare(const QJsonObject& figures, const QJsonObject& tex
   for (const auto& [name, actual] : words) {
     const QString key = QString::fromLatin1(name);
     quantities.push_back(Quantity::OfTexts(key, texts[key].toString(), actual));
+  }
+  const std::pair<const char*, std::optional<double>> capability[] = {
+      {"SigmaWithin", r.capability.sigmaWithin},
+      {"Cp", r.capability.cp},
+      {"Pp", r.capability.pp},
+      {"Ppk", r.capability.ppk},
+      {"ExpectedOutside", r.capability.ExpectedOutside()}};
+  for (const auto& [name, actual] : capability) {
+    const QString key = QString::fromLatin1(name);
+    if (figures.contains(key) && actual) {
+      quantities.push_back(Quantity::OfNumbers(key, figures[key].toString(), *actual));
+    } else {
+      quantities.push_back(
+          Quantity::OfTexts(key, figures[key].toString(), actual ? u"present"_s : QString()));
+    }
   }
   return quantities;
 }

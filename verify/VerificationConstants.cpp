@@ -70,10 +70,10 @@ std::vector<Check> Constants() {
   for (int n = 2; n <= largest; ++n) {
     const auto i = static_cast<std::size_t>(n);
     const long double variance = moments.square[i] - moments.mean[i] * moments.mean[i];
-    means.quantities.push_back(
-        Quantity::OfNumbers(u"d2(%1)"_s.arg(n), static_cast<double>(moments.mean[i]), engine::D2(n)));
-    deviations.quantities.push_back(
-        Quantity::OfNumbers(u"d3(%1)"_s.arg(n), static_cast<double>(std::sqrt(variance)), engine::D3(n)));
+    means.quantities.push_back(Quantity::OfNumbers(u"d2(%1)"_s.arg(n), static_cast<double>(moments.mean[i]),
+                                                   static_cast<double>(engine::D2(n))));
+    deviations.quantities.push_back(Quantity::OfNumbers(
+        u"d3(%1)"_s.arg(n), static_cast<double>(std::sqrt(variance)), static_cast<double>(engine::D3(n))));
   }
   return {means, deviations};
 }

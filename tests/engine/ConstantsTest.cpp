@@ -13,7 +13,7 @@ TEST(Constants, AgreeWithTheReferenceTableToTheLastDigit) {
   const QJsonObject table = QJsonDocument::fromJson(file.readAll())[QLatin1String("exact")].toObject();
   for (int n = 2; n <= 20; ++n) {
     const QJsonObject row = table[QString::number(n)].toObject();
-    EXPECT_EQ(engine::D2(n), row[QLatin1String("d2")].toString().toDouble()) << n;
-    EXPECT_EQ(engine::D3(n), row[QLatin1String("d3")].toString().toDouble()) << n;
+    EXPECT_EQ(static_cast<double>(engine::D2(n)), row[QLatin1String("d2")].toString().toDouble()) << n;
+    EXPECT_EQ(static_cast<double>(engine::D3(n)), row[QLatin1String("d3")].toString().toDouble()) << n;
   }
 }

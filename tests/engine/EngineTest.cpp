@@ -1,4 +1,5 @@
 // The engine where no reference case leads: spellings of numbers, the ends of what types hold, and refusals.
+#include <algorithm>
 #include <cmath>
 
 #include "engine/Decimal.h"
@@ -70,6 +71,120 @@ TEST(Engine, CpkIsExactFarFromZero) {
                                 {.upperSpecLimit = 10000000.5, .lowerSpecLimit = 9999999.9});
   EXPECT_EQ(far.cpkValue, near.cpkValue);
   EXPECT_EQ(RunEngine("0.2,0.1,0.3", {.upperSpecLimit = 0.5, .lowerSpecLimit = 0.2}).cpkValue, 0);
+}
+
+// What cannot be said is absent, not 0.
+TEST(Engine, CapabilityNeedsASpecificationAndASpread) {
+  const engine::Capability without = RunEngine("1,2,4").capability;
+  EXPECT_GT(without.sigmaWithin, 0);
+  EXPECT_FALSE(without.cp || without.cpk || without.pp || without.ppk || without.samplesOutside ||
+               without.ExpectedOutside());
+  const engine::Capability equal = RunEngine("5,5", {.upperSpecLimit = 4, .lowerSpecLimit = 1}).capability;
+  EXPECT_FALSE(equal.cp || equal.cpk || equal.pp || equal.ppk || equal.ExpectedOutside());
+  EXPECT_EQ(equal.samplesOutside, 2);
+  // Limits are decimals, finer than the samples or beyond all whole numbers.
+  const auto outside = [](const char* text, double lower, double upper) {
+    return RunEngine(text, {.upperSpecLimit = upper, .lowerSpecLimit = lower}).capability.samplesOutside;
+  };
+  EXPECT_EQ(outside("0.1,0.2,0.3,0.4", 0.2, 0.3), 2);
+  EXPECT_EQ(outside("-3,-2,-1,0,1,2,3", -2.001, 1.999), 3);
+  EXPECT_EQ(outside("-3,-2,-1,0,1,2,3", -1.999, 2.001), 3);
+  EXPECT_EQ(outside("-3,-2,-1,0,1,2,3", 0.5, 2.5), 5);
+  EXPECT_EQ(outside("1,2,3", -1e40, 1e40), 0);
+  EXPECT_EQ(outside("1,2,3", 1e39, 1e40), 3);
+  EXPECT_EQ(outside("1e15,1e-15,-1e15,3e-15", 2e-15, 1e14), 3);
+}
+
+// On the page it is 1.00.
+TEST(Engine, CpkCountsAsItIsShown) {
+  for (const auto& [cpk, state] : {std::pair{0.9951, 4}, {0.9949, 3}}) {
+    const double upper = 0.5 + 3 * cpk / 1.1283791670955126;
+    EXPECT_EQ(RunEngine("0,1,0,1", {.upperSpecLimit = upper, .lowerSpecLimit = -9}).processState, state)
+        << cpk;
+  }
+}
+
+// Points on a line are not beyond it and points a digit further are, whether the lines are whole numbers of
+// 64 bits, of 128 or longer.
+TEST(Engine, ComparesTheDecimalsThatAreShownWhateverTheirSize) {
+  using Points = std::vector<std::int16_t>;
+  const auto judge = [](const std::string& sign, int power, int precision, std::vector<const char*> numbers) {
+    const std::string e = "e" + std::to_string(power);
+    const auto times = [&](const char* number) { return std::stod(sign + number + e); };
+    Inputs inputs{.precisionValue = precision, .sensitivity = engine::Sensitivity::High};
+    inputs.limits = {.xBarUpper = std::max(times("13"), times("7")),
+                     .xBarLower = std::min(times("13"), times("7")),
+                     .xBarCentre = times("10"),
+                     .rangeUpper = std::fabs(times("3"))};
+    std::string text;
+    for (const char* number : numbers) text += sign + number + e + ",";
+    return RunEngine(text, inputs);
+  };
+  for (int power = -8; power <= 300; power += power < 40 ? 1 : 20) {
+    const bool rangesAreExact = power < 17;
+    for (const auto& [sign, precision] : {std::pair{"", 8}, {"-", 8}, {"", 15}, {"-", 15}}) {
+      SCOPED_TRACE(testing::Message() << sign << "10e" << power << " with " << precision << " decimals");
+      const auto run = [&](std::vector<const char*> numbers) {
+        return judge(sign, power, precision, std::move(numbers));
+      };
+      const Results on = run({"10", "12", "12", "13", "10", "9", "9", "9", "9", "8", "8", "7"});
+      EXPECT_EQ(on.violatingPoints, engine::ViolatingPoints{});
+      EXPECT_EQ(run({"10", "13", "14", "8", "5"}).violatingPoints[0], (Points{3, 5}));
+      const Results beyond = run({"10", "13", "13", "9", "10", "8", "8", "8", "8", "13"});
+      EXPECT_EQ(beyond.violatingPoints, (engine::ViolatingPoints{Points{}, {3}, {9}, {}}));
+      if (rangesAreExact) {
+        EXPECT_EQ(on.rangesOutside, Points{});
+        EXPECT_EQ(beyond.rangesOutside, (Points{4, 10}));
+      }
+    }
+  }
+  // Lines far out for short numbers.
+  const Results between = RunEngine("1,2,3", {.limits = {.xBarUpper = 1e30, .xBarLower = -1e30}});
+  EXPECT_EQ(between.violatingPoints, engine::ViolatingPoints{});
+}
+
+// The first moving range does not exist: it is not below a limit.
+TEST(Engine, FindsRangesBeyondTheirLimitsWithoutAVerdict) {
+  const Inputs inputs{.subGroupSize = 2, .limits = {.rangeUpper = 4, .rangeLower = 1}};
+  const std::string text = "0,4,0,4.00001,0,4.0001,0,1,0.0001,1,0,3,0,3,0,3,0,3,0,3";
+  const Results results = RunEngine(text, inputs);
+  EXPECT_EQ(results.rangesOutside, (std::vector<std::int16_t>{3, 5}));
+  EXPECT_EQ(results.ruleViolation, 0);
+  EXPECT_TRUE(results.isInControl);
+  Inputs lastEight = inputs;
+  lastEight.detectionPeriod = engine::DetectionPeriod::Short;
+  EXPECT_EQ(RunEngine(text, lastEight).rangesOutside, (std::vector<std::int16_t>{3, 5}));
+  EXPECT_EQ(RunEngine(text + ",0,3", lastEight).rangesOutside, (std::vector<std::int16_t>{5}));
+  EXPECT_EQ(RunEngine("1,3,5,5", {.limits = {.rangeLower = 1}}).rangesOutside,
+            (std::vector<std::int16_t>{4}));
+}
+
+TEST(Engine, KnowsTheDecimalsThatSamplesAndLimitsNeed) {
+  const std::pair<const char*, int> texts[] = {{"", 0},
+                                               {"1,2,3", 0},
+                                               {"1.0,2.000,0.00000", 0},
+                                               {"1.25,2.5,3", 2},
+                                               {"1.50,2.10", 1},
+                                               {"0.000148,0.00015", 6},
+                                               {"15e-5,1.5E-4,1000e-6", 5},
+                                               {"1.5e3,12", 0},
+                                               {"1e20,0.5", 1},
+                                               {"1.50000000000000000000000,2", 1},
+                                               {"1e30,1.25e-7", 9},
+                                               {"1200e-30,1e10", 28},
+                                               {"0.0e-40,1e30", 0}};
+  engine::Engine engine;
+  for (const auto& [text, decimals] : texts) {
+    ASSERT_TRUE(engine.Read(text, ",", false)) << text;
+    EXPECT_EQ(engine.SampleDecimals(), decimals) << text;
+  }
+  const std::pair<double, int> limits[] = {{0, 0},        {12, 0},    {-12.6, 1},   {0.00015, 5},
+                                           {1200, 0},     {1e300, 0}, {1.25e-7, 9}, {123456789.0125, 4},
+                                           {0.1 + 0.2, 1}};
+  for (const auto& [limit, decimals] : limits) EXPECT_EQ(engine::DecimalsRead(limit), decimals) << limit;
+  const int shown[] = {4, 4, 4, 4, 4, 7, 8, 8, 8, 8};
+  for (int decimals = 0; decimals < 10; ++decimals)
+    EXPECT_EQ(engine::DecimalsToShow(decimals), shown[decimals]) << decimals;
 }
 
 // One empty data set must not keep a library from loading.

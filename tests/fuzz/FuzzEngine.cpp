@@ -1,5 +1,6 @@
 // Fuzzes the engine: the first line holds the numbers among the inputs (what is missing is 0), the second the
 // delimiter, the rest is the text of samples.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <vector>
@@ -53,10 +54,10 @@ engine::Inputs ReadInputs(std::string_view text) {
 }
 
 bool PointsAreWithin(const engine::Results& results) {
-  for (const auto& points : results.violatingPoints)
-    for (const int point : points)
-      if (point < 1 || point > results.numberOfPlotPoints) return false;
-  return true;
+  const auto isWithin = [&](int point) { return point >= 1 && point <= results.numberOfPlotPoints; };
+  return std::ranges::all_of(results.rangesOutside, isWithin) &&
+         std::ranges::all_of(results.violatingPoints,
+                             [&](const auto& points) { return std::ranges::all_of(points, isWithin); });
 }
 
 }  // namespace
