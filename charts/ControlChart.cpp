@@ -26,25 +26,9 @@ std::vector<double> PlotValues(const engine::PlottedSeries& series) {
   return values;
 }
 
-// Decimals of a number as it is written.
-int DecimalsOf(QStringView number) {
-  const qsizetype exponent = number.indexOf(u'e', 0, Qt::CaseInsensitive);
-  const QStringView mantissa = exponent < 0 ? number : number.first(exponent);
-  const qsizetype point = mantissa.indexOf(u'.');
-  const qsizetype written = point < 0 ? 0 : mantissa.size() - point - 1;
-  const int shift = exponent < 0 ? 0 : number.sliced(exponent + 1).toInt();
-  return static_cast<int>(written) - shift;
-}
-
-// One decimal more than the data, but no more than the limits themselves are given with.
-int LimitDecimals(const CData& data) {
-  const QString input = data.DelimitedInputString();
-  const QString delimiter = data.StringDelimiter();
-  int most = input.isEmpty() ? data.PrecisionValue() : 0;
-  for (const QStringView element : QStringView(input).tokenize(delimiter)) {
-    most = std::max(most, DecimalsOf(element.trimmed()));
-  }
-  return std::clamp<int>(most + 1, 0, std::max<int>(0, data.PrecisionValue()));
+// One decimal more than the samples, but no more than the limits themselves are given with.
+int LimitDecimals(const CData& data, const engine::Results& results) {
+  return std::clamp<int>(results.sampleDecimals + 1, 0, std::max<int>(0, data.PrecisionValue()));
 }
 
 // Per point the active rules that it breaks, as bits.
@@ -150,7 +134,7 @@ ScaleError::ScaleError(const QString& reference) : Error(LoadResText(reference))
 ControlCharts SetupControlCharts(const CData& data, const engine::Results& results, bool fittedScale) {
   const QString unit = data.UnitOfMeasurement();
   const QString valueTitle = unit.isEmpty() ? data.Description() : unit;
-  const int decimals = LimitDecimals(data);
+  const int decimals = LimitDecimals(data, results);
   ControlCharts charts;
   charts.xbar = {u" AVERAGE"_s,
                  u"XBar"_s,

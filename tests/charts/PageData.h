@@ -65,6 +65,7 @@ inline engine::Results NumbersOf(const CData& data) {
   std::ranges::transform(numbers(data.HistogramBinValuesOutputString()), results.histogramCounts.begin(),
                          [](double count) { return static_cast<int>(count); });
   results.xBarSeries.decimals = 1;
+  results.sampleDecimals = 1;
   return results;
 }
 

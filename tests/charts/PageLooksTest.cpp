@@ -78,7 +78,6 @@ struct Painted {
 CData Sample() {
   CData data = PageData::Simple();
   data.SetXBarOutputString(u"10.0,12.1,5.9,18,10.0,-30,10.2,50.0"_s);
-  data.SetDelimitedInputString(u"10.1,10.2"_s);
   data.SetHistoLoScaleValue(8);
   data.SetHistoHiScaleValue(13);
   return data;
