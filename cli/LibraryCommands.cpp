@@ -8,6 +8,7 @@
 #include "cli/CsvColumn.h"
 #include "cli/StatisticsOptions.h"
 #include "data/MathFunctions.h"
+#include "engine/Engine.h"
 #include "library/AccessImport.h"
 #include "library/Library.h"
 #include "platform/error/Error.h"
@@ -34,13 +35,15 @@ void CheckNumbers(const QStringList& values) {
   }
 }
 
-// A data set's limits are kept, and read, with PrecisionValue decimals.
-double LimitKept(const Arguments& arguments, const QString& option, const CData& data) {
+// A data set's limits are kept with the decimals that they have, up to these.
+constexpr qint16 mostDecimals = engine::mostDecimalsShown;
+
+double LimitKept(const Arguments& arguments, const QString& option) {
   const double given = arguments.RequiredNumber(option);
-  const double kept = MathFunctions::FormatDouble(given, data.PrecisionValue());
+  const double kept = MathFunctions::FormatDouble(given, mostDecimals);
   if (kept != given) {
     Console::Warn(u"--%1 %2 is kept with %3 decimals, as %4"_s.arg(option, arguments.Value(option))
-                      .arg(data.PrecisionValue())
+                      .arg(mostDecimals)
                       .arg(Conversions::CStr(kept)));
   }
   return kept;
@@ -48,9 +51,9 @@ double LimitKept(const Arguments& arguments, const QString& option, const CData&
 
 void FillLimits(const Arguments& arguments, CData& data) {
   StatisticsOptions::CheckSpecLimits(arguments);
-  const double upper = LimitKept(arguments, u"usl"_s, data);
-  const double lower = LimitKept(arguments, u"lsl"_s, data);
-  const double nominal = LimitKept(arguments, u"nominal"_s, data);
+  const double upper = LimitKept(arguments, u"usl"_s);
+  const double lower = LimitKept(arguments, u"lsl"_s);
+  const double nominal = LimitKept(arguments, u"nominal"_s);
   if (nominal < lower || nominal > upper) {
     throw InputError(u"the nominal value %1 does not lie within the specification limits %2 to %3"_s.arg(
         arguments.Value(u"nominal"_s), arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s)));
@@ -58,7 +61,7 @@ void FillLimits(const Arguments& arguments, CData& data) {
   if (!(lower < upper)) {
     throw InputError(u"the specification limits %1 and %2 are one with %3 decimals"_s
                          .arg(arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s))
-                         .arg(data.PrecisionValue()));
+                         .arg(mostDecimals));
   }
   data.SetUpperSpecLimit(upper);
   data.SetLowerSpecLimit(lower);
@@ -72,7 +75,16 @@ QString VerdictOf(const CData& data) {
   return data.IsInControl() ? u"in control"_s : u"out of control, rule %1"_s.arg(data.RuleViolation());
 }
 
+void WarnOfDecimals(const CData& data) {
+  if (data.OwnDecimals() <= data.PrecisionValue()) return;
+  Console::Warn(
+      u"the values have %1 decimals, of which %2 are shown and judged: a smaller unit would keep them all"_s
+          .arg(data.OwnDecimals())
+          .arg(data.PrecisionValue()));
+}
+
 void PrintResult(const CData& data, qsizetype added) {
+  WarnOfDecimals(data);
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
   Console::Print(u"%1: %2 values added, %3 in all, %4 plot points%5, %6\n"_s.arg(data.Description())
@@ -123,6 +135,7 @@ int Import(const QStringList& words) {
       {});
   arguments.RequirePositional(2, u"the library's or the CSV file"_s);
   CData data;
+  data.SetFollowsItsDecimals(true);
   data.SetDescription(arguments.Required(u"description"_s).trimmed());
   if (data.Description().isEmpty()) throw InputError(u"--description: the description is empty"_s);
   FillLimits(arguments, data);

@@ -2,6 +2,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
@@ -75,6 +76,20 @@ CData DataSetOf(const engine::Inputs& inputs, const engine::Results& results) {
   return data;
 }
 
+// What cannot be said is null.
+void AddCapability(const engine::Capability& capability, QJsonObject& object) {
+  const auto add = [&](const QString& name, const auto& value) {
+    object[name] = value ? QJsonValue(*value) : QJsonValue();
+  };
+  object[u"SigmaWithin"_s] = capability.sigmaWithin;
+  object[u"SigmaOverall"_s] = capability.sigmaOverall;
+  add(u"Cp"_s, capability.cp);
+  add(u"Pp"_s, capability.pp);
+  add(u"Ppk"_s, capability.ppk);
+  add(u"SamplesOutside"_s, capability.samplesOutside);
+  add(u"ExpectedOutside"_s, capability.ExpectedOutside());
+}
+
 }  // namespace
 
 int Stats(const QStringList& words) {
@@ -87,9 +102,22 @@ int Stats(const QStringList& words) {
   inputs.delimitedInputString = std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
   engine::Engine engine;
   engine::Results results;
-  if (!engine.Run(inputs, results)) throw InputError(QString::fromStdString(engine.LastError()));
+  bool succeeded = engine.Read(inputs.delimitedInputString, inputs.stringDelimiter, inputs.reverseDataString);
+  if (succeeded) {
+    if (!arguments.Has(u"precision"_s)) {
+      inputs.precisionValue = engine::DecimalsToShow(
+          std::max({engine.SampleDecimals(), engine::DecimalsRead(inputs.upperSpecLimit),
+                    engine::DecimalsRead(inputs.lowerSpecLimit)}));
+    }
+    succeeded = engine.Calculate(inputs, results);
+  }
+  if (!succeeded) throw InputError(QString::fromStdString(engine.LastError()));
   const CData data = DataSetOf(inputs, results);
   QJsonObject object = Json::StoredProperties(data);
+  QJsonArray rangesOutside;
+  for (const qint16 point : data.RangesOutside()) rangesOutside.append(point);
+  object[u"RangesOutside"_s] = rangesOutside;
+  AddCapability(data.Capability(), object);
   QJsonObject violating;
   for (std::size_t rule = 0; rule < data.ViolatingPoints().size(); ++rule) {
     QJsonArray points;

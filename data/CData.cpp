@@ -1,6 +1,9 @@
 #include "data/CData.h"
 
+#include <algorithm>
+
 #include "data/MathFunctions.h"
+#include "engine/Decimal.h"
 
 double CData::Rounded(double value) const { return MathFunctions::FormatDouble(value, PrecisionValue_); }
 
@@ -17,4 +20,9 @@ void CData::SetControlLimits(const engine::ControlLimits& limits) {
   SetRBarUCL(limits.rangeUpper);
   SetRBarLCL(limits.rangeLower);
   SetRBarMean(limits.rangeCentre);
+}
+
+int CData::SpecificationDecimals() const {
+  return std::max({engine::DecimalsRead(UpperSpecLimit_), engine::DecimalsRead(LowerSpecLimit_),
+                   engine::DecimalsRead(NominalSpecLimit_)});
 }

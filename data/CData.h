@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "engine/Capability.h"
 #include "engine/ControlLimits.h"
 
 // Every property in declared order: X(type, name, initial value, how it is read).
@@ -90,6 +91,22 @@ class CData {
   engine::ControlLimits ControlLimits() const;
   void SetControlLimits(const engine::ControlLimits& limits);
 
+  // Whether CreateStatistics chooses PrecisionValue by the decimals that the samples and the three
+  // specification limits have. So it is for every data set of a library.
+  bool FollowsItsDecimals() const { return followsItsDecimals_; }
+  void SetFollowsItsDecimals(bool follows) { followsItsDecimals_ = follows; }
+  // Those decimals, as CreateStatistics last found them; more than PrecisionValue are not all shown.
+  int OwnDecimals() const { return ownDecimals_; }
+  void SetOwnDecimals(int decimals) { ownDecimals_ = decimals; }
+  int SpecificationDecimals() const;  // of the three limits as stored
+
+  // Further results beside the properties: capability, and the 1-based points of the range chart beyond its
+  // limits, which make no verdict.
+  const engine::Capability& Capability() const { return capability_; }
+  void SetCapability(const engine::Capability& capability) { capability_ = capability; }
+  const std::vector<qint16>& RangesOutside() const { return rangesOutside_; }
+  void SetRangesOutside(const std::vector<qint16>& points) { rangesOutside_ = points; }
+
   // An extra result beside the properties: for rules 1 to 4 (index 0 to 3) the 1-based plot points that break
   // the rule, whatever the sensitivity.
   using ViolatingPointLists = std::array<std::vector<qint16>, 4>;
@@ -113,6 +130,10 @@ class CData {
   CDATA_PROPERTIES(CDATA_MEMBER)
 #undef CDATA_MEMBER
   ViolatingPointLists violatingPoints_;
+  std::vector<qint16> rangesOutside_;
+  engine::Capability capability_;
+  int ownDecimals_ = 0;
+  bool followsItsDecimals_ = false;
   QVariantList rowAsKnown_;
 };
 

@@ -1,6 +1,7 @@
 #include "data/Statistics.h"
 
 #include <QStringEncoder>
+#include <algorithm>
 
 #include "platform/error/Error.h"
 
@@ -16,6 +17,7 @@ struct Bridge {
   engine::Engine engine;
   engine::Results results;
   std::string delimiter;
+  std::string_view delimiterRead{};
   std::string inputText;
 };
 
@@ -31,9 +33,17 @@ std::string_view Utf8(QStringView text, std::string& space) {
   return {space.data(), encoder.appendToBuffer(space.data(), text)};
 }
 
-engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
+// Reads the data set's samples.
+bool Read(const CData& data, Bridge& bridge) {
+  bridge.delimiterRead = Utf8(data.StringDelimiter(), bridge.delimiter);
+  return bridge.engine.Read(Utf8(data.DelimitedInputString(), bridge.inputText), bridge.delimiterRead,
+                            data.ReverseDataString());
+}
+
+// Everything but the samples. The delimiter is the one that they were read with.
+engine::Inputs InputsOf(const CData& data, const Bridge& bridge) {
   engine::Inputs inputs;
-  inputs.stringDelimiter = Utf8(data.StringDelimiter(), bridge.delimiter);
+  inputs.stringDelimiter = bridge.delimiterRead;
   inputs.upperSpecLimit = data.UpperSpecLimit();
   inputs.lowerSpecLimit = data.LowerSpecLimit();
   inputs.subGroupSize = data.SubGroupSize();
@@ -41,10 +51,8 @@ engine::Inputs InputsOf(const CData& data, Bridge& bridge) {
   inputs.dataStopPoint = data.DataStopPoint();
   inputs.limits = data.ControlLimits();
   inputs.precisionValue = data.PrecisionValue();
-  inputs.reverseDataString = data.ReverseDataString();
   inputs.sensitivity = static_cast<engine::Sensitivity>(data.SensitivityValue());
   inputs.detectionPeriod = static_cast<engine::DetectionPeriod>(data.DetectionPeriod());
-  inputs.delimitedInputString = Utf8(data.DelimitedInputString(), bridge.inputText);
   inputs.sampleQty = data.SampleQty();
   return inputs;
 }
@@ -83,18 +91,26 @@ void StoreResults(const engine::Results& results, CData& data) {
   data.SetXBarOutputString(Text(results.xBarOutputString));
   data.SetSampleQty(Short(results.sampleQty));
   data.SetViolatingPoints(results.violatingPoints);
+  data.SetRangesOutside(results.rangesOutside);
+  data.SetCapability(results.capability);
 }
 
 engine::Results ResultsOf(const CData& data) {
   Bridge& bridge = TheBridge();
   engine::Results results;
-  if (!bridge.engine.Run(InputsOf(data, bridge), results)) throw Error(Text(bridge.engine.LastError()));
+  if (!Read(data, bridge) || !bridge.engine.Calculate(InputsOf(data, bridge), results))
+    throw Error(Text(bridge.engine.LastError()));
   return results;
 }
 
 bool CalculateStatistics(CData& data) {
   Bridge& bridge = TheBridge();
-  const bool succeeded = bridge.engine.Run(InputsOf(data, bridge), bridge.results);
+  bool succeeded = Read(data, bridge);
+  if (succeeded) {
+    data.SetOwnDecimals(std::max(bridge.engine.SampleDecimals(), data.SpecificationDecimals()));
+    if (data.FollowsItsDecimals()) data.SetPrecisionValue(Short(engine::DecimalsToShow(data.OwnDecimals())));
+    succeeded = bridge.engine.Calculate(InputsOf(data, bridge), bridge.results);
+  }
   if (succeeded) {
     StoreResults(bridge.results, data);
     Record(data, 0, {});

@@ -6,9 +6,9 @@
 
 namespace QCGlobalFunctions {
 
-// Runs the engine on the data set. False when it refuses: the reason is left in the data set's ErrorMessage,
-// and the data set keeps its inputs and its previous results. Threads may each run it on a data set of their
-// own.
+// Runs the engine on the data set, with the data set's own decimals where it follows them. False when it
+// refuses: the reason is left in the data set's ErrorMessage, and the data set keeps its inputs and its
+// previous results. Threads may each run it on a data set of their own.
 bool CalculateStatistics(CData& data);
 
 // The engine's results for the data set as it stands, numbers and texts. The plotted series are kept with the

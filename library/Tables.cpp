@@ -115,6 +115,7 @@ const Table& Revisions() { return All()[2]; }
 
 CDataPtr DataSetOf(const QVariantList& row) {
   const auto data = std::make_shared<CData>();
+  data->SetFollowsItsDecimals(true);
   const std::vector<Column>& columns = StatData().columns;
   for (std::size_t i = 0; i < columns.size(); ++i)
     columns[i].read(row[static_cast<qsizetype>(i)], columns[i].name, *data);

@@ -42,7 +42,9 @@ double OptionalNumber(const EditorFields& fields, QString EditorFields::*text) {
 DataEditorSave::DataEditorSave(const EditorFields& fields, CDataPtr edited)
     : fields_(fields),
       edited_(std::move(edited)),
-      data_(edited_ ? std::make_shared<CData>(*edited_) : std::make_shared<CData>()) {}
+      data_(edited_ ? std::make_shared<CData>(*edited_) : std::make_shared<CData>()) {
+  data_->SetFollowsItsDecimals(true);
+}
 
 bool DataEditorSave::SaveSelect() {
   try {

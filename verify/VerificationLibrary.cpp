@@ -18,6 +18,7 @@ namespace {
 CDataPtr DataSetOf(const QJsonValue& reference) {
   const engine::Inputs inputs = ReferenceData::InputsOf(reference);
   const auto data = std::make_shared<CData>();
+  data->SetFollowsItsDecimals(true);
   data->SetDescription(reference[u"name"_s].toString());
   data->SetUpperSpecLimit(inputs.upperSpecLimit);
   data->SetLowerSpecLimit(inputs.lowerSpecLimit);

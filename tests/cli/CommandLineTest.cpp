@@ -89,6 +89,28 @@ TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
     EXPECT_EQ(data[figure.key()], figure.value()) << figure.key().toStdString();
 }
 
+// With four decimals all of it would be 0.0001 or 0.0002, and out of control.
+TEST_F(CommandLineTest, SmallValuesAndLimitsKeepTheirDecimals) {
+  const QString values = u"0.000148 0.000152 0.00015 0.000149 0.000151 0.00015 0.000148 0.000152"_s;
+  Write(u"small.csv"_s, QString(values).replace(u' ', u'\n').toUtf8());
+  EXPECT_EQ(Import(u"@small.csv --usl .00016 --lsl 1.4e-4 --nominal .00015"_s).error, QString());
+  const QJsonObject before = OnlyDataSet();
+  EXPECT_EQ(RunIn(u"append @plant --description Shaft 0.00015").status, 0);
+  const QJsonObject after = OnlyDataSet();
+  for (const QJsonObject& data : {before, after}) {
+    EXPECT_EQ(data[u"PrecisionValue"_s], 8);
+    EXPECT_EQ(data[u"UpperSpecLimit"_s], 0.00016);
+    EXPECT_EQ(data[u"LowerSpecLimit"_s], 0.00014);
+    EXPECT_EQ(data[u"NominalSpecLimit"_s], 0.00015);
+    EXPECT_EQ(data[u"IsInControl"_s], true);
+    EXPECT_EQ(data[u"XBarUCL"_s], before[u"XBarUCL"_s]);
+  }
+  EXPECT_EQ(RunIn(u"stats", values.toUtf8()).Json()[u"PrecisionValue"_s], 8);
+  EXPECT_EQ(RunIn(u"stats --precision 4", values.toUtf8()).Json()[u"PrecisionValue"_s], 4);
+  const ProgramRun unseen = RunIn(u"append @plant --description Shaft 0.0001500001");
+  EXPECT_TRUE(unseen.status == 0 && unseen.error.contains(u"10 decimals")) << unseen.error.toStdString();
+}
+
 TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
   Import(u"@shaft.csv --description \"O'Neill; shaft\" --column=1"_s);
   const QJsonObject before = OnlyDataSet();

@@ -112,6 +112,25 @@ TEST(CreateStatistics, StoresEveryResultUnderItsName) {
   EXPECT_EQ(data.ViolatingPoints(), results.violatingPoints);
 }
 
+TEST(CreateStatistics, FollowsTheDecimalsOfSamplesAndLimitsWhereItMay) {
+  const auto shown = [](bool follows, const char* values, double upper, double nominal) {
+    CData data;
+    data.SetFollowsItsDecimals(follows);
+    data.SetDelimitedInputString(QString::fromLatin1(values));
+    data.SetUpperSpecLimit(upper);
+    data.SetNominalSpecLimit(nominal);
+    EXPECT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
+    EXPECT_EQ(data.UpperSpecLimit(), follows ? upper : 5);
+    return std::pair(int{data.PrecisionValue()}, data.OwnDecimals());
+  };
+  EXPECT_EQ(shown(true, "1,2.1234,3.50000,", 5, 4), std::pair(4, 4));
+  EXPECT_EQ(shown(true, "1,2.12345,3", 5, 4), std::pair(7, 5));
+  EXPECT_EQ(shown(true, "1,2,3", 5.00001, 4), std::pair(7, 5));
+  EXPECT_EQ(shown(true, "1,2,3", 5, 4.000001), std::pair(8, 6));
+  EXPECT_EQ(shown(true, "1e-10,2,3", 5, 4), std::pair(8, 10));
+  EXPECT_EQ(shown(false, "1,2.12345,3", 5.00001, 4), std::pair(4, 5));
+}
+
 TEST(CreateStatistics, ClearsTheSixControlLimitsAndNothingElse) {
   CData data = DistinctData();
   Figures expected = FiguresOf(data);
