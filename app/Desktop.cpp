@@ -19,6 +19,7 @@
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
 #include "screens/frmMain.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -97,7 +98,7 @@ class Installation {
   Installation& operator=(const Installation&) = delete;
 
  private:
-  QtMessageBox messageBoxes_;
+  QtMessageBox messageBoxes_{{Words::ok(), Words::yes(), Words::no(), Words::cancel()}};
   QtFileDialog fileDialogs_;
   FileRegistry registry_;
   SystemClock clock_;

@@ -13,6 +13,7 @@
 #include "platform/language/Conversions.h"
 #include "texts/DetectionRules.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -80,17 +81,15 @@ void SetScale(ControlChart& chart, bool fitted, const QString& failure) {
 
 // The words for the rules whose numbers stand at the points.
 QString RuleLegend(const ControlChart& chart) {
-  static const QString words[] = {u"1 beyond a limit"_s, u"2 two of three beyond 2 sigma"_s,
-                                  u"3 four of five beyond 1 sigma"_s, u"4 eight on one side"_s};
   unsigned broken = 0;
   for (const std::uint8_t bits : chart.rules) {
     if (bits != 0) broken |= 1u << std::countr_zero(bits);
   }
   QStringList shown;
   for (int rule = 1; rule <= 4; ++rule) {
-    if (broken & (1u << rule)) shown.append(words[rule - 1]);
+    if (broken & (1u << rule)) shown.append(DetectionRules::ShortText(rule));
   }
-  return shown.isEmpty() ? QString() : u"Rules:  "_s + shown.join(u"  \u00b7  "_s);
+  return shown.isEmpty() ? QString() : Words::Page::rules(shown.join(u"  \u00b7  "_s));
 }
 
 void DefineDataSets(ChartGraph& graph, const ControlChart& chart) {
@@ -123,7 +122,8 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   };
   graph.Draw(ChartGraph::LineLabels{
       Direction::Horizontal,
-      {label(u"UCL"_s, chart.upperLimit), label(u"Mean"_s, chart.mean), label(u"LCL"_s, chart.lowerLimit)},
+      {label(Words::Figure::ucl(), chart.upperLimit), label(Words::Figure::mean(), chart.mean),
+       label(Words::Figure::lcl(), chart.lowerLimit)},
       {0, 16, 4, 0}});
 }
 
@@ -136,7 +136,7 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
   const QString valueTitle = unit.isEmpty() ? data.Description() : unit;
   const int decimals = LimitDecimals(data, results);
   ControlCharts charts;
-  charts.xbar = {u" AVERAGE"_s,
+  charts.xbar = {Words::Page::average(),
                  u"XBar"_s,
                  valueTitle,
                  PlotValues(results.xBarSeries),
@@ -148,7 +148,7 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
                  0,
                  decimals,
                  {}};
-  charts.r = {u" RANGE"_s,
+  charts.r = {Words::Page::range(),
               u"RBar"_s,
               valueTitle,
               PlotValues(results.rangeSeries),
@@ -173,21 +173,21 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
 void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   const auto count = static_cast<double>(chart.values.size());
   if (count < FewestPlotPoints) {
-    graph.Title(u"NOT ENOUGH  DATA"_s, {0, 16, 12, 3});
+    graph.Title(Words::Page::tooFewToPlot(), {0, 16, 12, 3});
     return;
   }
   DefineDataSets(graph, chart);
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
   graph.ScalePlotArea(0, chart.axisMinimum, count + 1, chart.axisMaximum);
   const ChartGraph::TextParameters normal{0, 16, 6, 0};
-  graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, u"Sample"_s, normal});
+  graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, Words::Figure::sample(), normal});
   graph.Draw(
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
   graph.Title(chart.title, {0, 16, 8, 0});
   const QString limits =
-      u"LCL=%1, Mean=%2, UCL=%3"_s.arg(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
-                                       Conversions::CStr(chart.upperLimit));
+      Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
+                          Conversions::CStr(chart.upperLimit));
   graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68});
   if (const QString legend = RuleLegend(chart); !legend.isEmpty()) {
     graph.Draw(

@@ -4,6 +4,7 @@
 #include "charts/SaveFile.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -45,9 +46,7 @@ std::vector<QStringView> ListElements(QStringView list, QStringView delimiter, q
     elements.push_back(element);
     if (std::ssize(elements) == count) return elements;
   }
-  throw Error(u"Subscript out of range: %1 has %2 of %3 elements"_s.arg(QLatin1StringView(name))
-                  .arg(elements.size())
-                  .arg(count));
+  throw Error(Words::Page::listTooShort(QString::fromLatin1(name), elements.size(), count));
 }
 
 QStringList InGeneralForm(const std::vector<QStringView>& numbers) {

@@ -6,6 +6,7 @@
 #include "charts/ControlChart.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,11 +34,11 @@ void DrawSpecification(ChartGraph& graph, const CData& data) {
   const auto label = [&](const QString& name, double value) {
     return ChartGraph::LineLabel{BinPosition(data, value), name, Conversions::CStr(value)};
   };
-  graph.Draw(ChartGraph::LineLabels{
-      Direction::Vertical,
-      {label(u"LSL"_s, data.LowerSpecLimit()), label(u"Nominal"_s, data.NominalSpecLimit()),
-       label(u"USL"_s, data.UpperSpecLimit())},
-      {0, 16, 4, 0}});
+  graph.Draw(ChartGraph::LineLabels{Direction::Vertical,
+                                    {label(Words::Figure::lsl(), data.LowerSpecLimit()),
+                                     label(Words::Figure::nominal(), data.NominalSpecLimit()),
+                                     label(Words::Figure::usl(), data.UpperSpecLimit())},
+                                    {0, 16, 4, 0}});
 }
 
 }  // namespace
@@ -71,9 +72,10 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Resu
   const ChartGraph::TextParameters small{0, 16, 4, 0};
   const ChartGraph::TextParameters normal{0, 16, 6, 0};
   const QString unit = data.UnitOfMeasurement();
-  graph.Draw(ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, u"Count"_s, normal});
+  graph.Draw(
+      ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, Words::Figure::count(), normal});
   graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
   if (HasSpecification(data)) DrawSpecification(graph, data);
-  graph.Title(u" HISTOGRAM"_s, {0, 16, 8, 0});
+  graph.Title(Words::Page::histogram(), {0, 16, 8, 0});
 }

@@ -7,6 +7,7 @@
 
 #include "charts/SaveFile.h"
 #include "platform/error/Error.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,14 +26,14 @@ QPageLayout LandscapeA4() {
 void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target) {
   page.Select(GraphId::None);
   QPainter painter;
-  if (!painter.begin(&device)) throw Error(u"The page cannot be painted."_s);
+  if (!painter.begin(&device)) throw Error(Words::Page::notPainted());
   page.Paint(painter, target);
-  if (!painter.end()) throw Error(u"The page could not be painted completely."_s);
+  if (!painter.end()) throw Error(Words::Page::notPaintedToTheEnd());
 }
 
 QImage Picture(const StatPage& page, QSize size) {
   QImage image(size, QImage::Format_RGB32);
-  if (image.isNull()) throw Error(u"no picture of %1 by %2"_s.arg(size.width()).arg(size.height()));
+  if (image.isNull()) throw Error(Words::Page::noPicture(size.width(), size.height()));
   PaintOn(image, page, QRectF(image.rect()));
   return image;
 }
@@ -71,7 +72,7 @@ void WritePng(const StatPage& page, const QString& path, QSize size) {
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   try {
-    if (!Picture(page, size).save(&buffer, "PNG")) throw Error(u"the picture cannot be coded"_s);
+    if (!Picture(page, size).save(&buffer, "PNG")) throw Error(Words::Page::notCoded());
   } catch (const Error& error) {
     throw Error(u"%1: %2"_s.arg(path, ErrorText(error)));
   }

@@ -7,6 +7,7 @@
 #include "charts/TextWindow.h"
 #include "data/Statistics.h"
 #include "platform/chart/Palette.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,16 +57,16 @@ void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
   head.Draw(ChartGraph::Text{{0.01, 0.36}, Alignment::LeftMiddle, data.Description(), {0, 16, 10, 3}, 0.82});
   head.Draw(ChartGraph::Text{{0.99, 0.36},
                              Alignment::RightMiddle,
-                             u"Page %1 of %2"_s.arg(options.pageNumber).arg(options.pageCount),
+                             Words::Page::number(options.pageNumber, options.pageCount),
                              small,
                              0.15});
   QStringList facts;
-  if (!data.UnitOfMeasurement().isEmpty()) facts.append(u"Unit: "_s + data.UnitOfMeasurement());
-  facts.append(u"Samples: %1"_s.arg(data.SampleQty()));
-  facts.append(u"Subgroup size: %1"_s.arg(data.SubGroupSize()));
+  if (!data.UnitOfMeasurement().isEmpty()) facts.append(Words::Page::unit(data.UnitOfMeasurement()));
+  facts.append(Words::Page::samples(data.SampleQty()));
+  facts.append(Words::Page::subgroupSize(data.SubGroupSize()));
   head.Draw(ChartGraph::Text{{0.01, 0.79}, Alignment::LeftMiddle, facts.join(u"     "_s), small, 0.7});
   if (options.printedAt.isValid()) {
-    const QString printed = u"Printed: "_s + options.printedAt.toString(u"yyyy-MM-dd HH:mm"_s);
+    const QString printed = Words::Page::printed(options.printedAt.toString(u"yyyy-MM-dd HH:mm"_s));
     head.Draw(ChartGraph::Text{{0.99, 0.79}, Alignment::RightMiddle, printed, small, 0.28});
   }
 }

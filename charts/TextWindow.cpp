@@ -3,8 +3,7 @@
 #include "charts/ControlChart.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
-
-using namespace Qt::StringLiterals;
+#include "texts/Words.h"
 
 namespace {
 
@@ -43,21 +42,20 @@ class Rows {
 
 void DrawTavelTextWindow(ChartGraph& graph, const CData& data) {
   if (data.NumberOfPlotPoints() < FewestPlotPoints) {
-    graph.Title(u"NOT ENOUGH DATA"_s, {14, 16, 12, 3});
+    graph.Title(Words::Page::tooFewToSumUp(), {14, 16, 12, 3});
     return;
   }
   const auto text = [](double value) { return Conversions::CStr(value); };
   Rows rows(graph);
-  rows.Add(u"Sample Qty"_s, text(data.SampleQty()));
-  rows.Add(u"Sub Group Size"_s, text(data.SubGroupSize()));
-  rows.Add(u"Min"_s, text(data.MinValue()));
-  rows.Add(u"Max"_s, text(data.MaxValue()));
-  rows.Add(u"Std. Dev"_s, text(data.StdDevValue()));
-  rows.Add(u"Upper Spec Limit"_s, text(data.UpperSpecLimit()));
-  rows.Add(u"Lower Spec Limit"_s, text(data.LowerSpecLimit()));
+  rows.Add(Words::Figure::sampleQty(), text(data.SampleQty()));
+  rows.Add(Words::Figure::subGroupSize(), text(data.SubGroupSize()));
+  rows.Add(Words::Figure::min(), text(data.MinValue()));
+  rows.Add(Words::Figure::max(), text(data.MaxValue()));
+  rows.Add(Words::Figure::stdDev(), text(data.StdDevValue()));
+  rows.Add(Words::Figure::upperSpecLimit(), text(data.UpperSpecLimit()));
+  rows.Add(Words::Figure::lowerSpecLimit(), text(data.LowerSpecLimit()));
   const bool isCapable = data.CPKValue() >= 1.0;
-  rows.Add(u"Cpk"_s, QString::number(data.CPKValue(), 'f', 2), {isCapable ? 2 : 12, 16, 10, 0});
-  rows.Add(u"Last Modified"_s, data.LastModified());
-  rows.AddNote(data.SubGroupSize() > 1 ? u"Cpk from R-bar / d2"_s
-                                       : u"Cpk from R-bar / d2 (moving ranges of two)"_s);
+  rows.Add(Words::Figure::cpk(), QString::number(data.CPKValue(), 'f', 2), {isCapable ? 2 : 12, 16, 10, 0});
+  rows.Add(Words::Figure::lastModified(), data.LastModified());
+  rows.AddNote(data.SubGroupSize() > 1 ? Words::Page::cpkFromRanges() : Words::Page::cpkFromMovingRanges());
 }

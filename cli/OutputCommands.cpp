@@ -21,7 +21,7 @@
 #include "library/Library.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
-#include "platform/ui/Indicators.h"
+#include "texts/DetectionRules.h"
 
 using namespace Qt::StringLiterals;
 
@@ -76,7 +76,7 @@ const std::vector<TableColumn>& StatusColumns() {
   };
   static const std::vector<TableColumn> columns = {
       {u"Data description"_s, false, [](const CData& data) { return data.Description(); }},
-      {u"State"_s, false, [](const CData& data) { return ProcessStateName(data.ProcessState()); }},
+      {u"State"_s, false, [](const CData& data) { return ProcessState::Name(data.ProcessState()); }},
       {u"In control"_s, false, InControlText},
       {u"Cpk"_s, true, [](const CData& data) { return QString::number(data.CPKValue(), 'f', 2); }},
       {u"Samples"_s, true, [](const CData& data) { return QString::number(data.SampleQty()); }},

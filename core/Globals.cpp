@@ -4,8 +4,7 @@
 #include <utility>
 
 #include "core/Trap.h"
-
-using namespace Qt::StringLiterals;
+#include "texts/Words.h"
 
 namespace {
 ProgramState* installed = nullptr;
@@ -18,7 +17,7 @@ ProgramState& Globals() {
 
 std::shared_ptr<Library> CurrentLibrary() {
   const auto& library = Globals().gLibrary;
-  if (!library || library->Database().GetState() != Connection::Open) throw Error(u"No database is open."_s);
+  if (!library || library->Database().GetState() != Connection::Open) throw Error(Words::noDatabaseOpen());
   return library;
 }
 

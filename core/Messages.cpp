@@ -1,6 +1,7 @@
 #include "core/Messages.h"
 
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Buttons;
@@ -18,7 +19,7 @@ void ReportProcedureError(const QString& source, const QString& errorText) {
 }
 
 void ShowInformationMessage(const QString& message) {
-  MessageBox::Show({message, u"Information"_s, Icon::Information, Buttons::Ok});
+  MessageBox::Show({message, Words::information(), Icon::Information, Buttons::Ok});
 }
 
 MessageBox::Answer ShowSystemMessage(const QString& message, Icon icon, Buttons buttons) {

@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "core/Trap.h"
 #include "platform/language/Conversions.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,8 +20,7 @@ class OpenKey {
  public:
   OpenKey(const QString& path, quint32 access)
       : status_(Store().RegOpenKeyEx(PathOrDefault(path), access, key_)) {
-    if (status_ == Registry::ReadFault)
-      throw Error(u"The settings in %1 cannot be read. The defaults are in use."_s.arg(Store().Location()));
+    if (status_ == Registry::ReadFault) throw Error(Words::settingsUnread(Store().Location()));
   }
   ~OpenKey() {
     if (key_) Store().RegCloseKey(key_);
@@ -37,7 +37,7 @@ class OpenKey {
   int status_;
 };
 
-QString WriteFailure() { return u"The settings in %1 cannot be written."_s.arg(OpenKey::Store().Location()); }
+QString WriteFailure() { return Words::settingsUnwritten(OpenKey::Store().Location()); }
 
 // Each byte from the highest without its leading zero: 00 01 00 00 gives &h0010, so 16. Stored settings hold
 // numbers that were read in this way.

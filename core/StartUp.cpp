@@ -36,7 +36,7 @@ void AttachConfiguredDatabase() {
   if (!state.gDatabaseForThisRun.isEmpty() || !state.gSetup.DatabaseName.isEmpty())
     GlobalFunctions::AttachDatabase({});
   else
-    MessageBox::Show({LoadResText(u"Error opening database:;304"), u"System Message"_s,
+    MessageBox::Show({LoadResText(u"Error opening database:;304"), LoadResText(u"System Message;165"),
                       MessageBox::Icon::Information, MessageBox::Buttons::Ok});
 }
 

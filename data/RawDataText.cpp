@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/language/Conversions.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -96,18 +97,13 @@ QString Quoted(const QString& text) {
   return u"\"\u2068"_s + shown + u"\u2069\""_s;
 }
 
-QString Count(qsizetype count, const QString& noun) {
-  return u"%1 %2%3"_s.arg(count).arg(noun, count == 1 ? QString() : u"s"_s);
-}
-
 QString FaultIn(const Examination& examination) {
   if (const Line& line = examination.notANumber; line.number > 0) {
-    return line.text.isEmpty() ? u"Line %1: no number stands on one side of a comma."_s.arg(line.number)
-                               : u"Line %1 is not a number: %2"_s.arg(line.number).arg(Quoted(line.text));
+    return line.text.isEmpty() ? Words::RawData::halfAComma(line.number)
+                               : Words::RawData::notANumber(line.number, Quoted(line.text));
   }
   if (const Line& line = examination.comma; line.number > 0) {
-    return u"Line %1 is more than one value: %2. A decimal is written with a point."_s.arg(line.number)
-        .arg(Quoted(line.text));
+    return Words::RawData::severalValues(line.number, Quoted(line.text));
   }
   return {};
 }
@@ -156,13 +152,16 @@ Examination Examine(const QString& text) {
 
 QString Describe(const Examination& examination, const QString& subGroupSize) {
   const qsizetype values = examination.values;
-  QString result = values == 0 ? u"No values yet. Enter one on each line, or paste a column."_s
-                               : Count(values, u"value"_s);
+  QString result = values == 0   ? Words::RawData::noValues()
+                   : values == 1 ? Words::RawData::oneValue()
+                                 : Words::RawData::values(values);
   if (values > mostValues) {
-    result += u": no more than %1 can be saved."_s.arg(mostValues);
+    result = Words::RawData::tooMany(result, mostValues);
   } else if (const qint16 size = SubGroupSize(subGroupSize); size > 0 && values > 0) {
-    result += u": %1 of %2"_s.arg(Count(values / size, u"subgroup"_s)).arg(size);
-    result += values % size > 0 ? u", %1 left over."_s.arg(values % size) : u"."_s;
+    const qsizetype groups = values / size, rest = values % size;
+    result = groups == 1 ? Words::RawData::oneSubgroup(result, size)
+                         : Words::RawData::subgroups(result, groups, size);
+    result = rest > 0 ? Words::RawData::leftOver(result, rest) : result + u'.';
   }
   const QString fault = FaultIn(examination);
   return fault.isEmpty() ? result : result + u'\n' + fault;

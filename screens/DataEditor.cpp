@@ -21,6 +21,7 @@
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
 #include "screens/frmUnits.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -46,14 +47,13 @@ bool DataEditor::LoadDataSet() {
     const ProgramState& state = Globals();
     if (!state.gAddMode) {
       DataObjectFunctions::GetDataObjectByID(state.gCurrentDataID, edited_);
-      if (!edited_) throw Error(u"There is no data set with ID %1."_s.arg(state.gCurrentDataID));
+      if (!edited_) throw Error(Words::noSuchDataSet(state.gCurrentDataID));
     }
     ShowFields(edited_ ? EditorFields::Of(*edited_) : EditorFields::Blank());
     return true;
   } catch (const std::exception& error) {
-    ShowSystemMessage(
-        u"error attempting to get the current data for the item select"_s + u"\r\n"_s + ErrorText(error),
-        MessageBox::Icon::Critical);
+    ShowSystemMessage(Words::Editor::dataSetNotFound() + u"\r\n"_s + ErrorText(error),
+                      MessageBox::Icon::Critical);
     return false;
   }
 }
@@ -128,11 +128,9 @@ void DataEditor::UpdateNotes() {
 
 QString DataEditor::Hint(const EditorFields& fields) const {
   if (const QString hint = fields.Hint(); !hint.isEmpty()) return hint;
-  if (edited_ && descriptionChanged_)
-    return u"An existing data set keeps its description: this change is not saved."_s;
-  if (!edited_ && !fields.calculateLimits)
-    return u"The control limits of a new data set are always calculated: these are not saved."_s;
-  if (comboUnits->count() == 0) return u"There are no units of measurement yet. Edit Units… makes one."_s;
+  if (edited_ && descriptionChanged_) return Words::Editor::descriptionStays();
+  if (!edited_ && !fields.calculateLimits) return Words::Editor::limitsAreCalculated();
+  if (comboUnits->count() == 0) return Words::Editor::noUnits();
   return {};
 }
 

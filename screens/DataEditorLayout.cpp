@@ -16,6 +16,7 @@
 #include "screens/RawDataBox.h"
 #include "texts/DetectionRules.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -46,7 +47,7 @@ QString Marked(QString caption, QChar letter) {
 
 void DataEditor::BuildControls() {
   setObjectName(u"DataEditor"_s);
-  setWindowTitle(Globals().gAddMode ? u"Add Data"_s : u"Edit Data"_s);
+  setWindowTitle(Globals().gAddMode ? Words::Editor::addData() : Words::Editor::editData());
   setModal(true);
   ChangeMonitorTimer.setObjectName(u"ChangeMonitorTimer"_s);
   NotesTimer.setObjectName(u"NotesTimer"_s);
@@ -67,7 +68,7 @@ void DataEditor::BuildControls() {
   lblHint->setWordWrap(true);
   auto* foot = new QHBoxLayout;
   foot->addWidget(lblHint, 1);
-  foot->addWidget(new QLabel(u"* must be entered"_s, this), 0, Qt::AlignRight | Qt::AlignTop);
+  foot->addWidget(new QLabel(Words::Editor::mustBeEntered(), this), 0, Qt::AlignRight | Qt::AlignTop);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
@@ -99,9 +100,9 @@ QLayout* DataEditor::BuildHead() {
   comboUnits = Named(new QComboBox(this), u"comboUnits"_s);
   comboUnits->setMinimumContentsLength(8);
   comboUnits->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  auto* descriptionLabel = LabelFor(txtDescription, u"&Description:"_s, true);
+  auto* descriptionLabel = LabelFor(txtDescription, Words::Editor::description(), true);
   auto* unitsLabel = LabelFor(comboUnits, Marked(LoadResText(u"Unit of measurement:;156"), u'U'), true);
-  cmdUnits = Named(new QPushButton(u"&Edit Units…"_s, this), u"cmdUnits"_s);
+  cmdUnits = Named(new QPushButton(Words::Editor::editUnits(), this), u"cmdUnits"_s);
   cmdUnits->setToolTip(LoadResText(u"Unit Of Measurement Configuration;119"));
   cmdUnits->setAutoDefault(false);
 
@@ -119,7 +120,8 @@ QLayout* DataEditor::BuildHead() {
 void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group) {
   int row = 0;
   // The same in both groups, so that their columns stand below each other.
-  grid->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance(u"Range mean: *"_s));
+  grid->setColumnMinimumWidth(
+      column, fontMetrics().horizontalAdvance(Words::Editor::rangeMean().remove(u'&') + u':' + requiredMark));
   grid->setColumnStretch(column + 1, 1);
   for (const NumberBox& entry : NumberBoxes()) {
     if (entry.group != group) continue;
@@ -139,18 +141,18 @@ void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group) {
 }
 
 QGroupBox* DataEditor::BuildSpecLimits() {
-  auto* group = new QGroupBox(u"Specification and flier limits"_s, this);
+  auto* group = new QGroupBox(Words::Editor::specLimits(), this);
   auto* grid = new QGridLayout(group);
   AddNumberBoxes(grid, 0, NumberBox::SpecLimits);
   AddNumberBoxes(grid, 3, NumberBox::Fliers);
-  checkDiscardFliers = Named(new QCheckBox(u"Discard fliers on save"_s, group), u"checkDiscardFliers"_s);
-  checkDiscardFliers->setToolTip(u"Remove the values that do not lie between the flier limits"_s);
+  checkDiscardFliers = Named(new QCheckBox(Words::Editor::discardFliers(), group), u"checkDiscardFliers"_s);
+  checkDiscardFliers->setToolTip(Words::Editor::discardFliersTip());
   grid->addWidget(checkDiscardFliers, 2, 3, 1, 3);
   return group;
 }
 
 QGroupBox* DataEditor::BuildControlLimits() {
-  auto* group = new QGroupBox(u"Control limits"_s, this);
+  auto* group = new QGroupBox(Words::Editor::controlLimits(), this);
   auto* grid = new QGridLayout(group);
   AddNumberBoxes(grid, 0, NumberBox::XBarLimits);
   AddNumberBoxes(grid, 3, NumberBox::RangeLimits);
@@ -162,7 +164,7 @@ QGroupBox* DataEditor::BuildControlLimits() {
 }
 
 QGroupBox* DataEditor::BuildChartSetup() {
-  auto* group = new QGroupBox(u"Chart setup"_s, this);
+  auto* group = new QGroupBox(Words::Editor::chartSetup(), this);
   comboSubGroup = Named(new QComboBox(group), u"comboSubGroup"_s);
   comboSubGroup->setEditable(true);
   comboSubGroup->setInsertPolicy(QComboBox::NoInsert);
@@ -182,7 +184,7 @@ QGroupBox* DataEditor::BuildChartSetup() {
                                  gap);
 
   auto* sizes = new QHBoxLayout;
-  sizes->addWidget(LabelFor(comboSubGroup, u"Subgroup si&ze:"_s, true));
+  sizes->addWidget(LabelFor(comboSubGroup, Words::Editor::subgroupSize(), true));
   sizes->addWidget(comboSubGroup);
   sizes->addStretch();
   sizes->addWidget(LabelFor(txtMaxSamples, Marked(LoadResText(u"Max Samples:;150"), u'M')));
@@ -208,11 +210,11 @@ QGroupBox* DataEditor::BuildChartSetup() {
 }
 
 QGroupBox* DataEditor::BuildRawData() {
-  auto* group = new QGroupBox(u"Raw data"_s, this);
+  auto* group = new QGroupBox(Words::Editor::rawData(), this);
   txtRawData = new RawDataBox(u"txtRawData"_s, group);
   txtRawData->setMinimumWidth(fontMetrics().averageCharWidth() * 26);
-  auto* label = LabelFor(txtRawData, u"&Values, one on each line:"_s, true);
-  cmdRawData = Named(new QPushButton(u"Larger vie&w…"_s, group), u"cmdRawData"_s);
+  auto* label = LabelFor(txtRawData, Words::Editor::values(), true);
+  cmdRawData = Named(new QPushButton(Words::Editor::largerView(), group), u"cmdRawData"_s);
   cmdRawData->setAutoDefault(false);
   lblRawDataNote = Named(new QLabel(group), u"lblRawDataNote"_s);
   lblRawDataNote->setTextFormat(Qt::PlainText);

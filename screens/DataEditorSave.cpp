@@ -12,6 +12,7 @@
 #include "data/TAVELDataStringFunctions.h"
 #include "platform/language/Conversions.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -28,8 +29,9 @@ bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
 double OptionalNumber(const QString& caption, const QString& text) {
   if (IsBlank(text)) return 0;
   if (Conversions::IsNumeric(text)) return Conversions::CDbl(text);
-  const QString advice = text.contains(u',') ? u" Decimals are written with a point."_s : QString();
-  throw Error(u"%1: \"%2\" is not a number.%3"_s.arg(caption, text.trimmed(), advice));
+  const auto& refusal =
+      text.contains(u',') ? Words::Editor::isNotANumberWithComma : Words::Editor::isNotANumber;
+  throw Error(refusal(caption, text.trimmed()));
 }
 
 double OptionalNumber(const EditorFields& fields, QString EditorFields::*text) {
@@ -80,9 +82,9 @@ QString DataEditorSave::HandedOverValues() const {
 }
 
 qint16 DataEditorSave::MaxSamples() const {
-  const double number = OptionalNumber(u"Max Samples"_s, fields_.maxSamples);
+  const double number = OptionalNumber(Words::Editor::maxSamples(), fields_.maxSamples);
   if (std::abs(number) > RawDataText::mostValues)
-    throw Error(u"Max Samples: no more than %1 samples can be saved."_s.arg(RawDataText::mostValues));
+    throw Error(Words::Editor::tooManySamples(RawDataText::mostValues));
   return Conversions::CInt(number);
 }
 
@@ -104,9 +106,7 @@ QString DataEditorSave::PrepareRawData() {
   QString values = HandedOverValues();
   if (fields_.discardFliers)
     values = TAVELDataStringFunctions::RemoveFliersFromDataString(values, data_->LoFlier(), data_->HiFlier());
-  if (values.isEmpty())
-    return StopWith(u"No value lies between the flier limits: nothing is left to save."_s,
-                    u"checkDiscardFliers"_s);
+  if (values.isEmpty()) return StopWith(Words::Editor::allAreFliers(), u"checkDiscardFliers"_s);
   // The rule goes by the count before the removal, as users know it.
   if (validSamples_ < fewestSamples)
     ShowRemaining(TAVELDataStringFunctions::ValidateDelimitedDataString(values));
@@ -129,7 +129,7 @@ QString DataEditorSave::CutToMaxSamples(const QString& values) {
   // With the fliers gone there may be fewer than are to be kept; the routine answers nothing at all then.
   if (values.count(u',') <= MaxSamples()) return values;
   const QString kept = TAVELDataStringFunctions::DiscardExcessSamples(values, MaxSamples());
-  return kept.isEmpty() ? StopWith(u"Max Samples: nothing is left to save."_s, u"txtMaxSamples"_s) : kept;
+  return kept.isEmpty() ? StopWith(Words::Editor::noSamplesKept(), u"txtMaxSamples"_s) : kept;
 }
 
 bool DataEditorSave::ConfirmExcess() {
@@ -166,7 +166,7 @@ void DataEditorSave::TakeFlierLimits() {
     high = upper + (upper - lower);
     low = lower - (upper - lower);
   }
-  if (!std::isfinite(high) || !std::isfinite(low)) throw Error(u"The spec limits are too far apart."_s);
+  if (!std::isfinite(high) || !std::isfinite(low)) throw Error(Words::Editor::specLimitsTooFarApart());
   data_->SetHiFlier(high);
   data_->SetLoFlier(low);
 }
@@ -178,7 +178,7 @@ bool DataEditorSave::ValidateFields() {
         {LoadResText(
              u"The required fields for statistical calculations are not filled in correctly. Any area "
              u"with an aterisk must be entered.;177"),
-         u"Error"_s, Icon::Exclamation, Buttons::Ok});
+         Words::error(), Icon::Exclamation, Buttons::Ok});
     return false;
   }
   if (RawDataText::SubGroupSize(fields_.subGroup) == 0)

@@ -13,23 +13,17 @@
 #include "platform/access/JetFile.h"
 #include "platform/ui/FileDialog.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const auto allFiles = u"All Files (*)"_s;
 
 QString CurrentFolder() {
   const ProgramState& state = Globals();
   const QString& current =
       state.gDatabaseForThisRun.isEmpty() ? state.gSetup.DatabaseName : state.gDatabaseForThisRun;
   return current.isEmpty() ? QDir::homePath() : QFileInfo(current).path();
-}
-
-bool Agrees(const QString& question) {
-  return ShowSystemMessage(question, MessageBox::Icon::Question, MessageBox::Buttons::YesNo) ==
-         MessageBox::Answer::Yes;
 }
 
 // Files of one name and of other kinds keep copies of their own.
@@ -55,7 +49,7 @@ bool HasAcceptedRevision(const QString& accessPath) {
 // Throws Error; false where the user cancelled, and then nothing is left behind.
 bool Convert(const QString& accessPath, const QString& copy, QWidget* parent) {
   struct Cancelled {};
-  QProgressDialog progress(u"Copying %1 ..."_s.arg(QFileInfo(accessPath).fileName()), u"&Cancel"_s, 0, 100,
+  QProgressDialog progress(Words::Main::copying(QFileInfo(accessPath).fileName()), Words::cancel(), 0, 100,
                            parent);
   progress.setObjectName(u"CopyProgress"_s);
   progress.setWindowTitle(LoadResText(u"Kestrel;108"));
@@ -81,24 +75,27 @@ QString DatabaseChoice::ChooseExisting() {
   return FileDialog::Ask(
       {.kind = FileDialog::Kind::Open,
        .title = LoadResText(u"Database Connection;255"),
-       .filter = u"Access Database Files(*.mdb);;Kestrel Libraries (*.kestrel *.db);;"_s + allFiles,
+       .filter =
+           QStringList{Words::Main::accessFiles(), Words::Main::libraries(), Words::Main::allFiles()}.join(
+               u";;"_s),
        .folder = CurrentFolder(),
        .defaultSuffix = {}});
 }
 
 QString DatabaseChoice::CreateNew() {
-  const QString path = FileDialog::Ask({.kind = FileDialog::Kind::Save,
-                                        .title = u"New Database"_s,
-                                        .filter = u"Kestrel Libraries (*.mdb *.kestrel *.db);;"_s + allFiles,
-                                        .folder = QDir(CurrentFolder()).filePath(u"StatData.mdb"_s),
-                                        .defaultSuffix = u"mdb"_s,
-                                        .keepsExisting = true});
+  const QString path =
+      FileDialog::Ask({.kind = FileDialog::Kind::Save,
+                       .title = Words::Main::newDatabase(),
+                       .filter = Words::Main::newLibraries() + u";;"_s + Words::Main::allFiles(),
+                       .folder = QDir(CurrentFolder()).filePath(u"StatData.mdb"_s),
+                       .defaultSuffix = u"mdb"_s,
+                       .keepsExisting = true});
   if (path.isEmpty()) return {};
   try {
     Library::Create(path);
     return path;
   } catch (const std::exception& error) {
-    ShowErrorMessage(false, u"The new database could not be made"_s, ErrorText(error));
+    ShowErrorMessage(false, Words::Main::databaseNotMade(), ErrorText(error));
     return {};
   }
 }
@@ -106,25 +103,20 @@ QString DatabaseChoice::CreateNew() {
 QString DatabaseChoice::LibraryFor(const QString& path, QWidget* parent) {
   if (!JetFile::IsAccessFile(path)) return path;
   const QString copy = CopyBeside(path);
-  const auto question = [&](const QString& text) {
-    return text.arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(copy));
+  const auto agrees = [&](const Text<2>& question) {
+    return ShowSystemMessage(question(QDir::toNativeSeparators(path), QDir::toNativeSeparators(copy)),
+                             MessageBox::Icon::Question,
+                             MessageBox::Buttons::YesNo) == MessageBox::Answer::Yes;
   };
   if (QFileInfo::exists(copy)) {
-    const bool opens = Agrees(question(
-        u"%1 is a Microsoft Access file, and a copy of it for Kestrel exists already:\r\n\r\n%2\r\n\r\n"
-        u"The Access file stays as it is.\r\n\r\nDo you wish to open the copy?"_s));
-    return opens ? copy : QString();
+    return agrees(Words::Main::openTheCopy) ? copy : QString();
   }
   try {
     if (!HasAcceptedRevision(path)) {
       Refuse(path, {});
       return {};
     }
-    const bool agreed =
-        Agrees(question(u"%1 is a Microsoft Access file. Kestrel works with a copy of it, which will be made "
-                        u"beside it:\r\n\r\n%2\r\n\r\nThe Access file stays as it is.\r\n\r\nDo you wish to "
-                        u"make the copy and open it?"_s));
-    return agreed && Convert(path, copy, parent) ? copy : QString();
+    return agrees(Words::Main::makeACopy) && Convert(path, copy, parent) ? copy : QString();
   } catch (const std::exception& error) {
     Refuse(path, ErrorText(error).remove(path + u": "_s));
     return {};

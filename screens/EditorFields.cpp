@@ -5,6 +5,7 @@
 #include "data/MathFunctions.h"
 #include "data/TAVELDataStringFunctions.h"
 #include "platform/language/Conversions.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,18 +15,26 @@ constexpr qint16 limitDecimals = 4;
 
 #define CARRIES(Property) &CData::Property, &CData::Set##Property
 constexpr NumberBox boxes[] = {
-    {u"txtUSL", u"Upper l&imit", NumberBox::SpecLimits, true, &EditorFields::usl, CARRIES(UpperSpecLimit)},
-    {u"txtNominal", u"&Nominal", NumberBox::SpecLimits, true, &EditorFields::nominal,
+    {u"txtUSL", Words::Editor::upperLimit, NumberBox::SpecLimits, true, &EditorFields::usl,
+     CARRIES(UpperSpecLimit)},
+    {u"txtNominal", Words::Editor::nominal, NumberBox::SpecLimits, true, &EditorFields::nominal,
      CARRIES(NominalSpecLimit)},
-    {u"txtLSL", u"L&ower limit", NumberBox::SpecLimits, true, &EditorFields::lsl, CARRIES(LowerSpecLimit)},
-    {u"txtHiFlier", u"&High flier", NumberBox::Fliers, false, &EditorFields::hiFlier, CARRIES(HiFlier)},
-    {u"txtLowFlier", u"Low &flier", NumberBox::Fliers, false, &EditorFields::lowFlier, CARRIES(LoFlier)},
-    {u"txtXUCL", u"&X-bar UCL", NumberBox::XBarLimits, false, &EditorFields::xUCL, CARRIES(XBarUCL)},
-    {u"txtXMean", u"X-&bar mean", NumberBox::XBarLimits, false, &EditorFields::xMean, CARRIES(XBarMean)},
-    {u"txtXLCL", u"X-bar &LCL", NumberBox::XBarLimits, false, &EditorFields::xLCL, CARRIES(XBarLCL)},
-    {u"txtRUCL", u"&Range UCL", NumberBox::RangeLimits, false, &EditorFields::rUCL, CARRIES(RBarUCL)},
-    {u"txtRMean", u"R&ange mean", NumberBox::RangeLimits, false, &EditorFields::rMean, CARRIES(RBarMean)},
-    {u"txtRLCL", u"Ran&ge LCL", NumberBox::RangeLimits, false, &EditorFields::rLCL, CARRIES(RBarLCL)},
+    {u"txtLSL", Words::Editor::lowerLimit, NumberBox::SpecLimits, true, &EditorFields::lsl,
+     CARRIES(LowerSpecLimit)},
+    {u"txtHiFlier", Words::Editor::highFlier, NumberBox::Fliers, false, &EditorFields::hiFlier,
+     CARRIES(HiFlier)},
+    {u"txtLowFlier", Words::Editor::lowFlier, NumberBox::Fliers, false, &EditorFields::lowFlier,
+     CARRIES(LoFlier)},
+    {u"txtXUCL", Words::Editor::xBarUCL, NumberBox::XBarLimits, false, &EditorFields::xUCL, CARRIES(XBarUCL)},
+    {u"txtXMean", Words::Editor::xBarMean, NumberBox::XBarLimits, false, &EditorFields::xMean,
+     CARRIES(XBarMean)},
+    {u"txtXLCL", Words::Editor::xBarLCL, NumberBox::XBarLimits, false, &EditorFields::xLCL, CARRIES(XBarLCL)},
+    {u"txtRUCL", Words::Editor::rangeUCL, NumberBox::RangeLimits, false, &EditorFields::rUCL,
+     CARRIES(RBarUCL)},
+    {u"txtRMean", Words::Editor::rangeMean, NumberBox::RangeLimits, false, &EditorFields::rMean,
+     CARRIES(RBarMean)},
+    {u"txtRLCL", Words::Editor::rangeLCL, NumberBox::RangeLimits, false, &EditorFields::rLCL,
+     CARRIES(RBarLCL)},
 };
 #undef CARRIES
 
@@ -74,16 +83,17 @@ QString EditorFields::Hint() const {
   const auto check = [](const QString& caption, const QString& text) -> QString {
     if (text.trimmed().isEmpty() || Conversions::IsNumeric(text)) return {};
     const QString withPoint = QString(text).replace(u',', u'.').trimmed();
-    return Conversions::IsNumeric(withPoint) ? u"%1: write the decimal point, %2."_s.arg(caption, withPoint)
-                                             : u"%1: this is not a number."_s.arg(caption);
+    return Conversions::IsNumeric(withPoint) ? Words::Editor::writeThePoint(caption, withPoint)
+                                             : Words::Editor::notANumber(caption);
   };
   for (const NumberBox& box : boxes)
     if (const QString hint = check(box.Caption(), this->*box.text); !hint.isEmpty()) return hint;
-  if (const QString hint = useAllSamples ? QString() : check(u"Max Samples"_s, maxSamples); !hint.isEmpty())
+  if (const QString hint = useAllSamples ? QString() : check(Words::Editor::maxSamples(), maxSamples);
+      !hint.isEmpty())
     return hint;
   const NumberBox* missing = calculateLimits ? nullptr : MissingControlLimit();
   if (!missing) return {};
-  return u"%1: to keep the control limits, none of the four may be missing or 0."_s.arg(missing->Caption());
+  return Words::Editor::limitMissing(missing->Caption());
 }
 
 const NumberBox* EditorFields::MissingControlLimit() const {

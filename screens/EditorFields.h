@@ -5,6 +5,7 @@
 #include <span>
 
 #include "data/CData.h"
+#include "texts/Texts.h"
 
 struct NumberBox;
 
@@ -37,7 +38,7 @@ struct NumberBox {
   enum Group { SpecLimits, Fliers, XBarLimits, RangeLimits };
 
   const char16_t* control;
-  const char16_t* markedCaption;  // with its mnemonic
+  Text<> markedCaption;  // with its mnemonic
   Group group;
   bool isRequired;
   QString EditorFields::*text;
@@ -45,7 +46,7 @@ struct NumberBox {
   void (CData::*store)(double);
 
   QString ControlName() const { return QString::fromUtf16(control); }
-  QString MarkedCaption() const { return QString::fromUtf16(markedCaption); }
+  QString MarkedCaption() const { return markedCaption(); }
   QString Caption() const { return MarkedCaption().remove(u'&'); }
 };
 

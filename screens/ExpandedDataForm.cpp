@@ -12,6 +12,7 @@
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -32,7 +33,7 @@ ExpandedDataForm::ExpandedDataForm(QWidget* parent) : QDialog(parent) {
 
 void ExpandedDataForm::BuildControls() {
   setObjectName(u"ExpandedDataForm"_s);
-  setWindowTitle(u"Raw Data"_s);
+  setWindowTitle(Words::Editor::expandedTitle());
   setModal(true);
   LoadTimer.setObjectName(u"LoadTimer"_s);
 
@@ -42,7 +43,7 @@ void ExpandedDataForm::BuildControls() {
   cmdAccept->setObjectName(u"cmdAccept"_s);
   auto* cmdClose = new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this);
   cmdClose->setObjectName(u"cmdClose"_s);
-  auto* label = new QLabel(mnemonics.Mark(u"Raw data, one value on each line:"_s), this);
+  auto* label = new QLabel(mnemonics.Mark(Words::Editor::expandedValues()), this);
   label->setBuddy(txtRawData);
 
   auto* buttons = new QHBoxLayout;

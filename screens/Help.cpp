@@ -5,8 +5,9 @@
 #include <QShortcut>
 
 #include "core/Trap.h"
-#include "platform/ui/HelpViewer.h"
+#include "screens/HelpViewer.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,48 +16,48 @@ namespace {
 struct Page {
   int number;
   const char16_t* file;
-  const char16_t* title;
+  Text<> title;
   int level = 1;
 };
 
 // In reading order. The manual is built into the program's resources, so that it cannot go missing; the help
 // file path of the program's state is kept for those who deliver a help file of their own beside the program.
 constexpr Page pages[] = {
-    {HelpTopics::Welcome, u"index.html", u"Welcome to Kestrel", 0},
-    {HelpTopics::FirstSteps, u"first-steps.html", u"First steps"},
-    {HelpTopics::WorkedExample, u"worked-example.html", u"A worked example: piston rings"},
-    {HelpTopics::Screens, u"screens.html", u"The screens", 0},
-    {HelpTopics::MainScreen, u"main-screen.html", u"The main window"},
-    {HelpTopics::DataEditor, u"data-editor.html", u"The data editor"},
-    {HelpTopics::ExpandedData, u"expanded-data.html", u"Expanded raw data"},
-    {HelpTopics::ChartScreen, u"chart-screen.html", u"The chart screen"},
-    {HelpTopics::Recalculate, u"recalculate.html", u"Recalculating limits"},
-    {HelpTopics::Units, u"units.html", u"Units of measurement"},
-    {HelpTopics::Configuration, u"configuration.html", u"Configuration"},
-    {HelpTopics::About, u"about.html", u"The about box"},
-    {HelpTopics::Figures, u"figures.html", u"What the figures mean", 0},
-    {HelpTopics::XBarChart, u"xbar-chart.html", u"The X-bar chart"},
-    {HelpTopics::RChart, u"r-chart.html", u"The R chart"},
-    {HelpTopics::Capability, u"capability.html", u"Capability: Cpk"},
-    {HelpTopics::RuleOne, u"rule-one.html", u"Detection rule one"},
-    {HelpTopics::RuleTwo, u"rule-two.html", u"Detection rule two"},
-    {HelpTopics::RuleThree, u"rule-three.html", u"Detection rule three"},
-    {HelpTopics::RuleFour, u"rule-four.html", u"Detection rule four"},
-    {HelpTopics::ProcessStates, u"process-states.html", u"The four process states"},
-    {HelpTopics::WhenToRecalculate, u"when-to-recalculate.html", u"When to recalculate limits"},
-    {HelpTopics::ChanceMarks, u"chance-marks.html", u"Marks that come by chance"},
-    {HelpTopics::LookingAfter, u"looking-after.html", u"Looking after your data", 0},
-    {HelpTopics::Backup, u"backup.html", u"Backups"},
-    {HelpTopics::AccessLibraries, u"access-libraries.html", u"Taking over an old Access library"},
-    {HelpTopics::CommandLine, u"command-line.html", u"The command line"},
-    {HelpTopics::Glossary, u"glossary.html", u"Glossary", 0},
+    {HelpTopics::Welcome, u"index.html", Words::Manual::welcome, 0},
+    {HelpTopics::FirstSteps, u"first-steps.html", Words::Manual::firstSteps},
+    {HelpTopics::WorkedExample, u"worked-example.html", Words::Manual::workedExample},
+    {HelpTopics::Screens, u"screens.html", Words::Manual::screens, 0},
+    {HelpTopics::MainScreen, u"main-screen.html", Words::Manual::mainScreen},
+    {HelpTopics::DataEditor, u"data-editor.html", Words::Manual::dataEditor},
+    {HelpTopics::ExpandedData, u"expanded-data.html", Words::Manual::expandedData},
+    {HelpTopics::ChartScreen, u"chart-screen.html", Words::Manual::chartScreen},
+    {HelpTopics::Recalculate, u"recalculate.html", Words::Manual::recalculate},
+    {HelpTopics::Units, u"units.html", Words::Manual::units},
+    {HelpTopics::Configuration, u"configuration.html", Words::Manual::configuration},
+    {HelpTopics::About, u"about.html", Words::Manual::about},
+    {HelpTopics::Figures, u"figures.html", Words::Manual::figures, 0},
+    {HelpTopics::XBarChart, u"xbar-chart.html", Words::Manual::xBarChart},
+    {HelpTopics::RChart, u"r-chart.html", Words::Manual::rChart},
+    {HelpTopics::Capability, u"capability.html", Words::Manual::capability},
+    {HelpTopics::RuleOne, u"rule-one.html", Words::Manual::ruleOne},
+    {HelpTopics::RuleTwo, u"rule-two.html", Words::Manual::ruleTwo},
+    {HelpTopics::RuleThree, u"rule-three.html", Words::Manual::ruleThree},
+    {HelpTopics::RuleFour, u"rule-four.html", Words::Manual::ruleFour},
+    {HelpTopics::ProcessStates, u"process-states.html", Words::Manual::processStates},
+    {HelpTopics::WhenToRecalculate, u"when-to-recalculate.html", Words::Manual::whenToRecalculate},
+    {HelpTopics::ChanceMarks, u"chance-marks.html", Words::Manual::chanceMarks},
+    {HelpTopics::LookingAfter, u"looking-after.html", Words::Manual::lookingAfter, 0},
+    {HelpTopics::Backup, u"backup.html", Words::Manual::backup},
+    {HelpTopics::AccessLibraries, u"access-libraries.html", Words::Manual::accessLibraries},
+    {HelpTopics::CommandLine, u"command-line.html", Words::Manual::commandLine},
+    {HelpTopics::Glossary, u"glossary.html", Words::Manual::glossary, 0},
 };
 
 QList<HelpTopic> Topics() {
   QList<HelpTopic> topics;
   for (const Page& page : pages) {
-    topics.push_back({page.number, QString::fromUtf16(page.title),
-                      QUrl(u"qrc:/manual/"_s + QString::fromUtf16(page.file)), page.level});
+    topics.push_back(
+        {page.number, page.title(), QUrl(u"qrc:/manual/"_s + QString::fromUtf16(page.file)), page.level});
   }
   return topics;
 }

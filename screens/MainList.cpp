@@ -5,17 +5,16 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
-#include "platform/ui/Indicators.h"
+#include "screens/Indicators.h"
+#include "texts/DetectionRules.h"
 #include "texts/Texts.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 void ShowState(QTreeWidgetItem* row, int state) {
   row->setIcon(0, ProcessStateIcon(state));
-  row->setToolTip(0, ProcessStateName(state));
-  row->setData(0, Qt::AccessibleTextRole, ProcessStateName(state));
+  row->setToolTip(0, ProcessState::Name(state));
+  row->setData(0, Qt::AccessibleTextRole, ProcessState::Name(state));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "core/Messages.h"
 #include "platform/ui/FileDialog.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +27,7 @@ constexpr QSize drawingSize(1600, 1000);
 
 QString FileName(QString description) {
   description.replace(QRegularExpression(uR"([\\/:*?"<>|\x00-\x1f])"_s), u"_"_s);
-  return description.trimmed().isEmpty() ? u"Chart"_s : description.trimmed();
+  return description.trimmed().isEmpty() ? Words::Chart::fileName() : description.trimmed();
 }
 
 }  // namespace
@@ -39,7 +40,7 @@ void PrinterDialogs::PrinterSetup(QPrinter& printer, QWidget* parent) {
   dialog.setWindowTitle(LoadResText(u"Printer Setup;208"));
   // The dialog only chooses here: its button must not promise to print.
   if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
-    if (QPushButton* accept = buttons->button(QDialogButtonBox::Ok)) accept->setText(u"&OK"_s);
+    if (QPushButton* accept = buttons->button(QDialogButtonBox::Ok)) accept->setText(Words::ok());
   }
   dialog.exec();
 }
@@ -69,8 +70,7 @@ void PagePrinting::PrintPage(const StatPage& page) {
     printer.setDocName(page.Description());
     return PageOutput::PaintOn(printer, page, QRectF(0, 0, printer.width(), printer.height()));
   }
-  const QString question =
-      u"No printer is installed on this system. Do you wish to print to a PDF file instead?"_s;
+  const QString question = Words::Chart::printToFile();
   if (ShowSystemMessage(question, MessageBox::Icon::Question, MessageBox::Buttons::YesNo) ==
       MessageBox::Answer::Yes) {
     PrintToFile(page);
@@ -81,7 +81,7 @@ void PagePrinting::PrintToFile(const StatPage& page) {
   const QString last = file_.isEmpty() ? Printer().outputFileName() : file_;
   const QDir folder = last.isEmpty() ? QDir::home() : QFileInfo(last).dir();
   const QString file =
-      FileDialog::Ask({FileDialog::Kind::Save, u"Print to PDF file"_s, u"PDF Files (*.pdf)"_s,
+      FileDialog::Ask({FileDialog::Kind::Save, Words::Chart::printToFileTitle(), Words::Chart::pdfFiles(),
                        folder.filePath(FileName(page.Description()) + u".pdf"_s), u"pdf"_s});
   if (file.isEmpty()) return;
   PageOutput::WritePdf(page, file, Printer().pageLayout());
@@ -90,7 +90,7 @@ void PagePrinting::PrintToFile(const StatPage& page) {
 
 void PagePrinting::PrinterSetup(QWidget* parent) {
   if (!dialogs_->HasPrinter()) {
-    ShowSystemMessage(u"No printer is installed on this system."_s, MessageBox::Icon::Exclamation);
+    ShowSystemMessage(Words::Chart::noPrinter(), MessageBox::Icon::Exclamation);
     return;
   }
   file_.clear();

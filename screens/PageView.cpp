@@ -12,6 +12,7 @@
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
 #include "texts/DetectionRules.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,9 +22,8 @@ PageView::PageView(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMinimumSize(360, 260);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  setAccessibleName(u"Control Charts"_s);
-  setAccessibleDescription(
-      u"Arrow keys select a graph, Enter zooms it; Page Up and Page Down explain the points of a chart."_s);
+  setAccessibleName(Words::Chart::controlCharts());
+  setAccessibleDescription(Words::Chart::keys());
 
   lblPointInfo = new QLabel(this);
   lblPointInfo->setObjectName(u"lblPointInfo"_s);
@@ -76,9 +76,8 @@ bool PageView::ToggleZoom() {
 }
 
 QString PageView::Explanation(const StatPage::PointInfo& point) {
-  QString text = (point.graph == GraphId::XBar ? u"Average %1: %2"_s : u"Range %1: %2"_s)
-                     .arg(point.number)
-                     .arg(Conversions::CStr(point.value));
+  QString text = (point.graph == GraphId::XBar ? Words::Chart::average : Words::Chart::range)(
+      point.number, Conversions::CStr(point.value));
   for (const int rule : point.rules) {
     text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
   }

@@ -17,6 +17,7 @@
 #include "platform/ui/Mnemonics.h"
 #include "screens/Help.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -78,12 +79,12 @@ void RecalcScreen::BuildControls() {
     made->setToolTip(toolTip);
     return made;
   };
-  auto* cmdAll = button(u"cmdAll"_s, u"All"_s, u"Calculate the limits from all points"_s);
-  auto* cmdRange = button(u"cmdRange"_s, u"Range"_s, u"Calculate the limits from the points of the range"_s);
-  auto* cmdCancel = button(u"cmdCancel"_s, u"Cancel"_s, u"Keep the limits as they are"_s);
+  auto* cmdAll = button(u"cmdAll"_s, Words::Recalculate::all(), Words::Recalculate::allTip());
+  auto* cmdRange = button(u"cmdRange"_s, Words::Recalculate::range(), Words::Recalculate::rangeTip());
+  auto* cmdCancel = button(u"cmdCancel"_s, Words::Recalculate::cancel(), Words::Recalculate::cancelTip());
   cmdRange->setDefault(true);
 
-  auto* frameDataRange = new QGroupBox(u"Data Range"_s, this);
+  auto* frameDataRange = new QGroupBox(Words::Recalculate::dataRange(), this);
   frameDataRange->setObjectName(u"frameDataRange"_s);
   auto* points = new QHBoxLayout(frameDataRange);
   const auto pointBox = [&](const QString& labelName, const QString& caption, const QString& name) {
@@ -95,9 +96,9 @@ void RecalcScreen::BuildControls() {
     points->addWidget(box);
     return box;
   };
-  txtStartPoint = pointBox(u"lblStartPoint"_s, u"Start Point:"_s, u"txtStartPoint"_s);
+  txtStartPoint = pointBox(u"lblStartPoint"_s, Words::Recalculate::startPoint(), u"txtStartPoint"_s);
   points->addSpacing(fontMetrics().height());
-  txtStopPoint = pointBox(u"lblEndPoint"_s, u"End Point:"_s, u"txtStopPoint"_s);
+  txtStopPoint = pointBox(u"lblEndPoint"_s, Words::Recalculate::endPoint(), u"txtStopPoint"_s);
   points->addStretch();
 
   auto* buttons = new QHBoxLayout;
@@ -127,7 +128,7 @@ void RecalcScreen::LoadDataSet() {
   DataObjectFunctions::GetDataObjectByID(Globals().gCurrentDataID, data_);
   if (!data_) {
     ShowSystemMessage(LoadResText(u"error attempting to get the current data for the item selected: ;203") +
-                          u"\r\n"_s + u"There is no data set with ID %1."_s.arg(Globals().gCurrentDataID),
+                          u"\r\n"_s + Words::noSuchDataSet(Globals().gCurrentDataID),
                       MessageBox::Icon::Critical);
     return;
   }
@@ -156,8 +157,8 @@ bool RecalcScreen::ValidateRange() {
   return Trap(u"RecalcScreen::ValidateRange"_s, false, [this] {
     const QString startText = txtStartPoint->text().trimmed();
     const QString stopText = txtStopPoint->text().trimmed();
-    const QString notNumeric = u"Not a valid numerical value"_s;
-    const QString invalid = u"Invalid range"_s;
+    const QString notNumeric = Words::Recalculate::notNumeric();
+    const QString invalid = Words::Recalculate::invalidRange();
     if (!Conversions::IsNumeric(startText)) return Reject(txtStartPoint, notNumeric);
     if (!Conversions::IsNumeric(stopText)) return Reject(txtStopPoint, notNumeric);
     const qint16 start = Conversions::CInt(startText);

@@ -17,11 +17,12 @@
 #include "core/Trap.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/FileDialog.h"
-#include "platform/ui/Indicators.h"
-#include "platform/ui/StatSummary.h"
+#include "screens/Indicators.h"
 #include "screens/PageView.h"
+#include "screens/StatSummary.h"
 #include "texts/DetectionRules.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -72,7 +73,7 @@ bool StatGraphics::LoadDataSet() {
   DataObjectFunctions::GetDataObjectByID(id, data_);
   if (!data_) {
     ShowSystemMessage(LoadResText(u"error attempting to get the current data for the item selected: ;203") +
-                          u"\r\n"_s + u"There is no data set with ID %1."_s.arg(id),
+                          u"\r\n"_s + Words::noSuchDataSet(id),
                       Icon::Critical);
     return false;
   }
@@ -99,9 +100,9 @@ void StatGraphics::BuildControls() {
   heading.setBold(true);
   heading.setPointSizeF(heading.pointSizeF() * 1.25);
   lblDescription->setFont(heading);
-  checkFitScale = new QCheckBox(u"&Fit scale"_s, this);
+  checkFitScale = new QCheckBox(Words::Chart::fitScale(), this);
   checkFitScale->setObjectName(u"checkFitScale"_s);
-  checkFitScale->setToolTip(u"Draw the control charts on a scale that shows their variation"_s);
+  checkFitScale->setToolTip(Words::Chart::fitScaleTip());
   view_ = new PageView(this);
   view_->setObjectName(u"PageView"_s);
   QWidget* verdict = BuildVerdict();
@@ -258,14 +259,7 @@ void StatGraphics::UpdateStatGraphicsText() {
     panelMessage->setText(GlobalFunctions::RuleViolationText(violation));
     ProcessStateIndicator1->SetValue(data_->ProcessState());
 
-    StatSummary1->SetCPKValue(data_->CPKValue());
-    StatSummary1->SetSampleQty(data_->SampleQty());
-    StatSummary1->SetSubGroupSize(data_->SubGroupSize());
-    StatSummary1->SetMinValue(data_->MinValue());
-    StatSummary1->SetMaxValue(data_->MaxValue());
-    StatSummary1->SetStdDevValue(data_->StdDevValue());
-    StatSummary1->SetUpperSpecLimit(data_->UpperSpecLimit());
-    StatSummary1->SetLowerSpecLimit(data_->LowerSpecLimit());
+    StatSummary1->Show(*data_);
   });
 }
 
@@ -289,8 +283,8 @@ void StatGraphics::ExportQCReport() {
   Trap(u"StatGraphics::ExportQCReport"_s, [this] {
     // Ended by a separator it is a folder, whether it exists or not.
     const QString folder = QCoreApplication::applicationDirPath() + QDir::separator() + u"Dat"_s;
-    const QString file = FileDialog::Ask({FileDialog::Kind::Save, u"Export chart to .csf file"_s,
-                                          u"csf Files (*.csf)"_s, folder + QDir::separator(), u"csf"_s});
+    const QString file = FileDialog::Ask({FileDialog::Kind::Save, Words::Chart::exportTitle(),
+                                          Words::Chart::csfFiles(), folder + QDir::separator(), u"csf"_s});
     if (file.size() > 1) CsfExport::WriteCsf(*data_, file);
   });
 }

@@ -15,6 +15,7 @@
 #include "core/Trap.h"
 #include "screens/Help.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,7 +51,7 @@ frmAbout::frmAbout(QWidget* parent, ProgramStarter startProgram)
 
 void frmAbout::BuildControls() {
   setObjectName(u"frmAbout"_s);
-  setWindowTitle(u"About "_s + LoadResText(u"Kestrel;108"));
+  setWindowTitle(Words::About::title(LoadResText(u"Kestrel;108")));
   setModal(true);
   const int em = fontMetrics().height();
 
@@ -70,7 +71,7 @@ void frmAbout::BuildControls() {
   large.setBold(true);
   lblTitle->setFont(large);
   const QString version = QVersionNumber::fromString(QCoreApplication::applicationVersion()).toString();
-  auto* lblVersion = label(u"lblVersion"_s, u"Version "_s + version);
+  auto* lblVersion = label(u"lblVersion"_s, Words::About::version(version));
   auto* lblDescription =
       label(u"lblDescription"_s,
             LoadResText(u"Kestrel - SPC control charting solution for the quality system novice;302"));
@@ -79,10 +80,10 @@ void frmAbout::BuildControls() {
   lblDescription->setMinimumWidth(em * 20);
   lblDisclaimer->setMinimumWidth(em * 20);
 
-  auto* cmdOK = new QPushButton(u"&OK"_s, this);
+  auto* cmdOK = new QPushButton(Words::ok(), this);
   cmdOK->setObjectName(u"cmdOK"_s);
   cmdOK->setDefault(true);
-  auto* cmdSysInfo = new QPushButton(u"&System Info..."_s, this);
+  auto* cmdSysInfo = new QPushButton(Words::About::systemInfo(), this);
   cmdSysInfo->setObjectName(u"cmdSysInfo"_s);
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
@@ -133,7 +134,6 @@ void frmAbout::StartSysInfo() {
   Trap(u"frmAbout::StartSysInfo"_s, [this] {
     const QString path = SysInfoPath();
     if (!path.isEmpty() && startProgram_(path)) return;
-    MessageBox::Show(
-        {.text = u"System Information Is Unavailable At This Time"_s, .title = LoadResText(u"Kestrel;108")});
+    MessageBox::Show({.text = Words::About::noSystemInfo(), .title = LoadResText(u"Kestrel;108")});
   });
 }

@@ -18,11 +18,12 @@
 #include "platform/language/Conversions.h"
 #include "platform/system/EventPump.h"
 #include "platform/ui/ButtonBar.h"
-#include "platform/ui/Indicators.h"
-#include "platform/ui/StatSummary.h"
 #include "screens/DatabaseChoice.h"
+#include "screens/Indicators.h"
 #include "screens/MainList.h"
+#include "screens/StatSummary.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -144,9 +145,9 @@ void frmMain::ReloadLibrary() {
 void frmMain::ShowHint() {
   const ProgramState& state = Globals();
   if (!state.gDatabaseOpen)
-    ListView1->SetHint(u"No database is open.\nChoose Tools, Database Connection or Tools, New Database."_s);
+    ListView1->SetHint(Words::Main::noDatabase());
   else if (state.gDataCollection.empty())
-    ListView1->SetHint(u"No data sets yet.\nChoose Stat Data, Add."_s);
+    ListView1->SetHint(Words::Main::noDataSets());
   else
     ListView1->SetHint({});
 }
@@ -208,14 +209,7 @@ void frmMain::ShowCurrentSummary() {
     const CDataPtr dataSet = CurrentDataSet();
     if (!dataSet) return;
     ProcessStateIndicator1->SetValue(dataSet->ProcessState());
-    StatSummary1->SetCPKValue(dataSet->CPKValue());
-    StatSummary1->SetSampleQty(dataSet->SampleQty());
-    StatSummary1->SetSubGroupSize(dataSet->SubGroupSize());
-    StatSummary1->SetMinValue(dataSet->MinValue());
-    StatSummary1->SetMaxValue(dataSet->MaxValue());
-    StatSummary1->SetStdDevValue(dataSet->StdDevValue());
-    StatSummary1->SetUpperSpecLimit(dataSet->UpperSpecLimit());
-    StatSummary1->SetLowerSpecLimit(dataSet->LowerSpecLimit());
+    StatSummary1->Show(*dataSet);
   });
 }
 

@@ -12,13 +12,14 @@
 
 #include "core/Globals.h"
 #include "platform/ui/ButtonBar.h"
-#include "platform/ui/Indicators.h"
-#include "platform/ui/StatSummary.h"
 #include "screens/DatabaseChoice.h"
 #include "screens/Help.h"
+#include "screens/Indicators.h"
 #include "screens/MainList.h"
+#include "screens/StatSummary.h"
 #include "screens/frmMain.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,7 +54,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   setWindowTitle(LoadResText(u"Kestrel;108"));
   ListView1 = new MainList(this);
   ListView1->setObjectName(u"ListView1"_s);
-  ListView1->setAccessibleName(u"Data sets"_s);
+  ListView1->setAccessibleName(Words::Main::dataSets());
   BuildToolbar();
   BuildMenu();
   BuildStatusBar();
@@ -109,11 +110,12 @@ void frmMain::BuildToolbar() {
   entry(ToolsButton, LoadResText(u"Database Connection;255"), Symbol::Database, [this] {
     Attach(DatabaseChoice::ChooseExisting());
   })->setShortcut(QKeySequence::Open);
-  entry(ToolsButton, u"New Database"_s, Symbol::New, [this] { Attach(DatabaseChoice::CreateNew()); });
+  entry(ToolsButton, Words::Main::newDatabase(), Symbol::New,
+        [this] { Attach(DatabaseChoice::CreateNew()); });
 
   button(u"Help;219", u"Application Help;220", Symbol::Help);
-  entry(HelpButton, u"Contents"_s, Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });
-  entry(HelpButton, u"About"_s, Symbol::About, [this] { screens_.about(); });
+  entry(HelpButton, Words::Main::contents(), Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });
+  entry(HelpButton, Words::Main::about(), Symbol::About, [this] { screens_.about(); });
 
   connect(button(u"Exit;243", u"Exit the application;244", Symbol::Exit), &QAction::triggered, this,
           [this] { ExitTimer.start(); });
@@ -129,10 +131,10 @@ void frmMain::BuildMenu() {
     connect(action, &QAction::triggered, this, command);
     return action;
   };
-  menuView = item(u"menuView"_s, u"&View Chart"_s, Symbol::Chart, &frmMain::ViewChart);
+  menuView = item(u"menuView"_s, Words::Main::viewChart(), Symbol::Chart, &frmMain::ViewChart);
   MyMenu->addSeparator()->setObjectName(u"mnuSpace"_s);
-  mnuEdit = item(u"mnuEdit"_s, u"&Edit Data"_s, Symbol::Edit, &frmMain::EditData);
-  mnuDelete = item(u"mnuDelete"_s, u"&Delete Data"_s, Symbol::Delete, &frmMain::DeleteData);
+  mnuEdit = item(u"mnuEdit"_s, Words::Main::editData(), Symbol::Edit, &frmMain::EditData);
+  mnuDelete = item(u"mnuDelete"_s, Words::Main::deleteData(), Symbol::Delete, &frmMain::DeleteData);
 }
 
 QWidget* frmMain::BuildSummaryPanel() {

@@ -11,9 +11,10 @@
 #include "core/StartUp.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
-#include "platform/ui/RecordBar.h"
 #include "screens/Help.h"
+#include "screens/RecordBar.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -254,11 +255,11 @@ void frmUnits::UpdateButtons() {
 
   Lock(txtName, !IsNewRecord);
   Lock(txtDescription, !IsNewRecord && !states.currentRecord);
-  QString record = u"No unit is shown. Refresh list shows the units, Add makes a new one."_s;
+  QString record = Words::Units::noneShown();
   if (IsNewRecord)
-    record = u"New unit"_s;
+    record = Words::Units::newUnit();
   else if (states.currentRecord)
-    record = u"Unit %1 of %2"_s.arg(recordset_.AbsolutePosition()).arg(recordset_.RecordCount());
+    record = Words::Units::place(recordset_.AbsolutePosition(), recordset_.RecordCount());
   lblRecord->setText(record);
 }
 

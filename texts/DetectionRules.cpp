@@ -2,6 +2,7 @@
 
 #include "engine/Rules.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 QString GlobalFunctions::RuleViolationText(qint16 ruleViolation) {
   switch (ruleViolation) {
@@ -20,6 +21,21 @@ QString GlobalFunctions::RuleViolationText(qint16 ruleViolation) {
   }
 }
 
+QString DetectionRules::ShortText(int rule) {
+  switch (rule) {
+    case 1:
+      return Words::Rule::one();
+    case 2:
+      return Words::Rule::two();
+    case 3:
+      return Words::Rule::three();
+    case 4:
+      return Words::Rule::four();
+    default:
+      return {};
+  }
+}
+
 QString DetectionRules::SensitivityText(qint32 sensitivity) {
   switch (sensitivity) {
     case 0:
@@ -30,6 +46,36 @@ QString DetectionRules::SensitivityText(qint32 sensitivity) {
       return LoadResText(u"High (Detection Rules 1,2,3, and 4);159");
     default:
       return {};
+  }
+}
+
+QString ProcessState::Name(int state) {
+  switch (state) {
+    case 1:
+      return Words::State::chaos();
+    case 2:
+      return Words::State::brinkOfChaos();
+    case 3:
+      return Words::State::threshold();
+    case 4:
+      return Words::State::ideal();
+    default:
+      return Words::State::notEvaluated();
+  }
+}
+
+QString ProcessState::Meaning(int state) {
+  switch (state) {
+    case 1:
+      return Words::State::chaosMeans();
+    case 2:
+      return Words::State::brinkOfChaosMeans();
+    case 3:
+      return Words::State::thresholdMeans();
+    case 4:
+      return Words::State::idealMeans();
+    default:
+      return Words::State::notEvaluatedMeans();
   }
 }
 

@@ -14,7 +14,7 @@ struct Entry {
 };
 
 // Blanks at either end belong to the texts: callers join them with values. Odd spellings stay as users know
-// them. 101, 103, 122, 193 to 195, 198, 199, 253, 293 and 294 are shown nowhere.
+// them. 101, 103, 116, 122, 193 to 195, 198, 199, 253, 293 and 294 are documented, but shown nowhere.
 constexpr auto table = std::to_array<Entry>({
     {101, u"Failed to open database"},
     {102, u"Error opening database:"},
@@ -197,8 +197,10 @@ QString LoadResText(QStringView reference) {
   try {
     const qint32 number = Conversions::CLng(parts[1]);
     const auto entry = std::ranges::lower_bound(table, number, {}, &Entry::number);
-    return entry != table.end() && entry->number == number ? entry->text.toString() : QString();
+    return entry != table.end() && entry->number == number ? Translated(entry->text) : QString();
   } catch (const Conversions::Failure&) {
     return {};
   }
 }
+
+QString Translated(QStringView english) { return english.toString(); }

@@ -5,5 +5,13 @@
 
 class QtMessageBox : public MessageBox::Presenter {
  public:
+  struct Captions {
+    QString ok, yes, no, cancel;  // of the buttons, with their mnemonics
+  };
+
+  explicit QtMessageBox(Captions captions) : captions_(std::move(captions)) {}
   MessageBox::Answer Show(const MessageBox::Request& request) override;
+
+ private:
+  Captions captions_;
 };

@@ -12,7 +12,7 @@
 
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
-#include "platform/ui/Indicators.h"
+#include "screens/Indicators.h"
 #include "screens/PageView.h"
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"

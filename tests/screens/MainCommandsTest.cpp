@@ -5,8 +5,9 @@
 #include <QProgressDialog>
 
 #include "core/DataObjectFunctions.h"
-#include "platform/ui/Indicators.h"
+#include "screens/Indicators.h"
 #include "tests/screens/MainScreenFixture.h"
+#include "texts/DetectionRules.h"
 
 namespace {
 
@@ -74,7 +75,7 @@ TEST_F(MainCommandsTest, AnEditedDataSetIsShownAnew) {
     DataObjectFunctions::ModifyDataObjectInSystem(edited);
   };
   Action("mnuEdit").trigger();
-  EXPECT_EQ(List().topLevelItem(0)->toolTip(0), ProcessStateName(1));
+  EXPECT_EQ(List().topLevelItem(0)->toolTip(0), ProcessState::Name(1));
   EXPECT_EQ(Get<ProcessStateIndicator>(*main, "ProcessStateIndicator1").Value(), 1);
   EXPECT_EQ(Summary("SubGroupSize"), u"7");
 }

@@ -12,10 +12,10 @@
 
 #include "core/DataObjectFunctions.h"
 #include "core/RegistryFunctions.h"
-#include "platform/ui/HelpViewer.h"
 #include "screens/DataEditor.h"
 #include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
+#include "screens/HelpViewer.h"
 #include "screens/RecalcScreen.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"

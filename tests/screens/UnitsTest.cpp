@@ -1,7 +1,7 @@
 // The units screen, driven with clicks and keys.
 #include <gtest/gtest.h>
 
-#include "platform/ui/RecordBar.h"
+#include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"

@@ -18,9 +18,9 @@
 #include <QToolButton>
 
 #include "platform/ui/ButtonBar.h"
-#include "platform/ui/Indicators.h"
 #include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
+#include "screens/Indicators.h"
 
 using namespace Qt::StringLiterals;
 
@@ -161,7 +161,9 @@ TEST(QtMessageBoxTest, HasItsButtonsAndSignAndEscapeRefuses) {
       QTest::keyClick(box, key.key(), key.keyboardModifiers());
     };
     WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); }, act);
-    EXPECT_EQ(QtMessageBox().Show({text, u"System Message"_s, icon, buttons}), answer);
+    EXPECT_EQ(QtMessageBox({u"&OK"_s, u"&Yes"_s, u"&No"_s, u"&Cancel"_s})
+                  .Show({text, u"System Message"_s, icon, buttons}),
+              answer);
   }
 }
 

@@ -1,4 +1,4 @@
-// How texts are looked up, and that every text reference in the program finds its text.
+// How texts are looked up and filled, and that the program's sources take every text from here.
 #include "texts/Texts.h"
 
 #include <gtest/gtest.h>
@@ -7,9 +7,27 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include "texts/Words.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Calls use(path below the top, contents) for every source file of the rooms; returns how many there are.
+template <class Use>
+int ForEachSource(const QStringList& rooms, Use use) {
+  int count = 0;
+  const QString top = QStringLiteral(KESTREL_SOURCES) + u'/';
+  for (const QString& room : rooms) {
+    QDirIterator files(top + room, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
+    for (; files.hasNext(); ++count) {
+      QFile file(files.next());
+      if (file.open(QIODevice::ReadOnly))
+        use(file.fileName().mid(top.size()), QString::fromUtf8(file.readAll()));
+    }
+  }
+  return count;
+}
 
 TEST(Texts, LooksUpByTheSecondPartAlone) {
   for (const QStringView found : {u"Error Message;106", u";106", u"x; 106 ", u"x;106;105"})
@@ -19,26 +37,66 @@ TEST(Texts, LooksUpByTheSecondPartAlone) {
     EXPECT_EQ(LoadResText(fails), QString()) << fails.toString().toStdString();
 }
 
+TEST(Texts, AValueThatLooksLikeAPlaceStaysAsItIs) {
+  EXPECT_EQ(Words::Editor::isNotANumber(u"%2"_s, u"%1"_s), u"%2: \"%1\" is not a number."_s);
+  EXPECT_EQ(Words::Units::place(2, 7), u"Unit 2 of 7"_s);
+}
+
 TEST(Texts, EveryReferenceInTheSourcesIsInTheTable) {
   static const QRegularExpression reference(uR"re("[^"\n]*;(\d{3})")re"_s);
   int found = 0;
-  for (const QString& room : {u"/app"_s, u"/charts"_s, u"/cli"_s, u"/core"_s, u"/data"_s, u"/platform"_s,
-                              u"/screens"_s, u"/texts"_s}) {
-    QDirIterator files(QStringLiteral(KESTREL_SOURCES) + room, {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
-                       QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-      QFile file(files.next());
-      ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-      auto matches = reference.globalMatch(QString::fromUtf8(file.readAll()));
-      while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        ++found;
-        EXPECT_FALSE(LoadResText(u";"_s + match.captured(1)).isEmpty())
-            << file.fileName().toStdString() << ": " << match.captured().toStdString();
-      }
+  ForEachSource(
+      {u"app"_s, u"charts"_s, u"cli"_s, u"core"_s, u"data"_s, u"platform"_s, u"screens"_s, u"texts"_s},
+      [&](const QString& path, const QString& source) {
+        for (const auto& match : reference.globalMatch(source)) {
+          ++found;
+          EXPECT_FALSE(LoadResText(u";"_s + match.captured(1)).isEmpty())
+              << path.toStdString() << ": " << match.captured().toStdString();
+        }
+      });
+  EXPECT_GT(found, 10) << "the sources were not found";
+}
+
+// A literal of two words and more that is no reference, or one with a letter in a call that shows it.
+QStringList TextsIn(QString source) {
+  static const QRegularExpression noText(uR"re(^\s*//.*$|uR"\(.*?\)"|'"')re"_s,
+                                         QRegularExpression::MultilineOption);
+  static const QRegularExpression joint(uR"re("\s*u")re"_s);
+  static const QRegularExpression shown(
+      uR"re((?:set(?:Text|ToolTip|WindowTitle|Title|Accessible\w+|PlaceholderText)|Title|Q(?:Label|GroupBox|)re"
+      uR"re((?:Push|Radio)Button|CheckBox)|add(?:Item|Action|Button|Row)|Show\w*Message)\(u"[^"]*\p{L}{2}[^"]*")re"_s);
+  static const QRegularExpression words(
+      uR"re(u"(?:[^"\\\n]|\\.)*\p{L}{2} (?:[^"\\\n]|\\.)*\p{L}{2}(?:[^"\\\n]|\\.)*")re"_s);
+  static const QRegularExpression reference(uR"re(;\d{3}"$)re"_s);
+  source.remove(noText).replace(joint, {});
+  QStringList texts;
+  for (const QRegularExpression& kind : {shown, words}) {
+    for (const auto& match : kind.globalMatch(source)) {
+      if (!reference.match(match.captured()).hasMatch()) texts << match.captured();
     }
   }
-  EXPECT_GT(found, 10) << "the sources were not found";
+  return texts;
+}
+
+TEST(Texts, NoneStandsOutsideThisRoom) {
+  // What is no text although it looks like one.
+  static const QRegularExpression allowed(
+      u"^u\" ?(SELECT|DELETE|INSERT|CREATE|UPDATE|VACUUM|PRAGMA|CAST.* AS|WHERE|AND) "  // SQL
+      u"|Data Set\"$"            // names on a recorded page
+      u"|^u\"(M[Mm]{2} |yyyy-)"  // forms of date and time
+      u"|Orvane Labs"_s);        // a key of the settings
+  static const QRegularExpression later(u"^core/(Library|Backup|AccessImport|DataObjectFunctions)\\.cpp"_s);
+  const int count = ForEachSource(
+      {u"screens"_s, u"charts"_s, u"core"_s, u"data"_s, u"platform/ui"_s},
+      [&](const QString& path, const QString& source) {
+        for (const QString& text : later.match(path).hasMatch() ? QStringList() : TextsIn(source)) {
+          EXPECT_TRUE(allowed.match(text).hasMatch()) << path.toStdString() << ": " << text.toStdString();
+        }
+      });
+  EXPECT_GT(count, 50) << "the sources were not found";
+  EXPECT_EQ(
+      TextsIn(u"label->setText(u\"All\"_s); f(u\"two \"\n  u\"words\"); g(u\"one\", u\"Open it;123\");"_s),
+      (QStringList{u"setText(u\"All\""_s, u"u\"two words\""_s}));
 }
 
 }  // namespace

@@ -35,6 +35,7 @@ class HelpViewer : public QWidget {
   void MakeShortcuts();
   void FillContents();
   void Open(const QUrl& page);
+  void ShowFault(const QString& fault, const QString& explanation);
   void ShowSearch();
   void BringToFront();
   void Search(const QString& words);

@@ -6,8 +6,7 @@
 #include <QIcon>
 #include <QWidget>
 
-// States 0 "not evaluated", 1 "chaos", 2 "brink of chaos", 3 "threshold", 4 "ideal"; any other counts as 0.
-QString ProcessStateName(int state);
+// The symbol of a state 1 to 4; any other is not evaluated.
 QIcon ProcessStateIcon(int state);
 
 // The state's symbol with its name beside it under a caption.

@@ -1,4 +1,4 @@
-#include "platform/ui/HelpViewer.h"
+#include "screens/HelpViewer.h"
 
 #include <QApplication>
 #include <QFile>
@@ -15,6 +15,7 @@
 #include <QWindow>
 
 #include "platform/ui/Icons.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -93,16 +94,16 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
 QWidget* HelpViewer::MakeNavigation() {
   search_ = new QLineEdit;
   search_->setObjectName(u"Search"_s);
-  search_->setPlaceholderText(u"Search the manual (Ctrl+F)"_s);
-  search_->setAccessibleName(u"Search the manual"_s);
+  search_->setPlaceholderText(Words::Manual::searchTip());
+  search_->setAccessibleName(Words::Manual::searchBox());
   search_->setClearButtonEnabled(true);
   contents_ = new QTreeWidget;
   contents_->setObjectName(u"Contents"_s);
-  contents_->setAccessibleName(u"Contents"_s);
+  contents_->setAccessibleName(Words::Manual::contents());
   contents_->setHeaderHidden(true);
   results_ = new QListWidget;
   results_->setObjectName(u"Results"_s);
-  results_->setAccessibleName(u"Search results"_s);
+  results_->setAccessibleName(Words::Manual::results());
   results_->setWordWrap(true);
   results_->setAlternatingRowColors(true);
 
@@ -148,16 +149,16 @@ QToolBar* HelpViewer::MakeToolBar() {
     bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     return action;
   };
-  connect(add(Symbol::Contents, u"Contents"_s, u"Show or hide the contents"_s), &QAction::triggered, this,
-          [this] { navigation_->setVisible(navigation_->isHidden()); });
-  QAction* back = add(Symbol::Back, u"Back"_s, u"Back to the page before (Alt+Left)"_s);
+  connect(add(Symbol::Contents, Words::Manual::contents(), Words::Manual::contentsTip()), &QAction::triggered,
+          this, [this] { navigation_->setVisible(navigation_->isHidden()); });
+  QAction* back = add(Symbol::Back, Words::Manual::back(), Words::Manual::backTip());
   back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
   back->setEnabled(false);
   connect(back, &QAction::triggered, page_, &QTextBrowser::backward);
   connect(page_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
-  connect(add(Symbol::Search, u"Search"_s, u"Search the manual (Ctrl+F)"_s), &QAction::triggered, this,
+  connect(add(Symbol::Search, Words::Manual::search(), Words::Manual::searchTip()), &QAction::triggered, this,
           &HelpViewer::ShowSearch);
-  connect(add(Symbol::Close, u"Close"_s, u"Close the help window (Escape)"_s), &QAction::triggered, this,
+  connect(add(Symbol::Close, Words::Manual::close(), Words::Manual::closeTip()), &QAction::triggered, this,
           &QWidget::close);
   return bar;
 }
@@ -201,7 +202,7 @@ void HelpViewer::ShowTopic(int number) {
   const auto topic =
       std::find_if(topics_.begin(), topics_.end(), [&](auto& each) { return each.number == number; });
   if (topic == topics_.end()) {
-    page_->setHtml(u"<h1>No such topic</h1><p>The manual has no topic number %1.</p>"_s.arg(number));
+    ShowFault(Words::Manual::noSuchTopic(), Words::Manual::noTopicNumber(number));
   } else {
     Open(topic->page);
   }
@@ -211,11 +212,14 @@ void HelpViewer::ShowTopic(int number) {
 
 void HelpViewer::Open(const QUrl& page) {
   if (HtmlOf(page).isEmpty()) {
-    page_->setHtml(u"<h1>Page not found</h1><p>The manual's page \"%1\" is missing.</p>"_s.arg(
-        page.fileName().toHtmlEscaped()));
+    ShowFault(Words::Manual::pageNotFound(), Words::Manual::pageMissing(page.fileName()));
   } else {
     page_->setSource(page);
   }
+}
+
+void HelpViewer::ShowFault(const QString& fault, const QString& explanation) {
+  page_->setHtml(u"<h1>%1</h1><p>%2</p>"_s.arg(fault.toHtmlEscaped(), explanation.toHtmlEscaped()));
 }
 
 void HelpViewer::MarkCurrentTopic(const QUrl& page) {
@@ -239,7 +243,7 @@ void HelpViewer::Search(const QString& words) {
     item->setData(urlRole, topic.page);
   }
   if (results_->count() == 0) {
-    auto* none = new QListWidgetItem(u"Nothing found."_s, results_);
+    auto* none = new QListWidgetItem(Words::Manual::nothingFound(), results_);
     none->setFlags(Qt::NoItemFlags);
   }
 }

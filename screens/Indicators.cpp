@@ -1,10 +1,11 @@
-#include "platform/ui/Indicators.h"
+#include "screens/Indicators.h"
 
 #include <QPainter>
 #include <QPainterPath>
-#include <array>
 
 #include "platform/ui/Icons.h"
+#include "texts/DetectionRules.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -105,12 +106,6 @@ void DrawLamp(QPainter& painter, bool on, bool stop) {
 
 }  // namespace
 
-QString ProcessStateName(int state) {
-  static const std::array<QString, stateCount> names{u"Not evaluated"_s, u"Chaos"_s, u"Brink of chaos"_s,
-                                                     u"Threshold"_s, u"Ideal"_s};
-  return names[size_t(Known(state))];
-}
-
 QIcon ProcessStateIcon(int state) {
   return VectorIcon([state](QPainter& painter) { DrawState(painter, Known(state)); });
 }
@@ -132,12 +127,8 @@ void ProcessStateIndicator::SetCaption(const QString& caption) {
 }
 
 void ProcessStateIndicator::Describe() {
-  static const std::array<QString, stateCount> meanings{
-      u"nothing to judge yet"_s, u"out of control and not capable (Cpk below 1)"_s,
-      u"out of control, though capable (Cpk 1 or more)"_s, u"in control, but not capable (Cpk below 1)"_s,
-      u"in control and capable (Cpk 1 or more)"_s};
-  const QString name = ProcessStateName(value_);
-  setToolTip(u"%1: %2"_s.arg(name, meanings[size_t(Known(value_))]));
+  const QString name = ProcessState::Name(value_);
+  setToolTip(u"%1: %2"_s.arg(name, ProcessState::Meaning(value_)));
   setAccessibleName(caption_.isEmpty() ? name : u"%1: %2"_s.arg(caption_, name));
   setAccessibleDescription(toolTip());
   update();
@@ -146,7 +137,7 @@ void ProcessStateIndicator::Describe() {
 QSize ProcessStateIndicator::sizeHint() const {
   const QFontMetrics metrics = fontMetrics();
   const int em = metrics.height();
-  const int nameWidth = metrics.horizontalAdvance(ProcessStateName(2));
+  const int nameWidth = metrics.horizontalAdvance(ProcessState::Name(2));
   const int captionHeight = caption_.isEmpty() ? 0 : em * 5 / 4;
   return {std::max(metrics.horizontalAdvance(caption_), nameWidth + em * 5 / 2), captionHeight + em * 2};
 }
@@ -163,7 +154,7 @@ void ProcessStateIndicator::paintEvent(QPaintEvent*) {
   ProcessStateIcon(value_).paint(&painter, symbol);
   rest.setLeft(symbol.right() + em / 2);
   rest.setBottom(symbol.bottom());
-  painter.drawText(rest, Qt::AlignLeft | Qt::AlignVCenter, ProcessStateName(value_));
+  painter.drawText(rest, Qt::AlignLeft | Qt::AlignVCenter, ProcessState::Name(value_));
 }
 
 Led::Led(QWidget* parent) : QWidget(parent) {
@@ -182,9 +173,9 @@ void Led::SetOn(bool on) {
 }
 
 void Led::Describe() {
-  const QString text = !on_                  ? u"Off"_s
-                       : colorValue_ == Stop ? u"Stop: out of control"_s
-                                             : u"Go: in control"_s;
+  const QString text = !on_                  ? Words::State::lampOff()
+                       : colorValue_ == Stop ? Words::State::lampStop()
+                                             : Words::State::lampGo();
   setToolTip(text);
   setAccessibleName(text);
   update();

@@ -1,0 +1,301 @@
+// Every text that has a name instead of a documented number, by theme: the one place to word it, and to
+// translate it from.
+#pragma once
+
+#include "texts/Texts.h"
+
+namespace Words {
+
+inline constexpr Text<> ok{u"&OK"};
+inline constexpr Text<> yes{u"&Yes"};
+inline constexpr Text<> no{u"&No"};
+inline constexpr Text<> cancel{u"&Cancel"};
+inline constexpr Text<> information{u"Information"};
+inline constexpr Text<> error{u"Error"};
+inline constexpr Text<1> noSuchDataSet{u"There is no data set with ID %1."};
+inline constexpr Text<> noDatabaseOpen{u"No database is open."};
+inline constexpr Text<1> settingsUnread{u"The settings in %1 cannot be read. The defaults are in use."};
+inline constexpr Text<1> settingsUnwritten{u"The settings in %1 cannot be written."};
+inline constexpr Text<1> noMinorRevision{u"The revision %1 has no minor number."};
+
+// The states of a process, and what each says of it.
+namespace State {
+inline constexpr Text<> notEvaluated{u"Not evaluated"};
+inline constexpr Text<> chaos{u"Chaos"};
+inline constexpr Text<> brinkOfChaos{u"Brink of chaos"};
+inline constexpr Text<> threshold{u"Threshold"};
+inline constexpr Text<> ideal{u"Ideal"};
+inline constexpr Text<> notEvaluatedMeans{u"nothing to judge yet"};
+inline constexpr Text<> chaosMeans{u"out of control and not capable (Cpk below 1)"};
+inline constexpr Text<> brinkOfChaosMeans{u"out of control, though capable (Cpk 1 or more)"};
+inline constexpr Text<> thresholdMeans{u"in control, but not capable (Cpk below 1)"};
+inline constexpr Text<> idealMeans{u"in control and capable (Cpk 1 or more)"};
+inline constexpr Text<> lampOff{u"Off"};
+inline constexpr Text<> lampStop{u"Stop: out of control"};
+inline constexpr Text<> lampGo{u"Go: in control"};
+}  // namespace State
+
+// The detection rules in the few words that fit below a chart.
+namespace Rule {
+inline constexpr Text<> one{u"1 beyond a limit"};
+inline constexpr Text<> two{u"2 two of three beyond 2 sigma"};
+inline constexpr Text<> three{u"3 four of five beyond 1 sigma"};
+inline constexpr Text<> four{u"4 eight on one side"};
+}  // namespace Rule
+
+// The names of the figures, where a screen or the page shows them beside their values.
+namespace Figure {
+inline constexpr Text<> cpk{u"Cpk"};
+inline constexpr Text<> samples{u"Samples"};
+inline constexpr Text<> sampleQty{u"Sample Qty"};
+inline constexpr Text<> subgroupSize{u"Subgroup Size"};
+inline constexpr Text<> subGroupSize{u"Sub Group Size"};
+inline constexpr Text<> min{u"Min"};
+inline constexpr Text<> max{u"Max"};
+inline constexpr Text<> stdDev{u"Std. Dev"};
+inline constexpr Text<> usl{u"USL"};
+inline constexpr Text<> lsl{u"LSL"};
+inline constexpr Text<> nominal{u"Nominal"};
+inline constexpr Text<> upperSpecLimit{u"Upper Spec Limit"};
+inline constexpr Text<> lowerSpecLimit{u"Lower Spec Limit"};
+inline constexpr Text<> ucl{u"UCL"};
+inline constexpr Text<> lcl{u"LCL"};
+inline constexpr Text<> mean{u"Mean"};
+inline constexpr Text<> lastModified{u"Last Modified"};
+inline constexpr Text<> count{u"Count"};
+inline constexpr Text<> sample{u"Sample"};
+}  // namespace Figure
+
+// The page of charts, on paper and in files.
+namespace Page {
+inline constexpr Text<> average{u" AVERAGE"};
+inline constexpr Text<> range{u" RANGE"};
+inline constexpr Text<> histogram{u" HISTOGRAM"};
+inline constexpr Text<> tooFewToPlot{u"NOT ENOUGH  DATA"};
+inline constexpr Text<> tooFewToSumUp{u"NOT ENOUGH DATA"};
+inline constexpr Text<3> limits{u"LCL=%1, Mean=%2, UCL=%3"};
+inline constexpr Text<1> rules{u"Rules:  %1"};
+inline constexpr Text<> cpkFromRanges{u"Cpk from R-bar / d2"};
+inline constexpr Text<> cpkFromMovingRanges{u"Cpk from R-bar / d2 (moving ranges of two)"};
+inline constexpr Text<2> number{u"Page %1 of %2"};
+inline constexpr Text<1> unit{u"Unit: %1"};
+inline constexpr Text<1> samples{u"Samples: %1"};
+inline constexpr Text<1> subgroupSize{u"Subgroup size: %1"};
+inline constexpr Text<1> printed{u"Printed: %1"};
+inline constexpr Text<3> listTooShort{u"Subscript out of range: %1 has %2 of %3 elements"};
+inline constexpr Text<> notPainted{u"The page cannot be painted."};
+inline constexpr Text<> notPaintedToTheEnd{u"The page could not be painted completely."};
+inline constexpr Text<2> noPicture{u"no picture of %1 by %2"};
+inline constexpr Text<> notCoded{u"the picture cannot be coded"};
+}  // namespace Page
+
+// The main window, and the choice of a database.
+namespace Main {
+inline constexpr Text<> dataSets{u"Data sets"};
+inline constexpr Text<> newDatabase{u"New Database"};
+inline constexpr Text<> contents{u"Contents"};
+inline constexpr Text<> about{u"About"};
+inline constexpr Text<> viewChart{u"&View Chart"};
+inline constexpr Text<> editData{u"&Edit Data"};
+inline constexpr Text<> deleteData{u"&Delete Data"};
+inline constexpr Text<> noDatabase{
+    u"No database is open.\nChoose Tools, Database Connection or Tools, New Database."};
+inline constexpr Text<> noDataSets{u"No data sets yet.\nChoose Stat Data, Add."};
+inline constexpr Text<> allFiles{u"All Files (*)"};
+inline constexpr Text<> libraries{u"Kestrel Libraries (*.kestrel *.db)"};
+inline constexpr Text<> newLibraries{u"Kestrel Libraries (*.mdb *.kestrel *.db)"};
+inline constexpr Text<> accessFiles{u"Access Database Files(*.mdb)"};
+inline constexpr Text<> databaseNotMade{u"The new database could not be made"};
+inline constexpr Text<1> copying{u"Copying %1 ..."};
+inline constexpr Text<2> openTheCopy{
+    u"%1 is a Microsoft Access file, and a copy of it for Kestrel exists already:\r\n\r\n%2\r\n\r\n"
+    u"The Access file stays as it is.\r\n\r\nDo you wish to open the copy?"};
+inline constexpr Text<2> makeACopy{
+    u"%1 is a Microsoft Access file. Kestrel works with a copy of it, which will be made beside "
+    u"it:\r\n\r\n%2\r\n\r\nThe Access file stays as it is.\r\n\r\nDo you wish to make the copy and open it?"};
+}  // namespace Main
+
+// The data editor.
+namespace Editor {
+inline constexpr Text<> addData{u"Add Data"};
+inline constexpr Text<> editData{u"Edit Data"};
+inline constexpr Text<> mustBeEntered{u"* must be entered"};
+inline constexpr Text<> description{u"&Description:"};
+inline constexpr Text<> editUnits{u"&Edit Units…"};
+inline constexpr Text<> specLimits{u"Specification and flier limits"};
+inline constexpr Text<> upperLimit{u"Upper l&imit"};
+inline constexpr Text<> nominal{u"&Nominal"};
+inline constexpr Text<> lowerLimit{u"L&ower limit"};
+inline constexpr Text<> highFlier{u"&High flier"};
+inline constexpr Text<> lowFlier{u"Low &flier"};
+inline constexpr Text<> discardFliers{u"Discard fliers on save"};
+inline constexpr Text<> discardFliersTip{u"Remove the values that do not lie between the flier limits"};
+inline constexpr Text<> controlLimits{u"Control limits"};
+inline constexpr Text<> xBarUCL{u"&X-bar UCL"};
+inline constexpr Text<> xBarMean{u"X-&bar mean"};
+inline constexpr Text<> xBarLCL{u"X-bar &LCL"};
+inline constexpr Text<> rangeUCL{u"&Range UCL"};
+inline constexpr Text<> rangeMean{u"R&ange mean"};
+inline constexpr Text<> rangeLCL{u"Ran&ge LCL"};
+inline constexpr Text<> chartSetup{u"Chart setup"};
+inline constexpr Text<> subgroupSize{u"Subgroup si&ze:"};
+inline constexpr Text<> maxSamples{u"Max Samples"};
+inline constexpr Text<> rawData{u"Raw data"};
+inline constexpr Text<> values{u"&Values, one on each line:"};
+inline constexpr Text<> largerView{u"Larger vie&w…"};
+inline constexpr Text<> expandedTitle{u"Raw Data"};
+inline constexpr Text<> expandedValues{u"Raw data, one value on each line:"};
+
+inline constexpr Text<> dataSetNotFound{u"error attempting to get the current data for the item select"};
+inline constexpr Text<> descriptionStays{
+    u"An existing data set keeps its description: this change is not saved."};
+inline constexpr Text<> limitsAreCalculated{
+    u"The control limits of a new data set are always calculated: these are not saved."};
+inline constexpr Text<> noUnits{u"There are no units of measurement yet. Edit Units… makes one."};
+inline constexpr Text<2> writeThePoint{u"%1: write the decimal point, %2."};
+inline constexpr Text<1> notANumber{u"%1: this is not a number."};
+inline constexpr Text<2> isNotANumber{u"%1: \"%2\" is not a number."};
+inline constexpr Text<2> isNotANumberWithComma{
+    u"%1: \"%2\" is not a number. Decimals are written with a point."};
+inline constexpr Text<1> limitMissing{
+    u"%1: to keep the control limits, none of the four may be missing or 0."};
+inline constexpr Text<1> tooManySamples{u"Max Samples: no more than %1 samples can be saved."};
+inline constexpr Text<> noSamplesKept{u"Max Samples: nothing is left to save."};
+inline constexpr Text<> allAreFliers{u"No value lies between the flier limits: nothing is left to save."};
+inline constexpr Text<> specLimitsTooFarApart{u"The spec limits are too far apart."};
+}  // namespace Editor
+
+// What is said of a column of raw values.
+namespace RawData {
+inline constexpr Text<> noValues{u"No values yet. Enter one on each line, or paste a column."};
+inline constexpr Text<> oneValue{u"1 value"};
+inline constexpr Text<1> values{u"%1 values"};
+inline constexpr Text<2> tooMany{u"%1: no more than %2 can be saved."};
+inline constexpr Text<2> oneSubgroup{u"%1: 1 subgroup of %2"};
+inline constexpr Text<3> subgroups{u"%1: %2 subgroups of %3"};
+inline constexpr Text<2> leftOver{u"%1, %2 left over."};
+inline constexpr Text<1> halfAComma{u"Line %1: no number stands on one side of a comma."};
+inline constexpr Text<2> notANumber{u"Line %1 is not a number: %2"};
+inline constexpr Text<2> severalValues{
+    u"Line %1 is more than one value: %2. A decimal is written with a point."};
+}  // namespace RawData
+
+// The chart screen, printing, and the recalculation.
+namespace Chart {
+inline constexpr Text<> controlCharts{u"Control Charts"};
+inline constexpr Text<> keys{
+    u"Arrow keys select a graph, Enter zooms it; Page Up and Page Down explain the points of a chart."};
+inline constexpr Text<2> average{u"Average %1: %2"};
+inline constexpr Text<2> range{u"Range %1: %2"};
+inline constexpr Text<> fitScale{u"&Fit scale"};
+inline constexpr Text<> fitScaleTip{u"Draw the control charts on a scale that shows their variation"};
+inline constexpr Text<> exportTitle{u"Export chart to .csf file"};
+inline constexpr Text<> csfFiles{u"csf Files (*.csf)"};
+inline constexpr Text<> fileName{u"Chart"};
+inline constexpr Text<> noPrinter{u"No printer is installed on this system."};
+inline constexpr Text<> printToFile{
+    u"No printer is installed on this system. Do you wish to print to a PDF file instead?"};
+inline constexpr Text<> printToFileTitle{u"Print to PDF file"};
+inline constexpr Text<> pdfFiles{u"PDF Files (*.pdf)"};
+}  // namespace Chart
+
+namespace Recalculate {
+inline constexpr Text<> all{u"All"};
+inline constexpr Text<> allTip{u"Calculate the limits from all points"};
+inline constexpr Text<> range{u"Range"};
+inline constexpr Text<> rangeTip{u"Calculate the limits from the points of the range"};
+inline constexpr Text<> cancel{u"Cancel"};
+inline constexpr Text<> cancelTip{u"Keep the limits as they are"};
+inline constexpr Text<> dataRange{u"Data Range"};
+inline constexpr Text<> startPoint{u"Start Point:"};
+inline constexpr Text<> endPoint{u"End Point:"};
+inline constexpr Text<> notNumeric{u"Not a valid numerical value"};
+inline constexpr Text<> invalidRange{u"Invalid range"};
+}  // namespace Recalculate
+
+// The units of measurement and the bar that leads through their records.
+namespace Units {
+inline constexpr Text<> noneShown{u"No unit is shown. Refresh list shows the units, Add makes a new one."};
+inline constexpr Text<> newUnit{u"New unit"};
+inline constexpr Text<2> place{u"Unit %1 of %2"};
+}  // namespace Units
+
+namespace Record {
+inline constexpr Text<> add{u"&Add"};
+inline constexpr Text<> addTip{u"Add a new record"};
+inline constexpr Text<> save{u"&Save"};
+inline constexpr Text<> saveTip{u"Save the changes to this record"};
+inline constexpr Text<> remove{u"&Delete"};
+inline constexpr Text<> removeTip{u"Delete this record"};
+inline constexpr Text<> refresh{u"&Refresh list"};
+inline constexpr Text<> refreshTip{u"Read the list again and show its first record"};
+inline constexpr Text<> first{u"&First"};
+inline constexpr Text<> firstTip{u"Go to the first record"};
+inline constexpr Text<> previous{u"&Previous"};
+inline constexpr Text<> previousTip{u"Go to the previous record"};
+inline constexpr Text<> next{u"&Next"};
+inline constexpr Text<> nextTip{u"Go to the next record"};
+inline constexpr Text<> last{u"&Last"};
+inline constexpr Text<> lastTip{u"Go to the last record"};
+inline constexpr Text<> help{u"&Help"};
+inline constexpr Text<> helpTip{u"Application help"};
+inline constexpr Text<> exit{u"E&xit"};
+inline constexpr Text<> exitTip{u"Close this screen"};
+}  // namespace Record
+
+namespace About {
+inline constexpr Text<1> title{u"About %1"};
+inline constexpr Text<1> version{u"Version %1"};
+inline constexpr Text<> systemInfo{u"&System Info..."};
+inline constexpr Text<> noSystemInfo{u"System Information Is Unavailable At This Time"};
+}  // namespace About
+
+// The window of the manual, and the manual's topics.
+namespace Manual {
+inline constexpr Text<> contents{u"Contents"};
+inline constexpr Text<> contentsTip{u"Show or hide the contents"};
+inline constexpr Text<> back{u"Back"};
+inline constexpr Text<> backTip{u"Back to the page before (Alt+Left)"};
+inline constexpr Text<> search{u"Search"};
+inline constexpr Text<> searchTip{u"Search the manual (Ctrl+F)"};
+inline constexpr Text<> searchBox{u"Search the manual"};
+inline constexpr Text<> results{u"Search results"};
+inline constexpr Text<> nothingFound{u"Nothing found."};
+inline constexpr Text<> close{u"Close"};
+inline constexpr Text<> closeTip{u"Close the help window (Escape)"};
+inline constexpr Text<> noSuchTopic{u"No such topic"};
+inline constexpr Text<1> noTopicNumber{u"The manual has no topic number %1."};
+inline constexpr Text<> pageNotFound{u"Page not found"};
+inline constexpr Text<1> pageMissing{u"The manual's page \"%1\" is missing."};
+
+inline constexpr Text<> welcome{u"Welcome to Kestrel"};
+inline constexpr Text<> firstSteps{u"First steps"};
+inline constexpr Text<> workedExample{u"A worked example: piston rings"};
+inline constexpr Text<> screens{u"The screens"};
+inline constexpr Text<> mainScreen{u"The main window"};
+inline constexpr Text<> dataEditor{u"The data editor"};
+inline constexpr Text<> expandedData{u"Expanded raw data"};
+inline constexpr Text<> chartScreen{u"The chart screen"};
+inline constexpr Text<> recalculate{u"Recalculating limits"};
+inline constexpr Text<> units{u"Units of measurement"};
+inline constexpr Text<> configuration{u"Configuration"};
+inline constexpr Text<> about{u"The about box"};
+inline constexpr Text<> figures{u"What the figures mean"};
+inline constexpr Text<> xBarChart{u"The X-bar chart"};
+inline constexpr Text<> rChart{u"The R chart"};
+inline constexpr Text<> capability{u"Capability: Cpk"};
+inline constexpr Text<> ruleOne{u"Detection rule one"};
+inline constexpr Text<> ruleTwo{u"Detection rule two"};
+inline constexpr Text<> ruleThree{u"Detection rule three"};
+inline constexpr Text<> ruleFour{u"Detection rule four"};
+inline constexpr Text<> processStates{u"The four process states"};
+inline constexpr Text<> whenToRecalculate{u"When to recalculate limits"};
+inline constexpr Text<> chanceMarks{u"Marks that come by chance"};
+inline constexpr Text<> lookingAfter{u"Looking after your data"};
+inline constexpr Text<> backup{u"Backups"};
+inline constexpr Text<> accessLibraries{u"Taking over an old Access library"};
+inline constexpr Text<> commandLine{u"The command line"};
+inline constexpr Text<> glossary{u"Glossary"};
+}  // namespace Manual
+
+}  // namespace Words
