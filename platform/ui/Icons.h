@@ -1,52 +1,59 @@
-// The program's own vector icons: simple line drawings that are painted anew at every size and scale.
+// The program's pictures: small vector drawings, rendered anew for every size and scale.
 #pragma once
 
 #include <QIcon>
-#include <functional>
 
-class QPainter;
-
+// One for each file in icons/.
 enum class Symbol {
-  Chart,
-  Data,
+  About,
   Add,
-  Edit,
-  Delete,
-  Tools,
+  Back,
+  Chart,
+  Close,
+  Contents,
+  Copy,
+  Data,
   Database,
-  Help,
+  Delete,
+  Edit,
   Exit,
+  Export,
+  First,
+  Help,
+  Last,
+  More,
+  New,
+  Next,
+  Page,
+  Paste,
+  Previous,
   Print,
   Printer,
-  Page,
+  Recalculate,
+  Refresh,
   Save,
+  Search,
+  Settings,
+  Template,
+  Tools,
+  Utilities,
   ZoomIn,
   ZoomOut,
-  Recalculate,
-  Utilities,
-  Export,
-  Copy,
-  Close,
-  Paste,
-  Template,
-  Expand,
-  Units,
-  First,
-  Previous,
-  Next,
-  Last,
-  Refresh,
-  New,
-  Settings,
-  About,
-  Contents,
-  Search,
-  Back,
-  More
+  // The states of a process, the lamp, the signs of message boxes: these differ in shape as well as in
+  // colour, so that nobody needs colour to read them.
+  StateNotEvaluated,
+  StateChaos,
+  StateBrinkOfChaos,
+  StateThreshold,
+  StateIdeal,
+  LampOff,
+  LampGo,
+  LampStop,
+  SignCritical,
+  SignQuestion,
+  SignExclamation,
+  SignInformation
 };
 
+// The symbol in the desktop's colours; faded where it is disabled.
 QIcon SymbolIcon(Symbol symbol);
-
-// An icon that calls draw with a painter whose coordinates run from 0 to 16 both ways; a disabled icon is
-// drawn the same way and then faded.
-QIcon VectorIcon(std::function<void(QPainter&)> draw);

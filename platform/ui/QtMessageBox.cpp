@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
-#include <QPainter>
-#include <QPainterPath>
 #include <QPushButton>
 #include <QScreen>
 #include <algorithm>
@@ -31,55 +29,18 @@ QMessageBox::Icon IconOf(MessageBox::Icon icon) {
   return QMessageBox::NoIcon;
 }
 
-// The box's sign, drawn here because the style brings it as a small picture only, which blurs on fine
-// screens.
-void DrawSign(QPainter& painter, MessageBox::Icon icon) {
-  QPainterPath shape, sign;
-  QColor colour(0x1f, 0x6f, 0xb5), ink = Qt::white;
-  shape.addEllipse(QPointF(8, 8), 7, 7);
+// The box's sign: the style brings it as a small picture only, which blurs on fine screens.
+Symbol SignOf(MessageBox::Icon icon) {
   switch (icon) {
     case MessageBox::Icon::Critical:
-      colour = QColor(0xb7, 0x1f, 0x1f);
-      sign.moveTo(5.4, 5.4);
-      sign.lineTo(10.6, 10.6);
-      sign.moveTo(10.6, 5.4);
-      sign.lineTo(5.4, 10.6);
-      break;
-    case MessageBox::Icon::Exclamation:
-      colour = QColor(0xff, 0xd2, 0x3f);
-      ink = QColor(0x33, 0x2b, 0x00);
-      shape = QPainterPath(QPointF(8, 1.4));
-      shape.lineTo(15.2, 14.4);
-      shape.lineTo(0.8, 14.4);
-      shape.closeSubpath();
-      sign.moveTo(8, 6.2);
-      sign.lineTo(8, 9.8);
-      sign.moveTo(8, 12.3);
-      sign.lineTo(8, 12.35);
-      break;
+      return Symbol::SignCritical;
     case MessageBox::Icon::Question:
-      sign.arcMoveTo(5.9, 4, 4.2, 4.2, 170);
-      sign.arcTo(5.9, 4, 4.2, 4.2, 170, -260);
-      sign.lineTo(8, 9.4);
-      sign.moveTo(8, 11.8);
-      sign.lineTo(8, 11.85);
-      break;
-    case MessageBox::Icon::Information:
-      sign.moveTo(8, 7.3);
-      sign.lineTo(8, 11.8);
-      sign.moveTo(8, 4.3);
-      sign.lineTo(8, 4.35);
-      break;
-    case MessageBox::Icon::None:
-      return;
+      return Symbol::SignQuestion;
+    case MessageBox::Icon::Exclamation:
+      return Symbol::SignExclamation;
+    default:
+      return Symbol::SignInformation;
   }
-  const auto pen = [](const QColor& of, double width) {
-    return QPen(of, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-  };
-  painter.setPen(pen(colour.darker(125), 0.6));
-  painter.setBrush(colour);
-  painter.drawPath(shape);
-  painter.strokePath(sign, pen(ink, 1.6));
 }
 
 // The labels are reached by the names that the message box gives them; without them it looks as the style has
@@ -88,9 +49,7 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
   const int em = box.fontMetrics().height();
   if (auto* sign = box.findChild<QLabel*>(u"qt_msgboxex_icon_label"_s);
       sign && icon != MessageBox::Icon::None) {
-    sign->setPixmap(VectorIcon([icon](QPainter& painter) {
-                      DrawSign(painter, icon);
-                    }).pixmap(QSize(em * 5 / 2, em * 5 / 2), box.devicePixelRatio()));
+    sign->setPixmap(SymbolIcon(SignOf(icon)).pixmap(QSize(em * 5 / 2, em * 5 / 2), box.devicePixelRatio()));
   }
   if (auto* text = box.findChild<QLabel*>(u"qt_msgbox_label"_s)) {
     // The box wraps by itself a text that is wider; with a floor to its width it would cut that off instead.
