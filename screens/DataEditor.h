@@ -44,6 +44,8 @@ class DataEditor : public QDialog {
   QGroupBox* BuildSpecLimits();
   QGroupBox* BuildControlLimits();
   QGroupBox* BuildChartSetup();
+  QLayout* BuildSizes(QWidget* group);
+  void BuildSensitivity(QWidget* group);
   QGroupBox* BuildRawData();
   void AddNumberBoxes(QGridLayout* grid, int column, int group);
   void SetTabOrder();

@@ -12,6 +12,7 @@
 
 #include "core/Globals.h"
 #include "platform/ui/ButtonBar.h"
+#include "screens/Controls.h"
 #include "screens/DataEditor.h"
 #include "screens/RawDataBox.h"
 #include "texts/DetectionRules.h"
@@ -24,12 +25,6 @@ namespace {
 
 const QString requiredMark = u" *"_s;
 constexpr int gap = 8;
-
-template <class Control>
-Control* Named(Control* control, const QString& name) {
-  control->setObjectName(name);
-  return control;
-}
 
 QLabel* LabelFor(QWidget* buddy, const QString& markedCaption, bool isRequired = false) {
   auto* label = new QLabel(markedCaption + (isRequired ? requiredMark : QString()));
@@ -165,6 +160,23 @@ QGroupBox* DataEditor::BuildControlLimits() {
 
 QGroupBox* DataEditor::BuildChartSetup() {
   auto* group = new QGroupBox(Words::Editor::chartSetup(), this);
+  auto* grid = new QGridLayout(group);
+  grid->addLayout(BuildSizes(group), 0, 0, 1, 2);
+  BuildSensitivity(group);
+  optionLongTermDetection =
+      Named(new QRadioButton(LoadResText(u"Long term detection;154"), group), u"optionLongTermDetection"_s);
+  optionShortTermDetection =
+      Named(new QRadioButton(LoadResText(u"Short term detection;155"), group), u"optionShortTermDetection"_s);
+  grid->addWidget(LabelFor(lstSensitivity, Marked(LoadResText(u"Sensitivity:;153"), u'Y')), 1, 0);
+  grid->addWidget(lstSensitivity, 2, 0, 2, 1);
+  grid->addWidget(optionLongTermDetection, 2, 1);
+  grid->addWidget(optionShortTermDetection, 3, 1);
+  grid->setRowStretch(4, 1);
+  grid->setColumnStretch(0, 1);
+  return group;
+}
+
+QLayout* DataEditor::BuildSizes(QWidget* group) {
   comboSubGroup = Named(new QComboBox(group), u"comboSubGroup"_s);
   comboSubGroup->setEditable(true);
   comboSubGroup->setInsertPolicy(QComboBox::NoInsert);
@@ -174,6 +186,20 @@ QGroupBox* DataEditor::BuildChartSetup() {
   txtMaxSamples->setAlignment(Qt::AlignRight);
   txtMaxSamples->setFixedWidth(fontMetrics().averageCharWidth() * 9);
   txtMaxSamples->installEventFilter(this);
+  checkUseAllSamples =
+      Named(new QCheckBox(LoadResText(u"Use all samples;151"), group), u"checkUseAllSamples"_s);
+
+  auto* sizes = new QHBoxLayout;
+  sizes->addWidget(LabelFor(comboSubGroup, Words::Editor::subgroupSize(), true));
+  sizes->addWidget(comboSubGroup);
+  sizes->addStretch();
+  sizes->addWidget(LabelFor(txtMaxSamples, Marked(LoadResText(u"Max Samples:;150"), u'M')));
+  sizes->addWidget(txtMaxSamples);
+  sizes->addWidget(checkUseAllSamples);
+  return sizes;
+}
+
+void DataEditor::BuildSensitivity(QWidget* group) {
   lstSensitivity = Named(new QListWidget(group), u"lstSensitivity"_s);
   for (int sensitivity = 0; sensitivity <= 2; ++sensitivity)
     lstSensitivity->addItem(DetectionRules::SensitivityText(sensitivity));
@@ -182,31 +208,6 @@ QGroupBox* DataEditor::BuildChartSetup() {
   lstSensitivity->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   lstSensitivity->setFixedHeight(lstSensitivity->sizeHintForRow(0) * 3 + lstSensitivity->frameWidth() * 2 +
                                  gap);
-
-  auto* sizes = new QHBoxLayout;
-  sizes->addWidget(LabelFor(comboSubGroup, Words::Editor::subgroupSize(), true));
-  sizes->addWidget(comboSubGroup);
-  sizes->addStretch();
-  sizes->addWidget(LabelFor(txtMaxSamples, Marked(LoadResText(u"Max Samples:;150"), u'M')));
-  sizes->addWidget(txtMaxSamples);
-  checkUseAllSamples =
-      Named(new QCheckBox(LoadResText(u"Use all samples;151"), group), u"checkUseAllSamples"_s);
-  sizes->addWidget(checkUseAllSamples);
-  auto* sensitivityLabel = LabelFor(lstSensitivity, Marked(LoadResText(u"Sensitivity:;153"), u'Y'));
-  optionLongTermDetection =
-      Named(new QRadioButton(LoadResText(u"Long term detection;154"), group), u"optionLongTermDetection"_s);
-  optionShortTermDetection =
-      Named(new QRadioButton(LoadResText(u"Short term detection;155"), group), u"optionShortTermDetection"_s);
-
-  auto* grid = new QGridLayout(group);
-  grid->addLayout(sizes, 0, 0, 1, 2);
-  grid->addWidget(sensitivityLabel, 1, 0);
-  grid->addWidget(lstSensitivity, 2, 0, 2, 1);
-  grid->addWidget(optionLongTermDetection, 2, 1);
-  grid->addWidget(optionShortTermDetection, 3, 1);
-  grid->setRowStretch(4, 1);
-  grid->setColumnStretch(0, 1);
-  return group;
 }
 
 QGroupBox* DataEditor::BuildRawData() {

@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
 #include "texts/Texts.h"
@@ -39,10 +40,8 @@ void ExpandedDataForm::BuildControls() {
 
   Mnemonics mnemonics;
   txtRawData = new RawDataBox(u"txtExpandedRawData"_s, this);
-  auto* cmdAccept = new QPushButton(mnemonics.Mark(LoadResText(u"&Accept;196")), this);
-  cmdAccept->setObjectName(u"cmdAccept"_s);
-  auto* cmdClose = new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this);
-  cmdClose->setObjectName(u"cmdClose"_s);
+  auto* cmdAccept = Named(new QPushButton(mnemonics.Mark(LoadResText(u"&Accept;196")), this), u"cmdAccept"_s);
+  auto* cmdClose = Named(new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this), u"cmdClose"_s);
   auto* label = new QLabel(mnemonics.Mark(Words::Editor::expandedValues()), this);
   label->setBuddy(txtRawData);
 

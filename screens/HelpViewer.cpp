@@ -15,6 +15,7 @@
 #include <QWindow>
 
 #include "platform/ui/Icons.h"
+#include "screens/Controls.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -67,8 +68,7 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
   setObjectName(u"HelpViewer"_s);
   setAttribute(Qt::WA_QuitOnClose, false);
 
-  page_ = new PageBrowser(this);
-  page_->setObjectName(u"Page"_s);
+  page_ = Named(new PageBrowser(this), u"Page"_s);
   page_->setOpenExternalLinks(true);
   page_->document()->setDocumentMargin(fontMetrics().height());
   auto* splitter = new QSplitter(this);
@@ -92,17 +92,14 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
 }
 
 QWidget* HelpViewer::MakeNavigation() {
-  search_ = new QLineEdit;
-  search_->setObjectName(u"Search"_s);
+  search_ = Named(new QLineEdit, u"Search"_s);
   search_->setPlaceholderText(Words::Manual::searchTip());
   search_->setAccessibleName(Words::Manual::searchBox());
   search_->setClearButtonEnabled(true);
-  contents_ = new QTreeWidget;
-  contents_->setObjectName(u"Contents"_s);
+  contents_ = Named(new QTreeWidget, u"Contents"_s);
   contents_->setAccessibleName(Words::Manual::contents());
   contents_->setHeaderHidden(true);
-  results_ = new QListWidget;
-  results_->setObjectName(u"Results"_s);
+  results_ = Named(new QListWidget, u"Results"_s);
   results_->setAccessibleName(Words::Manual::results());
   results_->setWordWrap(true);
   results_->setAlternatingRowColors(true);
@@ -111,6 +108,19 @@ QWidget* HelpViewer::MakeNavigation() {
   auto* lists = new QStackedWidget;
   lists->addWidget(contents_);
   lists->addWidget(results_);
+  ConnectNavigation(lists);
+
+  navigation_ = new QWidget;
+  auto* layout = new QVBoxLayout(navigation_);
+  const int gap = fontMetrics().height() / 3;
+  layout->setContentsMargins(gap, gap, 0, gap);
+  layout->addWidget(search_);
+  layout->addWidget(lists, 1);
+  navigation_->setMinimumWidth(fontMetrics().height() * 17);
+  return navigation_;
+}
+
+void HelpViewer::ConnectNavigation(QStackedWidget* lists) {
   connect(search_, &QLineEdit::textChanged, this, [this, lists](const QString& words) {
     lists->setCurrentWidget(words.trimmed().isEmpty() ? static_cast<QWidget*>(contents_) : results_);
     Search(words);
@@ -127,15 +137,6 @@ QWidget* HelpViewer::MakeNavigation() {
   connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
     if (item) Open(item->data(0, urlRole).toUrl());
   });
-
-  navigation_ = new QWidget;
-  auto* layout = new QVBoxLayout(navigation_);
-  const int gap = fontMetrics().height() / 3;
-  layout->setContentsMargins(gap, gap, 0, gap);
-  layout->addWidget(search_);
-  layout->addWidget(lists, 1);
-  navigation_->setMinimumWidth(fontMetrics().height() * 17);
-  return navigation_;
 }
 
 QToolBar* HelpViewer::MakeToolBar() {

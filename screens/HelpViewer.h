@@ -7,6 +7,7 @@
 
 class QLineEdit;
 class QListWidget;
+class QStackedWidget;
 class QTextBrowser;
 class QToolBar;
 class QTreeWidget;
@@ -31,6 +32,7 @@ class HelpViewer : public QWidget {
 
  private:
   QWidget* MakeNavigation();
+  void ConnectNavigation(QStackedWidget* lists);
   QToolBar* MakeToolBar();
   void MakeShortcuts();
   void FillContents();

@@ -11,6 +11,7 @@
 
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
+#include "screens/Controls.h"
 #include "texts/DetectionRules.h"
 #include "texts/Words.h"
 
@@ -25,8 +26,7 @@ PageView::PageView(QWidget* parent) : QWidget(parent) {
   setAccessibleName(Words::Chart::controlCharts());
   setAccessibleDescription(Words::Chart::keys());
 
-  lblPointInfo = new QLabel(this);
-  lblPointInfo->setObjectName(u"lblPointInfo"_s);
+  lblPointInfo = Named(new QLabel(this), u"lblPointInfo"_s);
   lblPointInfo->setAttribute(Qt::WA_TransparentForMouseEvents);
   lblPointInfo->setTextFormat(Qt::PlainText);
   lblPointInfo->setWordWrap(true);

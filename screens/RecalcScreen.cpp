@@ -15,6 +15,7 @@
 #include "core/Trap.h"
 #include "platform/language/Conversions.h"
 #include "platform/ui/Mnemonics.h"
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -47,8 +48,7 @@ RecalcScreen::RecalcScreen(QWidget* parent) : QDialog(parent) {
 int RecalcScreen::exec() { return data_ ? QDialog::exec() : int(Rejected); }
 
 QLineEdit* RecalcScreen::MakePointBox(const QString& name) {
-  auto* box = new QLineEdit(this);
-  box->setObjectName(name);
+  auto* box = Named(new QLineEdit(this), name);
   box->setAlignment(Qt::AlignRight);
   box->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
   box->installEventFilter(this);
@@ -63,33 +63,56 @@ void RecalcScreen::BuildControls() {
   TextReset.setObjectName(u"TextReset"_s);
   TextReset.setInterval(2000);
 
-  auto* frameDescription = new QGroupBox(LoadResText(u"Description;121"), this);
-  frameDescription->setObjectName(u"frameDescription"_s);
-  lblDescription = new QLabel(frameDescription);
-  lblDescription->setObjectName(u"lblDescription"_s);
+  Mnemonics mnemonics;
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(BuildDescription());
+  layout->addWidget(BuildDataRange(mnemonics));
+  layout->addStretch();
+  layout->addLayout(BuildButtons(mnemonics));
+  setMinimumWidth(fontMetrics().height() * 24);
+  connect(&TextReset, &QTimer::timeout, this, [this] {
+    TextReset.stop();
+    lblDescription->setText(data_->Description());
+  });
+}
+
+QWidget* RecalcScreen::BuildDescription() {
+  auto* frameDescription = Named(new QGroupBox(LoadResText(u"Description;121"), this), u"frameDescription"_s);
+  lblDescription = Named(new QLabel(frameDescription), u"lblDescription"_s);
   lblDescription->setTextFormat(Qt::PlainText);
   lblDescription->setWordWrap(true);
   lblDescription->setMinimumHeight(fontMetrics().lineSpacing() * 2);
   (new QVBoxLayout(frameDescription))->addWidget(lblDescription);
+  return frameDescription;
+}
 
-  Mnemonics mnemonics;
+QLayout* RecalcScreen::BuildButtons(Mnemonics& mnemonics) {
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
   const auto button = [&](const QString& name, const QString& caption, const QString& toolTip) {
-    auto* made = new QPushButton(mnemonics.Mark(caption), this);
-    made->setObjectName(name);
+    auto* made = Named(new QPushButton(mnemonics.Mark(caption), this), name);
     made->setToolTip(toolTip);
+    buttons->addWidget(made);
     return made;
   };
   auto* cmdAll = button(u"cmdAll"_s, Words::Recalculate::all(), Words::Recalculate::allTip());
   auto* cmdRange = button(u"cmdRange"_s, Words::Recalculate::range(), Words::Recalculate::rangeTip());
   auto* cmdCancel = button(u"cmdCancel"_s, Words::Recalculate::cancel(), Words::Recalculate::cancelTip());
   cmdRange->setDefault(true);
+  setTabOrder(txtStopPoint, cmdAll);
+  setTabOrder(cmdAll, cmdRange);
+  setTabOrder(cmdRange, cmdCancel);
+  connect(cmdAll, &QPushButton::clicked, this, &RecalcScreen::RecalculateAll);
+  connect(cmdRange, &QPushButton::clicked, this, &RecalcScreen::RecalculateRange);
+  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  return buttons;
+}
 
-  auto* frameDataRange = new QGroupBox(Words::Recalculate::dataRange(), this);
-  frameDataRange->setObjectName(u"frameDataRange"_s);
+QWidget* RecalcScreen::BuildDataRange(Mnemonics& mnemonics) {
+  auto* frameDataRange = Named(new QGroupBox(Words::Recalculate::dataRange(), this), u"frameDataRange"_s);
   auto* points = new QHBoxLayout(frameDataRange);
   const auto pointBox = [&](const QString& labelName, const QString& caption, const QString& name) {
-    auto* label = new QLabel(mnemonics.Mark(caption), frameDataRange);
-    label->setObjectName(labelName);
+    auto* label = Named(new QLabel(mnemonics.Mark(caption), frameDataRange), labelName);
     QLineEdit* box = MakePointBox(name);
     label->setBuddy(box);
     points->addWidget(label);
@@ -100,28 +123,8 @@ void RecalcScreen::BuildControls() {
   points->addSpacing(fontMetrics().height());
   txtStopPoint = pointBox(u"lblEndPoint"_s, Words::Recalculate::endPoint(), u"txtStopPoint"_s);
   points->addStretch();
-
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  for (QPushButton* made : {cmdAll, cmdRange, cmdCancel}) buttons->addWidget(made);
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(frameDescription);
-  layout->addWidget(frameDataRange);
-  layout->addStretch();
-  layout->addLayout(buttons);
-  setMinimumWidth(fontMetrics().height() * 24);
   setTabOrder(txtStartPoint, txtStopPoint);
-  setTabOrder(txtStopPoint, cmdAll);
-  setTabOrder(cmdAll, cmdRange);
-  setTabOrder(cmdRange, cmdCancel);
-
-  connect(cmdAll, &QPushButton::clicked, this, &RecalcScreen::RecalculateAll);
-  connect(cmdRange, &QPushButton::clicked, this, &RecalcScreen::RecalculateRange);
-  connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(&TextReset, &QTimer::timeout, this, [this] {
-    TextReset.stop();
-    lblDescription->setText(data_->Description());
-  });
+  return frameDataRange;
 }
 
 void RecalcScreen::LoadDataSet() {

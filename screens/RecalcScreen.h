@@ -6,6 +6,7 @@
 
 #include "data/CData.h"
 
+class Mnemonics;
 class QLabel;
 class QLineEdit;
 
@@ -21,6 +22,9 @@ class RecalcScreen : public QDialog {
 
  private:
   void BuildControls();
+  QWidget* BuildDescription();
+  QWidget* BuildDataRange(Mnemonics& mnemonics);
+  QLayout* BuildButtons(Mnemonics& mnemonics);
   QLineEdit* MakePointBox(const QString& name);
   void LoadDataSet();
   bool ValidateRange();

@@ -17,6 +17,7 @@
 #include "core/Trap.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/FileDialog.h"
+#include "screens/Controls.h"
 #include "screens/Indicators.h"
 #include "screens/PageView.h"
 #include "screens/StatSummary.h"
@@ -91,20 +92,14 @@ void StatGraphics::BuildControls() {
   setSizeGripEnabled(true);
 
   Toolbar1 = BuildToolbar();
-  lblDescription = new QLabel(this);
-  lblDescription->setObjectName(u"lblDescription"_s);
-  lblDescription->setTextFormat(Qt::PlainText);
-  lblDescription->setWordWrap(true);
-  lblDescription->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblDescription = TextLabel(u"lblDescription"_s, this);
   QFont heading = font();
   heading.setBold(true);
   heading.setPointSizeF(heading.pointSizeF() * 1.25);
   lblDescription->setFont(heading);
-  checkFitScale = new QCheckBox(Words::Chart::fitScale(), this);
-  checkFitScale->setObjectName(u"checkFitScale"_s);
+  checkFitScale = Named(new QCheckBox(Words::Chart::fitScale(), this), u"checkFitScale"_s);
   checkFitScale->setToolTip(Words::Chart::fitScaleTip());
-  view_ = new PageView(this);
-  view_->setObjectName(u"PageView"_s);
+  view_ = Named(new PageView(this), u"PageView"_s);
   QWidget* verdict = BuildVerdict();
 
   auto* head = new QHBoxLayout;
@@ -149,43 +144,37 @@ ButtonBar* StatGraphics::BuildToolbar() {
 }
 
 QWidget* StatGraphics::BuildVerdict() {
-  ProcessStateIndicator1 = new ProcessStateIndicator(this);
-  ProcessStateIndicator1->setObjectName(u"ProcessStateIndicator1"_s);
+  ProcessStateIndicator1 = Named(new ProcessStateIndicator(this), u"ProcessStateIndicator1"_s);
   ProcessStateIndicator1->SetCaption(LoadResText(u"ProcessControlIndicator;268"));
 
-  auto* panelRuleViolation = new QGroupBox(LoadResText(u"Rule Violation;269"), this);
-  panelRuleViolation->setObjectName(u"panelRuleViolation"_s);
-  orvLEDControl1 = new Led(panelRuleViolation);
-  orvLEDControl1->setObjectName(u"orvLEDControl1"_s);
-  panelRuleViolationValue = new QLabel(panelRuleViolation);
-  panelRuleViolationValue->setObjectName(u"panelRuleViolationValue"_s);
+  StatSummary1 = Named(new StatSummary(this), u"StatSummary1"_s);
+  StatSummary1->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  auto* verdict = new QWidget(this);
+  verdict->setFixedWidth(fontMetrics().height() * 14);
+  auto* column = new QVBoxLayout(verdict);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(ProcessStateIndicator1);
+  column->addWidget(BuildRuleViolation());
+  column->addWidget(StatSummary1);
+  column->addStretch();
+  return verdict;
+}
+
+QWidget* StatGraphics::BuildRuleViolation() {
+  auto* panelRuleViolation =
+      Named(new QGroupBox(LoadResText(u"Rule Violation;269"), this), u"panelRuleViolation"_s);
+  orvLEDControl1 = Named(new Led(panelRuleViolation), u"orvLEDControl1"_s);
+  panelRuleViolationValue = Named(new QLabel(panelRuleViolation), u"panelRuleViolationValue"_s);
   panelRuleViolationValue->setTextFormat(Qt::PlainText);
   panelRuleViolationValue->setFont(lblDescription->font());
-  panelMessage = new QLabel(panelRuleViolation);
-  panelMessage->setObjectName(u"panelMessage"_s);
-  panelMessage->setTextFormat(Qt::PlainText);
-  panelMessage->setWordWrap(true);
-  panelMessage->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  panelMessage = TextLabel(u"panelMessage"_s, panelRuleViolation);
   auto* value = new QHBoxLayout;
   value->addWidget(orvLEDControl1);
   value->addWidget(panelRuleViolationValue, 1);
   auto* panel = new QVBoxLayout(panelRuleViolation);
   panel->addLayout(value);
   panel->addWidget(panelMessage);
-
-  StatSummary1 = new StatSummary(this);
-  StatSummary1->setObjectName(u"StatSummary1"_s);
-  StatSummary1->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-
-  auto* verdict = new QWidget(this);
-  verdict->setFixedWidth(fontMetrics().height() * 14);
-  auto* column = new QVBoxLayout(verdict);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(ProcessStateIndicator1);
-  column->addWidget(panelRuleViolation);
-  column->addWidget(StatSummary1);
-  column->addStretch();
-  return verdict;
+  return panelRuleViolation;
 }
 
 void StatGraphics::ConnectControls() {

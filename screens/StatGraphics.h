@@ -40,6 +40,7 @@ class StatGraphics : public QDialog {
   void BuildControls();
   ButtonBar* BuildToolbar();
   QWidget* BuildVerdict();
+  QWidget* BuildRuleViolation();
   void ConnectControls();
   void ButtonClick(int button);
   void ButtonMenuClick(int button, int entry);

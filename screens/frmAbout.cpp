@@ -13,6 +13,7 @@
 
 #include "core/Globals.h"
 #include "core/Trap.h"
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -22,8 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QFrame* Separator(const QString& name, QWidget* parent) {
-  auto* line = new QFrame(parent);
-  line->setObjectName(name);
+  auto* line = Named(new QFrame(parent), name);
   line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
   return line;
 }
@@ -55,38 +55,22 @@ void frmAbout::BuildControls() {
   setModal(true);
   const int em = fontMetrics().height();
 
-  const auto label = [this](const QString& name, const QString& text) {
-    auto* made = new QLabel(text, this);
-    made->setObjectName(name);
-    made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
-    made->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return made;
-  };
-  auto* picIcon = label(u"picIcon"_s, {});
+  auto* picIcon = TextLabel(u"picIcon"_s, this);
   picIcon->setPixmap(windowIcon().pixmap(QSize(em * 3, em * 3), devicePixelRatio()));
-  auto* lblTitle = label(u"lblTitle"_s, LoadResText(u"Kestrel;108"));
+  auto* lblTitle = TextLabel(u"lblTitle"_s, this, LoadResText(u"Kestrel;108"));
   QFont large = lblTitle->font();
   large.setPointSizeF(large.pointSizeF() * 1.6);
   large.setBold(true);
   lblTitle->setFont(large);
   const QString version = QVersionNumber::fromString(QCoreApplication::applicationVersion()).toString();
-  auto* lblVersion = label(u"lblVersion"_s, Words::About::version(version));
+  auto* lblVersion = TextLabel(u"lblVersion"_s, this, Words::About::version(version));
   auto* lblDescription =
-      label(u"lblDescription"_s,
-            LoadResText(u"Kestrel - SPC control charting solution for the quality system novice;302"));
-  auto* lblDisclaimer = label(u"lblDisclaimer"_s, LoadResText(u"Warning;303"));
+      TextLabel(u"lblDescription"_s, this,
+                LoadResText(u"Kestrel - SPC control charting solution for the quality system novice;302"));
+  auto* lblDisclaimer = TextLabel(u"lblDisclaimer"_s, this, LoadResText(u"Warning;303"));
   // A wrapped label asks for the height it needs at its narrowest.
   lblDescription->setMinimumWidth(em * 20);
   lblDisclaimer->setMinimumWidth(em * 20);
-
-  auto* cmdOK = new QPushButton(Words::ok(), this);
-  cmdOK->setObjectName(u"cmdOK"_s);
-  cmdOK->setDefault(true);
-  auto* cmdSysInfo = new QPushButton(Words::About::systemInfo(), this);
-  cmdSysInfo->setObjectName(u"cmdSysInfo"_s);
-  connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
-  connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
 
   auto* grid = new QGridLayout(this);
   grid->setColumnStretch(1, 1);
@@ -98,13 +82,22 @@ void frmAbout::BuildControls() {
   grid->addWidget(lblDescription, 3, 1, 1, 2);
   grid->addWidget(Separator(u"separator2"_s, this), 4, 0, 1, 3);
   grid->addWidget(lblDisclaimer, 5, 0, 2, 2, Qt::AlignTop);
+  AddButtons(grid);
+  setMinimumWidth(em * 30);
+  resize(em * 30, grid->heightForWidth(em * 30));
+}
+
+void frmAbout::AddButtons(QGridLayout* grid) {
+  auto* cmdOK = Named(new QPushButton(Words::ok(), this), u"cmdOK"_s);
+  cmdOK->setDefault(true);
+  auto* cmdSysInfo = Named(new QPushButton(Words::About::systemInfo(), this), u"cmdSysInfo"_s);
+  connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+  connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
   grid->addWidget(cmdOK, 5, 2, Qt::AlignTop);
   grid->addWidget(cmdSysInfo, 6, 2, Qt::AlignTop);
   grid->setRowStretch(6, 1);
   setTabOrder(cmdOK, cmdSysInfo);
   cmdOK->setFocus();
-  setMinimumWidth(em * 30);
-  resize(em * 30, grid->heightForWidth(em * 30));
 }
 
 bool frmAbout::StartProgram(const QString& path) { return QProcess::startDetached(path, {}); }

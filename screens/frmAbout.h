@@ -4,6 +4,8 @@
 #include <QDialog>
 #include <functional>
 
+class QGridLayout;
+
 class frmAbout : public QDialog {
   Q_OBJECT
  public:
@@ -20,6 +22,7 @@ class frmAbout : public QDialog {
 
  private:
   void BuildControls();
+  void AddButtons(QGridLayout* grid);
   void StartSysInfo();
 
   ProgramStarter startProgram_;

@@ -11,6 +11,7 @@
 #include "core/RegistryFunctions.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "texts/Texts.h"
 
@@ -30,35 +31,17 @@ void frmConfigure::BuildControls() {
   setWindowTitle(LoadResText(u"Kestrel Configuration;192"));
   setModal(true);
 
-  auto* frameListviewSettings = new QGroupBox(LoadResText(u" Listview Settings ;245"), this);
-  frameListviewSettings->setObjectName(u"frameListviewSettings"_s);
-  auto* frameDoubleClickAction =
-      new QGroupBox(LoadResText(u"Double-click action;248"), frameListviewSettings);
-  frameDoubleClickAction->setObjectName(u"frameDoubleClickAction"_s);
-
   Mnemonics mnemonics;
-  cmdAccept = new QPushButton(mnemonics.Mark(LoadResText(u"&Accept;196")), this);
-  cmdAccept->setObjectName(u"cmdAccept"_s);
+  cmdAccept = Named(new QPushButton(mnemonics.Mark(LoadResText(u"&Accept;196")), this), u"cmdAccept"_s);
   cmdAccept->setDefault(true);
   cmdAccept->setEnabled(false);
-  cmdClose = new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this);
-  cmdClose->setObjectName(u"cmdClose"_s);
-  optionViewChart = new QRadioButton(mnemonics.Mark(LoadResText(u"View Chart;247")), frameDoubleClickAction);
-  optionViewChart->setObjectName(u"optionViewChart"_s);
-  optionEditSelection =
-      new QRadioButton(mnemonics.Mark(LoadResText(u"Edit Selection;246")), frameDoubleClickAction);
-  optionEditSelection->setObjectName(u"optionEditSelection"_s);
-
-  auto* options = new QVBoxLayout(frameDoubleClickAction);
-  options->addWidget(optionViewChart, 0, Qt::AlignLeft);
-  options->addWidget(optionEditSelection, 0, Qt::AlignLeft);
-  (new QVBoxLayout(frameListviewSettings))->addWidget(frameDoubleClickAction);
+  cmdClose = Named(new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this), u"cmdClose"_s);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
   buttons->addWidget(cmdAccept);
   buttons->addWidget(cmdClose);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(frameListviewSettings);
+  layout->addWidget(BuildOptions(mnemonics));
   layout->addStretch();
   layout->addLayout(buttons);
   setMinimumWidth(fontMetrics().height() * 22);
@@ -66,11 +49,27 @@ void frmConfigure::BuildControls() {
   setTabOrder(optionViewChart, optionEditSelection);
   setTabOrder(optionEditSelection, cmdAccept);
   setTabOrder(cmdAccept, cmdClose);
-  for (QRadioButton* option : {optionViewChart, optionEditSelection}) {
-    connect(option, &QRadioButton::clicked, this, [this] { cmdAccept->setEnabled(true); });
-  }
   connect(cmdAccept, &QPushButton::clicked, this, &frmConfigure::AcceptSettings);
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+QWidget* frmConfigure::BuildOptions(Mnemonics& mnemonics) {
+  auto* outer =
+      Named(new QGroupBox(LoadResText(u" Listview Settings ;245"), this), u"frameListviewSettings"_s);
+  auto* inner =
+      Named(new QGroupBox(LoadResText(u"Double-click action;248"), outer), u"frameDoubleClickAction"_s);
+  const auto option = [&](const QString& name, const QString& caption) {
+    auto* made = Named(new QRadioButton(mnemonics.Mark(caption), inner), name);
+    connect(made, &QRadioButton::clicked, this, [this] { cmdAccept->setEnabled(true); });
+    return made;
+  };
+  optionViewChart = option(u"optionViewChart"_s, LoadResText(u"View Chart;247"));
+  optionEditSelection = option(u"optionEditSelection"_s, LoadResText(u"Edit Selection;246"));
+  auto* options = new QVBoxLayout(inner);
+  options->addWidget(optionViewChart, 0, Qt::AlignLeft);
+  options->addWidget(optionEditSelection, 0, Qt::AlignLeft);
+  (new QVBoxLayout(outer))->addWidget(inner);
+  return outer;
 }
 
 void frmConfigure::LoadSettingsToScreen() {

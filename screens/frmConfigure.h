@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+class Mnemonics;
 class QPushButton;
 class QRadioButton;
 
@@ -13,6 +14,7 @@ class frmConfigure : public QDialog {
 
  private:
   void BuildControls();
+  QWidget* BuildOptions(Mnemonics& mnemonics);
   void LoadSettingsToScreen();
   bool SaveScreenSettings();
   void AcceptSettings();

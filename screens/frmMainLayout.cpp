@@ -12,6 +12,7 @@
 
 #include "core/Globals.h"
 #include "platform/ui/ButtonBar.h"
+#include "screens/Controls.h"
 #include "screens/DatabaseChoice.h"
 #include "screens/Help.h"
 #include "screens/Indicators.h"
@@ -52,8 +53,7 @@ class PanelLabel : public QLabel {
 frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screens_(std::move(screens)) {
   setObjectName(u"frmMain"_s);
   setWindowTitle(LoadResText(u"Kestrel;108"));
-  ListView1 = new MainList(this);
-  ListView1->setObjectName(u"ListView1"_s);
+  ListView1 = Named(new MainList(this), u"ListView1"_s);
   ListView1->setAccessibleName(Words::Main::dataSets());
   BuildToolbar();
   BuildMenu();
@@ -123,8 +123,7 @@ void frmMain::BuildToolbar() {
 }
 
 void frmMain::BuildMenu() {
-  MyMenu = new QMenu(this);
-  MyMenu->setObjectName(u"MyMenu"_s);
+  MyMenu = Named(new QMenu(this), u"MyMenu"_s);
   const auto item = [this](const QString& name, const QString& caption, Symbol symbol, auto command) {
     QAction* action = MyMenu->addAction(SymbolIcon(symbol), caption);
     action->setObjectName(name);
@@ -139,15 +138,12 @@ void frmMain::BuildMenu() {
 
 QWidget* frmMain::BuildSummaryPanel() {
   auto* panel = new QWidget(this);
-  Image1 = new QLabel(panel);
-  Image1->setObjectName(u"Image1"_s);
+  Image1 = Named(new QLabel(panel), u"Image1"_s);
   Image1->setAlignment(Qt::AlignCenter);
   Image1->setFixedHeight(fontMetrics().height() * 6);
-  ProcessStateIndicator1 = new ProcessStateIndicator(panel);
-  ProcessStateIndicator1->setObjectName(u"ProcessStateIndicator1"_s);
+  ProcessStateIndicator1 = Named(new ProcessStateIndicator(panel), u"ProcessStateIndicator1"_s);
   ProcessStateIndicator1->SetCaption(LoadResText(u"ProcessControlIndicator;268"));
-  StatSummary1 = new StatSummary(panel);
-  StatSummary1->setObjectName(u"StatSummary1"_s);
+  StatSummary1 = Named(new StatSummary(panel), u"StatSummary1"_s);
 
   auto* layout = new QVBoxLayout(panel);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -168,19 +164,16 @@ void frmMain::ShowPicture() {
 void frmMain::BuildStatusBar() {
   auto* StatusBar1 = statusBar();
   StatusBar1->setObjectName(u"StatusBar1"_s);
-  panel1_ = new PanelLabel(StatusBar1);
-  panel1_->setObjectName(u"StatusBar1_1"_s);
+  panel1_ = Named(new PanelLabel(StatusBar1), u"StatusBar1_1"_s);
   panel1_->setContentsMargins(fontMetrics().height() / 2, 0, fontMetrics().height(), 0);
-  panel2_ = new QLabel(StatusBar1);
-  panel2_->setObjectName(u"StatusBar1_2"_s);
+  panel2_ = Named(new QLabel(StatusBar1), u"StatusBar1_2"_s);
   panel2_->setTextFormat(Qt::PlainText);
   panel2_->setMinimumWidth(fontMetrics().horizontalAdvance(u"Mmm 00, 0000     00:00:00 AM     "_s));
   StatusBar1->addWidget(panel1_, 1);
   StatusBar1->addPermanentWidget(panel2_);
 
   // Over the right 0.6 of the first panel.
-  ccrpProgressBar1 = new QProgressBar(panel1_);
-  ccrpProgressBar1->setObjectName(u"ccrpProgressBar1"_s);
+  ccrpProgressBar1 = Named(new QProgressBar(panel1_), u"ccrpProgressBar1"_s);
   ccrpProgressBar1->setAccessibleName(LoadResText(u"Reading Database:;190"));
   auto* layout = new QHBoxLayout(panel1_);
   layout->setContentsMargins(0, 2, 0, 0);

@@ -11,6 +11,7 @@
 #include "core/StartUp.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/RecordBar.h"
 #include "texts/Texts.h"
@@ -50,21 +51,14 @@ void frmUnits::BuildControls() {
 
   qsMenuBar1 = new RecordBar(u"qsMenuBar1"_s, this);
   Mnemonics mnemonics(u"ASDRFPNLHX"_s);  // the bar's
-  const auto box = [&](const QString& name) {
-    auto* made = new QLineEdit(this);
-    made->setObjectName(name);
-    return made;
-  };
   const auto label = [&](const QString& name, const QString& caption, QLineEdit* buddy) {
-    auto* made = new QLabel(mnemonics.Mark(caption), this);
-    made->setObjectName(name);
+    auto* made = Named(new QLabel(mnemonics.Mark(caption), this), name);
     made->setBuddy(buddy);
     return made;
   };
-  txtName = box(u"txtName"_s);
-  txtDescription = box(u"txtDescription"_s);
-  lblRecord = new QLabel(this);
-  lblRecord->setObjectName(u"lblRecord"_s);
+  txtName = Named(new QLineEdit(this), u"txtName"_s);
+  txtDescription = Named(new QLineEdit(this), u"txtDescription"_s);
+  lblRecord = Named(new QLabel(this), u"lblRecord"_s);
 
   auto* form = new QFormLayout;
   form->setContentsMargins(9, 9, 9, 9);
@@ -80,7 +74,10 @@ void frmUnits::BuildControls() {
   setMinimumWidth(qsMenuBar1->sizeHint().width());
   setTabOrder(txtName, txtDescription);
   txtName->setFocus();
+  ConnectControls();
+}
 
+void frmUnits::ConnectControls() {
   connect(qsMenuBar1, &RecordBar::Command, this, &frmUnits::RunCommand);
   ChangeMonitorTimer.setObjectName(u"ChangeMonitorTimer"_s);
   connect(&ChangeMonitorTimer, &QTimer::timeout, this, &frmUnits::MonitorChanges);

@@ -28,6 +28,7 @@ class frmUnits : public QDialog {
   };
 
   void BuildControls();
+  void ConnectControls();
   void RunCommand(int command);
   void AddUnit();
   void SaveUnit();

@@ -1,0 +1,20 @@
+// What the screens do alike with the controls that they make.
+#pragma once
+
+#include <QLabel>
+
+// The control under its name, by which tests, styles and assistive tools find it.
+template <class Control>
+Control* Named(Control* control, const QString& name) {
+  control->setObjectName(name);
+  return control;
+}
+
+// A label for a text of any length: shown to the letter, wrapped, and to be copied from.
+inline QLabel* TextLabel(const QString& name, QWidget* parent, const QString& text = {}) {
+  auto* label = Named(new QLabel(text, parent), name);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
