@@ -2,23 +2,18 @@
 
 namespace Json {
 
-namespace {
-
-auto Into(QJsonObject& object) {
-  return [&object](const char* name, const auto& value) { object[QLatin1String(name)] = value; };
-}
-
-}  // namespace
-
 QJsonObject ReadProperties(const CData& data) {
   QJsonObject object;
-  data.ForEachProperty(Into(object));
+  data.ForEachProperty(
+      [&](const char* name, const auto& read, const auto&, auto) { object[QLatin1StringView(name)] = read; });
   return object;
 }
 
 QJsonObject StoredProperties(const CData& data) {
   QJsonObject object;
-  data.ForEachStoredProperty(Into(object));
+  data.ForEachProperty([&](const char* name, const auto&, const auto& stored, auto) {
+    object[QLatin1StringView(name)] = stored;
+  });
   return object;
 }
 

@@ -13,30 +13,30 @@ namespace {
 
 constexpr qint16 limitDecimals = 4;
 
-#define CARRIES(Property) &CData::Property, &CData::Set##Property
 constexpr NumberBox boxes[] = {
     {u"txtUSL", Words::Editor::upperLimit, NumberBox::SpecLimits, true, &EditorFields::usl,
-     CARRIES(UpperSpecLimit)},
+     &CData::UpperSpecLimit, &CData::SetUpperSpecLimit},
     {u"txtNominal", Words::Editor::nominal, NumberBox::SpecLimits, true, &EditorFields::nominal,
-     CARRIES(NominalSpecLimit)},
+     &CData::NominalSpecLimit, &CData::SetNominalSpecLimit},
     {u"txtLSL", Words::Editor::lowerLimit, NumberBox::SpecLimits, true, &EditorFields::lsl,
-     CARRIES(LowerSpecLimit)},
+     &CData::LowerSpecLimit, &CData::SetLowerSpecLimit},
     {u"txtHiFlier", Words::Editor::highFlier, NumberBox::Fliers, false, &EditorFields::hiFlier,
-     CARRIES(HiFlier)},
+     &CData::HiFlier, &CData::SetHiFlier},
     {u"txtLowFlier", Words::Editor::lowFlier, NumberBox::Fliers, false, &EditorFields::lowFlier,
-     CARRIES(LoFlier)},
-    {u"txtXUCL", Words::Editor::xBarUCL, NumberBox::XBarLimits, false, &EditorFields::xUCL, CARRIES(XBarUCL)},
+     &CData::LoFlier, &CData::SetLoFlier},
+    {u"txtXUCL", Words::Editor::xBarUCL, NumberBox::XBarLimits, false, &EditorFields::xUCL, &CData::XBarUCL,
+     &CData::SetXBarUCL},
     {u"txtXMean", Words::Editor::xBarMean, NumberBox::XBarLimits, false, &EditorFields::xMean,
-     CARRIES(XBarMean)},
-    {u"txtXLCL", Words::Editor::xBarLCL, NumberBox::XBarLimits, false, &EditorFields::xLCL, CARRIES(XBarLCL)},
-    {u"txtRUCL", Words::Editor::rangeUCL, NumberBox::RangeLimits, false, &EditorFields::rUCL,
-     CARRIES(RBarUCL)},
+     &CData::XBarMean, &CData::SetXBarMean},
+    {u"txtXLCL", Words::Editor::xBarLCL, NumberBox::XBarLimits, false, &EditorFields::xLCL, &CData::XBarLCL,
+     &CData::SetXBarLCL},
+    {u"txtRUCL", Words::Editor::rangeUCL, NumberBox::RangeLimits, false, &EditorFields::rUCL, &CData::RBarUCL,
+     &CData::SetRBarUCL},
     {u"txtRMean", Words::Editor::rangeMean, NumberBox::RangeLimits, false, &EditorFields::rMean,
-     CARRIES(RBarMean)},
-    {u"txtRLCL", Words::Editor::rangeLCL, NumberBox::RangeLimits, false, &EditorFields::rLCL,
-     CARRIES(RBarLCL)},
+     &CData::RBarMean, &CData::SetRBarMean},
+    {u"txtRLCL", Words::Editor::rangeLCL, NumberBox::RangeLimits, false, &EditorFields::rLCL, &CData::RBarLCL,
+     &CData::SetRBarLCL},
 };
-#undef CARRIES
 
 // The pattern "#.0000": four decimals, and no zero before the point.
 QString LimitText(double value) {

@@ -110,8 +110,10 @@ TEST_F(PersistenceTest, AllCoresLoadWhatOneDoes) {
   transaction.Commit();
   const auto stored = [](const std::vector<CDataPtr>& dataSets) {
     QVariantList found;
-    const auto note = [&](const char*, const auto& value) { found << QVariant::fromValue(value); };
-    for (const CDataPtr& data : dataSets) data->ForEachStoredProperty(note);
+    const auto note = [&](const char*, const auto&, const auto& value, auto) {
+      found << QVariant::fromValue(value);
+    };
+    for (const CDataPtr& data : dataSets) data->ForEachProperty(note);
     return found;
   };
   const auto onAllCores = [&] {

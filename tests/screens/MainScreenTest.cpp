@@ -2,6 +2,7 @@
 // wrong.
 #include <QProgressBar>
 
+#include "screens/Indicators.h"
 #include "tests/screens/MainScreenFixture.h"
 #include "tests/support/Figures.h"
 #include "texts/DetectionRules.h"

@@ -15,7 +15,7 @@ using Figures = QMap<QString, QVariant>;
 // As stored, in full precision.
 inline Figures FiguresOf(const CData& data) {
   Figures figures;
-  data.ForEachStoredProperty([&](const char* name, const auto& value) {
+  data.ForEachProperty([&](const char* name, const auto&, const auto& value, auto) {
     figures[QString::fromLatin1(name)] = QVariant::fromValue(value);
   });
   return figures;
@@ -35,9 +35,9 @@ inline CData DistinctData() {
     else
       return static_cast<T>(number + 0.25);
   };
-#define SET_DISTINCT(Type, Name, Initial, Reading) data.Set##Name(next(data.Name(), #Name));
-  CDATA_PROPERTIES(SET_DISTINCT)
-#undef SET_DISTINCT
+  data.ForEachProperty([&](const char* name, const auto& initial, const auto&, auto set) {
+    (data.*set)(next(initial, name));
+  });
   data.SetStringDelimiter(CData().StringDelimiter());
   data.SetPrecisionValue(CData().PrecisionValue());
   return data;
