@@ -109,7 +109,7 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   curve.positions = chart.prefix + u"Point Data Set"_s;
   curve.values = chart.prefix + u" Data Set"_s;
   curve.line = {0, 0, Palette::Blue};
-  curve.markText = {0, 16, 4, 3};
+  curve.markText = {Palette::Black, 16, 4, 3};
   for (const std::uint8_t bits : chart.rules) {
     curve.marks.push_back(static_cast<std::uint8_t>(bits == 0 ? 0 : std::countr_zero(bits)));
   }
@@ -124,7 +124,7 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
       Direction::Horizontal,
       {label(Words::Figure::ucl(), chart.upperLimit), label(Words::Figure::mean(), chart.mean),
        label(Words::Figure::lcl(), chart.lowerLimit)},
-      {0, 16, 4, 0}});
+      {Palette::Black, 16, 4, 0}});
 }
 
 }  // namespace
@@ -136,30 +136,22 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
   const QString valueTitle = unit.isEmpty() ? data.Description() : unit;
   const int decimals = LimitDecimals(data, results);
   ControlCharts charts;
-  charts.xbar = {Words::Page::average(),
-                 u"XBar"_s,
-                 valueTitle,
-                 PlotValues(results.xBarSeries),
-                 data.XBarLCL(),
-                 data.XBarMean(),
-                 data.XBarUCL(),
-                 0,
-                 0,
-                 0,
-                 decimals,
-                 {}};
-  charts.r = {Words::Page::range(),
-              u"RBar"_s,
-              valueTitle,
-              PlotValues(results.rangeSeries),
-              data.RBarLCL(),
-              data.RBarMean(),
-              data.RBarUCL(),
-              0,
-              0,
-              0,
-              decimals,
-              {}};
+  charts.xbar = {.title = Words::Page::average(),
+                 .prefix = u"XBar"_s,
+                 .valueTitle = valueTitle,
+                 .values = PlotValues(results.xBarSeries),
+                 .lowerLimit = data.XBarLCL(),
+                 .mean = data.XBarMean(),
+                 .upperLimit = data.XBarUCL(),
+                 .labelDecimals = decimals};
+  charts.r = {.title = Words::Page::range(),
+              .prefix = u"RBar"_s,
+              .valueTitle = valueTitle,
+              .values = PlotValues(results.rangeSeries),
+              .lowerLimit = data.RBarLCL(),
+              .mean = data.RBarMean(),
+              .upperLimit = data.RBarUCL(),
+              .labelDecimals = decimals};
   charts.xbar.rules = BrokenRules(data, charts.xbar.values.size());
   // The first single value has no predecessor, so there is no first moving range.
   if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
@@ -173,24 +165,24 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
 void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   const auto count = static_cast<double>(chart.values.size());
   if (count < FewestPlotPoints) {
-    graph.Title(Words::Page::tooFewToPlot(), {0, 16, 12, 3});
+    graph.Title(Words::Page::tooFewToPlot(), {Palette::Black, 16, 12, 3});
     return;
   }
   DefineDataSets(graph, chart);
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
   graph.ScalePlotArea(0, chart.axisMinimum, count + 1, chart.axisMaximum);
-  const ChartGraph::TextParameters normal{0, 16, 6, 0};
+  const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
   graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, Words::Figure::sample(), normal});
   graph.Draw(
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
-  graph.Title(chart.title, {0, 16, 8, 0});
+  graph.Title(chart.title, {Palette::Black, 16, 8, 0});
   const QString limits =
       Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
                           Conversions::CStr(chart.upperLimit));
   graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68});
   if (const QString legend = RuleLegend(chart); !legend.isEmpty()) {
-    graph.Draw(
-        ChartGraph::Text{{0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, legend, {0, 16, 4, 0}, 0.98});
+    graph.Draw(ChartGraph::Text{
+        {0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, legend, {Palette::Black, 16, 4, 0}, 0.98});
   }
 }

@@ -33,8 +33,8 @@ struct ControlChart {
   double axisMaximum = 0;
   double axisMinimum = 0;
   double tickInterval = 0;
-  int labelDecimals = 0;            // of the limits' labels: one more than the data
-  std::vector<std::uint8_t> rules;  // per point, bit n set: it breaks active rule n
+  int labelDecimals = 0;              // of the limits' labels: one more than the data
+  std::vector<std::uint8_t> rules{};  // per point, bit n set: it breaks active rule n
 };
 
 struct ControlCharts {

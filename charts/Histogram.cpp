@@ -38,7 +38,7 @@ void DrawSpecification(ChartGraph& graph, const CData& data) {
                                     {label(Words::Figure::lsl(), data.LowerSpecLimit()),
                                      label(Words::Figure::nominal(), data.NominalSpecLimit()),
                                      label(Words::Figure::usl(), data.UpperSpecLimit())},
-                                    {0, 16, 4, 0}});
+                                    {Palette::Black, 16, 4, 0}});
 }
 
 }  // namespace
@@ -69,13 +69,13 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Resu
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
   graph.ScalePlotArea(0, 0, HistogramBins, top);
 
-  const ChartGraph::TextParameters small{0, 16, 4, 0};
-  const ChartGraph::TextParameters normal{0, 16, 6, 0};
+  const ChartGraph::TextParameters small{Palette::Black, 16, 4, 0};
+  const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
   const QString unit = data.UnitOfMeasurement();
   graph.Draw(
       ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, Words::Figure::count(), normal});
   graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
   if (HasSpecification(data)) DrawSpecification(graph, data);
-  graph.Title(Words::Page::histogram(), {0, 16, 8, 0});
+  graph.Title(Words::Page::histogram(), {Palette::Black, 16, 8, 0});
 }

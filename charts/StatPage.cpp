@@ -53,8 +53,9 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
 void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
   using Alignment = ChartGraph::Alignment;
   ChartGraph& head = head_.emplace(QRectF(0, 0, 1, 1), false);
-  const ChartGraph::TextParameters small{0, 16, 6, 0};
-  head.Draw(ChartGraph::Text{{0.01, 0.36}, Alignment::LeftMiddle, data.Description(), {0, 16, 10, 3}, 0.82});
+  const ChartGraph::TextParameters small{Palette::Black, 16, 6, 0};
+  head.Draw(ChartGraph::Text{
+      {0.01, 0.36}, Alignment::LeftMiddle, data.Description(), {Palette::Black, 16, 10, 3}, 0.82});
   head.Draw(ChartGraph::Text{{0.99, 0.36},
                              Alignment::RightMiddle,
                              Words::Page::number(options.pageNumber, options.pageCount),

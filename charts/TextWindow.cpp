@@ -19,10 +19,14 @@ class Rows {
  public:
   explicit Rows(ChartGraph& graph) : graph_(graph) {}
 
-  void Add(const QString& label, const QString& value, const TextParameters& valueText = {9, 16, 9, 0}) {
+  void Add(const QString& label, const QString& value,
+           const TextParameters& valueText = {Palette::Blue, 16, 9, 0}) {
     const double y = firstRow + rowPitch * row_++;
-    graph_.Draw(ChartGraph::Text{
-        {labelsLeft, y}, Alignment::LeftMiddle, label, {0, 16, 9, 0}, valuesLeft - labelsLeft - 0.02});
+    graph_.Draw(ChartGraph::Text{{labelsLeft, y},
+                                 Alignment::LeftMiddle,
+                                 label,
+                                 {Palette::Black, 16, 9, 0},
+                                 valuesLeft - labelsLeft - 0.02});
     graph_.Draw(
         ChartGraph::Text{{valuesLeft, y}, Alignment::LeftMiddle, value, valueText, 0.97 - valuesLeft});
   }
@@ -42,7 +46,7 @@ class Rows {
 
 void DrawTavelTextWindow(ChartGraph& graph, const CData& data) {
   if (data.NumberOfPlotPoints() < FewestPlotPoints) {
-    graph.Title(Words::Page::tooFewToSumUp(), {14, 16, 12, 3});
+    graph.Title(Words::Page::tooFewToSumUp(), {Palette::Yellow, 16, 12, 3});
     return;
   }
   const auto text = [](double value) { return Conversions::CStr(value); };
@@ -55,7 +59,8 @@ void DrawTavelTextWindow(ChartGraph& graph, const CData& data) {
   rows.Add(Words::Figure::upperSpecLimit(), text(data.UpperSpecLimit()));
   rows.Add(Words::Figure::lowerSpecLimit(), text(data.LowerSpecLimit()));
   const bool isCapable = data.CPKValue() >= 1.0;
-  rows.Add(Words::Figure::cpk(), QString::number(data.CPKValue(), 'f', 2), {isCapable ? 2 : 12, 16, 10, 0});
+  rows.Add(Words::Figure::cpk(), QString::number(data.CPKValue(), 'f', 2),
+           {isCapable ? Palette::Green : Palette::Red, 16, 10, 0});
   rows.Add(Words::Figure::lastModified(), data.LastModified());
   rows.AddNote(data.SubGroupSize() > 1 ? Words::Page::cpkFromRanges() : Words::Page::cpkFromMovingRanges());
 }

@@ -6,6 +6,7 @@
 
 namespace MathFunctions {
 
+// Kept for those who know them by their names: the program itself asks the engine.
 // The smallest and the largest of values[0] to values[count - 1]. count is at most 32768; with count 0 the
 // first value is the result. std::out_of_range when values is empty or shorter than count.
 double FindDoubleMin(std::span<const double> values, qint32 count);

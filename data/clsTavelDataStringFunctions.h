@@ -1,6 +1,7 @@
 // The raw-data routines as a class, which differ from the module TAVELDataStringFunctions: the line break is
 // a lone CR, removing fliers never reads what stands behind the last comma and leaves no comma behind the
-// last counted value, and discarding excess samples splits at blanks.
+// last counted value, and discarding excess samples splits at blanks. Kept for those who know it by its name:
+// the program calls the module.
 #pragma once
 
 #include <QString>

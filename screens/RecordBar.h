@@ -12,7 +12,6 @@ class RecordBar : public ButtonBar {
   explicit RecordBar(const QString& objectName, QWidget* parent = nullptr, const QString& reserved = {});
 
   void SetEnabled(int command, bool enabled) { Button(command)->setEnabled(enabled); }
-  bool IsEnabled(int command) const { return Button(command)->isEnabled(); }
 
  Q_SIGNALS:
   void Command(int index);  // 1 to 11, as in CommandIndex

@@ -1,10 +1,10 @@
-#include "platform/chart/AxisPainter.h"
-
+// Paints one axis of a graph.
 #include <QFontMetricsF>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
+#include "platform/chart/GraphPainter.h"
 #include "platform/chart/Palette.h"
 
 namespace {

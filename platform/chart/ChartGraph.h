@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <variant>
 #include <vector>
 
@@ -37,13 +38,12 @@ class ChartGraph {
     QString title;
     TextParameters titleText;
   };
-  // One value per position. symbols 0 marks the points, -1 leaves the bare line. A mark other than 0 is shown
-  // at its point as a sign with that number. A value that is not a number leaves a gap.
+  // One value per position. A mark other than 0 is shown at its point as a sign with that number. A value
+  // that is not a number leaves a gap.
   struct Curve {
     QString positions;
     QString values;
     LineStyle line;
-    int symbols = 0;
     std::vector<std::uint8_t> marks;  // one per value, or empty
     TextParameters markText;
   };
@@ -110,7 +110,12 @@ class ChartGraph {
   QRectF PlotArea() const { return plotArea_; }
   // Left, right: the horizontal ends; top, bottom: the lower and the upper end of the vertical scale.
   QRectF Scale() const { return scale_; }
-  const std::vector<double>& DataSet(const QString& name) const;  // std::out_of_range when not defined
+  // std::out_of_range when it is not defined.
+  const std::vector<double>& DataSet(const QString& name) const {
+    const auto found = dataSets_.constFind(name);
+    if (found == dataSets_.constEnd()) throw std::out_of_range("no data set " + name.toStdString());
+    return *found;
+  }
   const std::vector<Operation>& Operations() const { return operations_; }
 
  private:

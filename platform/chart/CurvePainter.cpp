@@ -1,5 +1,4 @@
-#include "platform/chart/CurvePainter.h"
-
+// Paints the values of a chart.
 #include <QFontMetricsF>
 #include <QList>
 #include <QPaintEngine>
@@ -7,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/chart/GraphPainter.h"
 #include "platform/chart/Palette.h"
 #include "platform/chart/Placement.h"
 
@@ -39,7 +39,7 @@ class CurvePicture {
     PaintLine();
     painter_.setRenderHint(QPainter::Antialiasing, true);
     painter_.setFont(numberFont_);
-    if (curve_.symbols >= 0 && single_) PaintPoints();
+    if (single_) PaintPoints();
     const std::vector<size_t> shown = PaintMarks();
     PaintMarkNumbers(shown);
     PaintArrows();

@@ -4,9 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/chart/AxisPainter.h"
-#include "platform/chart/CurvePainter.h"
-#include "platform/chart/LineLabelPainter.h"
 #include "platform/chart/Palette.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,5 @@
-// Paints one recorded graph into its place on a page: frame, texts, axes, levels, bars and labels.
+// Paints one recorded graph into its place on a page: frame, texts, levels and bars here, the other parts
+// each in a file of its own.
 #pragma once
 
 #include <QPainter>
@@ -39,3 +40,14 @@ QPen LinePen(const ChartGraph::LineStyle& line, double unit);
 
 void PaintGraph(QPainter& painter, const ChartGraph& graph, const GraphGeometry& geometry);
 void PaintFrame(QPainter& painter, const GraphGeometry& geometry, int colour, int width);
+
+// Line, ticks, title, and as many labels as have room.
+void PaintAxis(QPainter& painter, const ChartGraph::Axis& axis, const GraphGeometry& geometry);
+
+// The points while there is room for them, the line that keeps every extreme, the marks with their numbers,
+// and arrows for points outside the scale.
+void PaintCurve(QPainter& painter, const ChartGraph& graph, const ChartGraph::Curve& curve,
+                const GraphGeometry& geometry);
+
+// The names and values of levels, beside the plot area at the ends of their lines.
+void PaintLineLabels(QPainter& painter, const ChartGraph::LineLabels& labels, const GraphGeometry& geometry);

@@ -1,8 +1,8 @@
-#include "platform/chart/LineLabelPainter.h"
-
+// Paints the names and values of levels.
 #include <QFontMetricsF>
 #include <algorithm>
 
+#include "platform/chart/GraphPainter.h"
 #include "platform/chart/Palette.h"
 #include "platform/chart/Placement.h"
 

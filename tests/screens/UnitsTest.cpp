@@ -54,7 +54,7 @@ class UnitsTest : public testing::Test {
 TEST_F(UnitsTest, OpensEmptyAndWalksThroughTheList) {
   EXPECT_TRUE(Name().isEmpty());
   EXPECT_TRUE(IsReadOnly("txtDescription")) << "there is no unit to describe";
-  EXPECT_FALSE(Bar().IsEnabled(RecordBar::Delete));
+  EXPECT_FALSE(Bar().Button(RecordBar::Delete)->isEnabled());
   QStringList seen;
   for (const int command : {RecordBar::RefreshList, RecordBar::Previous, RecordBar::Next, RecordBar::Next,
                             RecordBar::Next, RecordBar::First, RecordBar::Last, RecordBar::Previous}) {
@@ -81,12 +81,12 @@ TEST_F(UnitsTest, AddsUniqueNamesOnly) {
   EXPECT_EQ(Stored(), asBefore);
   Enter("txtName", u"inch; µ"_s);
   Run(RecordBar::Save);
-  EXPECT_FALSE(Bar().IsEnabled(RecordBar::Save));
+  EXPECT_FALSE(Bar().Button(RecordBar::Save)->isEnabled());
   EXPECT_EQ(Stored(), asBefore + u",inch; µ="_s);
   EXPECT_TRUE(IsReadOnly("txtName"));
   Run(RecordBar::RefreshList);
   Enter("txtDescription", {});
-  EXPECT_TRUE(Bar().IsEnabled(RecordBar::Save));
+  EXPECT_TRUE(Bar().Button(RecordBar::Save)->isEnabled());
   Run(RecordBar::Save);
   EXPECT_TRUE(Stored().startsWith(asBefore)) << "an emptied description never overwrites the stored one";
 }
@@ -104,7 +104,7 @@ TEST_F(UnitsTest, DeletesSoftlyAndFreesTheName) {
 
   Run(RecordBar::Add);
   Enter("txtName", u"kg"_s);
-  EXPECT_FALSE(Bar().IsEnabled(RecordBar::Delete)) << "the record behind the new one";
+  EXPECT_FALSE(Bar().Button(RecordBar::Delete)->isEnabled()) << "the record behind the new one";
   Run(RecordBar::Save);
   EXPECT_TRUE(Stored().endsWith(u",kg="));
 
