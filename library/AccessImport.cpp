@@ -11,6 +11,7 @@
 #include "library/Revision.h"
 #include "library/Tables.h"
 #include "platform/access/JetFile.h"
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,7 @@ using Kind = Column::Kind;
 // would give back as another character is refused.
 QVariant TextToStore(const QString& text) {
   if (!text.isValidUtf16() || text.contains(QChar(0xFFFE)) || text.contains(QChar(0xFFFF)))
-    throw Error(u"the text holds something that is no character"_s);
+    throw Error(Words::Access::noCharacter());
   return text.isEmpty() ? QByteArray("") : text.toUtf8();
 }
 
@@ -33,18 +34,18 @@ QVariant ValueToStore(const QVariant& value, const Column& column) {
   const bool isReal = type == QMetaType::Double;
   if (value.isNull()) {
     // The database would give a number of its own to a row without one.
-    if (kind == Kind::Id || kind == Kind::YesNo) throw Error(u"the value is missing"_s);
+    if (kind == Kind::Id || kind == Kind::YesNo) throw Error(Words::Access::noValue());
     return {};
   }
   if (column.IsText() && type == QMetaType::QString) return TextToStore(value.toString());
   if (kind == Kind::YesNo && (type == QMetaType::Bool || isWhole)) return value.toBool() ? 1 : 0;
   if (kind == Kind::Real && (isReal || isWhole)) {
     // The database would store a Null in its place.
-    if (std::isnan(value.toDouble())) throw Error(u"the value is no number"_s);
+    if (std::isnan(value.toDouble())) throw Error(Words::Access::noNumber());
     return value.toDouble();
   }
   if ((kind == Kind::Id || kind == Kind::Whole) && isWhole) return value;
-  throw Error(u"the column has a type that a library cannot take over"_s);
+  throw Error(Words::Access::wrongType());
 }
 
 QSqlQuery PrepareInsert(Connection& connection, const Table& table) {
@@ -63,7 +64,7 @@ void BindRow(QSqlQuery& insert, const Table& table, const std::vector<QVariant>&
     try {
       insert.bindValue(static_cast<int>(i), ValueToStore(values[i], column));
     } catch (const Error& error) {
-      throw JetError(u"column \"%1\": %2"_s.arg(column.name, ErrorText(error)));
+      throw JetError(Words::Access::column(column.name, ErrorText(error)));
     }
   }
 }
@@ -73,7 +74,7 @@ void Write(QSqlQuery& insert) {
   Connection::BeforeOperation(u"execute"_s);
   if (insert.exec()) return;
   if ((insert.lastError().nativeErrorCode().toInt() & 0xFF) == constraintFailed)
-    throw JetError(u"another row has the same ID"_s);
+    throw JetError(Words::Access::sameID());
   throw DatabaseError(insert.lastError().databaseText());
 }
 
@@ -92,9 +93,7 @@ void CopyRows(JetFile& file, const Source& source, Connection& connection,
       BindRow(insert, source.table, rows.Values());
       Write(insert);
     } catch (const JetError& error) {
-      throw JetError(u"The table \"%1\" cannot be taken over at row %2: %3."_s.arg(source.table.name)
-                         .arg(row)
-                         .arg(error.Text()));
+      throw JetError(Words::Access::row(source.table.name, row, error.Text()));
     }
     rowCopied();
   }
@@ -116,8 +115,7 @@ void CopyTables(const QString& accessPath, Connection& connection, const AccessI
       if (progress) progress(++done, total);
     });
   }
-  if (state() != stateBefore)
-    throw JetError(u"The file was changed while it was read. Close it in Access first."_s);
+  if (state() != stateBefore) throw JetError(Words::Access::changedWhileRead());
 }
 
 // Runs a body that reads the Access file; what is wrong with that file is an Error that names it.
@@ -157,7 +155,7 @@ QString AccessImport::Revision(const QString& accessPath) {
 
 void AccessImport::Convert(const QString& accessPath, const QString& libraryPath, const Progress& progress) {
   const QString revision = Revision(accessPath);
-  if (revision.size() < 3) throw Error(u"%1: the table \"DBRevision\" names no revision."_s.arg(accessPath));
+  if (revision.size() < 3) throw Error(Words::Access::noRevision(accessPath));
   if (!IsAccepted(revision)) throw Error(u"%1: %2"_s.arg(accessPath, Revision::RefusalOnOneLine(revision)));
   LibraryFile::Create(libraryPath, [&](Connection& connection) {
     Reading(accessPath, [&] { CopyTables(accessPath, connection, progress); });

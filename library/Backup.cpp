@@ -1,4 +1,5 @@
 #include "library/Backup.h"
+#include "texts/LibraryWords.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -102,8 +103,7 @@ void BeforeFirstChange(Connection& connection, const QString& library, const Tel
     // Nobody has to wait for the lock while the user reads.
     connection.RollbackTransaction();
     if (tell) {
-      tell(u"No backup of %1 could be made. The change goes on without one.\r\n%2"_s.arg(library,
-                                                                                         ErrorText(error)));
+      tell(Words::Library::noBackup(library, ErrorText(error)));
     }
     connection.BeginTransaction();
   }

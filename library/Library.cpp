@@ -10,7 +10,7 @@
 #include "library/Tables.h"
 #include "platform/access/JetFile.h"
 #include "platform/language/Conversions.h"
-#include "texts/Texts.h"
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,8 +18,8 @@ namespace {
 
 QString NamedRow(const QVariantList& row) {
   const Table& table = Tables::StatData();
-  return u"Data set \"%1\" (ID %2)"_s.arg(row[table.IndexOf(u"Description")].toString(),
-                                          row[table.IndexOf(u"ID")].toString());
+  return Words::Library::dataSet(row[table.IndexOf(u"Description")].toString(),
+                                 row[table.IndexOf(u"ID")].toString());
 }
 
 CDataPtr MakeDataSet(const QVariantList& row) {
@@ -48,14 +48,13 @@ void Calculate(Library::Row& row) {
 
 void RequireStatistics(CData& data, const QString& place) {
   if (!QCGlobalFunctions::CalculateStatistics(data))
-    throw InputError(u"%1: data set \"%2\": %3"_s.arg(place, data.Description(), data.ErrorMessage()),
+    throw InputError(Words::Library::refusedValues(place, data.Description(), data.ErrorMessage()),
                      data.Description());
 }
 
 void RequireCount(qsizetype count) {
   constexpr qsizetype most = std::numeric_limits<qint16>::max();
-  if (count > most)
-    throw InputError(u"%1 samples are too many: a data set holds at most %2"_s.arg(count).arg(most));
+  if (count > most) throw InputError(Words::Library::tooManySamples(count, most));
 }
 
 }  // namespace
@@ -72,11 +71,10 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
     throw Error(u"%1: %2"_s.arg(place, reason), Error::Kind::Unavailable, place);
   };
   if (JetFile::IsAccessFile(place))
-    throw Error(u"%1 is an Access file; \"kestrel convert\" makes a library from it"_s.arg(place),
-                Error::Kind::Unavailable, place);
+    throw Error(Words::Library::isAccessFile(place), Error::Kind::Unavailable, place);
   auto library = std::make_unique<Library>(place);
   const QString revision = library->Revision();
-  if (revision.isNull()) refuse(u"it is not a library (it has no revision that is 2.0 or later)"_s);
+  if (revision.isNull()) refuse(Words::Library::noLibrary());
   try {
     if (!Revision::IsAccepted(revision)) refuse(Revision::RefusalOnOneLine(revision));
   } catch (const Conversions::Failure& failure) {
@@ -141,11 +139,11 @@ QVariantList Library::Written(qint64 id) { return Select(u"WHERE ID = ?"_s, {id}
 
 void Library::RequireRowAsKnown(const CData& data) {
   const RawRows rows = Select(u"WHERE ID = ?"_s, {data.ID()});
-  const auto refuse = [&](QStringView reference) {
-    throw Error(LoadResText(reference).arg(data.Description()), Error::Kind::Conflict, data.Description());
+  const auto refuse = [&](const Text<1>& reason) {
+    throw Error(reason(data.Description()), Error::Kind::Conflict, data.Description());
   };
-  if (rows.empty()) refuse(u"The data set was deleted;306");
-  if (rows.front() != data.RowAsKnown()) refuse(u"The data set was changed;305");
+  if (rows.empty()) refuse(Words::Library::deletedMeanwhile);
+  if (rows.front() != data.RowAsKnown()) refuse(Words::Library::changedMeanwhile);
 }
 
 void Library::Insert(CData& data, const QDateTime& now) {
@@ -197,8 +195,7 @@ void Library::Add(CData& data, const QDateTime& now) {
   // One transaction, so that nobody adds the same description in between.
   Transaction transaction(connection_);
   if (Find(data.Description()))
-    throw InputError(u"%1 has a data set \"%2\" already"_s.arg(place_, data.Description()),
-                     data.Description());
+    throw InputError(Words::Library::alreadyThere(place_, data.Description()), data.Description());
   Save(data, now);
   AddUnit(data.UnitOfMeasurement());
   transaction.Commit();
@@ -209,7 +206,7 @@ CDataPtr Library::Append(const QString& description, const QStringList& values, 
   // values.
   Transaction transaction(connection_);
   const CDataPtr data = Find(description);
-  if (!data) throw InputError(u"%1 has no data set \"%2\""_s.arg(place_, description), description);
+  if (!data) throw InputError(Words::Library::notThere(place_, description), description);
   QString text = data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';
   for (const QString& value : values) text += value + u',';

@@ -8,6 +8,7 @@
 
 #include "library/Revision.h"
 #include "library/Tables.h"
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -61,9 +62,9 @@ void LibraryFile::Create(const QString& path, const std::function<void(Connectio
   const auto refuse = [&](const QString& reason) {
     throw Error(u"%1: %2"_s.arg(path, reason), Error::Kind::Unavailable, path);
   };
-  if (target.fileName().isEmpty() || target.isDir()) refuse(u"it is a folder, not a file"_s);
-  if (target.exists() || target.isSymLink()) refuse(u"the file exists already"_s);
-  if (!target.dir().exists()) refuse(u"there is no such folder"_s);
+  if (target.fileName().isEmpty() || target.isDir()) refuse(Words::Library::isFolder());
+  if (target.exists() || target.isSymLink()) refuse(Words::Library::existsAlready());
+  if (!target.dir().exists()) refuse(Words::Library::noSuchFolder());
 
   const QString temporary = target.absoluteFilePath() + u"."_s + QUuid::createUuid().toString(QUuid::Id128);
   const auto removal = qScopeGuard([&] { QFile::remove(temporary); });
@@ -76,5 +77,5 @@ void LibraryFile::Create(const QString& path, const std::function<void(Connectio
     refuse(error.Text().remove(temporary + u": "_s));
   }
   // Fails where another program has made the file meanwhile.
-  if (!file.rename(path)) refuse(u"the file cannot be made (%1)"_s.arg(file.errorString()));
+  if (!file.rename(path)) refuse(Words::Library::notMade(file.errorString()));
 }

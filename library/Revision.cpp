@@ -4,6 +4,7 @@
 
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/LibraryWords.h"
 #include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
@@ -21,7 +22,7 @@ bool IsAccepted(const QString& revision) {
   const QStringList parts = revision.split(u'.');
   const qint32 major = Conversions::CLng(parts[0]);
   if (major != requiredMajor) return major > requiredMajor;
-  if (parts.size() < 2) throw Error(u"The revision %1 has no minor number."_s.arg(revision));
+  if (parts.size() < 2) throw Error(Words::Library::noMinorRevision(revision));
   return Conversions::CLng(parts[1]) >= requiredMinor;
 }
 

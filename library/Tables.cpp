@@ -5,6 +5,7 @@
 
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,10 +14,10 @@ namespace {
 using Kind = Column::Kind;
 
 double Number(const QVariant& value, const QString& column) {
-  if (value.isNull()) throw Error(u"%1 is Null."_s.arg(column));
+  if (value.isNull()) throw Error(Words::Library::isNull(column));
   bool isNumber = false;
   const double number = value.toDouble(&isNumber);
-  if (!isNumber) throw Error(u"%1 is no number."_s.arg(column));
+  if (!isNumber) throw Error(Words::Library::isNoNumber(column));
   return number;
 }
 

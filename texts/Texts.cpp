@@ -178,12 +178,6 @@ constexpr auto table = std::to_array<Entry>({
      u"A valid database connection could not be established. From the tool bar, select Tools->Connection "
      u"(click on the down arrow for a drop-down list). A dialog will be displayed so you can open a valid "
      u"database file."},
-    {305,
-     u"The data set \"%1\" was changed by somebody else since it was read. Nothing was written. Open the "
-     u"library again to see it as it is now."},
-    {306,
-     u"The data set \"%1\" was deleted by somebody else since it was read. Nothing was written. Open the "
-     u"library again to see what it holds now."},
 });
 
 static_assert(std::ranges::adjacent_find(table, std::ranges::greater_equal{}, &Entry::number) == table.end(),

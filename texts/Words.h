@@ -1,5 +1,4 @@
-// Every text that has a name instead of a documented number, by theme: the one place to word it, and to
-// translate it from.
+// The texts that have a name instead of a documented number, by theme; those of libraries are in LibraryWords.h.
 #pragma once
 
 #include "texts/Texts.h"
@@ -16,7 +15,6 @@ inline constexpr Text<1> noSuchDataSet{u"There is no data set with ID %1."};
 inline constexpr Text<> noDatabaseOpen{u"No database is open."};
 inline constexpr Text<1> settingsUnread{u"The settings in %1 cannot be read. The defaults are in use."};
 inline constexpr Text<1> settingsUnwritten{u"The settings in %1 cannot be written."};
-inline constexpr Text<1> noMinorRevision{u"The revision %1 has no minor number."};
 
 // The states of a process, and what each says of it.
 namespace State {

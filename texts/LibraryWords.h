@@ -1,0 +1,47 @@
+// The named texts of the room library: why a library, a row, a value or an Access file is refused.
+#pragma once
+
+#include "texts/Texts.h"
+
+namespace Words {
+
+// Libraries: what is refused of a file, a row or a value.
+namespace Library {
+inline constexpr Text<2> dataSet{u"Data set \"%1\" (ID %2)"};
+inline constexpr Text<3> refusedValues{u"%1: data set \"%2\": %3"};
+inline constexpr Text<2> tooManySamples{u"%1 samples are too many: a data set holds at most %2"};
+inline constexpr Text<1> isAccessFile{u"%1 is an Access file; \"kestrel convert\" makes a library from it"};
+inline constexpr Text<> noLibrary{u"it is not a library (it has no revision that is 2.0 or later)"};
+inline constexpr Text<1> noMinorRevision{u"The revision %1 has no minor number."};
+inline constexpr Text<2> alreadyThere{u"%1 has a data set \"%2\" already"};
+inline constexpr Text<2> notThere{u"%1 has no data set \"%2\""};
+inline constexpr Text<1> changedMeanwhile{
+    u"The data set \"%1\" was changed by somebody else since it was read. Nothing was written. Open the "
+    u"library again to see it as it is now."};
+inline constexpr Text<1> deletedMeanwhile{
+    u"The data set \"%1\" was deleted by somebody else since it was read. Nothing was written. Open the "
+    u"library again to see what it holds now."};
+inline constexpr Text<2> noBackup{u"No backup of %1 could be made. The change goes on without one.\r\n%2"};
+inline constexpr Text<1> isNull{u"%1 is Null."};
+inline constexpr Text<1> isNoNumber{u"%1 is no number."};
+inline constexpr Text<> isFolder{u"it is a folder, not a file"};
+inline constexpr Text<> existsAlready{u"the file exists already"};
+inline constexpr Text<> noSuchFolder{u"there is no such folder"};
+inline constexpr Text<1> notMade{u"the file cannot be made (%1)"};
+}  // namespace Library
+
+// Taking over an Access file.
+namespace Access {
+inline constexpr Text<> noCharacter{u"the text holds something that is no character"};
+inline constexpr Text<> noValue{u"the value is missing"};
+inline constexpr Text<> noNumber{u"the value is no number"};
+inline constexpr Text<> wrongType{u"the column has a type that a library cannot take over"};
+inline constexpr Text<> sameID{u"another row has the same ID"};
+inline constexpr Text<2> column{u"column \"%1\": %2"};
+inline constexpr Text<3> row{u"The table \"%1\" cannot be taken over at row %2: %3."};
+inline constexpr Text<> changedWhileRead{
+    u"The file was changed while it was read. Close it in Access first."};
+inline constexpr Text<1> noRevision{u"%1: the table \"DBRevision\" names no revision."};
+}  // namespace Access
+
+}  // namespace Words
