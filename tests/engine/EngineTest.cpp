@@ -59,9 +59,11 @@ TEST(Engine, CalculatesWhatNoScaledIntegerHolds) {
   EXPECT_NEAR(large.stdDevValue / std::sqrt(2.0), 1e300, 1e285);
   EXPECT_EQ(RunEngine("1e15,1e-15,-1e15,3e-15", {.subGroupSize = 2}).limits.xBarCentre, 1e-15);
   EXPECT_NEAR(RunEngine("0.000000001,1000000000,2000000000").stdDevValue, 1e9, 1e-6);
-  EXPECT_EQ(
-      RunEngine("5,6", {.upperSpecLimit = 1e40, .lowerSpecLimit = -1e40}).histogramBinValuesOutputString,
-      "0,0,0,0,0,0,2,0,0,0,0,0");
+  for (const double far : {1e25, 1e40}) {  // within and beyond 128 bits
+    EXPECT_EQ(
+        RunEngine("5,6", {.upperSpecLimit = far, .lowerSpecLimit = -far}).histogramBinValuesOutputString,
+        "0,0,0,0,0,0,2,0,0,0,0,0");
+  }
 }
 
 // The limits of capability are decimals too: an offset changes no digit of Cpk.
