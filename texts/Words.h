@@ -1,4 +1,4 @@
-// The texts that have a name instead of a documented number, by theme; those of libraries are in LibraryWords.h.
+// The texts that have a name and no number, by theme; those of libraries are in LibraryWords.h.
 #pragma once
 
 #include "texts/Texts.h"
