@@ -6,11 +6,19 @@
 #include <vector>
 
 #include "core/MainScreen.h"
-#include "core/clsSetup.h"
 #include "data/CData.h"
 #include "library/Library.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/Clock.h"
+
+// The settings in use while the program runs.
+class clsSetup {
+ public:
+  QString RegistryKeyPath;
+  bool ListviewDoubleClickViewsChart =
+      false;             // a double-click in the main list opens the chart, else the editor
+  QString DatabaseName;  // full path of the database file in use
+};
 
 struct ProgramState {
   std::shared_ptr<Library> gLibrary;  // the one open database; a load that is overtaken holds on to its own
