@@ -2,29 +2,86 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <memory>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
-TEST(SingleInstance, TheSecondCopyKnowsOfTheFirstUntilThatEnds) {
+namespace {
+
+class SingleInstanceTest : public testing::Test {
+ protected:
+  SingleInstanceTest() {
+    for (const QString& name : {u"one"_s, u"two"_s, u"common"_s}) EXPECT_TRUE(QDir().mkpath(Path(name)));
+  }
+  QString Path(const QString& name) const { return folder.filePath(name); }
+  SingleInstance::Folders In(const QString& session) const {
+    return {session.isEmpty() ? session : Path(session), Path(u"common"_s)};
+  }
+  bool IsSecond(const QString& session) const { return SingleInstance(In(session)).PrevInstance(); }
+
   const QTemporaryDir folder;
-  const QString file = folder.filePath(u"kestrel.lock"_s);
-  auto first = std::make_unique<SingleInstance>(file);
-  EXPECT_FALSE(first->PrevInstance());
-  EXPECT_TRUE(SingleInstance(file).PrevInstance());
-  EXPECT_TRUE(SingleInstance(file).PrevInstance()) << "a refused copy takes nothing away";
-  first.reset();
-  EXPECT_FALSE(SingleInstance(file).PrevInstance());
+};
+
+// A copy without a session's folder once had a lock of its own, and so both started.
+TEST_F(SingleInstanceTest, TheSecondCopyKnowsOfTheFirstUntilThatEnds) {
+  for (const QString& session : {u"one"_s, QString()}) {
+    auto first = std::make_unique<SingleInstance>(In(session));
+    EXPECT_FALSE(first->PrevInstance());
+    EXPECT_TRUE(IsSecond(u"one"_s));
+    EXPECT_TRUE(IsSecond({})) << "a refused copy takes nothing away";
+    first.reset();
+    EXPECT_FALSE(IsSecond(u"one"_s));
+    EXPECT_FALSE(IsSecond({}));
+  }
+  const SingleInstance one(In(u"one"_s));
+  EXPECT_FALSE(IsSecond(u"two"_s)) << "sessions keep out of each other's way";
 }
 
-TEST(SingleInstance, WhatACrashedCopyLeftDoesNotCount) {
-  const QTemporaryDir folder;
-  QFile file(folder.filePath(u"kestrel.lock"_s));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write("999999999\nkestrel\n\n");
-  file.close();
-  EXPECT_FALSE(SingleInstance(file.fileName()).PrevInstance());
-  EXPECT_FALSE(SingleInstance(folder.filePath(u"no/such/folder.lock"_s)).PrevInstance());
+TEST_F(SingleInstanceTest, WhatACrashedCopyLeftDoesNotCount) {
+  for (const char* kind : {"lock", "socket"}) {
+    QFile left(Path(
+        u"common/kestrel-%1.%2"_s.arg(QFileInfo(QDir::homePath()).ownerId()).arg(QLatin1StringView(kind))));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.write("/nowhere");
+  }
+  SingleInstance next(In({}));
+  EXPECT_FALSE(next.PrevInstance());
+  bool taken = false;
+  next.Listen([&](const QByteArray&) { taken = true; });
+  std::thread second([&] { EXPECT_TRUE(SingleInstance(In({})).HandOver("x")); });
+  while (!taken) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  second.join();
+  EXPECT_FALSE(SingleInstance({{}, Path(u"no such folder"_s)}).PrevInstance());
 }
+
+TEST_F(SingleInstanceTest, WhatTheSecondCopyHandsOverArrivesWhole) {
+  SingleInstance first(In(u"one"_s));
+  QByteArray taken;
+  first.Listen([&](const QByteArray& message) { taken = message; });
+  for (const QString& session : {u"one"_s, QString()}) {
+    const QByteArray message = QByteArray(
+                                   "/plant/gr\xc3\xb6\xc3\x9f"
+                                   "e\0token",
+                                   18)
+                                   .repeated(300);
+    bool answered = false;
+    std::thread second([&] { answered = SingleInstance(In(session)).HandOver(message); });
+    taken.clear();
+    while (taken.isEmpty()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    second.join();
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(taken, message);
+  }
+}
+
+TEST_F(SingleInstanceTest, ACopyThatDoesNotAnswerIsNotTakenForOneThatDid) {
+  const SingleInstance hanging(In(u"one"_s));
+  EXPECT_FALSE(SingleInstance(In(u"one"_s)).HandOver("x", 60));
+}
+
+}  // namespace
