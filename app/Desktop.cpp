@@ -19,6 +19,8 @@
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
 #include "screens/frmMain.h"
+#include "texts/SharingWords.h"
+#include "texts/Texts.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -79,6 +81,10 @@ class ProgramStyle : public QProxyStyle {
   }
 };
 
+QtMessageBox MakeMessageBoxes() {
+  return QtMessageBox({Words::ok(), Words::yes(), Words::no(), Words::cancel()});
+}
+
 // Installs the state and the presenters of boxes for as long as it lives.
 class Installation {
  public:
@@ -98,12 +104,29 @@ class Installation {
   Installation& operator=(const Installation&) = delete;
 
  private:
-  QtMessageBox messageBoxes_{{Words::ok(), Words::yes(), Words::no(), Words::cancel()}};
+  QtMessageBox messageBoxes_ = MakeMessageBoxes();
   QtFileDialog fileDialogs_;
   FileRegistry registry_;
   SystemClock clock_;
   ProgramState state_;
 };
+
+// What a second start tells the first: the library (none for an empty one), and by what right it may come to
+// the front.
+constexpr char activationToken[] = "XDG_ACTIVATION_TOKEN";
+
+int HandOver(const SingleInstance& instance, const QString& library) {
+  if (instance.HandOver(library.toUtf8() + '\0' + qgetenv(activationToken))) return 0;
+  MakeMessageBoxes().Show({Words::Sharing::noAnswer(), LoadResText(u"Kestrel;108"),
+                           MessageBox::Icon::Exclamation, MessageBox::Buttons::Ok});
+  return 3;
+}
+
+void TakeOver(frmMain& main, const QByteArray& message) {
+  const QList<QByteArray> parts = message.split('\0');
+  if (parts.size() > 1 && !parts[1].isEmpty()) qputenv(activationToken, parts[1]);
+  main.ShowLibrary(QString::fromUtf8(parts[0]));
+}
 
 }  // namespace
 
@@ -113,13 +136,14 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   QApplication application(argc, argv);
   // Closing the main window ends the program, whatever help windows are still open.
   QApplication::setQuitOnLastWindowClosed(false);
-  const SingleInstance instance;
-  if (instance.PrevInstance()) return 0;
+  SingleInstance instance;
+  const QString library = fileForThisRun.isEmpty() ? QString() : QFileInfo(fileForThisRun).absoluteFilePath();
+  if (instance.PrevInstance()) return HandOver(instance, library);
 
   Reactivation reactivation;
   application.installEventFilter(&reactivation);
   const Installation installation;
-  if (!fileForThisRun.isEmpty()) Globals().gDatabaseForThisRun = QFileInfo(fileForThisRun).absoluteFilePath();
+  Globals().gDatabaseForThisRun = library;
   PagePrinting printing;
   frmMain main({.chart = [&printing] { ShowChartScreen(printing); },
                 .editor = ShowModal<DataEditor>,
@@ -128,5 +152,6 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;
+  instance.Listen([&main](const QByteArray& message) { TakeOver(main, message); });
   return QApplication::exec();
 }

@@ -6,6 +6,7 @@
 
 #include "data/CData.h"
 #include "screens/EditorFields.h"
+#include "screens/LibraryView.h"
 
 class ButtonBar;
 class QCheckBox;
@@ -19,7 +20,7 @@ class QPushButton;
 class QRadioButton;
 class RawDataBox;
 
-class DataEditor : public QDialog {
+class DataEditor : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   // Adds where Globals().gAddMode, else edits the data set Globals().gCurrentDataID.

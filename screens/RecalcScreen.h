@@ -5,12 +5,13 @@
 #include <QTimer>
 
 #include "data/CData.h"
+#include "screens/LibraryView.h"
 
 class Mnemonics;
 class QLabel;
 class QLineEdit;
 
-class RecalcScreen : public QDialog {
+class RecalcScreen : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   explicit RecalcScreen(QWidget* parent = nullptr);

@@ -6,6 +6,7 @@
 
 #include "charts/StatPage.h"
 #include "data/CData.h"
+#include "screens/LibraryView.h"
 #include "screens/PagePrinting.h"
 
 class ButtonBar;
@@ -16,7 +17,7 @@ class QCheckBox;
 class QLabel;
 class StatSummary;
 
-class StatGraphics : public QDialog {
+class StatGraphics : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   // The ways to what lies outside of this screen.

@@ -321,7 +321,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 void frmMain::Unload() {
   Trap(u"frmMain::Form_Unload"_s, [this] {
     IsClosing = true;
-    for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer}) timer->stop();
+    for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer, &HandOverTimer, &NewsTimer}) timer->stop();
     setEnabled(false);
     clsWaitTimer().WaitTimer(1000);
     ProgramState& state = Globals();

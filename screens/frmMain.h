@@ -36,6 +36,11 @@ class frmMain : public QMainWindow, public MainScreen {
   // added since, or else the one that was selected.
   void ReloadLibrary();
 
+  // Comes to the front and attaches that library for this run (an empty path: keeps its own), once the forms
+  // of the present one have closed. These ask first where something would be lost; who stays keeps the
+  // library.
+  void ShowLibrary(const QString& path);
+
   void SetDatabasePanelText(const QString& text) override;
   void EnableLoadTimer() override;
   void SetupMainFormDisplay() override;
@@ -83,6 +88,9 @@ class frmMain : public QMainWindow, public MainScreen {
   void DeleteData();
   void DoubleClickAction();
   void Attach(const QString& chosenPath);
+  void HandOverTimer_Timer();
+  void AttachForThisRun(const QString& chosenPath);
+  void ShowNews(const QString& news);  // in the first panel, for a while
   void Unload();
 
   Screens screens_;
@@ -92,9 +100,14 @@ class frmMain : public QMainWindow, public MainScreen {
   QString databasePanelText_;
   QString added_;  // the description of the data set that the editor has added
 
+  QString handedOver_;  // the library that a second start wants to see
+  bool isClosingForm_ = false;
+
   QTimer InitTimer;
   QTimer ClockTimer;
   QTimer ExitTimer;
+  QTimer HandOverTimer;
+  QTimer NewsTimer;
   ButtonBar* Toolbar1 = nullptr;
   MainList* ListView1 = nullptr;
   ProcessStateIndicator* ProcessStateIndicator1 = nullptr;

@@ -71,9 +71,16 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
   NameTimer(ExitTimer, u"ExitTimer"_s, 500, this);
+  NameTimer(HandOverTimer, u"HandOverTimer"_s, 100, this);
+  NameTimer(NewsTimer, u"NewsTimer"_s, 10'000, this);
   connect(&InitTimer, &QTimer::timeout, this, &frmMain::InitTimer_Timer);
   connect(&ClockTimer, &QTimer::timeout, this, &frmMain::ClockTimer_Timer);
   connect(&ExitTimer, &QTimer::timeout, this, &frmMain::ExitTimer_Timer);
+  connect(&HandOverTimer, &QTimer::timeout, this, &frmMain::HandOverTimer_Timer);
+  connect(&NewsTimer, &QTimer::timeout, this, [this] {
+    NewsTimer.stop();
+    panel1_->setText(databasePanelText_);
+  });
   connect(ListView1, &MainList::ItemClick, this, &frmMain::ItemClick);
   connect(ListView1, &MainList::RowActivated, this, &frmMain::DoubleClickAction);
   connect(ListView1, &MainList::DeletePressed, mnuDelete, &QAction::trigger);

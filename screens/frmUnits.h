@@ -5,12 +5,13 @@
 #include <QTimer>
 
 #include "platform/ado/Recordset.h"
+#include "screens/LibraryView.h"
 
 class QLabel;
 class QLineEdit;
 class RecordBar;
 
-class frmUnits : public QDialog {
+class frmUnits : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   // Opens without a record: Refresh list shows the units.

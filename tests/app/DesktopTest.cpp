@@ -50,11 +50,23 @@ class DesktopTest : public ProgramTest {
                   .status,
               0);
     qputenv("KESTREL_SETTINGS", Path(u"settings.json"_s).toUtf8());
-    qputenv("XDG_RUNTIME_DIR", folder_.path().toUtf8());
+    qputenv("XDG_RUNTIME_DIR", Path(u"session"_s).toUtf8());
+    QDir().mkdir(Path(u"session"_s));
+    qputenv("TMPDIR", folder_.path().toUtf8());
     Registry::Key handle = 0;
     FileRegistry registry;
     registry.RegCreateKeyEx(key, Registry::KeyWrite, handle);
     registry.RegSetValueEx(handle, u"DatabaseName"_s, Registry::String, Path(u"configured"_s).toUtf8());
+  }
+
+  // A second start, from outside of the session.
+  bool StartAgain() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(u"XDG_RUNTIME_DIR"_s);
+    second.setProcessEnvironment(environment);
+    second.setWorkingDirectory(folder_.path());
+    second.start(QStringLiteral(KESTREL_PROGRAM), {u"configured"_s});
+    return true;
   }
 
   static bool Close(QWidget& window) { return window.close(); }
@@ -72,6 +84,7 @@ class DesktopTest : public ProgramTest {
     return false;
   }
 
+  QProcess second;
   const QString key = u"Software\\Orvane Labs\\Kestrel"_s;
 };
 
@@ -79,6 +92,10 @@ TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {
   const auto loaded = [](QWidget& main) {
     return Get<QAction>(main, "Toolbar1_1").isEnabled() &&
            TextOf(main, "StatusBar1_1") == u"Current Database: plant (DB Rev. 2.0)";
+  };
+  const auto handedOver = [this](QWidget& main) {
+    return TextOf(main, "StatusBar1_1") == u"Current Database: configured (DB Rev. 2.0)" &&
+           second.state() == QProcess::NotRunning;
   };
   const auto confirm = [](QWidget& question) {
     QTest::keyClick(&question, Qt::Key_Return);
@@ -96,7 +113,8 @@ TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {
            {charts, HelpIsTheChartScreens},
            {charts, Trigger("Toolbar1_4")},
            {u"RecalcScreen"_s, Close},
-           {charts, Close},
+           {charts, [this](QWidget&) { return StartAgain(); }},
+           {main, handedOver},
            {main, [](QWidget& window) { return window.close() || true; }},
            {u"MessageBox"_s, confirm}};
   qAddPreRoutine(Watch);
@@ -106,6 +124,8 @@ TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {
   char* argv[] = {name, nullptr};
   EXPECT_EQ(RunDesktop(argc, argv, u"plant"_s), 0);
   EXPECT_TRUE(steps.empty());
+  EXPECT_EQ(second.exitCode(), 0);
+  EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
   const QByteArray settings = Read(Path(u"settings.json"_s));
   EXPECT_TRUE(settings.contains("configured") && !settings.contains("plant")) << "for this run only";
 }
