@@ -25,3 +25,8 @@ void ShowInformationMessage(const QString& message) {
 MessageBox::Answer ShowSystemMessage(const QString& message, Icon icon, Buttons buttons) {
   return MessageBox::Show({message, LoadResText(u"System Message;165"), icon, buttons});
 }
+
+bool ConfirmedInSystemMessage(const QString& message, Icon icon) {
+  return MessageBox::Show({message, LoadResText(u"System Message;165"), icon, Buttons::YesNo, true}) ==
+         MessageBox::Answer::Yes;
+}

@@ -18,3 +18,6 @@ void ShowInformationMessage(const QString& message);
 // A box titled "System Message": the program's notices and questions that are not errors.
 MessageBox::Answer ShowSystemMessage(const QString& message, MessageBox::Icon icon,
                                      MessageBox::Buttons buttons = MessageBox::Buttons::Ok);
+
+// A question of that kind with Yes and No, whose default is No. Whether it was answered Yes.
+bool ConfirmedInSystemMessage(const QString& message, MessageBox::Icon icon = MessageBox::Icon::Question);

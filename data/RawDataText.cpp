@@ -1,9 +1,9 @@
 #include "data/RawDataText.h"
 
-#include <QRegularExpression>
-#include <QStringList>
 #include <algorithm>
+#include <cmath>
 
+#include "data/RawDataLines.h"
 #include "platform/language/Conversions.h"
 #include "texts/Words.h"
 
@@ -13,122 +13,106 @@ namespace RawDataText {
 
 namespace {
 
-constexpr qsizetype longestQuote = 24;
 constexpr double largestSubGroup = 20;
 
-bool IsLineEnd(QChar character) {
-  return character == u'\n' || character == u'\r' || character == QChar::LineSeparator ||
-         character == QChar::ParagraphSeparator;
+void Note(Line& first, qsizetype number, QStringView text) {
+  if (first.number == 0) first = {number, text.trimmed().toString()};
 }
 
-bool EndsField(QChar character) { return IsLineEnd(character) || character == u'\t' || character == u';'; }
-
-bool Matches(const QRegularExpression& form, QStringView text) { return form.match(text).hasMatch(); }
-
-bool HasThousandsSeparators(QStringView text) {
-  static const QRegularExpression form(u"^[+-]?\\d{1,3}(?:(?:,\\d{3})+\\.\\d*|(?:\\.\\d{3})+,\\d+)$"_s);
-  return text.contains(u',') && Matches(form, text);
-}
-
-bool HasDecimalComma(QStringView text) {
-  static const QRegularExpression form(u"^[+-]?\\d*,\\d+(?:[eE][+-]?\\d+)?$"_s);
-  return text.contains(u',') && Matches(form, text);
-}
-
-bool IsListOfNumbers(QStringView text) {
-  static const QRegularExpression form(u"^[-+\\d.,eE\\s]*$"_s);
-  return text.contains(u',') && Matches(form, text);
-}
-
-QStringList Fields(const QString& text) {
-  QStringList fields;
-  for (auto start = text.cbegin();;) {
-    const auto end = std::find_if(start, text.cend(), EndsField);
-    const QStringView field = QStringView(start, end).trimmed();
-    if (!field.isEmpty()) fields << field.toString();
-    if (end == text.cend()) return fields;
-    start = end + 1;
+// A line that is no number as it stands.
+void ExamineUnclear(qsizetype number, QStringView line, Examination& found) {
+  if (std::ranges::any_of(line, RawDataLines::EndsCell)) return Note(found.cells, number, line);
+  const bool hasThousands = RawDataLines::HasThousandsSeparators(line);
+  if (const auto several = RawDataLines::NumbersBetweenCommas(line); !several.isEmpty() && !hasThousands) {
+    found.values += several.size();
+    return Note(found.comma, number, line);
+  }
+  const QList<QStringView> elements = line.split(u',');
+  const auto isBlank = [](QStringView element) { return element.trimmed().isEmpty(); };
+  if (hasThousands || (std::ranges::none_of(elements, isBlank) && RawDataLines::ReadingsOf(line).Any()))
+    return Note(found.unclear, number, line);
+  for (const QStringView element : elements) {
+    if (Conversions::IsNumeric(element))
+      ++found.values;
+    else
+      Note(found.notANumber, number, element);
   }
 }
 
-// Fields that are no numbers, such as a column's heading, have no say in it.
-bool CommasAreDecimal(const QStringList& fields) {
-  const auto speaksAgainst = [](const QString& field) {
-    if (HasDecimalComma(field) || HasThousandsSeparators(field)) return false;
-    return IsListOfNumbers(field) || (field.contains(u'.') && Conversions::IsNumeric(field));
-  };
-  return std::ranges::any_of(fields, HasDecimalComma) && std::ranges::none_of(fields, speaksAgainst);
-}
+// Finds the first number that is ten times as large as the one before it and the one behind it, as where a
+// decimal point was forgotten.
+class Neighbours {
+ public:
+  explicit Neighbours(Line& first) : first_(first) {}
 
-QStringList SplitAtCommas(const QString& field) {
-  if (!field.contains(u',') || HasThousandsSeparators(field)) return {field};
-  QStringList values;
-  for (const QString& part : field.split(u','))
-    if (const QString value = part.trimmed(); !value.isEmpty()) values << value;
-  const bool anyNumber =
-      std::ranges::any_of(values, [](const QString& value) { return Conversions::IsNumeric(value); });
-  return anyNumber ? values : QStringList{field};
-}
-
-// Calls use(number, line) for every line that is not blank, without the blanks at its ends.
-template <class Use>
-void ForEachLine(const QString& text, Use&& use) {
-  qsizetype number = 1;
-  for (qsizetype start = 0; start <= text.size(); ++number) {
-    qsizetype end = start;
-    while (end < text.size() && !IsLineEnd(text[end])) ++end;
-    const QStringView line = QStringView(text).sliced(start, end - start).trimmed();
-    if (!line.isEmpty()) use(number, line);
-    const bool isPair = end + 1 < text.size() && text[end] == u'\r' && text[end + 1] == u'\n';
-    start = end + (isPair ? 2 : 1);
+  void Take(qsizetype number, QStringView line, double value) {
+    if (candidate_.number > 0 && IsTenfold(candidateValue_, value))
+      Note(first_, candidate_.number, candidate_.text);
+    candidate_ = {};
+    if (hasBefore_ && first_.number == 0 && IsTenfold(value, before_)) {
+      candidate_ = {number, line.toString()};
+      candidateValue_ = value;
+    }
+    before_ = value;
+    hasBefore_ = true;
   }
-}
+  void End() {
+    if (candidate_.number > 0) Note(first_, candidate_.number, candidate_.text);
+  }
 
-void ExamineElement(qsizetype number, QStringView element, Examination& found) {
-  if (Conversions::IsNumeric(element))
-    ++found.values;
-  else if (found.notANumber.number == 0)
-    found.notANumber = {number, element.trimmed().toString()};
-}
+ private:
+  static bool IsTenfold(double value, double other) {
+    return value * other > 0 && std::abs(value) >= 10 * std::abs(other);
+  }
 
-// The text in quotes, kept from turning the sentence around it where it is written from right to left.
-QString Quoted(const QString& text) {
-  const QString shown = text.size() > longestQuote ? text.left(longestQuote) + u'…' : text;
-  return u"\"\u2068"_s + shown + u"\u2069\""_s;
-}
+  Line& first_;
+  Line candidate_{};
+  double candidateValue_ = 0, before_ = 0;
+  bool hasBefore_ = false;
+};
 
 QString FaultIn(const Examination& examination) {
   if (const Line& line = examination.notANumber; line.number > 0) {
     return line.text.isEmpty() ? Words::RawData::halfAComma(line.number)
                                : Words::RawData::notANumber(line.number, Quoted(line.text));
   }
+  if (const Line& line = examination.cells; line.number > 0)
+    return Words::RawData::severalCells(line.number, Quoted(QString(line.text).replace(u'\t', u'|')));
+  if (const Line& line = examination.unclear; line.number > 0)
+    return Words::RawData::unclear(line.number, Quoted(line.text));
   if (const Line& line = examination.comma; line.number > 0) {
     return Words::RawData::severalValues(line.number, Quoted(line.text));
   }
+  if (const Line& line = examination.tooFine; line.number > 0)
+    return Words::RawData::tooFine(line.number, Quoted(line.text), mostDecimals);
+  if (const Line& line = examination.beyondFliers; line.number > 0)
+    return Words::RawData::beyondFliers(line.number, Quoted(line.text));
+  if (const Line& line = examination.tenfold; line.number > 0)
+    return Words::RawData::tenfold(line.number, Quoted(line.text));
   return {};
+}
+
+QString WithFault(const QString& text, const Examination& examination) {
+  const QString fault = FaultIn(examination);
+  return fault.isEmpty() ? text : text + u'\n' + fault;
+}
+
+// `count` with the subgroups that so many values make; as it is where the size is not valid.
+QString WithSubgroups(const QString& count, qsizetype values, qint16 size) {
+  if (size < 1) return count;
+  const qsizetype groups = values / size, rest = values % size;
+  const QString result =
+      groups == 1 ? Words::RawData::oneSubgroup(count, size) : Words::RawData::subgroups(count, groups, size);
+  return rest > 0 ? Words::RawData::leftOver(result, rest) : result + u'.';
 }
 
 }  // namespace
 
-QString FromPasted(const QString& pasted) {
-  QStringList values = Fields(pasted);
-  if (CommasAreDecimal(values)) {
-    for (QString& value : values)
-      if (HasDecimalComma(value)) value.replace(u',', u'.');
-  } else {
-    QStringList split;
-    for (const QString& field : values) split << SplitAtCommas(field);
-    values = split;
-  }
-  const bool lastIsEnded = !pasted.isEmpty() && EndsField(pasted.back());
-  return values.join(u'\n') + (lastIsEnded && !values.isEmpty() ? u"\n"_s : QString());
-}
-
 QString WithEndedLines(const QString& text) {
   QString result;
   result.reserve(text.size() + 2);
-  ForEachLine(text, [&](qsizetype, QStringView line) {
-    if (HasThousandsSeparators(line))
+  RawDataLines::ForEachLine(text, [&](qsizetype, QStringView line) {
+    if (RawDataLines::HasThousandsSeparators(line))
       result += line.toString().replace(u',', u' ');
     else
       result += line;
@@ -137,17 +121,63 @@ QString WithEndedLines(const QString& text) {
   return result;
 }
 
-Examination Examine(const QString& text) {
+int DecimalsOf(QStringView text) {
+  text = text.trimmed();
+  if (!text.contains(u'.') && !text.contains(u'e', Qt::CaseInsensitive)) return 0;
+  if (!Conversions::IsNumeric(text)) return 0;
+  const auto isExponent = [](QChar character) { return character == u'e' || character == u'E'; };
+  const auto end = std::ranges::find_if(text, isExponent);
+  const QStringView exponent = end == text.end() ? QStringView() : QStringView(end + 1, text.end());
+  const QStringView mantissa(text.begin(), end);
+  const qsizetype point = mantissa.indexOf(u'.');
+  QStringView whole = point < 0 ? mantissa : mantissa.first(point);
+  QStringView behind = point < 0 ? QStringView() : mantissa.sliced(point + 1);
+  while (behind.endsWith(u'0')) behind.chop(1);
+  qsizetype decimals = behind.size();
+  for (; decimals <= 0 && whole.endsWith(u'0') && behind.isEmpty(); whole.chop(1)) --decimals;
+  return static_cast<int>(std::clamp<qsizetype>(decimals - exponent.toInt(), 0, 400));
+}
+
+bool Examination::IsUnclear() const {
+  return notANumber.number + cells.number + unclear.number + comma.number > 0;
+}
+
+qsizetype Examination::NamedLine() const {
+  for (const Line* line : {&notANumber, &cells, &unclear, &comma, &tooFine, &beyondFliers, &tenfold})
+    if (line->number > 0) return line->number;
+  return 0;
+}
+
+Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers) {
   Examination found;
-  ForEachLine(text, [&](qsizetype number, QStringView line) {
-    if (!line.contains(u',') || HasThousandsSeparators(line)) {
-      ExamineElement(number, line, found);
-    } else {
-      if (found.comma.number == 0) found.comma = {number, line.toString()};
-      for (const QStringView element : line.split(u',')) ExamineElement(number, element, found);
-    }
+  Neighbours neighbours(found.tenfold);
+  RawDataLines::ForEachLine(text, [&](qsizetype number, QStringView line) {
+    if (!Conversions::IsNumeric(line)) return ExamineUnclear(number, line, found);
+    ++found.values;
+    const double value = Conversions::CDbl(line);
+    if (DecimalsOf(line) > mostDecimals) Note(found.tooFine, number, line);
+    neighbours.Take(number, line, value);
+    if (fliers && !(fliers->low < value && value < fliers->high)) Note(found.beyondFliers, number, line);
   });
+  neighbours.End();
   return found;
+}
+
+QList<qsizetype> SubgroupStarts(const QString& text, qint16 size, qsizetype before) {
+  QList<qsizetype> starts;
+  qsizetype values = before;
+  RawDataLines::ForEachLine(text, [&](qsizetype number, QStringView line) {
+    const qsizetype here = Conversions::IsNumeric(line) ? 1 : RawDataLines::NumbersBetweenCommas(line).size();
+    if (values > 0 && here > 0 && values % size == 0) starts << number;
+    values += here;
+  });
+  return starts;
+}
+
+QString Quoted(const QString& text) {
+  constexpr qsizetype longest = 24;
+  const QString shown = text.size() > longest ? text.left(longest) + u'…' : text;
+  return u"\"\u2068"_s + shown + u"\u2069\""_s;
 }
 
 QString Describe(const Examination& examination, const QString& subGroupSize) {
@@ -155,16 +185,19 @@ QString Describe(const Examination& examination, const QString& subGroupSize) {
   QString result = values == 0   ? Words::RawData::noValues()
                    : values == 1 ? Words::RawData::oneValue()
                                  : Words::RawData::values(values);
-  if (values > mostValues) {
+  if (values > mostValues)
     result = Words::RawData::tooMany(result, mostValues);
-  } else if (const qint16 size = SubGroupSize(subGroupSize); size > 0 && values > 0) {
-    const qsizetype groups = values / size, rest = values % size;
-    result = groups == 1 ? Words::RawData::oneSubgroup(result, size)
-                         : Words::RawData::subgroups(result, groups, size);
-    result = rest > 0 ? Words::RawData::leftOver(result, rest) : result + u'.';
-  }
-  const QString fault = FaultIn(examination);
-  return fault.isEmpty() ? result : result + u'\n' + fault;
+  else if (values > 0)
+    result = WithSubgroups(result, values, SubGroupSize(subGroupSize));
+  return WithFault(result, examination);
+}
+
+QString DescribeAdded(const Examination& examination, qsizetype before, qint16 subGroupSize) {
+  const qsizetype values = examination.values, all = before + values;
+  QString result = values == 1 ? Words::RawData::oneNewValue(all) : Words::RawData::newValues(values, all);
+  result = all > mostValues ? Words::RawData::tooMany(result, mostValues)
+                            : WithSubgroups(result, all, subGroupSize);
+  return WithFault(result, examination);
 }
 
 qint16 SubGroupSize(const QString& text) {

@@ -1,17 +1,14 @@
-// The raw-data box's text: what a pasted text means, what is handed over to the checks, and what the live
-// line says of it.
+// The raw-data box's text: what is handed over to the checks, and what the live line says of it. A line is
+// one value.
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 namespace RawDataText {
 
 inline constexpr qsizetype mostValues = 32767;  // the data set counts its samples in 16 bits
-
-// One value on each line. Values end at line ends of every kind, tabs and semicolons. A comma is a decimal
-// comma where each number has at most one and none has a point; else it ends a value too. What is no number
-// in the end stays as it is, and so does a number with thousands separators.
-QString FromPasted(const QString& pasted);
 
 // The text with every line ended by CR LF, the last one too, without blanks around the values and without
 // blank lines. A comma still separates two values, but not within a number with thousands separators: that
@@ -27,13 +24,42 @@ struct Line {
 struct Examination {
   qsizetype values = 0;  // numbers
   Line notANumber;       // the first; its text is the element that is none
+  Line cells;            // the first line of several cells
+  Line unclear;          // the first that is a number only in some reading
   Line comma;            // the first line that a comma makes more than one value
+  Line tooFine;          // the first number with more than mostDecimals decimals
+  Line beyondFliers;     // the first number that does not lie between the flier limits
+  Line tenfold;          // the first number ten times as large as its neighbours
+
+  // Something is no number as it stands, or several.
+  bool IsUnclear() const;
+  // The line that the live line names; 0 for none.
+  qsizetype NamedLine() const;
 };
 
-Examination Examine(const QString& text);
+inline constexpr int mostDecimals = 8;  // more are not shown
+
+// Behind the point, trailing zeros not counted, exponents resolved; 0 where the text is no number.
+int DecimalsOf(QStringView text);
+
+struct FlierLimits {
+  double low = 0, high = 0;
+};
+
+Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers = {});
 
 // Values, subgroups and what is left over; the first fault. The subgroup size counts where it is valid.
 QString Describe(const Examination& examination, const QString& subGroupSize);
+
+// The same of values that come behind `before` others.
+QString DescribeAdded(const Examination& examination, qsizetype before, qint16 subGroupSize);
+
+// The lines, counted from 1, on which a further subgroup begins; `before` values stand before the text.
+QList<qsizetype> SubgroupStarts(const QString& text, qint16 size, qsizetype before = 0);
+
+// A text in quotes, cut where it is long, kept from turning the sentence around it where it is written from
+// right to left.
+QString Quoted(const QString& text);
 
 // The size, from 1 to 20; 0 where the text is no such number.
 qint16 SubGroupSize(const QString& text);

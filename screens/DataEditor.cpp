@@ -20,6 +20,8 @@
 #include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
+#include "screens/RawDataNotes.h"
+#include "screens/SaveQuestions.h"
 #include "screens/frmUnits.h"
 #include "texts/Words.h"
 
@@ -106,8 +108,9 @@ void DataEditor::FieldChanged() {
 
 void DataEditor::UpdateNotes() {
   const EditorFields fields = ReadFields();
-  const RawDataText::Examination found = RawDataText::Examine(fields.rawData);
-  lblRawDataNote->setText(RawDataText::Describe(found, fields.subGroup));
+  const RawDataText::Examination found = RawDataText::Examine(fields.rawData, fields.Fliers());
+  notes_->Show(RawDataText::Describe(found, fields.subGroup), found);
+  txtRawData->MarkSubgroups(RawDataText::SubGroupSize(fields.subGroup));
   if (fields.useAllSamples) {
     const QSignalBlocker quiet(txtMaxSamples);
     txtMaxSamples->setText(QString::number(found.values));
@@ -131,6 +134,7 @@ QString DataEditor::Hint(const EditorFields& fields) const {
   if (edited_ && descriptionChanged_) return Words::Editor::descriptionStays();
   if (!edited_ && !fields.calculateLimits) return Words::Editor::limitsAreCalculated();
   if (comboUnits->count() == 0) return Words::Editor::noUnits();
+  if (edited_ && !fields.calculateLimits) return SaveQuestions::LimitsHint(*edited_);
   return {};
 }
 
@@ -159,7 +163,10 @@ void DataEditor::ShowFields(const EditorFields& fields) {
     numberBoxes_[i]->setText(fields.*NumberBoxes()[size_t(i)].text);
   comboSubGroup->setCurrentText(fields.subGroup);
   checkUseAllSamples->setChecked(fields.useAllSamples);
-  txtRawData->ShowText(fields.rawData);
+  if (isLoaded_)
+    txtRawData->ReplaceText(fields.rawData);
+  else
+    txtRawData->ShowText(fields.rawData);
   checkDiscardFliers->setChecked(fields.discardFliers);
   checkCalculateControlLimitsOnSave->setChecked(fields.calculateLimits);
   (fields.longTermDetection ? optionLongTermDetection : optionShortTermDetection)->setChecked(true);
@@ -176,13 +183,15 @@ void DataEditor::FillUnits() {
   Recordset units;
   if (!GlobalFunctions::OpenFilteredRecordset(units, u"SELECT * FROM Units"_s, {}, true)) return;
   comboUnits->clear();
-  for (; !units.EndOfFile(); units.MoveNext()) comboUnits->addItem(units.Field(u"Name"_s).toString());
+  listedUnits_.clear();
+  for (; !units.EndOfFile(); units.MoveNext()) listedUnits_ << units.Field(u"Name"_s).toString();
+  comboUnits->addItems(listedUnits_);
   comboUnits->setCurrentIndex(-1);
 }
 
-// Data sets keep the unit in upper case, and existing ones may name one that is no longer in the list.
+// A data set may have a unit that is not in the list, or not so written: it stands as it is.
 void DataEditor::SelectUnit(const QString& name) {
-  int index = name.isEmpty() ? -1 : comboUnits->findText(name, Qt::MatchFixedString);
+  int index = name.isEmpty() ? -1 : comboUnits->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (index < 0 && !name.isEmpty() && edited_) {
     comboUnits->addItem(name);
     index = comboUnits->count() - 1;
@@ -212,7 +221,7 @@ void DataEditor::OpenExpandedView() {
     shared = txtRawData->toPlainText();
     const QString before = shared;
     ExpandedDataForm(this).exec();
-    if (shared != before) txtRawData->ShowText(shared);
+    if (shared != before) txtRawData->ReplaceText(shared);
     shared.clear();
     txtRawData->setFocus();
   });
@@ -220,8 +229,10 @@ void DataEditor::OpenExpandedView() {
 
 bool DataEditor::SaveSelect() {
   const EditorFields fields = ReadFields();
-  DataEditorSave save(fields, edited_);
-  if (!save.SaveSelect()) {
+  DataEditorSave save(fields, edited_, listedUnits_);
+  const bool isSaved = save.SaveSelect();
+  if (save.RawData() != fields.rawData) txtRawData->ReplaceText(save.RawData());
+  if (!isSaved) {
     reason_ = save.Reason();
     GoTo(save.ControlAtFault());
     UpdateNotes();
@@ -254,6 +265,12 @@ void DataEditor::reject() {
 }
 
 bool DataEditor::eventFilter(QObject* watched, QEvent* event) {
+  // A wheel that turns over a list on its way down the page is not meant for it.
+  auto* list = qobject_cast<QComboBox*>(watched);
+  if (list && event->type() == QEvent::Wheel && !list->hasFocus()) {
+    event->ignore();
+    return true;
+  }
   auto* box = qobject_cast<QLineEdit*>(watched);
   // A click sets the caret after the focus has come, which would undo the selection.
   if (box && event->type() == QEvent::FocusIn) QTimer::singleShot(0, box, &QLineEdit::selectAll);

@@ -19,6 +19,7 @@ class QListWidget;
 class QPushButton;
 class QRadioButton;
 class RawDataBox;
+class RawDataNotes;
 
 class DataEditor : public QDialog, public LibraryView {
   Q_OBJECT
@@ -75,6 +76,7 @@ class DataEditor : public QDialog, public LibraryView {
   QString loadedDescription_;
   EditorFields loaded_;  // as last shown or saved
   QString reason_;       // why the last save stopped without a message
+  QStringList listedUnits_;
 
   ButtonBar* Toolbar1 = nullptr;
   QLineEdit* txtDescription = nullptr;
@@ -92,7 +94,7 @@ class DataEditor : public QDialog, public LibraryView {
   QRadioButton* optionShortTermDetection = nullptr;
   RawDataBox* txtRawData = nullptr;
   QPushButton* cmdRawData = nullptr;
-  QLabel* lblRawDataNote = nullptr;
+  RawDataNotes* notes_ = nullptr;
   QLabel* lblHint = nullptr;
   QTimer ChangeMonitorTimer{this};
   QTimer NotesTimer{this};

@@ -15,6 +15,7 @@
 #include "screens/Controls.h"
 #include "screens/DataEditor.h"
 #include "screens/RawDataBox.h"
+#include "screens/RawDataNotes.h"
 #include "texts/DetectionRules.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -75,6 +76,10 @@ void DataEditor::BuildControls() {
   body->addLayout(page, 1);
   body->addLayout(foot);
   layout->addLayout(body, 1);
+  for (QComboBox* list : {comboUnits, comboSubGroup}) {
+    list->setFocusPolicy(Qt::StrongFocus);
+    list->installEventFilter(this);
+  }
   SetTabOrder();
   resize(minimumSizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0));
   txtDescription->setFocus();
@@ -217,17 +222,12 @@ QGroupBox* DataEditor::BuildRawData() {
   auto* label = LabelFor(txtRawData, Words::Editor::values(), true);
   cmdRawData = Named(new QPushButton(Words::Editor::largerView(), group), u"cmdRawData"_s);
   cmdRawData->setAutoDefault(false);
-  lblRawDataNote = Named(new QLabel(group), u"lblRawDataNote"_s);
-  lblRawDataNote->setTextFormat(Qt::PlainText);
-  lblRawDataNote->setWordWrap(true);
-  lblRawDataNote->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  lblRawDataNote->setMinimumHeight(fontMetrics().lineSpacing() * 4);
-
+  notes_ = new RawDataNotes(txtRawData, group);
+  notes_->Foot()->addWidget(cmdRawData);
   auto* layout = new QVBoxLayout(group);
   layout->addWidget(label);
   layout->addWidget(txtRawData, 1);
-  layout->addWidget(lblRawDataNote);
-  layout->addWidget(cmdRawData, 0, Qt::AlignRight);
+  layout->addWidget(notes_);
   return group;
 }
 
@@ -238,6 +238,7 @@ void DataEditor::SetTabOrder() {
     if (NumberBoxes()[size_t(i)].ControlName() == u"txtLowFlier"_s) order << checkDiscardFliers;
   }
   order << checkCalculateControlLimitsOnSave << comboSubGroup << txtMaxSamples << checkUseAllSamples
-        << lstSensitivity << optionLongTermDetection << optionShortTermDetection << txtRawData << cmdRawData;
+        << lstSensitivity << optionLongTermDetection << optionShortTermDetection << txtRawData;
+  for (QPushButton* button : notes_->findChildren<QPushButton*>()) order << button;
   for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }

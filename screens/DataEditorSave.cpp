@@ -8,9 +8,11 @@
 #include "core/GlobalFunctions.h"
 #include "core/Messages.h"
 #include "core/Trap.h"
+#include "data/RawDataReadings.h"
 #include "data/RawDataText.h"
 #include "data/TAVELDataStringFunctions.h"
 #include "platform/language/Conversions.h"
+#include "screens/SaveQuestions.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -34,16 +36,13 @@ double OptionalNumber(const QString& caption, const QString& text) {
   throw Error(refusal(caption, text.trimmed()));
 }
 
-double OptionalNumber(const EditorFields& fields, QString EditorFields::*text) {
-  const auto box = std::ranges::find(NumberBoxes(), text, &NumberBox::text);
-  return OptionalNumber(box->Caption(), fields.*text);
-}
-
 }  // namespace
 
-DataEditorSave::DataEditorSave(const EditorFields& fields, CDataPtr edited)
+DataEditorSave::DataEditorSave(const EditorFields& fields, CDataPtr edited, const QStringList& unitList)
     : fields_(fields),
       edited_(std::move(edited)),
+      shown_(edited_ ? EditorFields::Of(*edited_) : EditorFields()),
+      unitList_(unitList),
       data_(edited_ ? std::make_shared<CData>(*edited_) : std::make_shared<CData>()) {
   data_->SetFollowsItsDecimals(true);
 }
@@ -56,7 +55,8 @@ bool DataEditorSave::SaveSelect() {
     data_->SetDataChanged(true);
     data_->SetDelimitedInputString(values);
     if (!edited_) data_->SetDescription(fields_.description.trimmed().toUpper());
-    return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) && StoreData();
+    return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) &&
+           ConfirmStrangeLimits() && StoreData();
   } catch (const std::exception& error) {
     ShowSystemMessage(LoadResText(u"Error attempting to save data: ;170") + u"\r\n"_s + ErrorText(error),
                       Icon::Critical);
@@ -91,10 +91,10 @@ qint16 DataEditorSave::MaxSamples() const {
 bool DataEditorSave::CheckRawData() {
   const QString box = u"txtRawData"_s;
   if (IsBlank(fields_.rawData)) return Refuse(LoadResText(u"No data to process;166"), box, Icon::Critical);
-  const QString values = HandedOverValues();
-  if (values.isEmpty()) return Refuse(LoadResText(u"Error formatting raw data;167"), box, Icon::Critical);
-  if (!ValidateFields()) return false;
-  validSamples_ = TAVELDataStringFunctions::ValidateDelimitedDataString(values);
+  if (HandedOverValues().isEmpty())
+    return Refuse(LoadResText(u"Error formatting raw data;167"), box, Icon::Critical);
+  if (!ValidateFields() || !SettleCommas()) return false;
+  validSamples_ = TAVELDataStringFunctions::ValidateDelimitedDataString(HandedOverValues());
   if (validSamples_ >= fewestSamples) return true;
   return Refuse(LoadResText(u"Data values could not be validated. Ensure at least ;168") +
                     QString::number(fewestSamples) +
@@ -102,11 +102,35 @@ bool DataEditorSave::CheckRawData() {
                 box);
 }
 
+// A comma that makes one value or two has only the user's meaning.
+bool DataEditorSave::SettleCommas() {
+  const auto doubt = RawDataReadings::DoubtfulComma(fields_.rawData);
+  if (!doubt) return true;
+  const Answer answer =
+      ShowSystemMessage(SaveQuestions::DoubtfulComma(*doubt), Icon::Question, Buttons::YesNoCancel);
+  controlAtFault_ = u"txtRawData"_s;
+  if (answer != Answer::Yes && answer != Answer::No) return false;
+  fields_.rawData = RawDataReadings::Settled(fields_.rawData, answer == Answer::Yes);
+  return true;
+}
+
+bool DataEditorSave::ConfirmFliers(const QString& values) {
+  const QString question = SaveQuestions::Fliers(values, *data_, RawDataText::SubGroupSize(fields_.subGroup));
+  if (question.isEmpty() || ConfirmedInSystemMessage(question)) return true;
+  controlAtFault_ = u"checkDiscardFliers"_s;
+  return false;
+}
+
 QString DataEditorSave::PrepareRawData() {
   QString values = HandedOverValues();
-  if (fields_.discardFliers)
-    values = TAVELDataStringFunctions::RemoveFliersFromDataString(values, data_->LoFlier(), data_->HiFlier());
-  if (values.isEmpty()) return StopWith(Words::Editor::allAreFliers(), u"checkDiscardFliers"_s);
+  if (fields_.discardFliers) {
+    const QString kept =
+        TAVELDataStringFunctions::RemoveFliersFromDataString(values, data_->LoFlier(), data_->HiFlier());
+    if (kept.isEmpty()) return StopWith(Words::Editor::allAreFliers(), u"checkDiscardFliers"_s);
+    if (!ConfirmFliers(values)) return {};
+    values = kept;
+  }
+  beforeCut_ = values;
   // The rule goes by the count before the removal, as users know it.
   if (validSamples_ < fewestSamples)
     ShowRemaining(TAVELDataStringFunctions::ValidateDelimitedDataString(values));
@@ -136,9 +160,9 @@ bool DataEditorSave::ConfirmExcess() {
   if (fields_.useAllSamples) return true;
   const int excess = validSamples_ - MaxSamples();
   if (excess <= 0) return true;
-  return ShowSystemMessage(
-             QString::number(excess) + LoadResText(u" samples will be discarded upon save. Continue?;171"),
-             Icon::Question, Buttons::YesNo) == Answer::Yes;
+  return ConfirmedInSystemMessage(QString::number(excess) +
+                                  LoadResText(u" samples will be discarded upon save. Continue?;171") +
+                                  u"\r\n\r\n"_s + SaveQuestions::Excess(beforeCut_, MaxSamples()));
 }
 
 bool DataEditorSave::RequiredFieldsAreFilled() const {
@@ -157,9 +181,19 @@ QString DataEditorSave::FirstUnfilled() const {
   return IsBlank(fields_.subGroup) ? u"comboSubGroup"_s : u"txtUSL"_s;
 }
 
+// The box shows what the data set has; its further digits are not the user's to lose.
+bool DataEditorSave::IsAsShown(const NumberBox& box) const {
+  return edited_ && fields_.*box.text == shown_.*box.text;
+}
+
+double DataEditorSave::NumberIn(QString EditorFields::*text) const {
+  const auto box = std::ranges::find(NumberBoxes(), text, &NumberBox::text);
+  return IsAsShown(*box) ? ((*edited_).*box->read)() : OptionalNumber(box->Caption(), fields_.*text);
+}
+
 void DataEditorSave::TakeFlierLimits() {
-  double high = OptionalNumber(fields_, &EditorFields::hiFlier);
-  double low = OptionalNumber(fields_, &EditorFields::lowFlier);
+  double high = NumberIn(&EditorFields::hiFlier);
+  double low = NumberIn(&EditorFields::lowFlier);
   if (high == 0 && low == 0) {
     const double upper = Conversions::CDbl(fields_.usl);
     const double lower = Conversions::CDbl(fields_.lsl);
@@ -205,7 +239,8 @@ bool DataEditorSave::ValidateFields() {
 bool DataEditorSave::FillDataObject() {
   try {
     for (const NumberBox& box : NumberBoxes())
-      if (box.group == NumberBox::SpecLimits) (*data_.*box.store)(Conversions::CDbl(fields_.*box.text));
+      if (box.group == NumberBox::SpecLimits && !IsAsShown(box))
+        (*data_.*box.store)(Conversions::CDbl(fields_.*box.text));
     data_->SetSubGroupSize(RawDataText::SubGroupSize(fields_.subGroup));
     data_->SetDataStartPoint(0);
     data_->SetDataStopPoint(fields_.useAllSamples ? validSamples_ : MaxSamples());
@@ -215,7 +250,7 @@ bool DataEditorSave::FillDataObject() {
     else
       TakeControlLimits();
     data_->SetDetectionPeriod(fields_.longTermDetection ? 1 : 0);
-    data_->SetUnitOfMeasurement(fields_.units.toUpper());
+    data_->SetUnitOfMeasurement(SaveQuestions::Unit(fields_.units, unitList_, edited_.get()));
     return true;
   } catch (const std::exception& error) {
     return Refuse(LoadResText(u"Failed to setup data object with error: ;178") + ErrorText(error), {},
@@ -224,22 +259,40 @@ bool DataEditorSave::FillDataObject() {
 }
 
 void DataEditorSave::TakeControlLimits() {
-  for (const NumberBox& box : NumberBoxes())
-    if (box.group == NumberBox::XBarLimits || box.group == NumberBox::RangeLimits)
-      (*data_.*box.store)(OptionalNumber(box.Caption(), fields_.*box.text));
+  for (const NumberBox& box : NumberBoxes()) {
+    const bool isControlLimit = box.group == NumberBox::XBarLimits || box.group == NumberBox::RangeLimits;
+    if (isControlLimit && !IsAsShown(box)) (*data_.*box.store)(NumberIn(box.text));
+  }
+}
+
+bool DataEditorSave::ConfirmStrangeLimits() {
+  const bool keepsLimits = edited_ && !fields_.calculateLimits;
+  const QString question = SaveQuestions::StrangeLimits(*data_, keepsLimits, edited_.get());
+  if (question.isEmpty() || ConfirmedInSystemMessage(question, Icon::Exclamation)) return true;
+  controlAtFault_ = keepsLimits ? u"txtXUCL"_s : u"txtUSL"_s;
+  return false;
 }
 
 bool DataEditorSave::StoreData() {
   if (!edited_ && !DescriptionIsFree()) return false;
   if (!DataObjectFunctions::SaveDataObjectToDatabase(data_)) return false;
+  const CData before = edited_ ? *edited_ : CData();
   if (PutIntoSystem())
-    ShowSystemMessage(LoadResText(u"All data successfully saved.;204"), Icon::Information);
+    ShowSaved(edited_ ? &before : nullptr);
   else
     ShowSystemMessage(
         LoadResText(u"Data was saved to the database, but the application could not be updated. Restart "
-                    u"the application to load the modified data.;205"),
+                    u"the application to load the modified data.;205") +
+            (edited_ ? QString() : u"\r\n\r\n"_s + Words::Saving::isReadAgain()),
         Icon::Critical);
   return true;
+}
+
+void DataEditorSave::ShowSaved(const CData* before) {
+  QString message = LoadResText(u"All data successfully saved.;204");
+  const QString replaced = before ? SaveQuestions::ReplacedLimits(*before, *data_) : QString();
+  if (!replaced.isEmpty()) message += u"\r\n\r\n"_s + replaced;
+  ShowSystemMessage(message, Icon::Information);
 }
 
 bool DataEditorSave::DescriptionIsFree() {

@@ -9,7 +9,9 @@
 class DataEditorSave {
  public:
   // edited: the data set of the collection that the fields belong to; null to add a new one.
-  explicit DataEditorSave(const EditorFields& fields, CDataPtr edited = nullptr);
+  // unitList: the names that are in the list of units.
+  explicit DataEditorSave(const EditorFields& fields, CDataPtr edited = nullptr,
+                          const QStringList& unitList = {});
 
   // True once the data set is in the table. Every question and message is shown; a save that stops leaves the
   // database, the collection and the edited data set as they were.
@@ -19,33 +21,45 @@ class DataEditorSave {
   const QString& ControlAtFault() const { return controlAtFault_; }
   const QString& Reason() const { return reason_; }
 
+  // The raw data with what the user answered about them, so that no save asks that again.
+  const QString& RawData() const { return fields_.rawData; }
+
   // The steps, in the order of the save.
   bool CheckRawData();
   QString PrepareRawData();  // empty where nothing is left to save
   bool ConfirmExcess();
   bool FillDataObject();
+  bool ConfirmStrangeLimits();
   bool StoreData();
 
  private:
+  bool SettleCommas();
+  bool ConfirmFliers(const QString& values);
   QString HandedOverValues() const;
   qint16 MaxSamples() const;
   bool ValidateFields();
   bool RequiredFieldsAreFilled() const;
   QString FirstUnfilled() const;
   void TakeFlierLimits();
+  double NumberIn(QString EditorFields::*text) const;
+  bool IsAsShown(const NumberBox& box) const;
   void ShowRemaining(qint16 remaining);
   QString CutToMaxSamples(const QString& values);
   void TakeControlLimits();
   bool DescriptionIsFree();
   bool PutIntoSystem();
+  void ShowSaved(const CData* before);
   bool Refuse(const QString& message, const QString& control,
               MessageBox::Icon icon = MessageBox::Icon::Exclamation);
   QString StopWith(const QString& reason, const QString& control);
 
   EditorFields fields_;
   CDataPtr edited_;
+  EditorFields shown_;  // the edited data set's, as the editor shows them
+  QStringList unitList_;
   CDataPtr data_;  // a new one, or a copy of the edited one: a save that stops changes nothing in use
   qint16 validSamples_ = 0;
+  QString beforeCut_;  // the values to save, before those beyond Max Samples went
   QString controlAtFault_;
   QString reason_;
 };

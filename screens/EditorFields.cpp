@@ -1,5 +1,6 @@
 #include "screens/EditorFields.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "data/MathFunctions.h"
@@ -11,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint16 limitDecimals = 4;
+constexpr qint16 fewestDecimals = 4;
 
 constexpr NumberBox boxes[] = {
     {u"txtUSL", Words::Editor::upperLimit, NumberBox::SpecLimits, true, &EditorFields::usl,
@@ -38,10 +39,11 @@ constexpr NumberBox boxes[] = {
      &CData::SetRBarLCL},
 };
 
-// The pattern "#.0000": four decimals, and no zero before the point.
-QString LimitText(double value) {
-  const double rounded = MathFunctions::FormatDouble(value, limitDecimals);
-  QString text = QString::number(std::abs(rounded), 'f', limitDecimals);
+// The pattern "#.0000": four decimals or the data set's own, and no zero before the point.
+QString LimitText(double value, qint16 dataSetsDecimals) {
+  const qint16 decimals = std::max(fewestDecimals, dataSetsDecimals);
+  const double rounded = MathFunctions::FormatDouble(value, decimals);
+  QString text = QString::number(std::abs(rounded), 'f', decimals);
   if (text.startsWith(u"0."_s)) text.remove(0, 1);
   return rounded < 0 ? u'-' + text : text;
 }
@@ -69,7 +71,7 @@ EditorFields EditorFields::Of(const CData& data) {
   EditorFields fields;
   fields.description = data.Description();
   fields.units = data.UnitOfMeasurement();
-  for (const NumberBox& box : boxes) fields.*box.text = LimitText((data.*box.read)());
+  for (const NumberBox& box : boxes) fields.*box.text = LimitText((data.*box.read)(), data.PrecisionValue());
   fields.subGroup = QString::number(data.SubGroupSize());
   fields.rawData = TAVELDataStringFunctions::ConvertStringDelimiter(true, data.DelimitedInputString());
   fields.sensitivity = data.SensitivityValue();
@@ -91,9 +93,26 @@ QString EditorFields::Hint() const {
   if (const QString hint = useAllSamples ? QString() : check(Words::Editor::maxSamples(), maxSamples);
       !hint.isEmpty())
     return hint;
+  for (const NumberBox& box : boxes)
+    if (RawDataText::DecimalsOf(this->*box.text) > RawDataText::mostDecimals)
+      return Words::Editor::tooFine(box.Caption(), RawDataText::mostDecimals);
   const NumberBox* missing = calculateLimits ? nullptr : MissingControlLimit();
   if (!missing) return {};
   return Words::Editor::limitMissing(missing->Caption());
+}
+
+std::optional<RawDataText::FlierLimits> EditorFields::Fliers() const {
+  const auto number = [](const QString& text) -> std::optional<double> {
+    if (text.trimmed().isEmpty()) return 0;
+    if (!Conversions::IsNumeric(text)) return std::nullopt;
+    return Conversions::CDbl(text);
+  };
+  const auto low = number(lowFlier), high = number(hiFlier);
+  if (!low || !high) return std::nullopt;
+  if (*low != 0 || *high != 0) return RawDataText::FlierLimits{*low, *high};
+  const auto lower = number(lsl), upper = number(usl);
+  if (!lower || !upper || *lower >= *upper) return std::nullopt;
+  return RawDataText::FlierLimits{*lower - (*upper - *lower), *upper + (*upper - *lower)};
 }
 
 const NumberBox* EditorFields::MissingControlLimit() const {

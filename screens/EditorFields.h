@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <span>
 
 #include "data/CData.h"
+#include "data/RawDataText.h"
 #include "texts/Texts.h"
 
 struct NumberBox;
@@ -28,6 +30,9 @@ struct EditorFields {
 
   // What a user wants to know of the boxes' numbers before saving; empty where there is nothing to say.
   QString Hint() const;
+
+  // The flier limits as a save takes them; nothing where the boxes do not tell.
+  std::optional<RawDataText::FlierLimits> Fliers() const;
 
   // The control limit that stands in the way of keeping them, as a zero does; null where they can be kept.
   const NumberBox* MissingControlLimit() const;

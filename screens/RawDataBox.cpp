@@ -2,17 +2,32 @@
 
 #include <QFontDatabase>
 #include <QMimeData>
+#include <QPainter>
 #include <QTextBlock>
+#include <algorithm>
 
+#include "data/RawDataReadings.h"
 #include "data/RawDataText.h"
 
-RawDataBox::RawDataBox(const QString& objectName, QWidget* parent) : QPlainTextEdit(parent) {
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int marginGap = 4;  // pixels
+}
+
+RawDataBox::RawDataBox(const QString& objectName, QWidget* parent)
+    : QPlainTextEdit(parent), margin_(new QWidget(this)) {
   setObjectName(objectName);
   setTabChangesFocus(true);
   setLineWrapMode(NoWrap);
   QFont digits = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   digits.setPointSizeF(font().pointSizeF());
   setFont(digits);
+  margin_->installEventFilter(this);
+  connect(this, &QPlainTextEdit::textChanged, this, [this] { decimalCommasRead_ = 0; });
+  connect(this, &QPlainTextEdit::blockCountChanged, this, &RawDataBox::PlaceMargin);
+  connect(this, &QPlainTextEdit::updateRequest, margin_, qOverload<>(&QWidget::update));
+  PlaceMargin();
 }
 
 void RawDataBox::ShowText(const QString& text) {
@@ -20,21 +35,115 @@ void RawDataBox::ShowText(const QString& text) {
   moveCursor(QTextCursor::End);
 }
 
+void RawDataBox::ReplaceText(const QString& text) {
+  const QString before = toPlainText(), after = QString(text).replace(u"\r\n"_s, u"\n"_s);
+  if (before == after) return;
+  const auto [beforeStart, afterStart] = std::ranges::mismatch(before, after);
+  const qsizetype start = beforeStart - before.begin();
+  const qsizetype most = std::min(before.size(), after.size()) - start;
+  qsizetype end = 0;
+  while (end < most && before[before.size() - 1 - end] == after[after.size() - 1 - end]) ++end;
+  QTextCursor cursor(document());
+  cursor.setPosition(static_cast<int>(start));
+  cursor.setPosition(static_cast<int>(before.size() - end), QTextCursor::KeepAnchor);
+  cursor.insertText(after.sliced(start, after.size() - end - start));
+}
+
+void RawDataBox::GoToLine(qsizetype number) {
+  QTextCursor cursor(document()->findBlockByNumber(static_cast<int>(number - 1)));
+  cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+  setTextCursor(cursor);
+  ensureCursorVisible();
+  setFocus();
+}
+
+void RawDataBox::MarkSubgroups(qint16 size, qsizetype before) {
+  markedLines_.clear();
+  if (size > 1) markedLines_ = RawDataText::SubgroupStarts(toPlainText(), size, before);
+  viewport()->update();
+}
+
 void RawDataBox::insertFromMimeData(const QMimeData* source) {
   if (!source->hasText()) return;
-  QString text = RawDataText::FromPasted(source->text());
+  RawDataReadings::Pasted pasted = RawDataReadings::FromPasted(source->text());
+  QString& text = pasted.text;
   QTextCursor cursor = textCursor();
+  const bool replacesAPart = cursor.hasSelection() && !text.contains(u'\n');
   cursor.beginEditBlock();
+  const bool replaces = cursor.hasSelection();
   cursor.removeSelectedText();
-  if (text.contains(u'\n')) {
-    // Several values keep clear of what stands on the line before and behind the caret.
-    const QString line = cursor.block().text();
-    const qsizetype column = cursor.positionInBlock();
-    if (!line.first(column).trimmed().isEmpty()) text.prepend(u'\n');
-    if (!line.sliced(column).trimmed().isEmpty() && !text.endsWith(u'\n')) text.append(u'\n');
+  // What is pasted keeps clear of the value at the caret, which stays whole.
+  const QString line = cursor.block().text();
+  const qsizetype column = cursor.positionInBlock();
+  const bool standsBefore = !line.first(column).trimmed().isEmpty();
+  const bool standsBehind = !line.sliced(column).trimmed().isEmpty();
+  if (!replacesAPart && standsBefore) {
+    if (!replaces) cursor.movePosition(QTextCursor::EndOfBlock);
+    const bool lineGoesOn = replaces && standsBehind;
+    if (text.endsWith(u'\n') && !lineGoesOn && cursor.block().next().isValid()) text.chop(1);
+    if (lineGoesOn && !text.endsWith(u'\n')) text.append(u'\n');
+    text.prepend(u'\n');
+  } else if (!replacesAPart && standsBehind && !text.endsWith(u'\n')) {
+    text.append(u'\n');
   }
   cursor.insertText(text);
   cursor.endEditBlock();
+  decimalCommasRead_ = pasted.decimalCommas;
   setTextCursor(cursor);
   ensureCursorVisible();
+}
+
+int RawDataBox::MarginWidth() const {
+  const auto digits = QString::number(std::max(blockCount(), 99)).size();
+  return fontMetrics().horizontalAdvance(QString(digits, u'0')) + 2 * marginGap;
+}
+
+void RawDataBox::PlaceMargin() {
+  setViewportMargins(MarginWidth(), 0, 0, 0);
+  const QRect inside = contentsRect();
+  margin_->setGeometry(inside.left(), inside.top(), MarginWidth(), inside.height());
+}
+
+void RawDataBox::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  PlaceMargin();
+}
+
+template <class Use>
+void RawDataBox::ForEachVisibleLine(Use&& use) const {
+  const int bottom = viewport()->height();
+  for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+    const QRectF place = blockBoundingGeometry(block).translated(contentOffset());
+    if (place.top() > bottom) return;
+    use(block.blockNumber() + 1, place.top(), place.height());
+  }
+}
+
+bool RawDataBox::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == margin_ && event->type() == QEvent::Paint) {
+    PaintMargin();
+    return true;
+  }
+  return QPlainTextEdit::eventFilter(watched, event);
+}
+
+void RawDataBox::PaintMargin() {
+  QPainter painter(margin_);
+  painter.fillRect(margin_->rect(), palette().color(QPalette::AlternateBase));
+  painter.setFont(font());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  ForEachVisibleLine([&](int number, double top, double height) {
+    const QRectF place(0, top, margin_->width() - marginGap, height);
+    painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(number));
+  });
+}
+
+void RawDataBox::paintEvent(QPaintEvent* event) {
+  QPlainTextEdit::paintEvent(event);
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::Mid));
+  ForEachVisibleLine([&](int number, double top, double) {
+    if (std::ranges::binary_search(markedLines_, number))
+      painter.drawLine(QPointF(0, top), QPointF(viewport()->width(), top));
+  });
 }

@@ -152,6 +152,8 @@ inline constexpr Text<> limitsAreCalculated{
 inline constexpr Text<> noUnits{u"There are no units of measurement yet. Edit Units… makes one."};
 inline constexpr Text<2> writeThePoint{u"%1: write the decimal point, %2."};
 inline constexpr Text<1> notANumber{u"%1: this is not a number."};
+inline constexpr Text<2> tooFine{
+    u"%1: no more than %2 decimals are shown. A smaller unit of measurement shows them all."};
 inline constexpr Text<2> isNotANumber{u"%1: \"%2\" is not a number."};
 inline constexpr Text<2> isNotANumberWithComma{
     u"%1: \"%2\" is not a number. Decimals are written with a point."};
@@ -176,7 +178,95 @@ inline constexpr Text<1> halfAComma{u"Line %1: no number stands on one side of a
 inline constexpr Text<2> notANumber{u"Line %1 is not a number: %2"};
 inline constexpr Text<2> severalValues{
     u"Line %1 is more than one value: %2. A decimal is written with a point."};
+inline constexpr Text<2> severalCells{u"Line %1 has several cells: %2. Which hold the values?"};
+inline constexpr Text<2> unclear{u"Line %1 is unclear: %2"};
+inline constexpr Text<2> beyondFliers{u"Line %1 does not lie between the flier limits: %2"};
+inline constexpr Text<3> tooFine{
+    u"Line %1 has more than the %3 decimals that are shown: %2. A smaller unit shows them all."};
+inline constexpr Text<2> tenfold{u"Line %1 is ten times its neighbours: %2"};
+inline constexpr Text<1> oneNewValue{u"1 new value, %1 in all"};
+inline constexpr Text<2> newValues{u"%1 new values, %2 in all"};
+inline constexpr Text<1> goToLine{u"Go to line %1"};
+inline constexpr Text<> commaWasRead{u"1 comma was read as a decimal point."};
+inline constexpr Text<1> commasWereRead{u"%1 commas were read as decimal points."};
+
+// The readings that are offered for what is unclear.
+inline constexpr Text<> readDecimalComma{u"Read 1 comma as a decimal point"};
+inline constexpr Text<1> readDecimalCommas{u"Read %1 commas as decimal points"};
+inline constexpr Text<> readThousand{u"Read 1 number with thousands"};
+inline constexpr Text<1> readThousands{u"Read %1 numbers with thousands"};
+inline constexpr Text<> readPlainNumber{u"Read 1 number"};
+inline constexpr Text<1> readPlainNumbers{u"Read %1 numbers"};
+inline constexpr Text<2> withoutUnit{u"%1, without %2"};
+inline constexpr Text<> separateAtComma{u"Separate 1 line at commas"};
+inline constexpr Text<1> separateAtCommas{u"Separate %1 lines at commas"};
+inline constexpr Text<> separateAtBlank{u"Separate 1 line at blanks"};
+inline constexpr Text<1> separateAtBlanks{u"Separate %1 lines at blanks"};
+inline constexpr Text<2> takeColumn{u"Take column %1: %2 numbers"};
+inline constexpr Text<3> takeNamedColumn{u"Take column %1, %2: %3 numbers"};
+inline constexpr Text<1> takeAllCells{u"Take all %1 numbers, row by row"};
+inline constexpr Text<1> leaveOutCell{u"%1 (leave out 1 cell)"};
+inline constexpr Text<2> leaveOutCells{u"%1 (leave out %2 cells)"};
+inline constexpr Text<> leaveOutLine{u"Leave out 1 line that is no number"};
+inline constexpr Text<1> leaveOutLines{u"Leave out %1 lines that are no numbers"};
 }  // namespace RawData
+
+// Adding measurements to a data set.
+namespace Adding {
+inline constexpr Text<> title{u"Add Measurements"};
+inline constexpr Text<> command{u"Add &Measurements…"};
+inline constexpr Text<2> dataSet{u"%1 [%2]"};
+inline constexpr Text<> limitsStay{u"The control limits stay as they are."};
+inline constexpr Text<1> preliminary{
+    u"The control limits are preliminary: they rest on %1 points, fewer than 20. Recalculate them when there "
+    u"are more."};
+inline constexpr Text<> withoutSpread{
+    u"The control limits rest on values without a spread. Recalculate them when the values differ."};
+inline constexpr Text<> newValues{u"&New values, one on each line:"};
+inline constexpr Text<> add{u"&Add"};
+inline constexpr Text<> addTip{u"Put the values behind those of the data set and save (Ctrl+Enter)"};
+inline constexpr Text<> close{u"&Close"};
+inline constexpr Text<1> added{u"%1 added."};
+inline constexpr Text<> inControl{u"In control"};
+inline constexpr Text<2> outOfControl{u"Out of control at point %1: %2"};
+inline constexpr Text<> notEvaluated{u"No points yet"};
+inline constexpr Text<1> withThem{u"With these values: %1"};
+}  // namespace Adding
+
+// What the data editor asks and tells when it saves.
+namespace Saving {
+inline constexpr Text<4> oneValueOrSeveral{
+    u"Line %1 holds %2. Is that one value, %3?\r\n\r\nYes: one value, %3.\r\nNo: several values, %4."};
+inline constexpr Text<5> oneValueOrSeveralEach{
+    u"%5 lines hold such a value, line %1 first: %2. Is each of them one value, as %3?\r\n\r\n"
+    u"Yes: one value, %3.\r\nNo: several values, %4."};
+inline constexpr Text<2> commaBetween{u"%1, %2"};
+inline constexpr Text<2> andBetween{u"%1 and %2"};
+inline constexpr Text<> listComma{u", "};
+inline constexpr Text<2> andMore{u"%1 and %2 more"};
+inline constexpr Text<2> sampleAt{u"%1 (value %2)"};
+inline constexpr Text<2> oneFlier{u"1 sample does not lie between the flier limits %1 and %2:"};
+inline constexpr Text<3> fliers{u"%1 samples do not lie between the flier limits %2 and %3:"};
+inline constexpr Text<> subgroupsShift{
+    u"The values behind a discarded one move up: other values meet in a subgroup from there on."};
+inline constexpr Text<> discardThem{u"Discard and save?"};
+inline constexpr Text<4> lastAreDropped{u"These are the last %1 of %2 values: %3. The first %4 stay."};
+inline constexpr Text<1> noneIsDropped{u"Without the fliers there are %1 values, which all stay."};
+inline constexpr Text<> specLimits{u"The specification limits"};
+inline constexpr Text<> averageLimits{u"The X-bar control limits"};
+inline constexpr Text<> rangeLimits{u"The range control limits"};
+inline constexpr Text<5> farFromSamples{
+    u"%1 %2 to %3 lie far from all the values, which lie between %4 and %5."};
+inline constexpr Text<3> wrongWayRound{u"%1 are the wrong way round: lower %2, upper %3."};
+inline constexpr Text<4> meanOutside{u"%1 do not enclose their mean: mean %2, limits %3 to %4."};
+inline constexpr Text<2> limitsOfOtherSize{
+    u"The control limits were made for subgroups of %1, and the subgroup size is now %2."};
+inline constexpr Text<> isReadAgain{
+    u"A restart is not needed: the library is read again at once, and the new data set is ready."};
+inline constexpr Text<> saveAllTheSame{u"Save all the same?"};
+inline constexpr Text<4> limitsWere{u"The X-bar control limits were %1 to %2, and are now %3 to %4."};
+inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %2, and are now %3 to %4."};
+}  // namespace Saving
 
 // The chart screen, printing, and the recalculation.
 namespace Chart {
@@ -272,6 +362,7 @@ inline constexpr Text<> workedExample{u"A worked example: piston rings"};
 inline constexpr Text<> screens{u"The screens"};
 inline constexpr Text<> mainScreen{u"The main window"};
 inline constexpr Text<> dataEditor{u"The data editor"};
+inline constexpr Text<> addMeasurements{u"Add Measurements"};
 inline constexpr Text<> expandedData{u"Expanded raw data"};
 inline constexpr Text<> chartScreen{u"The chart screen"};
 inline constexpr Text<> recalculate{u"Recalculating limits"};

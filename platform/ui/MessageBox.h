@@ -15,6 +15,7 @@ struct Request {
   QString title;
   Icon icon = Icon::None;
   Buttons buttons = Buttons::Ok;
+  bool prefersNo = false;  // Enter answers No instead of Yes
 };
 
 // What closing a box without a choice answers: Cancel where the box has that button, No where it has Yes and

@@ -61,19 +61,20 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
 }
 
 // The button that is added last answers Escape and the closing of the box: the refusing one.
-void AddButtons(QMessageBox& box, MessageBox::Buttons buttons, const QtMessageBox::Captions& captions) {
+void AddButtons(QMessageBox& box, const MessageBox::Request& request,
+                const QtMessageBox::Captions& captions) {
   const auto add = [&box](QMessageBox::StandardButton which, const QString& caption) {
     box.addButton(which)->setText(caption);
     box.setEscapeButton(which);
   };
-  if (buttons == MessageBox::Buttons::Ok) {
+  if (request.buttons == MessageBox::Buttons::Ok) {
     add(QMessageBox::Ok, captions.ok);
     return;
   }
   add(QMessageBox::Yes, captions.yes);
   add(QMessageBox::No, captions.no);
-  if (buttons == MessageBox::Buttons::YesNoCancel) add(QMessageBox::Cancel, captions.cancel);
-  box.setDefaultButton(QMessageBox::Yes);
+  if (request.buttons == MessageBox::Buttons::YesNoCancel) add(QMessageBox::Cancel, captions.cancel);
+  box.setDefaultButton(request.prefersNo ? QMessageBox::No : QMessageBox::Yes);
 }
 
 }  // namespace
@@ -88,7 +89,7 @@ MessageBox::Answer QtMessageBox::Show(const MessageBox::Request& request) {
   box.setObjectName(u"MessageBox"_s);
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  AddButtons(box, request.buttons, captions_);
+  AddButtons(box, request, captions_);
   Dress(box, request.icon);
   switch (box.exec()) {
     case QMessageBox::Yes:

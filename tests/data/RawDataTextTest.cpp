@@ -1,4 +1,4 @@
-// What pasted texts mean, what reaches the checks, and what the live line says.
+// What reaches the checks, and what the live line says.
 #include "data/RawDataText.h"
 
 #include <gtest/gtest.h>
@@ -12,31 +12,6 @@ namespace {
 
 using RawDataTextTest = BothLocales;
 INSTANTIATE_FOR_BOTH_LOCALES(RawDataTextTest);
-
-TEST_P(RawDataTextTest, PastedTextIsUnderstoodAsASpreadsheetUserMeansIt) {
-  struct {
-    const char* what;
-    QString text, shown;
-  } const cases[] = {
-      {"line ends of every kind", u"1\r\n2\r3\n4\u20285\u20296"_s, u"1\n2\n3\n4\n5\n6"_s},
-      {"a column, ended", u"12.1\n12.4\n"_s, u"12.1\n12.4\n"_s},
-      {"semicolons and blanks", u" 12.1; 12.4 ;11.9"_s, u"12.1\n12.4\n11.9"_s},
-      {"empty cells", u"1\t\t2\n\n;3\n"_s, u"1\n2\n3\n"_s},
-      {"a decimal comma alone", u"12,5"_s, u"12.5"_s},
-      {"decimal commas beside whole numbers", u"12,5\n13\n-0,25\n,5\n1,5E-3"_s,
-       u"12.5\n13\n-0.25\n.5\n1.5E-3"_s},
-      {"decimal commas below a heading", u"Diam. [mm]\n12,5\n12,6"_s, u"Diam. [mm]\n12.5\n12.6"_s},
-      {"commas between numbers with a point", u"12.1,12.4,11.9"_s, u"12.1\n12.4\n11.9"_s},
-      {"commas between whole numbers", u"1,2,3"_s, u"1\n2\n3"_s},
-      {"commas behind each value", u"12,\n13,\n"_s, u"12\n13\n"_s},
-      {"one number with a point decides", u"12,5\n13.5"_s, u"12\n5\n13.5"_s},
-      {"thousands separators", u"1,234.5\n1.234,5\n12.5"_s, u"1,234.5\n1.234,5\n12.5"_s},
-      {"what is no number", u"abc\n12,x5\nx,y\n1e999\nNaN"_s, u"abc\n12\nx5\nx,y\n1e999\nNaN"_s},
-      {"a mistyped decimal comma", u"12,5\n12,x5"_s, u"12.5\n12,x5"_s},
-      {"nothing", u"\r\n\t;\n"_s, u""_s},
-  };
-  for (const auto& one : cases) EXPECT_EQ(RawDataText::FromPasted(one.text), one.shown) << one.what;
-}
 
 QString HandedOver(const QString& text) {
   return TAVELDataStringFunctions::ConvertStringDelimiter(false, RawDataText::WithEndedLines(text));
@@ -56,6 +31,29 @@ TEST_P(RawDataTextTest, EveryValueIsHandedOverWithItsLineEnd) {
   EXPECT_EQ(count(u"12,13,14\n15"_s), 4);
 }
 
+TEST_P(RawDataTextTest, SubgroupsBeginWhereTheirFirstValueStands) {
+  EXPECT_EQ(RawDataText::SubgroupStarts(u"1\n\n2\n3\n4,5\n6"_s, 2), QList<qsizetype>({4}));
+  EXPECT_EQ(RawDataText::SubgroupStarts(u"1\n2,3\n4\n5"_s, 3, 2), QList<qsizetype>({2, 4}));
+  EXPECT_EQ(RawDataText::SubgroupStarts(u"x\n1\n2\n"_s, 2), QList<qsizetype>());
+}
+
+TEST_P(RawDataTextTest, TheLiveLineNamesWhatStandsOut) {
+  const auto line = [](const QString& text) {
+    return RawDataText::Describe(RawDataText::Examine(text, RawDataText::FlierLimits{0, 100}), u"1"_s);
+  };
+  EXPECT_TRUE(line(u"12.5\n125\n12.4"_s).contains(u"Line 2 does not lie between the flier limits: "_s));
+  EXPECT_TRUE(line(u"100\n99"_s).contains(u"Line 1 does not lie"_s)) << "a flier limit is beyond itself";
+  EXPECT_TRUE(line(u"1.25\n1.24\n12.6\n1.25"_s).contains(u"Line 3 is ten times its neighbours: "_s));
+  EXPECT_TRUE(line(u"1\n2\n20"_s).contains(u"Line 3 is ten times"_s));
+  EXPECT_FALSE(line(u"1\n20\n21\n1.9"_s).contains(u"ten times"_s)) << "a step is no slip";
+  EXPECT_FALSE(line(u".5\n0\n.5"_s).contains(u"ten times"_s));
+  EXPECT_TRUE(line(u"1.5\n0.123456789"_s).contains(u"Line 2 has more than the 8 decimals"_s));
+  EXPECT_EQ(RawDataText::DecimalsOf(u"1.500"_s), 1);
+  EXPECT_EQ(RawDataText::DecimalsOf(u"1.5e-9"_s), 10);
+  EXPECT_EQ(RawDataText::DecimalsOf(u"1.25E1"_s), 1);
+  EXPECT_EQ(RawDataText::DecimalsOf(u"x.123456789"_s), 0);
+}
+
 TEST_P(RawDataTextTest, TheLiveLineCountsAndNamesTheFirstFault) {
   const auto line = [](const QString& text, const QString& subGroup = u"5"_s) {
     return RawDataText::Describe(RawDataText::Examine(text), subGroup);
@@ -65,7 +63,10 @@ TEST_P(RawDataTextTest, TheLiveLineCountsAndNamesTheFirstFault) {
   EXPECT_EQ(line(u"1\n2\n"_s, u"2.5"_s), u"2 values"_s);
   EXPECT_TRUE(line(u"\n"_s).startsWith(u"No values yet."_s));
   EXPECT_TRUE(line(u"1\n\n2,x\nabc"_s).endsWith(u"\nLine 3 is not a number: \"\u2068x\u2069\""_s));
-  EXPECT_TRUE(line(u"1\n1,234.5"_s).contains(u"Line 2 is not a number: \"\u20681,234.5\u2069\""_s));
+  EXPECT_TRUE(line(u"1\n1,234.5"_s).contains(u"Line 2 is unclear: \"\u20681,234.5\u2069\""_s));
+  EXPECT_TRUE(
+      line(u"1\n12,5 mm"_s).contains(u"1 value: 0 subgroups of 5, 1 left over.\nLine 2 is unclear: "_s));
+  EXPECT_TRUE(line(u"08:00\t12.5"_s).contains(u"Line 1 has several cells: \"\u206808:00|12.5\u2069\""_s));
   EXPECT_TRUE(line(u"1\n12,\n3"_s).contains(u"Line 2: no number stands on one side of a comma."_s));
   EXPECT_TRUE(line(u"1\n12,5"_s).startsWith(u"3 values: 0 subgroups of 5, 3 left over.\nLine 2 is more"_s));
   EXPECT_TRUE(line(QString(400, u'1'))

@@ -155,8 +155,11 @@ TEST_F(DataEditorSaveTest, ExcessSamplesAreCutOnlyOnYes) {
   fields.rawData = Values(50);
   fields.useAllSamples = false;
   fields.maxSamples = u"40"_s;
-  program.boxes.Expect(Answer::No, u"10 samples will be discarded upon save. Continue?");
+  program.boxes.Expect(
+      Answer::No,
+      u"10 samples will be discarded upon save. Continue?\r\n\r\nThese are the last 10 of 50 values: ");
   EXPECT_FALSE(DataEditorSave(fields).SaveSelect());
+  EXPECT_TRUE(program.boxes.Take().prefersNo);
   EXPECT_EQ(StoredRows(), 0U);
   program.boxes.Expect(Answer::Yes);
   Save(u"Data was saved");
@@ -167,6 +170,14 @@ TEST_F(DataEditorSaveTest, ExcessSamplesAreCutOnlyOnYes) {
 TEST_F(DataEditorSaveTest, FliersGoBeforeExcessSamples) {
   fields.rawData = Values(38) + u"\n16\n4"_s;  // values on the limits go as well
   fields.discardFliers = true;
+  program.boxes.Expect(
+      Answer::No,
+      u"2 samples do not lie between the flier limits 4 and 16:\r\n16 (value 39), 4 (value 40)\r\n\r\n"
+      "The values behind a discarded one move up");
+  EXPECT_FALSE(DataEditorSave(fields).SaveSelect());
+  EXPECT_TRUE(program.boxes.Take().prefersNo);
+  EXPECT_EQ(StoredRows(), 0U);
+  program.boxes.Expect(Answer::Yes);
   Save(u"Data was saved");
   EXPECT_EQ(Stored(u"Values"_s), Values(38).replace(u'\n', u',') + u',');
 
@@ -175,6 +186,8 @@ TEST_F(DataEditorSaveTest, FliersGoBeforeExcessSamples) {
   fields.useAllSamples = false;
   fields.maxSamples = u"39"_s;
   program.boxes.Expect(Answer::Yes);
+  program.boxes.Expect(Answer::Yes,
+                       u"Continue?\r\n\r\nWithout the fliers there are 38 values, which all stay.");
   Save(u"Data was saved");
   EXPECT_EQ(program.state.gDataCollection.back()->SampleQty(), 36) << "complete subgroups of 38";
 }
@@ -227,6 +240,105 @@ TEST_F(DataEditorSaveTest, EditedLimitsAreKeptOrCalculated) {
   Save(u"All data successfully saved.", edited);
   EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0);
   EXPECT_NE(Stored(u"XBarUCL"_s), 11.5);
+}
+
+// Limits of a ten-thousandth were once stored, and then shown, with four decimals.
+TEST_F(DataEditorSaveTest, FineLimitsAreStoredAsTypedAndStayThroughAnotherSave) {
+  fields.usl = u".00015"_s;
+  fields.nominal = u".00012"_s;
+  fields.lsl = u".00010"_s;
+  fields.hiFlier = u".123456789012"_s;
+  fields.rawData = u"0.000118\n0.000121\n0.000124\n0.000119\n0.000122\n"_s.repeated(8);
+  Save(u"Data was saved");
+  const auto expectStored = [this] {
+    EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 0.00015);
+    EXPECT_EQ(Stored(u"NominalSpecLimit"_s), 0.00012);
+    EXPECT_EQ(Stored(u"LowerSpecLimit"_s), 0.0001);
+    EXPECT_EQ(Stored(u"HiFlier"_s), 0.123456789012);
+  };
+  expectStored();
+  EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+  const CDataPtr data = program.state.gDataCollection.at(0);
+  fields = EditorFields::Of(*data);
+  EXPECT_EQ(fields.usl, u".00015000"_s);
+  fields.sensitivity = 2;
+  Save(u"All data successfully saved.", data);
+  expectStored();
+  EXPECT_EQ(EditorFields::Of(*data).lsl, u".00010000"_s);
+  fields.usl = u".123456789"_s;
+  EXPECT_TRUE(fields.Hint().contains(u"no more than 8 decimals are shown"_s));
+}
+
+TEST_F(DataEditorSaveTest, UnitsStandAsTheyAre) {
+  Edit();
+  const auto stored = [this](const QString& unit, const QStringList& list) {
+    fields.units = unit;
+    fields.description += u'x';
+    program.boxes.Expect();
+    EXPECT_TRUE(DataEditorSave(fields, nullptr, list).SaveSelect());
+    return program.state.gDataCollection.back()->UnitOfMeasurement();
+  };
+  EXPECT_EQ(stored(u"mΩ"_s, {u"mΩ"_s}), u"mΩ"_s);
+  EXPECT_EQ(stored(u"µm"_s, {}), u"µM"_s)
+      << "the capital of µ is another letter, which old files do not hold";
+  EXPECT_EQ(stored(u"straße ÿ"_s, {u"mm"_s}), u"STRAßE Ÿ"_s);
+}
+
+TEST_F(DataEditorSaveTest, ACommaIsOneValueOrSeveralAsTheUserSays) {
+  fields.rawData = Values(8) + u"\n9,5\n9,75\n9.1,9.2"_s;
+  const QString question =
+      u"2 lines hold such a value, line 9 first: \"\u20689,5\u2069\". Is each of them one value, as 9.5?"_s;
+  for (const Answer answer : {Answer::Yes, Answer::No}) {
+    fields.description += u'x';
+    program.boxes.Expect(answer, question);
+    Save(u"Data was saved");
+    const QString end = answer == Answer::Yes ? u"9.5,9.75,9.1,9.2,"_s : u"9,5,9,75,9.1,9.2,"_s;
+    EXPECT_EQ(program.state.gDataCollection.back()->DelimitedInputString(),
+              Values(8).replace(u'\n', u',') + u',' + end);
+  }
+  program.boxes.Expect(Answer::Cancel);
+  DataEditorSave save(fields);
+  EXPECT_FALSE(save.SaveSelect());
+  EXPECT_EQ(save.RawData(), fields.rawData);
+}
+
+TEST_F(DataEditorSaveTest, StrangeLimitsAreSavedOnlyOnYes) {
+  const CDataPtr edited = Edit();
+  const EditorFields sound = [this] {
+    EditorFields kept = fields;
+    kept.calculateLimits = false;
+    kept.rLCL = u".1"_s;
+    return kept;
+  }();
+  struct {
+    void (*spoil)(EditorFields&);
+    QString question;
+  } const cases[] = {
+      {[](EditorFields& f) { std::swap(f.xUCL, f.xLCL); },
+       u"The X-bar control limits are the wrong way round"_s},
+      {[](EditorFields& f) { f.rMean = u"9"_s; },
+       u"The range control limits do not enclose their mean: mean 9"_s},
+      {[](EditorFields& f) { f.xUCL = u"102"_s, f.xMean = u"101"_s, f.xLCL = u"100"_s; },
+       u"The X-bar control limits 100 to 102 lie far from all the values"_s},
+      {[](EditorFields& f) { f.usl = u"120"_s, f.nominal = u"118"_s, f.lsl = u"116"_s; },
+       u"The specification limits 116 to 120 lie far from all the values"_s},
+  };
+  const QByteArray before = FileBytes();
+  for (const auto& one : cases) {
+    fields = sound;
+    one.spoil(fields);
+    program.boxes.Expect(Answer::No, one.question);
+    EXPECT_FALSE(DataEditorSave(fields, edited).SaveSelect());
+    EXPECT_TRUE(program.boxes.Take().prefersNo);
+  }
+  EXPECT_EQ(FileBytes(), before);
+  fields = sound;
+  Save(u"All data successfully saved.\r\n\r\nThe range control limits were 0 to ", edited);
+  program.boxes.Take();
+  fields = EditorFields::Of(*edited);
+  fields.subGroup = u"5"_s;
+  program.boxes.Expect(Answer::Yes, u"were made for subgroups of 4, and the subgroup size is now 5.");
+  Save(u"All data successfully saved.", edited);
 }
 
 TEST_F(DataEditorSaveTest, AFailedWriteLeavesTheDataSetInUseAsItWas) {

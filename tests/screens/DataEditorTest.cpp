@@ -9,6 +9,8 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QWheelEvent>
 
 #include "core/DataObjectFunctions.h"
 #include "screens/ExpandedDataForm.h"
@@ -118,13 +120,13 @@ TEST_F(DataEditorTest, FromPasteToSavedRowWithTheKeyboard) {
   EXPECT_FALSE(editor->isVisible()) << "an editor left open could add a second row";
   const auto rows = program.Rows(u"SELECT Description, UnitOfMeasurement, SubGroupSize FROM StatData"_s);
   ASSERT_EQ(rows.size(), 1U);
-  EXPECT_EQ(rows[0], QVariantList({u"SHAFT"_s, u"MM"_s, 4}));
+  EXPECT_EQ(rows[0], QVariantList({u"SHAFT"_s, u"mm"_s, 4}));
 }
 
 TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   OpenExisting();
   EXPECT_EQ(Text("txtUSL") + Text("txtLowFlier"), u"12.0000.0000");
-  EXPECT_EQ(Units().currentText(), u"mm") << "stored in upper case";
+  EXPECT_EQ(Units().currentText(), u"MM") << "as the data set has it";
   EXPECT_EQ(Get<QListWidget>(*editor, "lstSensitivity").currentRow(), 1);
   Type(*editor, "txtDescription", u"other"_s);
   Fire(*editor, "ChangeMonitorTimer");
@@ -246,6 +248,81 @@ TEST_F(DataEditorTest, PastedColumnsKeepClearOfWhatStandsThere) {
   Close(Answer::No);
 }
 
+TEST_F(DataEditorTest, APasteNeitherCutsNorLengthensAValue) {
+  Open();
+  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
+  Paste(u"12.5\n13.5"_s);
+  Paste(u"14"_s);
+  EXPECT_EQ(Raw(), u"12.5\n13.5\n14") << "right behind a value";
+  raw.moveCursor(QTextCursor::Start);
+  raw.moveCursor(QTextCursor::NextCharacter);
+  Paste(u"7\n"_s);
+  EXPECT_EQ(Raw(), u"12.5\n7\n13.5\n14") << "inside a value";
+  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Raw(), u"12.5\n13.5\n14");
+  // What is selected is replaced.
+  raw.moveCursor(QTextCursor::End);
+  raw.moveCursor(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
+  Paste(u"9"_s);
+  EXPECT_EQ(Raw(), u"12.5\n13.5\n19");
+  Close(Answer::No);
+}
+
+TEST_F(DataEditorTest, TheLiveLineLeadsToTheFaultAndItsReadings) {
+  Open();
+  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
+  Paste(u"12.7\n12,5 mm\n12,6 mm"_s);
+  EXPECT_EQ(Raw(), u"12.7\n12,5 mm\n12,6 mm");
+  EXPECT_TRUE(Text("lblRawDataNote").contains(u"Line 2 is unclear"));
+  for (const char* way : {"cmdGoToLine", "lblRawDataNote"}) {
+    raw.moveCursor(QTextCursor::Start);
+    QTest::mouseClick(&Get<QWidget>(*editor, way), Qt::LeftButton);
+    EXPECT_EQ(raw.textCursor().blockNumber(), 1) << way;
+    EXPECT_TRUE(HasFocus("txtRawData"));
+  }
+  auto& offer = Get<QPushButton>(*editor, "cmdOffer1");
+  EXPECT_TRUE(offer.text().startsWith(u"Read 2 commas as decimal points, without"));
+  offer.setFocus();
+  QTest::keyClick(&offer, Qt::Key_Return);
+  Fire(*editor, "NotesTimer");
+  EXPECT_EQ(Raw(), u"12.7\n12.5\n12.6");
+  EXPECT_FALSE(offer.isVisible());
+  EXPECT_FALSE(Get<QWidget>(*editor, "cmdGoToLine").isVisible());
+  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Raw(), u"12.7\n12,5 mm\n12,6 mm");
+  raw.selectAll();
+  Paste(u"12,5\n12,6"_s);
+  EXPECT_TRUE(Text("lblRawDataNote").endsWith(u"\n2 commas were read as decimal points."));
+  Close(Answer::No);
+}
+
+TEST_F(DataEditorTest, ASaveThatAskedAboutCommasShowsTheAnswer) {
+  OpenExisting();
+  const QString before = Raw();
+  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
+  QTest::keyClicks(&raw, u"10,25"_s);
+  program.boxes.Expect(Answer::Cancel, u"Is that one value, 10.25?");
+  Click(*editor, "Toolbar1_1");
+  EXPECT_EQ(Raw(), before + u"10,25"_s);
+  program.boxes.Expect(Answer::Yes);
+  program.boxes.Expect(u"All data successfully saved.");
+  Click(*editor, "Toolbar1_1");
+  EXPECT_TRUE(Raw().endsWith(u"\n10.25\n"));
+  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
+  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Raw(), before + u"10,25"_s) << "a save can be undone";
+  Close(Answer::No);
+}
+
+TEST_F(DataEditorTest, TheWheelTurnsOnlyWhatHasTheFocus) {
+  Open();
+  auto& size = Get<QComboBox>(*editor, "comboSubGroup");
+  const QString before = size.currentText();
+  QWheelEvent turn(QPointF(5, 5), size.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), {}, {}, {}, false);
+  QApplication::sendEvent(&size, &turn);
+  EXPECT_EQ(size.currentText(), before);
+}
+
 TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
   OpenExisting();
   for (const char* name : {"txtUSL", "txtHiFlier"}) {
@@ -259,8 +336,8 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
     units.close();
   });
   Click(*editor, "cmdUnits");
-  EXPECT_EQ(Units().count(), 2);
-  EXPECT_EQ(Units().currentText(), u"mm");
+  EXPECT_EQ(Units().count(), 3);
+  EXPECT_EQ(Units().currentText(), u"MM");
 
   const QString before = Raw();
   for (const bool accept : {false, true}) {
@@ -276,6 +353,10 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
     Click(*editor, "cmdRawData");
     EXPECT_EQ(Raw(), accept ? before + u"10"_s : before);
   }
+  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
+  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Raw(), before) << "what the larger view changed is undone like what was typed";
+  QTest::keyClick(&raw, Qt::Key_Y, Qt::ControlModifier);
   Close(Answer::No);
 }
 

@@ -1,0 +1,83 @@
+#include "screens/RawDataNotes.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "screens/Controls.h"
+#include "screens/RawDataBox.h"
+#include "texts/Words.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int mostOffers = 4;
+}
+
+RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), box_(box) {
+  lblRawDataNote = Named(new QLabel(this), u"lblRawDataNote"_s);
+  lblRawDataNote->setTextFormat(Qt::PlainText);
+  lblRawDataNote->setWordWrap(true);
+  lblRawDataNote->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  lblRawDataNote->setMinimumHeight(fontMetrics().lineSpacing() * 4);
+  lblRawDataNote->installEventFilter(this);
+  const auto button = [this](const QString& name) {
+    auto* made = Named(new QPushButton(this), name);
+    made->setAutoDefault(false);
+    made->hide();
+    return made;
+  };
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->addWidget(lblRawDataNote);
+  for (int i = 0; i < mostOffers; ++i) {
+    offerButtons_ << button(u"cmdOffer%1"_s.arg(i + 1));
+    layout->addWidget(offerButtons_.back());
+    connect(offerButtons_.back(), &QPushButton::clicked, this, [this, i] { TakeOffer(i); });
+  }
+  cmdGoToLine = button(u"cmdGoToLine"_s);
+  connect(cmdGoToLine, &QPushButton::clicked, this, &RawDataNotes::GoToNamedLine);
+  foot_ = new QHBoxLayout;
+  foot_->addWidget(cmdGoToLine);
+  foot_->addStretch();
+  layout->addLayout(foot_);
+}
+
+void RawDataNotes::Show(const QString& note, const RawDataText::Examination& found) {
+  const qsizetype commas = box_->DecimalCommasRead();
+  QString text = note;
+  if (commas > 0)
+    text += u'\n' + (commas == 1 ? Words::RawData::commaWasRead() : Words::RawData::commasWereRead(commas));
+  lblRawDataNote->setText(text);
+  namedLine_ = found.NamedLine();
+  lblRawDataNote->setCursor(namedLine_ > 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  cmdGoToLine->setText(Words::RawData::goToLine(namedLine_));
+  cmdGoToLine->setVisible(namedLine_ > 0);
+  offers_.clear();
+  if (found.IsUnclear()) offers_ = RawDataReadings::Offers(box_->toPlainText());
+  for (qsizetype i = 0; i < offerButtons_.size(); ++i) {
+    const bool isOffered = i < offers_.size();
+    offerButtons_[i]->setVisible(isOffered);
+    if (!isOffered) continue;
+    offerButtons_[i]->setText(QString(offers_[i].caption).replace(u'&', u"&&"_s));
+    offerButtons_[i]->setToolTip(offers_[i].caption);
+  }
+}
+
+void RawDataNotes::TakeOffer(qsizetype index) {
+  if (index >= offers_.size()) return;
+  box_->ReplaceText(RawDataReadings::Apply(offers_[index], box_->toPlainText()));
+  box_->setFocus();
+}
+
+void RawDataNotes::GoToNamedLine() {
+  if (namedLine_ > 0) box_->GoToLine(namedLine_);
+}
+
+bool RawDataNotes::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == lblRawDataNote && event->type() == QEvent::MouseButtonRelease) GoToNamedLine();
+  return QWidget::eventFilter(watched, event);
+}

@@ -1,0 +1,41 @@
+// What stands below a raw-data box: the live line, the readings that are offered for what is unclear, and the
+// way to the line at fault.
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+#include "data/RawDataReadings.h"
+#include "data/RawDataText.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class RawDataBox;
+
+class RawDataNotes : public QWidget {
+  Q_OBJECT
+ public:
+  explicit RawDataNotes(RawDataBox* box, QWidget* parent = nullptr);
+
+  // `note` says what was found.
+  void Show(const QString& note, const RawDataText::Examination& found);
+
+  // The last row, for what else belongs there.
+  QHBoxLayout* Foot() const { return foot_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void TakeOffer(qsizetype index);
+  void GoToNamedLine();
+
+  RawDataBox* box_;
+  QLabel* lblRawDataNote = nullptr;
+  QPushButton* cmdGoToLine = nullptr;
+  QHBoxLayout* foot_ = nullptr;
+  QList<QPushButton*> offerButtons_;
+  QList<RawDataReadings::Offer> offers_;
+  qsizetype namedLine_ = 0;
+};
