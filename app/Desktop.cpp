@@ -12,6 +12,7 @@
 #include "platform/ui/Icons.h"
 #include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
+#include "screens/AddMeasurements.h"
 #include "screens/DataEditor.h"
 #include "screens/Help.h"
 #include "screens/RecalcScreen.h"
@@ -34,6 +35,7 @@ void ShowModal() {
 
 void ShowChartScreen(PagePrinting& printing) {
   StatGraphics({.openRecalcScreen = [](QWidget* parent) { RecalcScreen(parent).exec(); },
+                .openAddMeasurements = [](QWidget* parent) { AddMeasurements(parent).exec(); },
                 .callUpHelp = CallUpHelp,
                 .helpTopic = HelpTopics::ChartScreen},
                printing, QApplication::activeWindow())
@@ -148,7 +150,8 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   frmMain main({.chart = [&printing] { ShowChartScreen(printing); },
                 .editor = ShowModal<DataEditor>,
                 .configuration = ShowModal<frmConfigure>,
-                .about = ShowModal<frmAbout>});
+                .about = ShowModal<frmAbout>,
+                .measurements = ShowModal<AddMeasurements>});
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;

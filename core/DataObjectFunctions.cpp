@@ -93,6 +93,13 @@ bool SaveDataObjectToDatabase(const CDataPtr& data) {
   });
 }
 
+bool AppendToDataObject(const CDataPtr& data, const QStringList& values) {
+  return Trap(u"DataObjectFunctions::AppendToDataObject"_s, false, [&] {
+    *data = *CurrentLibrary()->Append(data->Description(), values, Globals().clock->Now());
+    return ModifyDataObjectInSystem(data);
+  });
+}
+
 bool AddDataObjectToSystem(const CDataPtr& data) {
   return Trap(u"DataObjectFunctions::AddDataObjectToSystem"_s, false, [&] {
     Globals().gDataCollection.push_back(data);

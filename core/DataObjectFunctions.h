@@ -20,6 +20,10 @@ bool InitializeCDataCollection();
 // that fails).
 bool SaveDataObjectToDatabase(const CDataPtr& data);
 
+// Puts values behind those of the data set in the table, whose limits stay, and shows what became of it. What
+// others put there meanwhile is kept.
+bool AppendToDataObject(const CDataPtr& data, const QStringList& values);
+
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary
 bool UpdateCollectionObject(

@@ -30,6 +30,7 @@ constexpr Page pages[] = {
     {HelpTopics::MainScreen, u"main-screen.html", Words::Manual::mainScreen},
     {HelpTopics::DataEditor, u"data-editor.html", Words::Manual::dataEditor},
     {HelpTopics::ExpandedData, u"expanded-data.html", Words::Manual::expandedData},
+    {HelpTopics::AddMeasurements, u"add-measurements.html", Words::Manual::addMeasurements},
     {HelpTopics::ChartScreen, u"chart-screen.html", Words::Manual::chartScreen},
     {HelpTopics::Recalculate, u"recalculate.html", Words::Manual::recalculate},
     {HelpTopics::Units, u"units.html", Words::Manual::units},

@@ -18,6 +18,7 @@ enum Number {
   Units = 25,
   Configuration = 26,
   About = 27,
+  AddMeasurements = 28,
 
   Figures = 3,
   XBarChart = 30,

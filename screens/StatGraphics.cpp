@@ -140,6 +140,7 @@ ButtonBar* StatGraphics::BuildToolbar() {
   bar->AddEntry(Print, LoadResText(u"Page Setup;209"), Symbol::Page);
   bar->AddEntry(Utilities, LoadResText(u"Export;217"), Symbol::Export);
   bar->AddEntry(Utilities, LoadResText(u"Copy;218"), Symbol::Copy)->setShortcut(QKeySequence::Copy);
+  bar->AddEntry(Utilities, Words::Adding::command(), Symbol::Add);
   return bar;
 }
 
@@ -209,6 +210,8 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
     if (entry == 3) Trap(u"StatGraphics::PageSetup"_s, [this] { printing_.PageSetup(this); });
   } else if (entry == 1) {
     ExportQCReport();
+  } else if (entry == 3) {
+    AddMeasurements();
   } else {
     Trap(u"StatGraphics::CopyPage"_s, [this] {
       CopyPage(*view_->Page());
@@ -250,6 +253,11 @@ void StatGraphics::UpdateStatGraphicsText() {
 
     StatSummary1->Show(*data_);
   });
+}
+
+void StatGraphics::ShowAnew() {
+  if (!StartStatGraphics()) return reject();
+  UpdateStatGraphicsText();
 }
 
 void StatGraphics::FitScale(bool fitted) {
@@ -295,8 +303,18 @@ void StatGraphics::Recalculate() {
     links_.openRecalcScreen(this);
     if (!Globals().gLimitsRecalculated) return;
     dataChanged_ = true;
-    if (!StartStatGraphics()) return reject();
-    UpdateStatGraphicsText();
+    ShowAnew();
+  });
+}
+
+void StatGraphics::AddMeasurements() {
+  Trap(u"StatGraphics::AddMeasurements"_s, [this] {
+    // What is added is judged by the limits that the library holds.
+    if (!Form_Unload()) return;
+    dataChanged_ = false;
+    links_.openAddMeasurements(this);
+    saved_ = *data_;
+    ShowAnew();
   });
 }
 

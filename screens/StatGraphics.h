@@ -23,6 +23,7 @@ class StatGraphics : public QDialog, public LibraryView {
   // The ways to what lies outside of this screen.
   struct Links {
     std::function<void(QWidget* parent)> openRecalcScreen;  // modal; tells by gLimitsRecalculated what it did
+    std::function<void(QWidget* parent)> openAddMeasurements;  // modal
     std::function<void(qint32 topic)> callUpHelp;
     qint32 helpTopic = 0;  // of this screen
   };
@@ -49,11 +50,13 @@ class StatGraphics : public QDialog, public LibraryView {
   std::unique_ptr<StatPage> MakePage(StatPageOptions options) const;
   bool StartStatGraphics();
   void UpdateStatGraphicsText();
+  void ShowAnew();
   void FitScale(bool fitted);
   void ZoomOnSelectedGraph();
   void ExportQCReport();
   void PrintPage();
   void Recalculate();
+  void AddMeasurements();
   bool Save();
   bool Form_Unload();
 

@@ -230,10 +230,11 @@ void frmMain::UpdateToolbarStates() {
   Toolbar1->Entry(DataButton, 1)->setEnabled(open);
   Toolbar1->Entry(DataButton, 2)->setEnabled(any);
   Toolbar1->Entry(DataButton, 3)->setEnabled(any);
+  Toolbar1->Entry(DataButton, 4)->setEnabled(any);
   Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
-  for (QAction* item : {menuView, mnuEdit, mnuDelete}) item->setEnabled(any);
+  for (QAction* item : {menuView, mnuEdit, mnuDelete, mnuAddMeasurements}) item->setEnabled(any);
 }
 
 void frmMain::DoubleClickAction() {
@@ -279,6 +280,12 @@ void frmMain::DeleteData() {
       ShowSystemMessage(LoadResText(u"Selected data successfully deleted.;252"), Icon::Information,
                         Buttons::YesNo);
     UpdateToolbarStates();
+  });
+}
+
+void frmMain::AddMeasurements() {
+  Trap(u"frmMain::AddMeasurements"_s, [this] {
+    if (CurrentDataSet()) screens_.measurements();
   });
 }
 

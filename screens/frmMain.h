@@ -23,7 +23,7 @@ class frmMain : public QMainWindow, public MainScreen {
  public:
   // The screens that it opens; each returns when its screen has closed.
   struct Screens {
-    std::function<void()> chart, editor, configuration, about;
+    std::function<void()> chart, editor, configuration, about, measurements;
   };
 
   explicit frmMain(Screens screens, QWidget* parent = nullptr);
@@ -86,6 +86,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void AddData();
   void EditData();
   void DeleteData();
+  void AddMeasurements();
   void DoubleClickAction();
   void Attach(const QString& chosenPath);
   void HandOverTimer_Timer();
@@ -120,4 +121,5 @@ class frmMain : public QMainWindow, public MainScreen {
   QAction* menuView = nullptr;
   QAction* mnuEdit = nullptr;
   QAction* mnuDelete = nullptr;
+  QAction* mnuAddMeasurements = nullptr;
 };

@@ -110,6 +110,7 @@ void frmMain::BuildToolbar() {
   entry(DataButton, LoadResText(u"Add;240"), Symbol::Add, &frmMain::AddData)->setShortcut(QKeySequence::New);
   entry(DataButton, LoadResText(u"Edit;241"), Symbol::Edit, &frmMain::EditData);
   entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData);
+  entry(DataButton, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
 
   button(u"Tools;233", u"System Utilities;234", Symbol::Tools);
   entry(ToolsButton, LoadResText(u"Configuration;235"), Symbol::Settings,
@@ -140,6 +141,8 @@ void frmMain::BuildMenu() {
   menuView = item(u"menuView"_s, Words::Main::viewChart(), Symbol::Chart, &frmMain::ViewChart);
   MyMenu->addSeparator()->setObjectName(u"mnuSpace"_s);
   mnuEdit = item(u"mnuEdit"_s, Words::Main::editData(), Symbol::Edit, &frmMain::EditData);
+  mnuAddMeasurements =
+      item(u"mnuAddMeasurements"_s, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   mnuDelete = item(u"mnuDelete"_s, Words::Main::deleteData(), Symbol::Delete, &frmMain::DeleteData);
 }
 

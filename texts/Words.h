@@ -362,7 +362,7 @@ inline constexpr Text<> workedExample{u"A worked example: piston rings"};
 inline constexpr Text<> screens{u"The screens"};
 inline constexpr Text<> mainScreen{u"The main window"};
 inline constexpr Text<> dataEditor{u"The data editor"};
-inline constexpr Text<> addMeasurements{u"Add Measurements"};
+inline constexpr Text<> addMeasurements{u"Adding measurements"};
 inline constexpr Text<> expandedData{u"Expanded raw data"};
 inline constexpr Text<> chartScreen{u"The chart screen"};
 inline constexpr Text<> recalculate{u"Recalculating limits"};

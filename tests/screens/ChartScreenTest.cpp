@@ -50,10 +50,10 @@ class ChartScreenTest : public testing::Test {
   }
 
   void Open() {
-    screen =
-        std::make_unique<StatGraphics>(StatGraphics::Links{[this](QWidget*) { Recalculate(); },
-                                                           [this](qint32 topic) { helpTopics << topic; }, 23},
-                                       printing);
+    screen = std::make_unique<StatGraphics>(
+        StatGraphics::Links{[this](QWidget*) { Recalculate(); }, [this](QWidget*) { AddAPoint(); },
+                            [this](qint32 topic) { helpTopics << topic; }, 23},
+        printing);
     screen->resize(1200, 800);
     screen->show();
     view = &Get<PageView>(*screen, "PageView");
@@ -64,6 +64,10 @@ class ChartScreenTest : public testing::Test {
     data->SetDataStopPoint(lastPoint);
     QCGlobalFunctions::ClearControlLimits(*data);
     program.state.gLimitsRecalculated = QCGlobalFunctions::CreateStatistics(*data);
+  }
+  void AddAPoint() {
+    ++additions;
+    DataObjectFunctions::AppendToDataObject(data, {u"10"_s, u"10"_s, u"10"_s, u"10"_s});
   }
   double StoredLimit() const { return program.Rows(u"SELECT XBarUCL FROM StatData"_s)[0][0].toDouble(); }
   void Close() { QTest::keyClick(screen.get(), Qt::Key_Escape); }
@@ -87,6 +91,7 @@ class ChartScreenTest : public testing::Test {
   CDataPtr data;
   PagePrinting printing{std::make_unique<TestPrinters>(false)};
   QList<qint32> helpTopics;
+  int additions = 0;
   int recalculations = 0;
   qint16 lastPoint = 6;
   std::unique_ptr<StatGraphics> screen;
@@ -221,6 +226,20 @@ TEST_F(ChartScreenTest, NewLimitsNeverReplaceWhatAnotherProgramWrote) {
     EXPECT_TRUE(screen->isVisible());
     EXPECT_EQ(program.Rows(u"SELECT * FROM StatData"_s), rows);
   }
+}
+
+TEST_F(ChartScreenTest, AddedMeasurementsAreJudgedByTheLimitsInTheLibrary) {
+  Open();
+  Trigger("Toolbar1_4");
+  program.boxes.Expect(Answer::Cancel, u"Data");
+  Trigger("Toolbar1_5_3");
+  EXPECT_EQ(additions, 0) << "new limits would have been lost";
+  program.boxes.Expect(Answer::No);
+  Trigger("Toolbar1_5_3");
+  EXPECT_EQ(data->NumberOfPlotPoints(), 11);
+  EXPECT_TRUE(Get<QWidget>(*screen, "StatSummary1").isVisible());
+  Close();  // and nothing is asked
+  EXPECT_FALSE(screen->isVisible());
 }
 
 TEST_F(ChartScreenTest, ZoomsTheSelectedGraph) {

@@ -12,6 +12,7 @@
 
 #include "core/DataObjectFunctions.h"
 #include "core/RegistryFunctions.h"
+#include "screens/AddMeasurements.h"
 #include "screens/DataEditor.h"
 #include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
@@ -155,6 +156,7 @@ TEST(Help, F1OpensTheScreensOwnPageAlsoWhileItIsModal) {
   const std::pair<std::function<QWidget*()>, QString> screens[] = {
       {[] { return new frmMain({}); }, u"The main window"_s},
       {[] { return new DataEditor; }, u"The data editor"_s},
+      {[] { return new AddMeasurements; }, u"Adding measurements"_s},
       {[] { return new ExpandedDataForm; }, u"Expanded raw data"_s},
       {[] { return new RecalcScreen; }, u"Recalculating limits"_s},
       {[] { return new frmUnits; }, u"Units of measurement"_s},

@@ -1,0 +1,185 @@
+#include "screens/AddMeasurements.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "core/DataObjectFunctions.h"
+#include "core/GlobalFunctions.h"
+#include "core/Globals.h"
+#include "core/Messages.h"
+#include "core/Trap.h"
+#include "data/AddedSamples.h"
+#include "data/RawDataReadings.h"
+#include "data/RawDataText.h"
+#include "screens/Controls.h"
+#include "screens/Help.h"
+#include "screens/Indicators.h"
+#include "screens/RawDataBox.h"
+#include "screens/RawDataNotes.h"
+#include "screens/SaveQuestions.h"
+#include "texts/DetectionRules.h"
+#include "texts/Texts.h"
+#include "texts/Words.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+using MessageBox::Buttons;
+using MessageBox::Icon;
+
+AddMeasurements::AddMeasurements(QWidget* parent) : QDialog(parent) {
+  Trap(u"AddMeasurements::Form_Load"_s, [this] {
+    LoadDataSet();
+    if (!data_) return;
+    BuildControls();
+    InstallHelpKey(this, HelpTopics::AddMeasurements);
+    UpdateNotes();
+  });
+}
+
+int AddMeasurements::exec() { return data_ ? QDialog::exec() : int(Rejected); }
+
+void AddMeasurements::LoadDataSet() {
+  const qint32 id = Globals().gCurrentDataID;
+  DataObjectFunctions::GetDataObjectByID(id, data_);
+  if (data_) return;
+  ShowSystemMessage(LoadResText(u"error attempting to get the current data for the item selected: ;203") +
+                        u"\r\n"_s + Words::noSuchDataSet(id),
+                    Icon::Critical);
+}
+
+void AddMeasurements::BuildControls() {
+  setObjectName(u"AddMeasurements"_s);
+  setWindowTitle(Words::Adding::title());
+  setModal(true);
+  NotesTimer.setObjectName(u"NotesTimer"_s);
+  NotesTimer.setSingleShot(true);
+
+  auto* lblDescription = TextLabel(u"lblDescription"_s, this,
+                                   Words::Adding::dataSet(data_->Description(), data_->UnitOfMeasurement()));
+  QFont heading = font();
+  heading.setBold(true);
+  lblDescription->setFont(heading);
+  txtNewValues = new RawDataBox(u"txtNewValues"_s, this);
+  txtNewValues->setMinimumHeight(fontMetrics().lineSpacing() * 10);
+  auto* label = new QLabel(Words::Adding::newValues(), this);
+  label->setBuddy(txtNewValues);
+  notes_ = new RawDataNotes(txtNewValues, this);
+  ledVerdict = Named(new Led(this), u"ledVerdict"_s);
+  lblVerdict = TextLabel(u"lblVerdict"_s, this);
+  lblVerdict->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+  cmdAdd = Named(new QPushButton(Words::Adding::add(), this), u"cmdAdd"_s);
+  cmdAdd->setToolTip(Words::Adding::addTip());
+  auto* cmdClose = Named(new QPushButton(Words::Adding::close(), this), u"cmdClose"_s);
+  for (QPushButton* button : {cmdAdd, cmdClose}) button->setAutoDefault(false);
+
+  auto* verdict = new QHBoxLayout;
+  verdict->addWidget(ledVerdict);
+  verdict->addWidget(lblVerdict, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(cmdAdd);
+  buttons->addWidget(cmdClose);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(lblDescription);
+  lblLimits = TextLabel(u"lblLimits"_s, this);
+  layout->addWidget(lblLimits);
+  layout->addWidget(label);
+  layout->addWidget(txtNewValues, 1);
+  layout->addWidget(notes_);
+  layout->addLayout(verdict);
+  layout->addLayout(buttons);
+  setMinimumWidth(fontMetrics().averageCharWidth() * 56);
+  txtNewValues->setFocus();
+
+  connect(txtNewValues, &QPlainTextEdit::textChanged, &NotesTimer, [this] { NotesTimer.start(0); });
+  connect(&NotesTimer, &QTimer::timeout, this, &AddMeasurements::UpdateNotes);
+  connect(cmdAdd, &QPushButton::clicked, this, &AddMeasurements::Add);
+  connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void AddMeasurements::UpdateNotes() {
+  Trap(u"AddMeasurements::UpdateNotes"_s, [this] {
+    const QString limits = SaveQuestions::LimitsHint(*data_), stay = Words::Adding::limitsStay();
+    lblLimits->setText(limits.isEmpty() ? stay : stay + u'\n' + limits);
+    const QString text = txtNewValues->toPlainText();
+    const RawDataText::Examination found = AddedSamples::Examine(text, *data_);
+    const qsizetype before = AddedSamples::CountOf(*data_);
+    const bool isEmpty = text.trimmed().isEmpty();
+    if (!isEmpty) news_.clear();
+    notes_->Show(isEmpty && !news_.isEmpty()
+                     ? news_
+                     : RawDataText::DescribeAdded(found, before, data_->SubGroupSize()),
+                 found);
+    txtNewValues->MarkSubgroups(data_->SubGroupSize(), before);
+    cmdAdd->setEnabled(found.values > 0);
+    const auto with = found.IsUnclear() || found.values == 0 ? nullptr : AddedSamples::Preview(*data_, text);
+    ShowVerdict(with ? *with : *data_, with != nullptr);
+  });
+}
+
+void AddMeasurements::ShowVerdict(const CData& shown, bool withNewValues) {
+  const bool isJudged = shown.NumberOfPlotPoints() > 0;
+  ledVerdict->SetColorValue(shown.IsInControl() ? Led::Go : Led::Stop);
+  ledVerdict->SetOn(isJudged);
+  QString verdict = Words::Adding::notEvaluated();
+  if (isJudged && shown.IsInControl()) verdict = Words::Adding::inControl();
+  if (isJudged && !shown.IsInControl())
+    verdict = Words::Adding::outOfControl(AddedSamples::LastViolation(shown),
+                                          GlobalFunctions::RuleViolationText(shown.RuleViolation()));
+  lblVerdict->setText(withNewValues ? Words::Adding::withThem(verdict) : verdict);
+}
+
+bool AddMeasurements::SettleCommas() {
+  const QString text = txtNewValues->toPlainText();
+  const auto doubt = RawDataReadings::DoubtfulComma(text);
+  if (!doubt) return true;
+  const Answer answer =
+      ShowSystemMessage(SaveQuestions::DoubtfulComma(*doubt), Icon::Question, Buttons::YesNoCancel);
+  if (answer != Answer::Yes && answer != Answer::No) return false;
+  txtNewValues->ReplaceText(RawDataReadings::Settled(text, answer == Answer::Yes));
+  return true;
+}
+
+void AddMeasurements::Add() {
+  Trap(u"AddMeasurements::Add"_s, [this] {
+    if (!SettleCommas()) return;
+    const QString text = txtNewValues->toPlainText();
+    const QStringList values = AddedSamples::ValuesIn(text);
+    // What is no number is named in the live line.
+    if (values.isEmpty()) {
+      UpdateNotes();
+      txtNewValues->setFocus();
+      return;
+    }
+    if (!DataObjectFunctions::AppendToDataObject(data_, values)) return;
+    news_ = Words::Adding::added(RawDataText::DescribeAdded(
+        RawDataText::Examine(text), AddedSamples::CountOf(*data_) - values.size(), data_->SubGroupSize()));
+    txtNewValues->ShowText({});
+    UpdateNotes();
+    txtNewValues->setFocus();
+  });
+}
+
+void AddMeasurements::reject() {
+  if (txtNewValues && !txtNewValues->toPlainText().trimmed().isEmpty()) {
+    const Answer answer = QCGlobalFunctions::PromptForChanges();
+    if (answer == Answer::Cancel) return;
+    if (answer == Answer::Yes) {
+      Add();
+      if (!txtNewValues->toPlainText().isEmpty()) return;
+    }
+  }
+  QDialog::reject();
+}
+
+void AddMeasurements::keyPressEvent(QKeyEvent* event) {
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!isEnter) return QDialog::keyPressEvent(event);
+  if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+    button->click();
+  else if (cmdAdd->isEnabled())
+    cmdAdd->click();
+}

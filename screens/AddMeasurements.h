@@ -1,0 +1,43 @@
+// Add Measurements: takes new samples for the selected data set, whose control limits stay.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+
+#include "data/CData.h"
+
+class Led;
+class QLabel;
+class QPushButton;
+class RawDataBox;
+class RawDataNotes;
+
+class AddMeasurements : public QDialog {
+  Q_OBJECT
+ public:
+  explicit AddMeasurements(QWidget* parent = nullptr);  // for the data set Globals().gCurrentDataID
+
+  int exec() override;     // rejected at once where there is no such data set
+  void reject() override;  // asks first where something would be lost
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void LoadDataSet();
+  void BuildControls();
+  void UpdateNotes();
+  void ShowVerdict(const CData& shown, bool withNewValues);
+  void Add();
+  bool SettleCommas();
+
+  CDataPtr data_;
+  QString news_;  // what the last adding did
+  RawDataBox* txtNewValues = nullptr;
+  RawDataNotes* notes_ = nullptr;
+  Led* ledVerdict = nullptr;
+  QLabel* lblLimits = nullptr;
+  QLabel* lblVerdict = nullptr;
+  QPushButton* cmdAdd = nullptr;
+  QTimer NotesTimer{this};
+};

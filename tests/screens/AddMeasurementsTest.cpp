@@ -1,0 +1,108 @@
+// Adding measurements with clicks and keys: limits that stay, the count and the verdict at once.
+#include "screens/AddMeasurements.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPlainTextEdit>
+
+#include "core/DataObjectFunctions.h"
+#include "tests/support/TestProgram.h"
+#include "tests/support/Widgets.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
+
+namespace {
+
+class AddMeasurementsTest : public testing::Test {
+ protected:
+  AddMeasurementsTest() {
+    program.state.gCurrentDataID = program.Insert(u"BORE"_s);
+    // A range limit of 0 is why the editor cannot keep them.
+    program.Execute(
+        u"UPDATE StatData SET XBarUCL = 11, XBarLCL = 9, XBarMean = 10, RBarUCL = 2, RBarMean = 1"_s);
+    EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+    data = program.state.gDataCollection.at(0);
+    window = std::make_unique<AddMeasurements>();
+    window->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  }
+
+  void Enter(const QString& text) {
+    for (const QString& line : text.split(u'\n')) {
+      QTest::keyClicks(&box(), line);
+      QTest::keyClick(&box(), Qt::Key_Return);
+    }
+    Fire(*window, "NotesTimer");
+  }
+  QPlainTextEdit& box() const { return Get<QPlainTextEdit>(*window, "txtNewValues"); }
+  QString Note() const { return TextOf(*window, "lblRawDataNote"); }
+  QString Verdict() const { return TextOf(*window, "lblVerdict"); }
+  QVariant Stored(const QString& column) const {
+    return program.Rows(u"SELECT \"%1\" FROM StatData"_s.arg(column)).at(0).at(0);
+  }
+
+  TestProgram program;
+  CDataPtr data;
+  std::unique_ptr<AddMeasurements> window;
+};
+
+TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
+  EXPECT_EQ(QApplication::focusWidget(), &box());
+  const QString before = Stored(u"Values"_s).toString();
+  EXPECT_EQ(Verdict(), u"In control"_s);
+  Enter(u"14\n14.5\n13.5\n14"_s);
+  EXPECT_EQ(Note(), u"4 new values, 44 in all: 11 subgroups of 4."_s);
+  EXPECT_TRUE(Verdict().startsWith(u"With these values: Out of control at point 11: "_s));
+  EXPECT_EQ(Stored(u"Values"_s), before) << "nothing is stored yet";
+
+  QTest::keyClick(window.get(), Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(Stored(u"Values"_s).toString(), before + u"14,14.5,13.5,14,"_s);
+  EXPECT_EQ(Stored(u"XBarUCL"_s), 11.0);
+  EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0);
+  EXPECT_EQ(box().toPlainText(), QString());
+  EXPECT_TRUE(Note().startsWith(u"4 new values, 44 in all"_s));
+  EXPECT_TRUE(Verdict().startsWith(u"Out of control at point 11: "_s));
+  EXPECT_FALSE(data->IsInControl()) << "the program's data set is the one that changed";
+  EXPECT_EQ(program.screen.calls, QStringList{u"UpdateListRow BORE"_s});
+  QTest::keyClick(window.get(), Qt::Key_Escape);  // and nothing is asked
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
+  const QString before = Stored(u"Values"_s).toString();
+  Enter(u"10.1\nabc"_s);
+  EXPECT_TRUE(Note().contains(u"Line 2 is not a number"_s));
+  Click(*window, "cmdAdd");
+  EXPECT_EQ(Stored(u"Values"_s).toString(), before);
+  box().clear();
+  Enter(u"10,25"_s);
+  program.boxes.Expect(Answer::Cancel, u"Is that one value, 10.25?");
+  Click(*window, "cmdAdd");
+  EXPECT_EQ(Stored(u"Values"_s).toString(), before);
+  program.boxes.Expect(Answer::Yes);
+  Click(*window, "cmdAdd");
+  EXPECT_EQ(Stored(u"Values"_s).toString(), before + u"10.25,"_s);
+}
+
+TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
+  program.Execute(u"UPDATE StatData SET \"Values\" = \"Values\" || '9.75,'"_s);
+  Enter(u"10.25"_s);
+  Click(*window, "cmdAdd");
+  EXPECT_TRUE(Stored(u"Values"_s).toString().endsWith(u",9.75,10.25,"_s));
+  EXPECT_TRUE(Note().startsWith(u"1 new value, 42 in all"_s));
+}
+
+TEST_F(AddMeasurementsTest, ClosingAsksWhereSomethingWouldBeLost) {
+  Enter(u"10.25"_s);
+  program.boxes.Expect(Answer::Cancel);
+  QTest::keyClick(window.get(), Qt::Key_Escape);
+  EXPECT_TRUE(window->isVisible());
+  program.boxes.Expect(Answer::Yes);
+  Click(*window, "cmdClose");
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_TRUE(Stored(u"Values"_s).toString().endsWith(u",10.25,"_s));
+}
+
+}  // namespace
