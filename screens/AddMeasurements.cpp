@@ -63,7 +63,7 @@ void AddMeasurements::BuildControls() {
   heading.setBold(true);
   lblDescription->setFont(heading);
   txtNewValues = new RawDataBox(u"txtNewValues"_s, this);
-  txtNewValues->setMinimumHeight(fontMetrics().lineSpacing() * 10);
+  txtNewValues->setMinimumHeight(fontMetrics().lineSpacing() * 7);
   auto* label = new QLabel(Words::Adding::newValues(), this);
   label->setBuddy(txtNewValues);
   notes_ = new RawDataNotes(txtNewValues, this);
@@ -91,7 +91,7 @@ void AddMeasurements::BuildControls() {
   layout->addWidget(notes_);
   layout->addLayout(verdict);
   layout->addLayout(buttons);
-  setMinimumWidth(fontMetrics().averageCharWidth() * 56);
+  setMinimumWidth(fontMetrics().averageCharWidth() * 60);
   txtNewValues->setFocus();
 
   connect(txtNewValues, &QPlainTextEdit::textChanged, &NotesTimer, [this] { NotesTimer.start(0); });
@@ -128,7 +128,7 @@ void AddMeasurements::ShowVerdict(const CData& shown, bool withNewValues) {
   if (isJudged && shown.IsInControl()) verdict = Words::Adding::inControl();
   if (isJudged && !shown.IsInControl())
     verdict = Words::Adding::outOfControl(AddedSamples::LastViolation(shown),
-                                          GlobalFunctions::RuleViolationText(shown.RuleViolation()));
+                                          DetectionRules::ShortText(shown.RuleViolation()));
   lblVerdict->setText(withNewValues ? Words::Adding::withThem(verdict) : verdict);
 }
 

@@ -115,7 +115,7 @@ void RawDataBox::ForEachVisibleLine(Use&& use) const {
   for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
     const QRectF place = blockBoundingGeometry(block).translated(contentOffset());
     if (place.top() > bottom) return;
-    use(block.blockNumber() + 1, place.top(), place.height());
+    use(block.blockNumber() + 1, place.top());
   }
 }
 
@@ -132,9 +132,9 @@ void RawDataBox::PaintMargin() {
   painter.fillRect(margin_->rect(), palette().color(QPalette::AlternateBase));
   painter.setFont(font());
   painter.setPen(palette().color(QPalette::PlaceholderText));
-  ForEachVisibleLine([&](int number, double top, double height) {
-    const QRectF place(0, top, margin_->width() - marginGap, height);
-    painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(number));
+  ForEachVisibleLine([&](int number, double top) {
+    const QRectF place(0, top, margin_->width() - marginGap, fontMetrics().height());
+    painter.drawText(place, Qt::AlignRight | Qt::AlignTop, QString::number(number));
   });
 }
 
@@ -142,7 +142,7 @@ void RawDataBox::paintEvent(QPaintEvent* event) {
   QPlainTextEdit::paintEvent(event);
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::Mid));
-  ForEachVisibleLine([&](int number, double top, double) {
+  ForEachVisibleLine([&](int number, double top) {
     if (std::ranges::binary_search(markedLines_, number))
       painter.drawLine(QPointF(0, top), QPointF(viewport()->width(), top));
   });

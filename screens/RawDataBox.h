@@ -33,7 +33,7 @@ class RawDataBox : public QPlainTextEdit {
   void PlaceMargin();
   void PaintMargin();
 
-  // Calls use(number, top, height) for every line in sight.
+  // Calls use(number, top) for every line in sight.
   template <class Use>
   void ForEachVisibleLine(Use&& use) const;
 

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "screens/Controls.h"
 #include "screens/RawDataBox.h"
@@ -21,7 +22,6 @@ RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), 
   lblRawDataNote->setTextFormat(Qt::PlainText);
   lblRawDataNote->setWordWrap(true);
   lblRawDataNote->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  lblRawDataNote->setMinimumHeight(fontMetrics().lineSpacing() * 4);
   lblRawDataNote->installEventFilter(this);
   const auto button = [this](const QString& name) {
     auto* made = Named(new QPushButton(this), name);
@@ -52,6 +52,7 @@ void RawDataNotes::Show(const QString& note, const RawDataText::Examination& fou
   if (commas > 0)
     text += u'\n' + (commas == 1 ? Words::RawData::commaWasRead() : Words::RawData::commasWereRead(commas));
   lblRawDataNote->setText(text);
+  FitNote();
   namedLine_ = found.NamedLine();
   lblRawDataNote->setCursor(namedLine_ > 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
   cmdGoToLine->setText(Words::RawData::goToLine(namedLine_));
@@ -65,6 +66,17 @@ void RawDataNotes::Show(const QString& note, const RawDataText::Examination& fou
     offerButtons_[i]->setText(QString(offers_[i].caption).replace(u'&', u"&&"_s));
     offerButtons_[i]->setToolTip(offers_[i].caption);
   }
+}
+
+// A wrapped text claims no room of its own in the window around it.
+void RawDataNotes::FitNote() {
+  const int needed = width() > 0 ? lblRawDataNote->heightForWidth(width()) : 0;
+  lblRawDataNote->setMinimumHeight(std::max(fontMetrics().lineSpacing() * 4, needed));
+}
+
+void RawDataNotes::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitNote();
 }
 
 void RawDataNotes::TakeOffer(qsizetype index) {

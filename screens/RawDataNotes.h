@@ -25,9 +25,11 @@ class RawDataNotes : public QWidget {
   QHBoxLayout* Foot() const { return foot_; }
 
  protected:
+  void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void FitNote();
   void TakeOffer(qsizetype index);
   void GoToNamedLine();
 

@@ -226,9 +226,9 @@ inline constexpr Text<> newValues{u"&New values, one on each line:"};
 inline constexpr Text<> add{u"&Add"};
 inline constexpr Text<> addTip{u"Put the values behind those of the data set and save (Ctrl+Enter)"};
 inline constexpr Text<> close{u"&Close"};
-inline constexpr Text<1> added{u"%1 added."};
+inline constexpr Text<1> added{u"Added: %1"};
 inline constexpr Text<> inControl{u"In control"};
-inline constexpr Text<2> outOfControl{u"Out of control at point %1: %2"};
+inline constexpr Text<2> outOfControl{u"Out of control at point %1: rule %2"};
 inline constexpr Text<> notEvaluated{u"No points yet"};
 inline constexpr Text<1> withThem{u"With these values: %1"};
 }  // namespace Adding

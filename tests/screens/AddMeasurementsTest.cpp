@@ -54,7 +54,7 @@ TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
   EXPECT_EQ(Verdict(), u"In control"_s);
   Enter(u"14\n14.5\n13.5\n14"_s);
   EXPECT_EQ(Note(), u"4 new values, 44 in all: 11 subgroups of 4."_s);
-  EXPECT_TRUE(Verdict().startsWith(u"With these values: Out of control at point 11: "_s));
+  EXPECT_EQ(Verdict(), u"With these values: Out of control at point 11: rule 1 beyond a limit"_s);
   EXPECT_EQ(Stored(u"Values"_s), before) << "nothing is stored yet";
 
   QTest::keyClick(window.get(), Qt::Key_Return, Qt::ControlModifier);
@@ -62,7 +62,7 @@ TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
   EXPECT_EQ(Stored(u"XBarUCL"_s), 11.0);
   EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0);
   EXPECT_EQ(box().toPlainText(), QString());
-  EXPECT_TRUE(Note().startsWith(u"4 new values, 44 in all"_s));
+  EXPECT_EQ(Note(), u"Added: 4 new values, 44 in all: 11 subgroups of 4."_s);
   EXPECT_TRUE(Verdict().startsWith(u"Out of control at point 11: "_s));
   EXPECT_FALSE(data->IsInControl()) << "the program's data set is the one that changed";
   EXPECT_EQ(program.screen.calls, QStringList{u"UpdateListRow BORE"_s});
@@ -91,7 +91,7 @@ TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
   Enter(u"10.25"_s);
   Click(*window, "cmdAdd");
   EXPECT_TRUE(Stored(u"Values"_s).toString().endsWith(u",9.75,10.25,"_s));
-  EXPECT_TRUE(Note().startsWith(u"1 new value, 42 in all"_s));
+  EXPECT_TRUE(Note().startsWith(u"Added: 1 new value, 42 in all"_s));
 }
 
 TEST_F(AddMeasurementsTest, ClosingAsksWhereSomethingWouldBeLost) {
