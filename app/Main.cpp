@@ -2,6 +2,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <cstdio>
+#include <optional>
 
 #include "app/Desktop.h"
 #include "cli/CommandLine.h"
@@ -12,9 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList WordsOf(int argc, char** argv) {
+// None where one is no text: it would name another file than the user means.
+std::optional<QStringList> WordsOf(int argc, char** argv) {
   QStringList words;
-  for (int i = 1; i < argc; ++i) words << QString::fromLocal8Bit(argv[i]);
+  for (int i = 1; i < argc; ++i) {
+    words << QString::fromLocal8Bit(argv[i]);
+    if (words.last().toLocal8Bit() != argv[i]) return std::nullopt;
+  }
   return words;
 }
 
@@ -51,7 +56,12 @@ int main(int argc, char** argv) {
   TakeMemoryInLargeSteps();
   QCoreApplication::setApplicationName(u"Kestrel"_s);
   QCoreApplication::setApplicationVersion(Version::text);
-  const QStringList words = WordsOf(argc, argv);
+  const std::optional<QStringList> given = WordsOf(argc, argv);
+  if (!given) {
+    std::fputs("kestrel: a word of the command is not valid UTF-8\n", stderr);
+    return CommandLine::BadInput;
+  }
+  const QStringList& words = *given;
   if (CommandLine::IsCommand(words)) return RunCommandLine(argc, argv, words);
   if (!HasDisplay()) {
     std::fputs("kestrel: there is no display for the desktop program; kestrel help lists the commands\n",

@@ -8,6 +8,7 @@
 #include "core/Trap.h"
 #include "platform/language/Conversions.h"
 #include "platform/system/EventPump.h"
+#include "texts/LibraryWords.h"
 #include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
@@ -24,15 +25,30 @@ qint32 IDOfNewRecord(const QString& description) {
   }
 }
 
-// A refusal by the engine has its own message, a row that cannot be read the procedure's.
-bool IsUsable(const Library::Row& row) {
-  if (!row.failure) return true;
-  if (!row.refusedByEngine) throw Error(*row.failure);
-  ShowErrorMessage(true,
-                   LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s +
-                       row.data->ErrorMessage(),
-                   {});
-  return false;
+// The rows that are not among the data sets, and why; all in one box. A refusal by the engine has a message
+// of its own, a row that cannot be read the procedure's.
+void ReportBadRows(const std::vector<Library::Row>& rows) {
+  if (rows.empty()) return;
+  constexpr std::size_t mostNamed = 10;
+  QStringList lines;
+  for (const Library::Row& row : rows)
+    if (std::size_t(lines.size()) < mostNamed) lines << row.failure->Text();
+  if (rows.size() > mostNamed) lines << Words::Library::andMore(QString::number(rows.size() - mostNamed));
+  const QString text = lines.join(u"\r\n"_s);
+  if (rows.front().refusedByEngine)
+    ShowErrorMessage(
+        true, LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s + text, {});
+  else
+    ReportProcedureError(u"DataObjectFunctions::InitializeCDataCollection"_s, text);
+}
+
+void TellWhyNotWritten(const CData& data, const Library::Saved& saved) {
+  const QString& name = data.Description();
+  if (saved.outcome == Library::Saved::Outcome::Conflict)
+    ShowSystemMessage(Words::Library::bothChanged(name, saved.conflicts.join(u", "_s)),
+                      MessageBox::Icon::Exclamation);
+  if (saved.outcome == Library::Saved::Outcome::Gone)
+    ShowSystemMessage(Words::Library::deletedMeanwhile(name), MessageBox::Icon::Exclamation);
 }
 
 // The first entry that fits, or the end. The scans count in 16 bits: what lies behind that is out of reach.
@@ -61,31 +77,36 @@ bool InitializeCDataCollection() {
     ProgramState& state = Globals();
     DeleteAllDataObjects();
     const quint32 emptied = state.gCollectionEmptied;
-    bool loaded = false;
+    bool overtaken = false;
+    std::vector<Library::Row> badRows;
     CurrentLibrary()->ReadEach([&](const Library::Row& row) {
       DoEvents();
       // The user may have attached another database or closed the program meanwhile.
-      loaded = state.gCollectionEmptied == emptied && IsUsable(row);
-      if (loaded) state.gDataCollection.push_back(row.data);
-      return loaded;
+      overtaken = state.gCollectionEmptied != emptied;
+      if (overtaken) return false;
+      if (row.failure)
+        badRows.push_back(row);
+      else
+        state.gDataCollection.push_back(row.data);
+      return true;
     });
-    return loaded;
+    if (overtaken) return false;
+    ReportBadRows(badRows);
+    return !state.gDataCollection.empty();
   });
 }
 
-bool SaveDataObjectToDatabase(const CDataPtr& data) {
+bool SaveDataObjectToDatabase(const CDataPtr& data, Library::Saved* saved, const CData* over) {
   return Trap(u"DataObjectFunctions::SaveDataObjectToDatabase"_s, false, [&] {
-    bool isNew = false;
-    try {
-      isNew = CurrentLibrary()->Save(*data, Globals().clock->Now());
-    } catch (const Error& error) {
-      if (error.GetKind() != Error::Kind::Conflict) throw;
-      ShowSystemMessage(error.Text(), MessageBox::Icon::Exclamation);
-      return false;
-    }
+    const Library::Saved result = CurrentLibrary()->Save(*data, Globals().clock->Now(), over);
+    if (saved)
+      *saved = result;
+    else
+      TellWhyNotWritten(*data, result);
+    if (result.outcome != Library::Saved::Outcome::Written) return false;
     data->SetIsDataValid(true);
     data->SetDataChanged(false);
-    if (isNew) {
+    if (result.isNew) {
       data->SetID(IDOfNewRecord(data->Description()));
       Globals().gDataCollection.push_back(data);
     }

@@ -7,18 +7,20 @@
 #include <QString>
 
 #include "data/CData.h"
+#include "library/Library.h"
 
 namespace DataObjectFunctions {
 
-// Reads every row into the collection and runs the statistics on each. False for an empty table, or as soon
-// as one row fails (the rows before it stay).
+// Reads every row into the collection and runs the statistics on each. Rows that fail are told in one box and
+// left out. False where the collection is empty then, and where the table cannot be read.
 bool InitializeCDataCollection();
 
-// Writes one data set, in one transaction: a new row when its ID is not in the table. Existing rows keep
-// their description. Where the row is no longer as the data set was read from or saved to it, says so and
-// writes nothing. A new data set is appended to the collection, its ID read back by GetIDByName (0 when
-// that fails).
-bool SaveDataObjectToDatabase(const CDataPtr& data);
+// Writes one data set, in one transaction (see Library::Save): a new row where it was never read from one. A
+// new data set is appended to the collection, its ID read back by GetIDByName (0 when that fails). Where
+// somebody else has changed the same or deleted the row, writes nothing: a caller that takes `saved` is told
+// there and asks the user, for the others a message says so.
+bool SaveDataObjectToDatabase(const CDataPtr& data, Library::Saved* saved = nullptr,
+                              const CData* over = nullptr);
 
 // Puts values behind those of the data set in the table, whose limits stay, and shows what became of it. What
 // others put there meanwhile is kept.

@@ -6,6 +6,7 @@
 #include "core/RegistryFunctions.h"
 #include "core/Trap.h"
 #include "library/Revision.h"
+#include "library/Tables.h"
 #include "platform/language/Conversions.h"
 #include "texts/Texts.h"
 
@@ -128,7 +129,10 @@ bool MarkRecordAsDeletedByID(const QString& tableName, qint32 id) {
 
 bool DeleteRecordByID(const QString& tableName, qint32 id) {
   return Trap(u"QCGlobalFunctions::DeleteRecordByID"_s, false, [&] {
-    CurrentConnection().Execute(u"DELETE * FROM %1 WHERE ID = %2"_s.arg(tableName).arg(id));
+    if (tableName == Tables::StatData().name)
+      CurrentLibrary()->Delete(id, Globals().clock->Now());  // kept aside, to be restored
+    else
+      CurrentConnection().Execute(u"DELETE * FROM %1 WHERE ID = %2"_s.arg(tableName).arg(id));
     return true;
   });
 }

@@ -1,12 +1,12 @@
 #include "library/Backup.h"
-#include "texts/LibraryWords.h"
 
 #include <QDateTime>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <chrono>
 #include <filesystem>
+
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +22,9 @@ QString Name(const QString& library, int number) {
   return number == 1 ? newest : newest + u'.' + QString::number(number);
 }
 
+QString ChangeName(const QString& library) { return library + u".backup.change"_s; }
+QString DeletionName(const QString& library) { return library + u".backup.deletion"_s; }
+
 // How much later than `from` it was at `to`; a clock that was set back has no say.
 std::chrono::milliseconds Between(const QDateTime& from, const QDateTime& to) {
   return std::chrono::milliseconds(qAbs(from.msecsTo(to)));
@@ -29,10 +32,10 @@ std::chrono::milliseconds Between(const QDateTime& from, const QDateTime& to) {
 
 QDateTime MadeAt(const QString& path) { return QFileInfo(path).lastModified(); }
 
-bool IsDue(const QString& library) {
-  const QString newest = Name(library, 1);
-  return QFileInfo(library).size() <= Backup::largeLibrary || !QFile::exists(newest) ||
-         Between(MadeAt(newest), QDateTime::currentDateTime()) >= largeAgain;
+// Of a large library there is one for each purpose in an hour.
+bool IsDue(const QString& library, const QString& backup) {
+  return QFileInfo(library).size() <= Backup::largeLibrary || !QFile::exists(backup) ||
+         Between(MadeAt(backup), QDateTime::currentDateTime()) >= largeAgain;
 }
 
 void Remove(const QString& path) {
@@ -60,24 +63,43 @@ void Rotate(const QString& library) {
   Rename(newest, second);
 }
 
-// Run by who holds the library's write lock, so by one program at a time.
-void Make(const QString& library) {
-  const QString newest = Name(library, 1);
-  const QString copy = QFileInfo(newest + u".new"_s).absoluteFilePath();
+// Whoever may not read the library may not read its copy, from the first byte on.
+void MakeEmpty(const QString& copy, const QString& library) {
   Remove(copy);
   Remove(copy + u"-journal"_s);
+  QFile file(copy);
+  const bool made =
+      file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+  if (!made || !file.setPermissions(QFile::permissions(library)))
+    throw Error(u"%1: %2"_s.arg(copy, file.errorString()));
+}
+
+// Copies the library as it was before the transaction that holds its write lock, so that one program at a
+// time does, and hands the copy on; what is left of it goes.
+void Make(const QString& library, const std::function<void(const QString& copy)>& put) {
+  const QString copy = Name(library, 1) + u".new"_s;
   try {
+    MakeEmpty(copy, library);
     Connection reader;  // inside its transaction the writing one cannot copy
     reader.OpenWith(library);
     reader.Run(u"backup"_s, u"VACUUM INTO ?"_s, {copy});
-    // Whoever may not read the library may not read its copy.
-    QFile::setPermissions(copy, QFile::permissions(library));
-    Rotate(library);
-    Rename(copy, newest);
+    reader.Close();
+    put(copy);
   } catch (...) {
     QFile::remove(copy);
     throw;
   }
+}
+
+// The same file under a second name, in one step over what has that name.
+void Share(const QString& copy, const QString& name) {
+  const QString second = name + u".new"_s;
+  Remove(second);
+  std::error_code error;
+  const auto path = [](const QString& file) { return QFileInfo(file).filesystemFilePath(); };
+  std::filesystem::create_hard_link(path(copy), path(second), error);
+  if (error && !QFile::copy(copy, second)) throw Error(u"%1: the file cannot be copied"_s.arg(second));
+  Rename(second, name);
 }
 
 // Whether the library could not be read (its tables' definition, a lock, damage): then it cannot be changed
@@ -89,40 +111,67 @@ bool IsAboutLibrary(const std::exception& error) {
   return code == sqlError || code == busy || code == locked || code == corrupt || code == notADatabase;
 }
 
-using Tell = std::function<void(const QString&)>;
-
-void BeforeFirstChange(Connection& connection, const QString& library, const Tell& tell) {
-  // A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
-  const QFileInfo file(library);
-  const bool isWritable = file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
-  if (!isWritable || !IsDue(library)) return;
-  try {
-    Make(library);
-  } catch (const std::exception& error) {
-    if (IsAboutLibrary(error)) throw;
-    // Nobody has to wait for the lock while the user reads.
-    connection.RollbackTransaction();
-    if (tell) {
-      tell(Words::Library::noBackup(library, ErrorText(error)));
-    }
-    connection.BeginTransaction();
-  }
+QString FileItself(const QString& path) {
+  const QString itself = QFileInfo(path).canonicalFilePath();
+  return itself.isEmpty() ? QFileInfo(path).absoluteFilePath() : itself;
 }
 
 }  // namespace
 
-void Backup::Guard(Connection& connection, const QString& libraryPath, const Tell& tell,
-                   std::chrono::milliseconds checkHolds) {
+Backup::Backup(Connection& connection, const QString& libraryPath, Tell tell,
+               std::chrono::milliseconds checkHolds)
+    : connection_(connection),
+      given_(libraryPath),
+      library_(FileItself(libraryPath)),
+      tell_(std::move(tell)),
+      checkHolds_(checkHolds) {
   try {
-    connection.CheckIntegrity();
+    connection_.CheckIntegrity();
   } catch (...) {
-    connection.Close();
+    connection_.Close();
     throw;
   }
-  QElapsedTimer sinceCheck;
-  sinceCheck.start();
-  connection.BeforeFirstChange = [&connection, libraryPath, tell, checkHolds, sinceCheck] {
-    if (std::chrono::milliseconds(sinceCheck.elapsed()) >= checkHolds) connection.CheckIntegrity();
-    BeforeFirstChange(connection, libraryPath, tell);
-  };
+  sinceCheck_.start();
+  connection_.BeforeFirstChange = [this] { BeforeFirstChange(); };
+}
+
+Backup::~Backup() { connection_.BeforeFirstChange = nullptr; }
+
+// A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
+bool Backup::CanChange() const {
+  const QFileInfo file(library_);
+  return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+}
+
+void Backup::MakeOrTell(const std::function<void()>& make) {
+  if (!CanChange()) return;
+  try {
+    make();
+  } catch (const std::exception& error) {
+    if (IsAboutLibrary(error)) throw;
+    // Nobody has to wait for the lock while the user reads.
+    connection_.RollbackTransaction();
+    if (tell_) tell_(Words::Library::noBackup(given_, ErrorText(error)));
+    connection_.BeginTransaction();
+  }
+}
+
+void Backup::BeforeFirstChange() {
+  if (std::chrono::milliseconds(sinceCheck_.elapsed()) >= checkHolds_) connection_.CheckIntegrity();
+  const bool replaces = expected_ == Change::Replaces;
+  const bool isDue = IsDue(library_, Name(library_, 1));
+  const bool changeIsDue = replaces && IsDue(library_, ChangeName(library_));
+  if (!isDue && !changeIsDue) return;
+  MakeOrTell([&] {
+    Make(library_, [&](const QString& copy) {
+      if (changeIsDue) Share(copy, ChangeName(library_));
+      Rotate(library_);
+      Rename(copy, Name(library_, 1));
+    });
+  });
+}
+
+void Backup::BeforeDeletion() {
+  MakeOrTell(
+      [this] { Make(library_, [this](const QString& copy) { Rename(copy, DeletionName(library_)); }); });
 }

@@ -6,31 +6,58 @@
 // Therefore:
 //   - with all three there, the newest gives way to the new one while it is less than a day younger than the
 //     second; otherwise the oldest goes;
-//   - a library of more than 8 MB is copied at most once an hour.
-// A copy is made under another name and renamed, so that a backup is whole or not there. What a killed
-// program left behind is removed by the next one. A backup that cannot be made stops nothing: the user is
-// told, once in a session, and the change goes on.
+//   - a library of more than 8 MB is copied at most once an hour;
+//   - the copy made before a change that replaces something is also NAME.backup.change, and what was there
+//     before the last deletion NAME.backup.deletion: no change that only adds takes these away.
+// A copy is made under another name and renamed, so that a backup is whole or not there; nobody may read it
+// who may not read the library. What a killed program left behind is removed by the next one. A backup that
+// cannot be made stops nothing: the user is told, once in a session, and the change goes on. Behind a
+// symbolic link the backups stand beside the file itself.
 //
 // The check is of the file's structure: pages, rows, lengths. The format has no check marks over texts and
 // numbers; a digit that the disk has changed to another digit is a value like any other.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QString>
 #include <chrono>
 #include <functional>
 
 #include "platform/ado/Connection.h"
 
-namespace Backup {
+class Backup {
+ public:
+  static constexpr qint64 largeLibrary = 8LL * 1024 * 1024;  // bytes
 
-inline constexpr qint64 largeLibrary = 8LL * 1024 * 1024;  // bytes
+  enum class Change { Adds, Replaces };
+  // Gets the text for the user where no backup could be made; meanwhile no lock is held.
+  using Tell = std::function<void(const QString& text)>;
 
-// Checks the open library now; has its first change preceded by the backup and, where it comes later than a
-// check holds good, by another check. A damaged file is a DatabaseError: now, the connection is closed; then,
-// the change is refused. The file stays as it is. `tell` gets the text for the user where no backup could be
-// made; meanwhile no lock is held.
-void Guard(Connection& connection, const QString& libraryPath,
-           const std::function<void(const QString&)>& tell,
-           std::chrono::milliseconds checkHolds = std::chrono::minutes(1));
+  // Checks the open library now; has its first change preceded by the backup and, where it comes later than
+  // a check holds good, by another check. A damaged file is a DatabaseError: now, the connection is closed;
+  // then, the change is refused. The file stays as it is. The connection outlives the guard.
+  Backup(Connection& connection, const QString& libraryPath, Tell tell,
+         std::chrono::milliseconds checkHolds = std::chrono::minutes(1));
+  ~Backup();
+  Backup(const Backup&) = delete;
+  Backup& operator=(const Backup&) = delete;
 
-}  // namespace Backup
+  // What the next change does; said before its transaction begins.
+  void Expect(Change change) { expected_ = change; }
+
+  // Called in the transaction that deletes, before it does.
+  void BeforeDeletion();
+
+ private:
+  void BeforeFirstChange();
+  bool CanChange() const;
+  void MakeOrTell(const std::function<void()>& make);
+
+  Connection& connection_;
+  const QString given_;    // the path as the user knows it
+  const QString library_;  // the file itself
+  const Tell tell_;
+  const std::chrono::milliseconds checkHolds_;
+  QElapsedTimer sinceCheck_;
+  Change expected_ = Change::Replaces;
+};

@@ -1,12 +1,16 @@
 #include "library/Library.h"
 
+#include <QFileInfo>
 #include <QtConcurrentMap>
 #include <limits>
 
+#include "data/Names.h"
 #include "data/Statistics.h"
-#include "library/Backup.h"
+#include "library/ExtraTables.h"
 #include "library/LibraryFile.h"
+#include "library/Merge.h"
 #include "library/Revision.h"
+#include "library/Rows.h"
 #include "library/Tables.h"
 #include "platform/access/JetFile.h"
 #include "platform/language/Conversions.h"
@@ -16,50 +20,59 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString NamedRow(const QVariantList& row) {
-  const Table& table = Tables::StatData();
-  return Words::Library::dataSet(row[table.IndexOf(u"Description")].toString(),
-                                 row[table.IndexOf(u"ID")].toString());
-}
-
-CDataPtr MakeDataSet(const QVariantList& row) {
-  try {
-    return Tables::DataSetOf(row);
-  } catch (const Error& error) {
-    const QString name = NamedRow(row);
-    throw Error(name + u": "_s + error.Text(), Error::Kind::Unavailable, name);
-  }
-}
-
-Library::Row MakeRow(const QVariantList& row) {
-  try {
-    return {MakeDataSet(row), {}};
-  } catch (const Error& error) {
-    return {nullptr, error};
-  }
-}
-
-void Calculate(Library::Row& row) {
-  if (!row.data || QCGlobalFunctions::CalculateStatistics(*row.data)) return;
-  const QString name = NamedRow(row.data->RowAsKnown());
-  row.failure = InputError(name + u": "_s + row.data->ErrorMessage(), name);
-  row.refusedByEngine = true;
-}
+constexpr int rowsAtATime = 256;
 
 void RequireStatistics(CData& data, const QString& place) {
-  if (!QCGlobalFunctions::CalculateStatistics(data))
-    throw InputError(Words::Library::refusedValues(place, data.Description(), data.ErrorMessage()),
-                     data.Description());
+  if (QCGlobalFunctions::CalculateStatistics(data)) return;
+  throw InputError(Words::Library::refusedValues(place, data.Description(), data.ErrorMessage()), place);
 }
 
 void RequireCount(qsizetype count) {
   constexpr qsizetype most = std::numeric_limits<qint16>::max();
-  if (count > most) throw InputError(Words::Library::tooManySamples(count, most));
+  if (count > most)
+    throw InputError(Words::Library::tooManySamples(QString::number(count), QString::number(most)));
+}
+
+// One line on what others had changed before a save.
+QString TakenIn(const Merge::Result& merged) {
+  QStringList lines;
+  QStringList changed;
+  for (const Column::Unit unit : merged.takenIn) {
+    if (unit != Column::Unit::Values || merged.valuesAdded == 0) changed << Merge::NameOf(unit);
+  }
+  if (merged.valuesAdded == 1) lines << Words::Merge::oneValueAdded();
+  if (merged.valuesAdded > 1) lines << Words::Merge::valuesAdded(QString::number(merged.valuesAdded));
+  if (!changed.isEmpty()) lines << Words::Merge::othersChanged(changed.join(u", "_s));
+  return lines.join(u' ');
+}
+
+// The data set as loading its present row makes it; what belongs to the user's work with it stays.
+void TakeRow(CData& data, const QVariantList& row) {
+  CData loaded = Merge::AsLoaded(row, data);
+  const QVariantList look = Tables::RowOf(loaded);
+  const QVariantList before = Tables::RowOf(data);
+  bool same = true;
+  for (qsizetype i = 0; i < look.size(); ++i) {
+    const Column& column = Tables::StatData().columns[static_cast<std::size_t>(i)];
+    if (column.unit != Column::Unit::None && look[i] != before[i]) same = false;
+  }
+  if (!same) {
+    loaded.SetID(data.ID());
+    loaded.SetDataStartPoint(data.DataStartPoint());
+    loaded.SetDataStopPoint(data.DataStopPoint());
+    data = loaded;
+  }
+  data.SetLastModified(loaded.LastModified());
+  data.SetRowAsKnown(row);
 }
 
 }  // namespace
 
+// Opening
+
 void Library::Create(const QString& place) { LibraryFile::Create(place); }
+
+void Library::CopyTo(const QString& place) { LibraryFile::Copy(connection_, place); }
 
 Library::Library(const QString& place, const QString& provider) : place_(place) {
   connection_.Provider = provider;
@@ -70,7 +83,8 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
   const auto refuse = [&](const QString& reason) {
     throw Error(u"%1: %2"_s.arg(place, reason), Error::Kind::Unavailable, place);
   };
-  if (JetFile::IsAccessFile(place))
+  // A pipe would keep who looks into it waiting.
+  if (QFileInfo(place).isFile() && JetFile::IsAccessFile(place))
     throw Error(Words::Library::isAccessFile(place), Error::Kind::Unavailable, place);
   auto library = std::make_unique<Library>(place);
   const QString revision = library->Revision();
@@ -91,7 +105,14 @@ QString Library::Revision() {
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
 
-void Library::Guard(const News& news) { Backup::Guard(connection_, place_, news); }
+void Library::Guard(const News& news) {
+  ExtraTables::RequireKnownLayout(connection_, place_);
+  backup_ = std::make_unique<Backup>(connection_, place_, news);
+}
+
+void Library::Expect(Backup::Change change) {
+  if (backup_) backup_->Expect(change);
+}
 
 // Reading
 
@@ -109,48 +130,64 @@ Library::RawRows Library::Select(const QString& clause, const QVariantList& valu
   return rows;
 }
 
+Library::RawRows Library::SelectId(qint64 id) { return Select(u"WHERE ID = ?"_s, {id}); }
+
 void Library::ReadEach(const std::function<bool(const Row&)>& take) {
-  for (const QVariantList& values : Select()) {
-    Row row = MakeRow(values);
-    Calculate(row);
-    if (!take(row)) return;
+  qint64 last = std::numeric_limits<qint64>::min();
+  for (RawRows rows;
+       rows = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(rowsAtATime), {last}), !rows.empty();) {
+    last = Tables::IdOf(rows.back());
+    for (const QVariantList& values : rows) {
+      Row row = Rows::Make(values);
+      Rows::Calculate(row);
+      if (!take(row)) return;
+    }
   }
 }
 
 std::vector<Library::Row> Library::ReadAll() {
   std::vector<Row> rows;
-  for (const QVariantList& values : Select()) rows.push_back(MakeRow(values));
-  QtConcurrent::blockingMap(rows, Calculate);
+  qint64 last = std::numeric_limits<qint64>::min();
+  for (RawRows read;
+       read = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(rowsAtATime), {last}), !read.empty();) {
+    last = Tables::IdOf(read.back());
+    for (const QVariantList& values : read) rows.push_back(Rows::Make(values));
+  }
+  QtConcurrent::blockingMap(rows, Rows::Calculate);
   return rows;
 }
 
-CDataPtr Library::Find(const QString& description) {
-  const RawRows rows = Select(u"WHERE Description = ?"_s, {description});
-  try {
-    return rows.empty() ? nullptr : MakeDataSet(rows.front());
-  } catch (const Error& error) {
-    throw Error(place_ + u": "_s + error.Text(), error.GetKind(), error.About());
-  }
+std::optional<Library::Row> Library::Read(qint64 id) {
+  const RawRows rows = SelectId(id);
+  if (rows.empty()) return std::nullopt;
+  Row row = Rows::Make(rows.front());
+  Rows::Calculate(row);
+  return row;
 }
+
+// What a statement gives as ID and name.
+std::optional<qint64> Library::FindId(const QString& sql, const QString& name) {
+  std::vector<std::pair<qint64, QString>> all;
+  QSqlQuery query = connection_.Run(u"select"_s, sql);
+  while (connection_.NextRow(query)) all.emplace_back(query.value(0).toLongLong(), query.value(1).toString());
+  const auto found =
+      Names::Find(all.begin(), all.end(), name, [](const auto& entry) { return entry.second; });
+  return found == all.end() ? std::nullopt : std::optional(found->first);
+}
+
+std::optional<qint64> Library::FindDataSet(const QString& description) {
+  return FindId(u"SELECT ID, Description FROM StatData ORDER BY ID"_s, description);
+}
+
+bool Library::Contains(const QString& description) { return FindDataSet(description).has_value(); }
 
 // Writing
 
-QVariantList Library::Written(qint64 id) { return Select(u"WHERE ID = ?"_s, {id}).at(0); }
-
-void Library::RequireRowAsKnown(const CData& data) {
-  const RawRows rows = Select(u"WHERE ID = ?"_s, {data.ID()});
-  const auto refuse = [&](const Text<1>& reason) {
-    throw Error(reason(data.Description()), Error::Kind::Conflict, data.Description());
-  };
-  if (rows.empty()) refuse(Words::Library::deletedMeanwhile);
-  if (rows.front() != data.RowAsKnown()) refuse(Words::Library::changedMeanwhile);
-}
-
-void Library::Insert(CData& data, const QDateTime& now) {
+QVariantList Library::Insert(const CData& data, const QDateTime& now) {
   QStringList names{u"Description"_s, u"LastModified"_s};
   QVariantList values{data.Description(), Tables::DateText(now)};
   for (const Column& column : Tables::StatData().columns) {
-    if (!Tables::IsWrittenBySave(column)) continue;
+    if (column.unit == Column::Unit::None) continue;
     names << column.Quoted();
     values << column.write(data);
   }
@@ -158,73 +195,114 @@ void Library::Insert(CData& data, const QDateTime& now) {
   QSqlQuery query = connection_.Run(
       u"insert"_s, u"INSERT INTO StatData (%1) VALUES (%2)"_s.arg(names.join(u", "_s), places.join(u", "_s)),
       values);
-  data.SetRowAsKnown(Written(query.lastInsertId().toLongLong()));
+  return SelectId(query.lastInsertId().toLongLong()).at(0);
 }
 
-void Library::Update(CData& data, const QDateTime& now) {
+// Writes what differs between the two.
+QVariantList Library::Update(const QVariantList& before, const QVariantList& after, const QDateTime& now) {
+  const qint64 id = Tables::IdOf(before);
   QStringList assignments{u"LastModified = ?"_s};
   QVariantList values{Tables::DateText(now)};
-  for (const Column& column : Tables::StatData().columns) {
-    if (!Tables::IsWrittenBySave(column)) continue;
-    assignments << column.Quoted() + u" = ?"_s;
-    values << column.write(data);
+  const auto& columns = Tables::StatData().columns;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const auto at = static_cast<qsizetype>(i);
+    if (columns[i].unit == Column::Unit::None || after[at] == before[at]) continue;
+    assignments << columns[i].Quoted() + u" = ?"_s;
+    values << after[at];
   }
   connection_.Run(u"update"_s, u"UPDATE StatData SET %1 WHERE ID = ?"_s.arg(assignments.join(u", "_s)),
-                  values << data.ID());
-  data.SetRowAsKnown(Written(data.ID()));
+                  values << id);
+  return SelectId(id).at(0);
 }
 
-bool Library::Save(CData& data, const QDateTime& now) {
-  CData saved = data;
+Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* over) {
+  const QVariantList known = data.RowAsKnown();
+  Expect(known.isEmpty() ? Backup::Change::Adds : Backup::Change::Replaces);
   Transaction transaction(connection_);
-  const bool isNew = data.RowAsKnown().isEmpty() && Select(u"WHERE ID = ?"_s, {data.ID()}).empty();
-  if (!isNew && !data.RowAsKnown().isEmpty()) RequireRowAsKnown(data);
-  if (isNew)
-    Insert(saved, now);
-  else
-    Update(saved, now);
+  Saved saved;
+  saved.isNew = known.isEmpty();
+  QVariantList written;
+  if (saved.isNew) {
+    ExtraTables::Make(connection_);
+    written = Insert(data, now);
+  } else {
+    const RawRows present = SelectId(Tables::IdOf(known));
+    if (present.empty()) {
+      saved.outcome = Saved::Outcome::Gone;
+      return saved;
+    }
+    const bool mineDecides = over && over->RowAsKnown() == present.front();
+    const Merge::Result merged = Merge::Of(data, present.front(), mineDecides);
+    if (!merged.conflicts.empty()) {
+      saved.outcome = Saved::Outcome::Conflict;
+      for (const Column::Unit unit : merged.conflicts) saved.conflicts << Merge::NameOf(unit);
+      saved.theirs = std::make_shared<CData>(Merge::AsLoaded(present.front(), data));
+      return saved;
+    }
+    saved.takenIn = TakenIn(merged);
+    ExtraTables::Make(connection_);
+    written = Update(present.front(), merged.row, now);
+  }
   transaction.Commit();
-  saved.SetLastModified(Tables::DateText(now));
-  data = saved;
-  return isNew;
+  TakeRow(data, written);
+  return saved;
+}
+
+void Library::RequireFree(const QString& description) {
+  if (Contains(description)) throw InputError(Words::Library::alreadyThere(place_, description), description);
 }
 
 void Library::Add(CData& data, const QDateTime& now) {
   RequireCount(data.DelimitedInputString().count(u','));
   RequireStatistics(data, place_);
+  RequireFree(data.Description());  // before a backup is made for nothing
+  Expect(Backup::Change::Adds);
   // One transaction, so that nobody adds the same description in between.
   Transaction transaction(connection_);
-  if (Find(data.Description()))
-    throw InputError(Words::Library::alreadyThere(place_, data.Description()), data.Description());
+  RequireFree(data.Description());
   Save(data, now);
   AddUnit(data.UnitOfMeasurement());
   transaction.Commit();
 }
 
-CDataPtr Library::Append(const QString& description, const QStringList& values, const QDateTime& now) {
-  // One transaction from reading to writing: of two programs that append at once, neither loses the other's
-  // values.
-  Transaction transaction(connection_);
-  const CDataPtr data = Find(description);
-  if (!data) throw InputError(Words::Library::notThere(place_, description), description);
-  QString text = data->DelimitedInputString();
+// The data set with the values behind its own, and with its statistics.
+CDataPtr Library::Extended(const QString& description, const QStringList& values) {
+  const auto id = FindDataSet(description);
+  if (!id) throw InputError(Words::Library::notThere(place_, description), description);
+  const Row row = Rows::Make(SelectId(*id).at(0));
+  if (row.failure) throw Error(place_ + u": "_s + row.failure->Text(), row.failure->GetKind(), place_);
+  QString text = row.data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';
   for (const QString& value : values) text += value + u',';
   RequireCount(text.count(u','));
-  data->SetDelimitedInputString(text);
-  RequireStatistics(*data, place_);
-  const QString modified = Tables::DateText(now);
-  connection_.Run(u"update"_s, u"UPDATE StatData SET \"Values\" = ?, LastModified = ? WHERE ID = ?"_s,
-                  {text, modified, data->ID()});
-  data->SetRowAsKnown(Written(data->ID()));
+  row.data->SetDelimitedInputString(text);
+  RequireStatistics(*row.data, place_);
+  return row.data;
+}
+
+CDataPtr Library::Append(const QString& description, const QStringList& values, const QDateTime& now) {
+  Extended(description, values);  // what is refused is refused before a backup is made
+  Expect(Backup::Change::Adds);
+  // One transaction from reading to writing: of two programs that append at once, neither loses the other's
+  // values.
+  Transaction transaction(connection_);
+  const CDataPtr data = Extended(description, values);
+  ExtraTables::Make(connection_);
+  QVariantList after = data->RowAsKnown();
+  after[Tables::StatData().IndexOf(u"Values")] = data->DelimitedInputString();
+  const QVariantList written = Update(data->RowAsKnown(), after, now);
   transaction.Commit();
-  data->SetLastModified(modified);
+  TakeRow(*data, written);
   return data;
+}
+
+bool Library::OffersUnit(const QString& name) {
+  return FindId(u"SELECT ID, Name FROM Units WHERE Deleted = 0 ORDER BY ID"_s, name).has_value();
 }
 
 void Library::AddUnit(const QString& name) {
   if (name.isEmpty()) return;
-  connection_.Execute(
-      u"INSERT INTO Units (Name) SELECT ? WHERE NOT EXISTS (SELECT * FROM Units WHERE Name = ? AND Deleted = 0)"_s,
-      {name, name});
+  Transaction transaction(connection_);
+  if (!OffersUnit(name)) connection_.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {name});
+  transaction.Commit();
 }

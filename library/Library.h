@@ -12,15 +12,17 @@
 #include <vector>
 
 #include "data/CData.h"
+#include "library/Backup.h"
 #include "platform/ado/Connection.h"
 
 class Library {
  public:
   // Gets what a user should know although nothing failed: that no backup could be made.
-  using News = std::function<void(const QString& text)>;
+  using News = Backup::Tell;
 
-  // Makes an empty library; never overwrites a file.
+  // Makes an empty library, or a copy of this one with everything in it; neither overwrites a file.
   static void Create(const QString& place);
+  void CopyTo(const QString& place);
 
   // Opens whatever is there, and proves that it is a database.
   explicit Library(const QString& place, const QString& provider = Connection::JetProvider);
@@ -33,7 +35,7 @@ class Library {
   // The revision that it gives itself (the last row's): null for none, or for one too short to be one.
   QString Revision();
 
-  // Checks the file; has the first change preceded by a backup.
+  // Checks the file and whether this program may work with it; has the first change preceded by a backup.
   void Guard(const News& news);
 
   const QString& Place() const { return place_; }
@@ -44,20 +46,43 @@ class Library {
     CDataPtr data;
     std::optional<Error> failure;
     bool refusedByEngine = false;
+    qint64 id = 0;
+    QString description = {};
   };
 
-  // Gives every row, in the table's order; `take` says whether to go on. Other programs may write meanwhile.
+  // Gives every row, in the order of the IDs; `take` says whether to go on. Rows are read some at a time:
+  // meanwhile other programs may write, and each row is as it stood when it was read.
   void ReadEach(const std::function<bool(const Row& row)>& take);
 
   // The same at once, calculated on all of the machine's cores.
   std::vector<Row> ReadAll();
 
-  // The data set of that description, without statistics; null where there is none.
-  CDataPtr Find(const QString& description);
+  // The row of that ID; none where it is gone.
+  std::optional<Row> Read(qint64 id);
 
-  // Writes a data set in one transaction; true where that made a new row. Existing rows keep their
-  // description. A row that is no longer as the data set was read from or written to it is a conflict.
-  bool Save(CData& data, const QDateTime& now);
+  // Whether a data set has that name, or one that is the same.
+  bool Contains(const QString& description);
+
+  // What became of a save.
+  struct Saved {
+    enum class Outcome {
+      Written,
+      Conflict,  // somebody else changed the same meanwhile: nothing was written
+      Gone       // the row was deleted meanwhile: nothing was written
+    };
+    Outcome outcome = Outcome::Written;
+    bool isNew = false;
+    CDataPtr theirs;        // Conflict: the data set as it stands in the library, with its statistics
+    QStringList conflicts;  // Conflict: what both have changed, in words
+    QString takenIn;        // Written: one line on what others had changed; empty where they had not
+  };
+
+  // Writes a data set in one transaction. One that was never read from a library is a new row. Else only what
+  // was changed since its row was read is written (see Merge.h), existing rows keep their description, and
+  // the data set is then as loading the row would make it; what is not Written leaves it as it was. A
+  // conflict is decided for `data` where the user has seen and turned down `over`, the `theirs` of the save
+  // before, and the row is still that one.
+  Saved Save(CData& data, const QDateTime& now, const CData* over = nullptr);
 
   // Adds a new data set, and its unit where that is not offered yet. The description must not be taken.
   void Add(CData& data, const QDateTime& now);
@@ -67,15 +92,34 @@ class Library {
 
   // Offers a unit of measurement, unless it is offered already.
   void AddUnit(const QString& name);
+  bool OffersUnit(const QString& name);
+
+  // A data set that was deleted, kept aside until it is restored or purged.
+  struct Deleted {
+    qint64 number;      // of the deletion
+    QString deletedAt;  // as LastModified is written
+    Row row;            // its ID and description, and the data set where that can be read
+  };
+
+  void Delete(qint64 id, const QDateTime& now);
+  std::vector<Deleted> DeletedDataSets();  // newest first
+  // Under its ID, and its own description or another; InputError where that is taken.
+  void Restore(const Deleted& deleted, const QString& description = {});
+  void Purge(const Deleted& deleted);
 
  private:
   using RawRows = std::vector<QVariantList>;
   RawRows Select(const QString& clause = {}, const QVariantList& values = {});
-  QVariantList Written(qint64 id);
-  void Insert(CData& data, const QDateTime& now);
-  void Update(CData& data, const QDateTime& now);
-  void RequireRowAsKnown(const CData& data);
+  RawRows SelectId(qint64 id);
+  std::optional<qint64> FindId(const QString& sql, const QString& name);
+  std::optional<qint64> FindDataSet(const QString& description);
+  void Expect(Backup::Change change);
+  QVariantList Insert(const CData& data, const QDateTime& now);
+  QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
+  CDataPtr Extended(const QString& description, const QStringList& values);
+  void RequireFree(const QString& description);
 
   QString place_;
   Connection connection_;
+  std::unique_ptr<Backup> backup_;
 };

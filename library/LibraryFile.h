@@ -4,6 +4,7 @@
 #include <QString>
 #include <functional>
 
+#include "library/Tables.h"
 #include "platform/ado/Connection.h"
 
 namespace LibraryFile {
@@ -14,5 +15,12 @@ inline constexpr int applicationId = 0x4B535452;  // "KSTR", in the file's heade
 // it adds to the empty tables. The file appears complete or not at all; an existing file is never
 // overwritten. Throws Error naming the file.
 void Create(const QString& path, const std::function<void(Connection&)>& fill = {});
+
+// A library with everything that stands in the open one, deleted rows and IDs that were given included; under
+// the same conditions.
+void Copy(Connection& from, const QString& path);
+
+// What stands behind a column's name where a table is made.
+QString DeclarationOf(Column::Kind kind);
 
 }  // namespace LibraryFile

@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Kind = Column::Kind;
+using Unit = Column::Unit;
 
 double Number(const QVariant& value, const QString& column) {
   if (value.isNull()) throw Error(Words::Library::isNull(column));
@@ -38,40 +39,42 @@ void ReadValues(const QVariant& value, const QString&, CData& data) {
 
 // A column between a value of the database and the property that it is for: how the value is read, and what
 // it is converted by.
-#define COLUMN(Kind, Property, Convert, Read)                                            \
+#define COLUMN(Kind, Unit, Property, Convert, Read)                                      \
   Column {                                                                               \
-    QStringLiteral(#Property), Kind,                                                     \
+    QStringLiteral(#Property), Kind, Unit,                                               \
         [](const QVariant& value, [[maybe_unused]] const QString& column, CData& data) { \
           data.Set##Property(Convert(Read));                                             \
         },                                                                               \
         [](const CData& data) -> QVariant { return QVariant(data.Property()); }          \
   }
-#define REAL(Property) COLUMN(Kind::Real, Property, double, Number(value, column))
-#define LONG(Property) COLUMN(Kind::Whole, Property, Conversions::CLng, NumberOrZero(value, column))
-#define NAME(Property) COLUMN(Kind::Name, Property, QString, value.toString())
+#define REAL(Unit, Property) COLUMN(Kind::Real, Unit, Property, double, Number(value, column))
+#define LONG(Unit, Property) \
+  COLUMN(Kind::Whole, Unit, Property, Conversions::CLng, NumberOrZero(value, column))
+#define NAME(Unit, Property) COLUMN(Kind::Name, Unit, Property, QString, value.toString())
 
 Table StatDataTable() {
-  return {u"StatData"_s,
-          {COLUMN(Kind::Id, ID, Conversions::CLng, Number(value, column)),
-           NAME(Description),
-           {u"Values"_s, Kind::Text, ReadValues,
-            [](const CData& data) { return QVariant(data.DelimitedInputString()); }},
-           COLUMN(Kind::Text, LastModified, QString, TextOf(value)),
-           REAL(NominalSpecLimit),
-           REAL(UpperSpecLimit),
-           REAL(LowerSpecLimit),
-           REAL(HiFlier),
-           REAL(LoFlier),
-           REAL(XBarUCL),
-           REAL(XBarLCL),
-           REAL(XBarMean),
-           REAL(RBarUCL),
-           REAL(RBarLCL),
-           REAL(RBarMean),
-           COLUMN(Kind::Whole, SubGroupSize, Conversions::CInt, NumberOrZero(value, column)),
-           LONG(SensitivityValue),
-           LONG(DetectionPeriod),
-           NAME(UnitOfMeasurement)}};
+  return {
+      u"StatData"_s,
+      {COLUMN(Kind::Id, Unit::None, ID, Conversions::CLng, Number(value, column)),
+       NAME(Unit::None, Description),
+       {u"Values"_s, Kind::Text, Unit::Values, ReadValues,
+        [](const CData& data) { return QVariant(data.DelimitedInputString()); }},
+       COLUMN(Kind::Text, Unit::None, LastModified, QString, TextOf(value)),
+       REAL(Unit::SpecLimits, NominalSpecLimit),
+       REAL(Unit::SpecLimits, UpperSpecLimit),
+       REAL(Unit::SpecLimits, LowerSpecLimit),
+       REAL(Unit::Fliers, HiFlier),
+       REAL(Unit::Fliers, LoFlier),
+       REAL(Unit::ControlLimits, XBarUCL),
+       REAL(Unit::ControlLimits, XBarLCL),
+       REAL(Unit::ControlLimits, XBarMean),
+       REAL(Unit::ControlLimits, RBarUCL),
+       REAL(Unit::ControlLimits, RBarLCL),
+       REAL(Unit::ControlLimits, RBarMean),
+       COLUMN(Kind::Whole, Unit::ControlLimits, SubGroupSize, Conversions::CInt, NumberOrZero(value, column)),
+       LONG(Unit::Sensitivity, SensitivityValue),
+       LONG(Unit::DetectionPeriod, DetectionPeriod),
+       NAME(Unit::UnitOfMeasurement, UnitOfMeasurement)}};
 }
 
 #undef NAME
@@ -114,19 +117,20 @@ const Table& StatData() { return All()[0]; }
 const Table& Units() { return All()[1]; }
 const Table& Revisions() { return All()[2]; }
 
-CDataPtr DataSetOf(const QVariantList& row) {
-  const auto data = std::make_shared<CData>();
-  data->SetFollowsItsDecimals(true);
+void Fill(CData& data, const QVariantList& row) {
   const std::vector<Column>& columns = StatData().columns;
   for (std::size_t i = 0; i < columns.size(); ++i)
-    columns[i].read(row[static_cast<qsizetype>(i)], columns[i].name, *data);
-  data->SetRowAsKnown(row);
-  return data;
+    columns[i].read(row[static_cast<qsizetype>(i)], columns[i].name, data);
+  data.SetRowAsKnown(row);
 }
 
-bool IsWrittenBySave(const Column& column) {
-  return column.kind != Kind::Id && column.name != "Description"_L1 && column.name != "LastModified"_L1;
+QVariantList RowOf(const CData& data) {
+  QVariantList row;
+  for (const Column& column : StatData().columns) row << column.write(data);
+  return row;
 }
+
+qint64 IdOf(const QVariantList& row) { return row.front().toLongLong(); }
 
 QString DateText(const QDateTime& time) { return time.toString(u"yyyy-MM-dd HH:mm:ss"_s); }
 

@@ -12,15 +12,28 @@
 struct Column {
   // Name: a text whose case does not count in a search; Text: any other.
   enum class Kind { Id, Whole, Real, Name, Text, YesNo };
+  // StatData only: what is merged as one where two have changed a row; None is not written by a save.
+  enum class Unit {
+    None,
+    Values,
+    ControlLimits,
+    SpecLimits,
+    Fliers,
+    Sensitivity,
+    DetectionPeriod,
+    UnitOfMeasurement
+  };
 
   QString name;
   Kind kind;
+  Unit unit = Unit::None;
   // StatData only: the value of a row into a data set, and back. Read throws Error.
   void (*read)(const QVariant& value, const QString& column, CData& data) = nullptr;
   QVariant (*write)(const CData& data) = nullptr;
 
   QString Quoted() const { return u'"' + name + u'"'; }
   bool IsText() const { return kind == Kind::Name || kind == Kind::Text; }
+  bool IsControlLimit() const { return unit == Unit::ControlLimits && kind == Kind::Real; }
 };
 
 struct Table {
@@ -39,12 +52,14 @@ const Table& Units();
 const Table& Revisions();  // DBRevision
 const std::array<Table, 3>& All();
 
-// A data set of a row of StatData, its columns in the table's order; without statistics. Error where a value
-// is missing or cannot be what it should be.
-CDataPtr DataSetOf(const QVariantList& row);
+// A row of StatData, its columns in the table's order, into a data set, which then knows that row; no
+// statistics. Error where a value is missing or cannot be what it should be.
+void Fill(CData& data, const QVariantList& row);
 
-// The columns that a save writes to a row that exists; a new row gets its Description as well.
-bool IsWrittenBySave(const Column& column);
+// The columns as the data set has them.
+QVariantList RowOf(const CData& data);
+
+qint64 IdOf(const QVariantList& row);
 
 QString DateText(const QDateTime& time);  // as LastModified holds it
 

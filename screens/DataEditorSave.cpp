@@ -6,6 +6,7 @@
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
+#include "core/Globals.h"
 #include "core/Messages.h"
 #include "core/Trap.h"
 #include "data/RawDataReadings.h"
@@ -301,7 +302,9 @@ bool DataEditorSave::DescriptionIsFree() {
       QCGlobalFunctions::IsDuplicateName(u"StatData"_s, u"Description"_s, data_->Description(), &failed);
   // A test that failed has been reported; what it would have found is not known.
   if (failed) controlAtFault_ = u"txtDescription"_s;
-  if (failed || !exists) return !failed;
+  if (failed) return false;
+  // The table's own comparison knows the case of plain letters only.
+  if (!exists && !CurrentLibrary()->Contains(data_->Description())) return true;
   return Refuse(
       LoadResText(u"The file description entered already exists. Please select another description or "
                   u"CANCEL.;172"),

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "core/GlobalFunctions.h"
+#include "core/Globals.h"
 #include "core/Messages.h"
 #include "core/StartUp.h"
 #include "core/Trap.h"
@@ -133,8 +134,10 @@ void frmUnits::SaveUnit() {
 // A deleted unit's name is free again. A test that failed has been reported and says nothing of the name.
 bool frmUnits::NameIsFree() const {
   bool failed = false;
-  const bool exists = QCGlobalFunctions::IsDuplicateName(u"Units"_s, u"Deleted = 0 AND Name"_s,
-                                                         txtName->text().trimmed(), &failed);
+  const QString name = txtName->text().trimmed();
+  bool exists = QCGlobalFunctions::IsDuplicateName(u"Units"_s, u"Deleted = 0 AND Name"_s, name, &failed);
+  // The table's own comparison knows the case of plain letters only.
+  if (!failed && !exists) exists = CurrentLibrary()->OffersUnit(name);
   if (exists)
     ShowErrorMessage(false,
                      LoadResText(u"The Unit Of Measurement entered already exists. Unit Of Measurement names "

@@ -15,9 +15,9 @@ inline constexpr Text<> noLibrary{u"it is not a library (it has no revision that
 inline constexpr Text<1> noMinorRevision{u"The revision %1 has no minor number."};
 inline constexpr Text<2> alreadyThere{u"%1 has a data set \"%2\" already"};
 inline constexpr Text<2> notThere{u"%1 has no data set \"%2\""};
-inline constexpr Text<1> changedMeanwhile{
-    u"The data set \"%1\" was changed by somebody else since it was read. Nothing was written. Open the "
-    u"library again to see it as it is now."};
+inline constexpr Text<2> bothChanged{
+    u"The data set \"%1\" was changed by somebody else since it was read. Nothing was written, since both "
+    u"have changed %2. Open the library again to see it as it is now."};
 inline constexpr Text<1> deletedMeanwhile{
     u"The data set \"%1\" was deleted by somebody else since it was read. Nothing was written. Open the "
     u"library again to see what it holds now."};
@@ -28,7 +28,25 @@ inline constexpr Text<> isFolder{u"it is a folder, not a file"};
 inline constexpr Text<> existsAlready{u"the file exists already"};
 inline constexpr Text<> noSuchFolder{u"there is no such folder"};
 inline constexpr Text<1> notMade{u"the file cannot be made (%1)"};
+inline constexpr Text<> laterLayout{u"a later version of the program has changed this library; use that one"};
+inline constexpr Text<2> idTaken{
+    u"%1 has another data set with the ID %2; the deleted one cannot be brought back"};
+inline constexpr Text<1> andMore{u"and %1 more"};
 }  // namespace Library
+
+// What a save takes in of what others have written, or both have changed.
+namespace Merge {
+inline constexpr Text<> oneValueAdded{u"1 value was added meanwhile."};
+inline constexpr Text<1> valuesAdded{u"%1 values were added meanwhile."};
+inline constexpr Text<1> othersChanged{u"Somebody else changed %1 meanwhile."};
+inline constexpr Text<> values{u"the values"};
+inline constexpr Text<> controlLimits{u"the control limits or the subgroup size"};
+inline constexpr Text<> specLimits{u"the specification limits or the nominal value"};
+inline constexpr Text<> fliers{u"the flier limits"};
+inline constexpr Text<> sensitivity{u"the sensitivity"};
+inline constexpr Text<> detectionPeriod{u"the detection period"};
+inline constexpr Text<> unit{u"the unit of measurement"};
+}  // namespace Merge
 
 // Taking over an Access file.
 namespace Access {

@@ -1,5 +1,6 @@
 #include "platform/ado/Connection.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QUrl>
@@ -10,9 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// How long a statement waits for another program to let go of the file.
-constexpr int lockWaitMilliseconds = 2000;
 
 // SQLite's result codes that have plainer words than the library's own.
 QString PlainReason(int extendedCode, const QString& libraryText) {
@@ -35,6 +33,8 @@ QString PlainReason(int extendedCode, const QString& libraryText) {
       return u"the disk is full"_s;
     case 14:
       return u"the file cannot be opened"_s;
+    case 18:
+      return u"the text is too long"_s;
     case 26:
       return u"the file is not a database"_s;
     default:
@@ -54,6 +54,15 @@ QString ReasonNotToOpen(const QFileInfo& file) {
   if (!file.isFile()) return u"it is not an ordinary file"_s;
   if (!file.isReadable()) return u"access is denied"_s;
   return {};
+}
+
+// Why a file that can itself be written takes no change all the same; empty where that is not so.
+QString ReasonForNoJournal(const QString& path) {
+  const QFileInfo file(QFileInfo(path).canonicalFilePath());
+  if (!file.isWritable()) return {};
+  if (!QFileInfo(file.absolutePath()).isWritable()) return u"the folder is read-only"_s;
+  constexpr qsizetype mostBytes = 255 - qsizetype(sizeof "-journal" - 1);
+  return QFile::encodeName(file.fileName()).size() > mostBytes ? u"the name is too long"_s : QString();
 }
 
 // Of a Qt Sql connection: no two are alike.
@@ -101,7 +110,7 @@ void Connection::OpenFile(const QString& path) {
   // As a URI, since only that form can say that no file is to be made.
   const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
   database.setDatabaseName(QString::fromLatin1(url.toEncoded()) + u"?mode=rw"_s);
-  database.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(lockWaitMilliseconds));
+  database.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(LockWait));
   if (!database.open()) throw Failure(database.lastError());
   Control(u"open"_s, u"PRAGMA synchronous = FULL"_s);
   // The library opens any file; only reading tells whether it is a database.
@@ -127,7 +136,14 @@ void Connection::Close() {
 
 DatabaseError Connection::Failure(const QSqlError& error) const {
   const int code = Provider == OdbcProvider ? 0 : error.nativeErrorCode().toInt();
-  return DatabaseError(u"%1: %2"_s.arg(place_, PlainReason(code, LibraryText(error))), code & 0xFF);
+  const int primaryCode = code & 0xFF;
+  constexpr int readOnly = 8;
+  constexpr int cannotOpen = 14;
+  // The journal beside it is what could not be opened.
+  QString reason;
+  if (primaryCode == readOnly || primaryCode == cannotOpen) reason = ReasonForNoJournal(place_);
+  if (reason.isEmpty()) reason = PlainReason(code, LibraryText(error));
+  return DatabaseError(u"%1: %2"_s.arg(place_, reason), primaryCode);
 }
 
 QSqlQuery Connection::Run(const QString& operation, const QString& sql, const QVariantList& values) {
@@ -196,8 +212,12 @@ void Connection::BeginTransaction() {
 
 void Connection::CommitTransaction() {
   if (!inTransaction_) throw DatabaseError(u"No transaction is open."_s);
-  BeforeOperation(u"commit"_s);
-  if (!Database().commit()) throw Failure(Database().lastError());
+  if (Provider == OdbcProvider) {
+    BeforeOperation(u"commit"_s);
+    if (!Database().commit()) throw Failure(Database().lastError());
+  } else {
+    Control(u"commit"_s, u"COMMIT"_s);  // the driver's own tells no result code
+  }
   inTransaction_ = false;
 }
 

@@ -38,6 +38,7 @@ class Connection {
 
   int CommandTimeout =
       30;  // seconds; 30000 is what the program sets; the wait for a lock stays short all the same
+  int LockWait = 2000;  // milliseconds that a statement waits for another program to let go of the file
   QString Provider = JetProvider;
 
   // Opens, and proves that the file is a database by reading from it.

@@ -56,7 +56,7 @@ int MemoryRegistry::RegSetValueEx(Key key, const QString& name, Type type, const
   const auto open = open_.find(key);
   if (open == open_.end()) return NotFound;
   if (!(open->second.access & setRight)) return AccessDenied;
-  keys_[open->second.path].values[Folded(name)] = {name, type, data};
+  keys_[open->second.path].values[Folded(name)] = {name, type, data, {}};
   return Success;
 }
 
@@ -86,7 +86,8 @@ int FileRegistry::RegSetValueEx(Key key, const QString& name, Type type, const Q
   return status == Success ? Write() : status;
 }
 
-// The file is {key path: {value name: text for a string, {type: hexadecimal bytes} for anything else}}.
+// The file is {key path: {value name: text for a string, {type: hexadecimal bytes} for anything else}}. A
+// value whose bytes cannot be made out counts as empty and stays in the file as it is until it is set.
 int FileRegistry::Read() {
   QFile file(path_);
   if (!QFileInfo::exists(path_)) {
@@ -113,8 +114,12 @@ int FileRegistry::Read() {
       } else {
         const QJsonObject typed = value->toObject();
         entry.type = typed.isEmpty() ? None : static_cast<Type>(typed.begin().key().toInt());
-        entry.data =
-            typed.isEmpty() ? QByteArray() : QByteArray::fromHex(typed.begin()->toString().toLatin1());
+        const QString text = typed.isEmpty() ? QString() : typed.begin()->toString();
+        entry.data = QByteArray::fromHex(text.toLatin1());
+        if (QString::fromLatin1(entry.data.toHex()) != text.toLower()) {
+          entry.data.clear();
+          entry.unreadable = text;
+        }
       }
     }
   }
@@ -129,8 +134,9 @@ int FileRegistry::Write() {
       if (value.type == String)
         values[value.name] = QString::fromUtf8(value.data);
       else
-        values[value.name] =
-            QJsonObject{{QString::number(value.type), QString::fromLatin1(value.data.toHex())}};
+        values[value.name] = QJsonObject{
+            {QString::number(value.type),
+             value.unreadable.isEmpty() ? QString::fromLatin1(value.data.toHex()) : value.unreadable}};
     }
     keys[node.path] = values;
   }

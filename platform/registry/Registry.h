@@ -45,6 +45,7 @@ class MemoryRegistry : public Registry {
     QString name;
     Type type = None;
     QByteArray data;
+    QString unreadable = {};  // what a file holds in the data's place, where that is no bytes
   };
   struct OpenKey {
     QString path;  // folded

@@ -22,7 +22,7 @@ const std::map<std::string, std::set<std::string>> strangers = {
 
 // What a part of platform uses besides itself.
 const std::map<std::string, std::set<std::string>> platformUses = {
-    {"access", {"error"}}, {"ado", {"error"}}, {"language", {"error", "engine"}}};
+    {"access", {"error"}}, {"ado", {"error"}}, {"language", {"error", "engine"}}, {"system", {"error"}}};
 
 std::string Part(const std::string& path, int number) {
   const fs::path parts = path;

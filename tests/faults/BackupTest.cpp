@@ -70,7 +70,7 @@ TEST_F(BackupTest, DamageSinceTheLastCheckRefusesTheFirstChange) {
   QFile::remove(BackupPath());
   Connection connection;
   connection.OpenWith(library);
-  Backup::Guard(connection, library, {}, std::chrono::milliseconds(0));
+  const Backup guard(connection, library, {}, std::chrono::milliseconds(0));
   QByteArray damaged = Read(library);
   damaged[39] = 7;
   Write(library, damaged);

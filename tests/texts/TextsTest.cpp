@@ -82,7 +82,7 @@ TEST(Texts, NoneStandsOutsideThisRoom) {
   // What is no text although it looks like one.
   static const QRegularExpression allowed(
       u"^u\" ?(SELECT|DELETE|INSERT|CREATE|UPDATE|VACUUM|PRAGMA|CAST.* "
-      u"AS|INTEGER|TEXT|WHERE|AND|Deleted) "  // SQL
+      u"AS|INTEGER|TEXT|WHERE|AND|Deleted|DeletedAt|Entry) "  // SQL
       u"|Data Set\"$"                         // names on a recorded page
       u"|^u\"(M[Mm]{2} |yyyy-)"               // forms of date and time
       u"|Orvane Labs"_s);                     // a key of the settings

@@ -1,0 +1,28 @@
+// When two names are the same name: equal without regard to case, in Unicode's sense.
+#pragma once
+
+#include <QString>
+#include <algorithm>
+
+namespace Names {
+
+// Equal for names that are the same. The folding at hand gives a letter for a letter; of those that become
+// two, the one that names hold is the sharp s.
+inline QString Key(const QString& name) {
+  return name.toCaseFolded()
+      .replace(QChar(0xDF), QStringLiteral("ss"))
+      .normalized(QString::NormalizationForm_C);
+}
+
+inline bool AreSame(const QString& a, const QString& b) { return a == b || Key(a) == Key(b); }
+
+// The entry that a name means: the one of exactly that name, else the first one of the same.
+template <class Iterator, class NameOf>
+Iterator Find(Iterator begin, Iterator end, const QString& name, NameOf&& nameOf) {
+  const auto exact = std::find_if(begin, end, [&](const auto& entry) { return nameOf(entry) == name; });
+  if (exact != end) return exact;
+  const QString key = Key(name);
+  return std::find_if(begin, end, [&](const auto& entry) { return Key(nameOf(entry)) == key; });
+}
+
+}  // namespace Names

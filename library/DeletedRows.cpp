@@ -1,0 +1,51 @@
+#include "library/DeletedRows.h"
+
+#include "library/ExtraTables.h"
+
+using namespace Qt::StringLiterals;
+
+namespace DeletedRows {
+
+std::vector<Entry> All(Connection& connection) {
+  std::vector<Entry> entries;
+  if (!ExtraTables::HasDeleted(connection)) return entries;
+  const Table& table = Tables::StatData();
+  QSqlQuery query = connection.Run(
+      u"select"_s,
+      u"SELECT Entry, DeletedAt, %1 FROM DeletedStatData ORDER BY Entry DESC"_s.arg(table.ColumnList()));
+  while (connection.NextRow(query)) {
+    Entry& entry = entries.emplace_back();
+    entry.number = query.value(0).toLongLong();
+    entry.deletedAt = query.value(1).toString();
+    for (int i = 0; i < static_cast<int>(table.columns.size()); ++i) entry.row << query.value(i + 2);
+  }
+  return entries;
+}
+
+void Keep(Connection& connection, qint64 id, const QDateTime& now) {
+  ExtraTables::Make(connection);
+  const QString columns = Tables::StatData().ColumnList();
+  connection.Execute(
+      u"INSERT INTO DeletedStatData (DeletedAt, %1) SELECT ?, %1 FROM StatData WHERE ID = ?"_s.arg(columns),
+      {Tables::DateText(now), id});
+  connection.Execute(u"DELETE FROM StatData WHERE ID = ?"_s, {id});
+}
+
+void PutBack(Connection& connection, qint64 number, const QString& description) {
+  const QString columns = Tables::StatData().ColumnList();
+  const qint64 id =
+      connection
+          .Run(u"insert"_s,
+               u"INSERT INTO StatData (%1) SELECT %1 FROM DeletedStatData WHERE Entry = ?"_s.arg(columns),
+               {number})
+          .lastInsertId()
+          .toLongLong();
+  connection.Execute(u"UPDATE StatData SET Description = ? WHERE ID = ?"_s, {description, id});
+  Purge(connection, number);
+}
+
+void Purge(Connection& connection, qint64 number) {
+  connection.Execute(u"DELETE FROM DeletedStatData WHERE Entry = ?"_s, {number});
+}
+
+}  // namespace DeletedRows

@@ -1,0 +1,143 @@
+#include "library/LibraryWatch.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <cstring>
+
+#include "library/ExtraTables.h"
+#include "library/Tables.h"
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool IsBusy(const DatabaseError& error) {
+  constexpr int busy = 5;
+  constexpr int locked = 6;
+  return error.code == busy || error.code == locked;
+}
+
+// Versions count from 1; a row that is gone has this one's lowest bit.
+constexpr quint64 VersionOf(qint64 version, bool deleted) {
+  return static_cast<quint64>(version) * 2 + (deleted ? 1 : 0);
+}
+
+}  // namespace
+
+LibraryWatch::LibraryWatch(const QString& place) : place_(QFileInfo(place).absoluteFilePath()) { Begin(); }
+
+LibraryWatch::~LibraryWatch() = default;
+
+std::optional<LibraryWatch::File> LibraryWatch::FileAt(const QString& path) {
+#ifdef Q_OS_UNIX
+  struct stat status {};
+  if (stat(QFile::encodeName(path).constData(), &status) != 0) return std::nullopt;
+  return File{status.st_dev, status.st_ino};
+#else
+  const QFileInfo info(path);
+  if (!info.exists()) return std::nullopt;
+  return File{0, static_cast<quint64>(info.birthTime().toMSecsSinceEpoch())};
+#endif
+}
+
+// Starts with the file that is there. Says so where there was another one before, or why it cannot.
+std::optional<LibraryWatch::Change> LibraryWatch::Begin() {
+  const bool isAnother = file_.has_value();
+  try {
+    const auto file = FileAt(place_);
+    auto connection = std::make_unique<Connection>();
+    connection->LockWait = 0;
+    connection->OpenWith(place_);
+    connection_ = std::move(connection);
+    dataVersion_ = DataVersion();
+    hasVersions_ = ExtraTables::HasVersions(*connection_);
+    state_ = hasVersions_ ? ReadVersions() : ReadContents();
+    file_ = file;
+    trouble_.clear();
+  } catch (const DatabaseError& error) {
+    connection_.reset();
+    if (IsBusy(error)) return std::nullopt;
+    const bool isNews = trouble_ != error.Text();
+    trouble_ = error.Text();
+    if (isNews) return Change{.trouble = trouble_};
+    return std::nullopt;
+  }
+  if (isAnother) return Change{.replaced = true};
+  return std::nullopt;
+}
+
+std::optional<LibraryWatch::Change> LibraryWatch::Look() {
+  if (!connection_) return Begin();
+  if (FileAt(place_) != file_) {
+    connection_.reset();
+    return Begin();
+  }
+  try {
+    const qint64 now = DataVersion();
+    if (now == dataVersion_) return std::nullopt;
+    auto change = Compare();
+    dataVersion_ = now;
+    return change;
+  } catch (const DatabaseError& error) {
+    if (IsBusy(error)) return std::nullopt;  // the next look tells
+    connection_.reset();
+    trouble_ = error.Text();
+    return Change{.trouble = trouble_};
+  }
+}
+
+std::optional<LibraryWatch::Change> LibraryWatch::Compare() {
+  const bool hasVersions = ExtraTables::HasVersions(*connection_);
+  const bool byVersion = hasVersions && hasVersions_;
+  const State present = byVersion ? ReadVersions() : ReadContents();
+  Change change;
+  for (const auto& [id, state] : present) {
+    const auto before = state_.find(id);
+    if (before != state_.end() && before->second == state) continue;
+    const bool isGone = byVersion && state % 2 == 1;
+    (isGone ? change.deleted : change.changed).push_back(id);
+  }
+  for (const auto& [id, state] : state_)
+    if (!present.contains(id)) change.deleted.push_back(id);
+  change.others = change.changed.empty() && change.deleted.empty();
+  // Made meanwhile, the versions tell from now on.
+  state_ = hasVersions && !hasVersions_ ? ReadVersions() : present;
+  hasVersions_ = hasVersions;
+  return change;
+}
+
+// Another number whenever another connection has changed the file.
+qint64 LibraryWatch::DataVersion() {
+  QSqlQuery query = connection_->Run(u"watch"_s, u"PRAGMA data_version"_s);
+  return connection_->NextRow(query) ? query.value(0).toLongLong() : 0;
+}
+
+LibraryWatch::State LibraryWatch::ReadVersions() {
+  State state;
+  QSqlQuery query = connection_->Run(u"watch"_s, u"SELECT ID, Version, Deleted FROM StatDataVersion"_s);
+  while (connection_->NextRow(query))
+    state[query.value(0).toLongLong()] = VersionOf(query.value(1).toLongLong(), query.value(2).toBool());
+  return state;
+}
+
+LibraryWatch::State LibraryWatch::ReadContents() {
+  State state;
+  QSqlQuery query =
+      connection_->Run(u"watch"_s, u"SELECT %1 FROM StatData"_s.arg(Tables::StatData().ColumnList()));
+  while (connection_->NextRow(query)) {
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (int i = 0; i < static_cast<int>(Tables::StatData().columns.size()); ++i) {
+      hash.addData(query.value(i).toString().toUtf8());
+      hash.addData(QByteArrayView("\0", 1));
+    }
+    quint64 number = 0;
+    std::memcpy(&number, hash.result().constData(), sizeof number);
+    state[query.value(0).toLongLong()] = number;
+  }
+  return state;
+}

@@ -1,0 +1,245 @@
+#include "library/Merge.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+#include "data/Statistics.h"
+#include "platform/error/Error.h"
+#include "texts/LibraryWords.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Unit = Column::Unit;
+
+constexpr qint16 mostDecimals = 8;  // in which a limit is read
+
+bool SameValue(const QVariant& a, const QVariant& b) {
+  return a.isNull() || b.isNull() ? a.isNull() == b.isNull() : a == b;
+}
+
+// The samples of a stored text, without the blanks around them.
+QStringList SamplesOf(const QVariant& values) {
+  QStringList samples;
+  for (const QString& sample : values.toString().split(u',')) samples << sample.trimmed();
+  if (samples.last().isEmpty()) samples.removeLast();
+  return samples;
+}
+
+bool BeginsWith(const QStringList& samples, const QStringList& beginning) {
+  return samples.size() >= beginning.size() &&
+         std::equal(beginning.begin(), beginning.end(), samples.begin());
+}
+
+// Null where the two cannot both be kept.
+std::optional<QStringList> MergedSamples(const QStringList& base, const QStringList& mine,
+                                         const QStringList& theirs) {
+  if (mine == base || mine == theirs) return theirs;
+  if (theirs == base) return mine;
+  const bool theyAdded = BeginsWith(theirs, base);
+  if (BeginsWith(mine, base)) return theirs + mine.mid(base.size());
+  if (theyAdded) return mine + theirs.mid(base.size());
+  return std::nullopt;
+}
+
+QString StoredForm(const QStringList& samples) {
+  return samples.isEmpty() ? QString() : samples.join(u',') + u',';
+}
+
+// Whether the limits are those that all points give.
+bool LimitsAreOfAllPoints(const CData& data) {
+  CData all = data;
+  all.SetDataStartPoint(0);
+  all.SetDataStopPoint(0);
+  QCGlobalFunctions::ClearControlLimits(all);
+  return QCGlobalFunctions::CalculateStatistics(all) && all.ControlLimits() == data.ControlLimits();
+}
+
+// Each side has passed the checks of its own units; what is left is whether they go together.
+bool PassesChecks(CData data) {
+  return data.SubGroupSize() >= 1 && QCGlobalFunctions::CalculateStatistics(data);
+}
+
+// One merge of one row, unit by unit.
+class Merging {
+ public:
+  Merging(const CData& mine, const QVariantList& theirs, bool mineDecides)
+      : mineData_(mine),
+        base_(mine.RowAsKnown()),
+        mine_(Tables::RowOf(mine)),
+        isMine_(ColumnsChanged(Merge::AsLoaded(base_, mine), mine)),
+        theirs_(theirs),
+        mineDecides_(mineDecides) {
+    result_.row = theirs;
+  }
+
+  Merge::Result Run() {
+    for (const Unit unit : {Unit::Values, Unit::SpecLimits, Unit::Fliers, Unit::Sensitivity,
+                            Unit::DetectionPeriod, Unit::UnitOfMeasurement})
+      unit == Unit::Values ? MergeValues() : MergeFields(unit);
+    MergeControlLimits();
+    const bool isOfTwo = !result_.takenIn.empty() && !mineChanged_.empty() && result_.conflicts.empty();
+    if (isOfTwo && !mineDecides_ && !PassesChecks(Merge::AsLoaded(result_.row, mineData_)))
+      result_.conflicts = mineChanged_;
+    return result_;
+  }
+
+ private:
+  // What the user has changed, and not merely the decimals in which limits are read.
+  static std::vector<bool> ColumnsChanged(const CData& loaded, const CData& mine) {
+    const auto inFull = [](CData data) {
+      data.SetPrecisionValue(mostDecimals);
+      return Tables::RowOf(data);
+    };
+    const QVariantList before = Tables::RowOf(loaded);
+    const QVariantList beforeInFull = inFull(loaded);
+    const QVariantList after = Tables::RowOf(mine);
+    const QVariantList afterInFull = inFull(mine);
+    std::vector<bool> changed;
+    for (qsizetype i = 0; i < after.size(); ++i)
+      changed.push_back(!SameValue(after[i], before[i]) && !SameValue(afterInFull[i], beforeInFull[i]) &&
+                        !SameValue(afterInFull[i], before[i]));
+    return changed;
+  }
+
+  bool IsMine(qsizetype column) const { return isMine_[static_cast<std::size_t>(column)]; }
+
+  bool IsMine(Unit unit) const {
+    const auto& columns = Tables::StatData().columns;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      if (columns[i].unit == unit && isMine_[i]) return true;
+    return false;
+  }
+
+  // Whether one of the unit's columns differs between two rows.
+  static bool Differs(Unit unit, const QVariantList& a, const QVariantList& b) {
+    const auto& columns = Tables::StatData().columns;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const auto at = static_cast<qsizetype>(i);
+      if (columns[i].unit == unit && !SameValue(a[at], b[at])) return true;
+    }
+    return false;
+  }
+
+  // What this save puts into the unit's columns; the others stay, digits and all. A limit that the row left
+  // to be calculated is kept with the others as soon as one of them is.
+  void TakeMine(Unit unit) {
+    const auto& columns = Tables::StatData().columns;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const auto at = static_cast<qsizetype>(i);
+      if (columns[i].unit != unit) continue;
+      const bool leftOpen = columns[i].IsControlLimit() && base_[at].toDouble() == 0;
+      result_.row[at] = leftOpen || IsMine(at) ? mine_[at] : base_[at];
+    }
+  }
+
+  void Note(Unit unit, bool mine, bool theirs) {
+    if (mine) mineChanged_.push_back(unit);
+    if (theirs) result_.takenIn.push_back(unit);
+  }
+
+  void MergeFields(Unit unit) {
+    const bool mine = IsMine(unit);
+    const bool theirs = Differs(unit, theirs_, base_);
+    Note(unit, mine, theirs && !mine);
+    if (!mine) return;
+    TakeMine(unit);
+    if (theirs && !mineDecides_ && Differs(unit, result_.row, theirs_)) result_.conflicts.push_back(unit);
+  }
+
+  void MergeValues() {
+    const qsizetype at = Tables::StatData().IndexOf(u"Values");
+    const QStringList base = SamplesOf(base_[at]);
+    const QStringList mine = SamplesOf(mine_[at]);
+    const QStringList theirs = SamplesOf(theirs_[at]);
+    Note(Unit::Values, mine != base, theirs != base && theirs != mine);
+    if (mine == base || mine == theirs) {
+      if (theirs != base && BeginsWith(theirs, base)) result_.valuesAdded = theirs.size() - base.size();
+      return;
+    }
+    const auto merged = MergedSamples(base, mine, theirs);
+    if (!merged && !mineDecides_) return result_.conflicts.push_back(Unit::Values);
+    const QStringList samples = merged.value_or(mine);
+    if (samples.size() > std::numeric_limits<qint16>::max())
+      throw InputError(Words::Library::tooManySamples(QString::number(samples.size()),
+                                                      QString::number(std::numeric_limits<qint16>::max())));
+    if (BeginsWith(theirs, base)) result_.valuesAdded = theirs.size() - base.size();
+    result_.row[at] = StoredForm(samples);
+  }
+
+  void MergeControlLimits() {
+    const bool othersMatter = !result_.takenIn.empty() || Differs(Unit::ControlLimits, theirs_, base_);
+    const bool recalculated = othersMatter && IsMine(Unit::ControlLimits) && LimitsAreOfAllPoints(mineData_);
+    if (!recalculated) return MergeFields(Unit::ControlLimits);
+    Note(Unit::ControlLimits, true, false);
+    if (!MergeSubGroupSize()) return result_.conflicts.push_back(Unit::ControlLimits);
+    CData merged = Merge::AsLoaded(result_.row, mineData_);
+    QCGlobalFunctions::ClearControlLimits(merged);
+    merged.SetDataStartPoint(0);
+    merged.SetDataStopPoint(0);
+    if (!QCGlobalFunctions::CalculateStatistics(merged))
+      return result_.conflicts.push_back(Unit::ControlLimits);
+    const QVariantList calculated = Tables::RowOf(merged);
+    const auto& columns = Tables::StatData().columns;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      if (columns[i].IsControlLimit())
+        result_.row[static_cast<qsizetype>(i)] = calculated[static_cast<qsizetype>(i)];
+  }
+
+  // The one field of the limits' unit that is not calculated. False for a conflict.
+  bool MergeSubGroupSize() {
+    const qsizetype at = Tables::StatData().IndexOf(u"SubGroupSize");
+    if (!IsMine(at)) return true;
+    const bool theirs = !SameValue(theirs_[at], base_[at]) && !SameValue(theirs_[at], mine_[at]);
+    result_.row[at] = mine_[at];
+    return !theirs || mineDecides_;
+  }
+
+  const CData& mineData_;
+  const QVariantList base_;
+  const QVariantList mine_;
+  const std::vector<bool> isMine_;
+  const QVariantList theirs_;
+  const bool mineDecides_;
+  std::vector<Unit> mineChanged_;
+  Merge::Result result_;
+};
+
+}  // namespace
+
+Merge::Result Merge::Of(const CData& mine, const QVariantList& theirs, bool mineDecides) {
+  return Merging(mine, theirs, mineDecides).Run();
+}
+
+CData Merge::AsLoaded(const QVariantList& row, const CData& like) {
+  CData data = like;
+  Tables::Fill(data, row);
+  data.SetDataStartPoint(0);
+  data.SetDataStopPoint(0);
+  QCGlobalFunctions::CalculateStatistics(data);
+  return data;
+}
+
+QString Merge::NameOf(Column::Unit unit) {
+  switch (unit) {
+    case Unit::Values:
+      return Words::Merge::values();
+    case Unit::ControlLimits:
+      return Words::Merge::controlLimits();
+    case Unit::SpecLimits:
+      return Words::Merge::specLimits();
+    case Unit::Fliers:
+      return Words::Merge::fliers();
+    case Unit::Sensitivity:
+      return Words::Merge::sensitivity();
+    case Unit::DetectionPeriod:
+      return Words::Merge::detectionPeriod();
+    case Unit::UnitOfMeasurement:
+      return Words::Merge::unit();
+    case Unit::None:
+      break;
+  }
+  return {};
+}

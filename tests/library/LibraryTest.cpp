@@ -1,0 +1,204 @@
+// Two programs at work on one library, and what is kept of what is deleted.
+#include "library/Library.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "library/LibraryFile.h"
+#include "tests/library/LibraryFixture.h"
+
+using Outcome = Library::Saved::Outcome;
+
+namespace {
+
+class LibraryTest : public LibraryFixture {};
+
+// The worst fault once: a script appended five values, somebody saved a limit, and they were gone.
+TEST_F(LibraryTest, ASaveKeepsWhatOthersAppended) {
+  const CDataPtr data = Added(u"Shaft"_s);
+  others->Append(u"SHAFT"_s, {u"10.0"_s, u"11"_s}, now);
+  data->SetUpperSpecLimit(13);
+  const Library::Saved saved = library->Save(*data, now);
+  EXPECT_EQ(saved.outcome, Outcome::Written);
+  EXPECT_EQ(saved.takenIn, u"2 values were added meanwhile."_s);
+  EXPECT_EQ(Values(), u"9,10,11,10,9,10,11,10,10.0,11,"_s);
+  EXPECT_EQ(Value(u"SELECT UpperSpecLimit FROM StatData"_s), 13);
+  EXPECT_EQ(Value(u"SELECT XBarUCL FROM StatData"_s), 0) << "calculated at each load, as before";
+  EXPECT_EQ(data->SampleQty(), 10) << "the data set is as the row is";
+  EXPECT_EQ(library->Save(*data, now).takenIn, QString());
+}
+
+TEST_F(LibraryTest, AConflictWritesNothingUntilItIsDecided) {
+  const CDataPtr data = Added(u"Shaft"_s);
+  Execute(u"UPDATE StatData SET UpperSpecLimit = 14, LastModified = 'then'"_s);
+  data->SetUpperSpecLimit(13);
+  const Library::Saved saved = library->Save(*data, now);
+  EXPECT_EQ(saved.outcome, Outcome::Conflict);
+  EXPECT_EQ(saved.conflicts.size(), 1);
+  EXPECT_EQ(saved.theirs->UpperSpecLimit(), 14);
+  EXPECT_EQ(data->UpperSpecLimit(), 13);
+  EXPECT_NE(data->LastModified(), u"then"_s) << "of a save that failed nothing is shown";
+  EXPECT_EQ(Value(u"SELECT UpperSpecLimit FROM StatData"_s), 14);
+  // What the user has turned down is no longer what stands there.
+  Execute(u"UPDATE StatData SET UpperSpecLimit = 15"_s);
+  const Library::Saved again = library->Save(*data, now, saved.theirs.get());
+  EXPECT_EQ(again.outcome, Outcome::Conflict);
+  EXPECT_EQ(library->Save(*data, now, again.theirs.get()).outcome, Outcome::Written);
+  EXPECT_EQ(Value(u"SELECT UpperSpecLimit FROM StatData"_s), 13);
+}
+
+TEST_F(LibraryTest, ARowThatIsGoneIsNotMadeAgain) {
+  const CDataPtr data = Added(u"Shaft"_s);
+  others->Delete(1, now);
+  EXPECT_EQ(library->Save(*data, now).outcome, Outcome::Gone);
+  EXPECT_EQ(Number(u"SELECT count(*) FROM StatData"_s), 0);
+  data->SetRowAsKnown({});  // the user wants it as a new one
+  EXPECT_TRUE(library->Save(*data, now).isNew);
+  EXPECT_EQ(Number(u"SELECT ID FROM StatData"_s), 2);
+}
+
+// Once the next new data set wrote over it.
+TEST_F(LibraryTest, ADataSetWithTheIdZeroStays) {
+  Added(u"Zero"_s);
+  Execute(u"UPDATE StatData SET ID = 0"_s);
+  EXPECT_TRUE(library->Save(*NewDataSet(u"New"_s), now).isNew);
+  EXPECT_EQ(Number(u"SELECT count(*) FROM StatData"_s), 2);
+  const CDataPtr zero = library->Read(0)->data;
+  zero->SetUpperSpecLimit(13);
+  EXPECT_FALSE(library->Save(*zero, now).isNew);
+  EXPECT_EQ(Value(u"SELECT UpperSpecLimit FROM StatData WHERE ID = 0"_s), 13);
+}
+
+TEST_F(LibraryTest, OneRuleSaysWhichNamesAreTheSame) {
+  Added(u"Größe Ø"_s);
+  EXPECT_THROW(library->Add(*NewDataSet(u"größe ø"_s), now), InputError);
+  EXPECT_THROW(library->Add(*NewDataSet(u"GRÖSSE Ø"_s), now), InputError);
+  Added(u"größe ø"_s);  // as an older program would
+  library->Append(u"größe ø"_s, {u"1"_s}, now);
+  EXPECT_EQ(Number(u"SELECT ID FROM StatData WHERE \"Values\" LIKE '%,1,'"_s), 2) << "exactly that name wins";
+  library->Append(u"GRÖßE Ø"_s, {u"2"_s}, now);
+  EXPECT_EQ(Number(u"SELECT ID FROM StatData WHERE \"Values\" LIKE '%,2,'"_s), 1) << "else the first";
+  library->AddUnit(u"µm Ø"_s);
+  library->AddUnit(u"µM ø"_s);
+  EXPECT_EQ(Number(u"SELECT count(*) FROM Units"_s), 1);
+}
+
+TEST_F(LibraryTest, WhatIsDeletedCanBeRestoredOrPurged) {
+  const CDataPtr first = Added(u"Shaft"_s);
+  library->Delete(1, now);
+  library->Delete(Added(u"Shaft"_s)->ID(), now.addSecs(60));
+  Added(u"SHAFT"_s);
+  std::vector<Library::Deleted> deleted = library->DeletedDataSets();
+  ASSERT_EQ(deleted.size(), 2U);
+  EXPECT_EQ(deleted[0].row.id, 2) << "newest first";
+  EXPECT_EQ(deleted[0].deletedAt, u"2024-02-29 13:46:59"_s);
+  EXPECT_EQ(deleted[0].row.data->SampleQty(), 8);
+  EXPECT_THROW(library->Restore(deleted[1]), InputError) << "the name is in use";
+  library->Restore(deleted[1], u"Old shaft"_s);
+  const CDataPtr back = library->Read(1)->data;
+  EXPECT_EQ(back->Description(), u"Old shaft"_s);
+  EXPECT_EQ(back->RowAsKnown().mid(2), first->RowAsKnown().mid(2)) << "LastModified too";
+  library->Purge(deleted[0]);
+  EXPECT_TRUE(library->DeletedDataSets().empty());
+  EXPECT_EQ(Added(u"Next"_s)->ID(), 4) << "no ID is given twice";
+}
+
+TEST_F(LibraryTest, ALibraryOfALaterLayoutIsRefused) {
+  Added(u"Shaft"_s);
+  library->Guard({});
+  Execute(u"UPDATE LibraryLayout SET Number = 2"_s);
+  EXPECT_THROW(Library::Open(path, {}), Error);
+}
+
+TEST_F(LibraryTest, ACopyHoldsEverythingAndReplacesNothing) {
+  Added(u"Shaft"_s);
+  Added(u"Bore"_s);
+  library->Delete(2, now);
+  const QString copy = folder.filePath(u"copy"_s);
+  library->CopyTo(copy);
+  EXPECT_THROW(library->CopyTo(copy), Error);
+  const auto opened = Library::Open(copy, {});
+  EXPECT_EQ(opened->Read(1)->data->RowAsKnown(), library->Read(1)->data->RowAsKnown());
+  EXPECT_EQ(opened->DeletedDataSets().size(), 1U);
+  opened->Save(*NewDataSet(u"Next"_s), now);
+  EXPECT_TRUE(opened->Read(3)) << "an ID that was given is not given again";
+}
+
+// Two programs at once once both made the file, and the second one's replaced the first one's.
+TEST_F(LibraryTest, AFileThatAppearsMeanwhileIsNotReplaced) {
+  const QString other = folder.filePath(u"other"_s);
+  const auto fill = [&](Connection&) {
+    QFile file(other);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::NewOnly) && file.write("theirs") == 6);
+  };
+  try {
+    LibraryFile::Create(other, fill);
+    ADD_FAILURE() << "it was replaced";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Text(), other + u": the file exists already"_s);
+  }
+  EXPECT_EQ(QFile(other).size(), 6);
+  EXPECT_EQ(Files(), QStringList({u"other"_s, u"plant.kestrel"_s}));
+  EXPECT_THROW(Library::Create(folder.filePath(QString(250, u'n'))), Error);
+}
+
+class BackupsTest : public LibraryFixture {
+ protected:
+  BackupsTest() {
+    data = Added(u"Shaft"_s);
+    Session();
+  }
+  // As if the program had been started anew.
+  void Session() {
+    library = Library::Open(path, {});
+    data = library->Read(1) ? library->Read(1)->data : nullptr;
+  }
+  static QString ValuesIn(const QString& backup) {
+    return Library(backup).Read(1)->data->DelimitedInputString();
+  }
+  void Appends(int times) {
+    for (int i = 0; i < times; ++i) {
+      Session();
+      library->Append(u"Shaft"_s, {QString::number(i)}, now);
+    }
+  }
+  CDataPtr data;
+};
+
+TEST_F(BackupsTest, AppendsPushOutNeitherWhatAChangeReplacedNorADeletion) {
+  const QString before = Values();
+  data->SetDelimitedInputString(u"1,2,3,4,5,6,7,8,"_s);
+  library->Save(*data, now);
+  Appends(5);
+  EXPECT_EQ(ValuesIn(path + u".backup.change"_s), before);
+  Session();
+  data->SetUpperSpecLimit(13);
+  library->Save(*data, now);
+  const QString last = Values();
+  library->Delete(1, now);  // not the session's first change
+  Session();
+  library->Add(*NewDataSet(u"Next"_s), now);
+  library->Append(u"Next"_s, {u"1"_s}, now);
+  EXPECT_EQ(ValuesIn(path + u".backup.deletion"_s), last);
+}
+
+TEST_F(BackupsTest, WhatIsRefusedMakesNone) {
+  EXPECT_THROW(library->Add(*NewDataSet(u"SHAFT"_s), now), InputError);
+  EXPECT_THROW(library->Append(u"Nobody"_s, {u"1"_s}, now), InputError);
+  EXPECT_THROW(library->Append(u"Shaft"_s, {u"x"_s}, now), InputError);
+  EXPECT_EQ(Files(), QStringList{u"plant.kestrel"_s});
+}
+
+TEST_F(BackupsTest, StandBesideTheFileItselfAndAreNobodyElses) {
+  const QString link = folder.filePath(u"link"_s);
+  ASSERT_TRUE(QFile::link(path, link));
+  const mode_t before = umask(0);
+  QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+  library = Library::Open(link, {});
+  library->Append(u"Shaft"_s, {u"1"_s}, now);
+  umask(before);
+  EXPECT_EQ(Files(), QStringList({u"link"_s, u"plant.kestrel"_s, u"plant.kestrel.backup"_s}));
+  EXPECT_EQ(QFile::permissions(path + u".backup"_s) & (QFile::ReadOther | QFile::ReadGroup), 0);
+}
+
+}  // namespace

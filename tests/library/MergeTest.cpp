@@ -1,0 +1,135 @@
+// What becomes of a row that two have changed, unit by unit.
+#include "library/Merge.h"
+
+#include "platform/error/Error.h"
+#include "tests/library/LibraryFixture.h"
+
+using Unit = Column::Unit;
+
+namespace {
+
+class MergeTest : public testing::Test {
+ protected:
+  // The row of a data set with these values and a row of limits that are kept.
+  static QVariantList Row(const QString& values = u"1,2,3,4,"_s) {
+    return {7,    u"SHAFT"_s, values, u"2024-01-01 00:00:00"_s,
+            2.50, 5.0,        0.0,    9,
+            -9,   6.0,        -1.0,   2.5,
+            3.0,  0.0,        1.0,    1,
+            1,    1,          u"MM"_s};
+  }
+  static qsizetype At(QStringView column) { return Tables::StatData().IndexOf(column); }
+  static QVariantList With(QVariantList row, QStringView column, const QVariant& value) {
+    row[At(column)] = value;
+    return row;
+  }
+  static CData Loaded(const QVariantList& row) { return Merge::AsLoaded(row, {}); }
+
+  static QString Values(const QString& base, const QString& mine, const QString& theirs) {
+    CData data = Loaded(Row(base));
+    data.SetDelimitedInputString(mine);
+    const Merge::Result merged = Merge::Of(data, Row(theirs));
+    return merged.conflicts.empty() ? merged.row[At(u"Values")].toString() : u"conflict"_s;
+  }
+};
+
+TEST_F(MergeTest, Values) {
+  const struct {
+    QString base, mine, theirs, merged;
+  } cases[] = {{u"1,2,"_s, u"1,2,"_s, u"1,2,3,"_s, u"1,2,3,"_s},
+               {u"1,2,"_s, u"1,2,4,"_s, u"1,2,"_s, u"1,2,4,"_s},
+               {u"1,2,"_s, u"1,2,4,"_s, u"1,2,3,"_s, u"1,2,3,4,"_s},
+               {u"1,2,"_s, u"1,9,"_s, u"1,2,3,"_s, u"1,9,3,"_s},
+               {u"1,2,"_s, u"1,2,4,"_s, u"1,9,"_s, u"1,9,4,"_s},
+               {u"1,2,"_s, u"1,"_s, u"1,2,3,"_s, u"1,3,"_s},
+               {u"1,2,"_s, u"1,9,"_s, u"1,8,"_s, u"conflict"_s},
+               {u"1,2,"_s, u"1,9,"_s, u"1,9,"_s, u"1,9,"_s},
+               {u"1,2,"_s, u"1,2.0,"_s, u"1,2,"_s, u"1,2.0,"_s},
+               {{}, u"1,"_s, u"2,"_s, u"2,1,"_s},
+               // The same samples: the row's own text stays.
+               {u" 1 ,2"_s, u"1,2,"_s, u" 1 ,2"_s, u" 1 ,2"_s},
+               {u"1,2"_s, u"1,2,4,"_s, u"1,2,3"_s, u"1,2,3,4,"_s}};
+  for (const auto& [base, mine, theirs, merged] : cases)
+    EXPECT_EQ(Values(base, mine, theirs), merged)
+        << base.toStdString() << " | " << mine.toStdString() << " | " << theirs.toStdString();
+  CData data = Loaded(Row());
+  data.SetDelimitedInputString(u"9,"_s + u"1,"_s.repeated(20000));
+  EXPECT_THROW(Merge::Of(data, Row(u"1,2,3,4,"_s + u"1,"_s.repeated(20000))), InputError);
+}
+
+// A field that only one has changed is that one's, and its neighbours keep every digit.
+TEST_F(MergeTest, EachUnitOnItsOwn) {
+  const std::vector<std::pair<QString, QVariant>> theirChanges = {
+      {u"UpperSpecLimit"_s, 6.0},   {u"HiFlier"_s, 8.0},
+      {u"XBarUCL"_s, 5.5},          {u"SubGroupSize"_s, 2},
+      {u"SensitivityValue"_s, 2},   {u"DetectionPeriod"_s, 0},
+      {u"Values"_s, u"4,3,2,1,"_s}, {u"UnitOfMeasurement"_s, u"INCH"_s}};
+  const QVariantList base = With(Row(), u"NominalSpecLimit", 2.123456789);
+  for (const auto& [column, value] : theirChanges) {
+    SCOPED_TRACE(column.toStdString());
+    const QVariantList theirs = With(base, column, value);
+    CData mine = Loaded(base);
+    EXPECT_EQ(Merge::Of(mine, theirs).row, theirs) << "nothing of mine";
+    EXPECT_EQ(Merge::Of(mine, theirs).takenIn.size(), 1U);
+    Tables::StatData().columns[std::size_t(At(column))].read(value, column, mine);
+    EXPECT_EQ(Merge::Of(mine, base).row[At(column)], value) << "mine alone";
+    EXPECT_EQ(Merge::Of(mine, base).row[At(u"NominalSpecLimit")], 2.123456789);
+    EXPECT_TRUE(Merge::Of(mine, theirs).conflicts.empty()) << "both the same";
+    for (const auto& [other, otherValue] : theirChanges) {
+      const bool sameUnit = Tables::StatData().columns[std::size_t(At(other))].unit ==
+                            Tables::StatData().columns[std::size_t(At(column))].unit;
+      if (sameUnit) continue;
+      const Merge::Result merged = Merge::Of(mine, With(base, other, otherValue));
+      EXPECT_TRUE(merged.conflicts.empty()) << other.toStdString();
+      EXPECT_EQ(merged.row, With(With(base, other, otherValue), column, value)) << other.toStdString();
+    }
+  }
+}
+
+TEST_F(MergeTest, BothDifferentlyIsAConflictUnlessOneDecides) {
+  CData mine = Loaded(Row());
+  mine.SetUpperSpecLimit(6);
+  mine.SetSensitivityValue(2);
+  // The other end of the same unit counts as well.
+  const QVariantList theirs = With(With(Row(), u"LowerSpecLimit", -2.0), u"DetectionPeriod", 0);
+  EXPECT_EQ(Merge::Of(mine, theirs).conflicts, std::vector<Unit>{Unit::SpecLimits});
+  const Merge::Result decided = Merge::Of(mine, theirs, true);
+  EXPECT_TRUE(decided.conflicts.empty());
+  EXPECT_EQ(decided.row[At(u"UpperSpecLimit")], 6);
+  EXPECT_EQ(decided.row[At(u"LowerSpecLimit")], 0) << "the unit is mine as a whole";
+  EXPECT_EQ(decided.row[At(u"DetectionPeriod")], 0) << "what is no conflict stays theirs";
+}
+
+TEST_F(MergeTest, LimitsOfAllPointsAreCalculatedAgain) {
+  CData mine = Loaded(Row());
+  QCGlobalFunctions::ClearControlLimits(mine);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(mine));
+  const QVariantList theirs = With(Row(u"1,2,3,4,5,6,7,8,"_s), u"XBarUCL", 5.0);
+  const Merge::Result merged = Merge::Of(mine, theirs);
+  EXPECT_TRUE(merged.conflicts.empty());
+  EXPECT_EQ(merged.valuesAdded, 4);
+  EXPECT_EQ(merged.row[At(u"XBarMean")], 4.5) << "of all eight";
+  mine.SetXBarUCL(7);  // typed, not calculated
+  EXPECT_EQ(Merge::Of(mine, theirs).conflicts, std::vector<Unit>{Unit::ControlLimits});
+}
+
+// Limits of 0 are calculated at each load: that is no change of mine.
+TEST_F(MergeTest, WhatLoadingMadeOfTheRowIsNoChange) {
+  QVariantList row = With(Row(), u"UpperSpecLimit", 5.00004);
+  for (const QStringView column : {u"XBarUCL", u"XBarLCL", u"XBarMean", u"RBarUCL", u"RBarMean"})
+    row[At(column)] = 0.0;
+  row[At(u"SensitivityValue")] = QVariant();
+  CData mine = Loaded(row);
+  EXPECT_NE(mine.XBarMean(), 0);
+  EXPECT_EQ(Merge::Of(mine, row).row, row);
+}
+
+// The engine takes 1 to 20 in a subgroup; a row that holds more was nobody's choice here.
+TEST_F(MergeTest, WhatDoesNotGoTogetherIsAConflict) {
+  CData mine = Loaded(Row());
+  mine.SetUnitOfMeasurement(u"INCH"_s);
+  EXPECT_EQ(Merge::Of(mine, With(Row(), u"Values", u"1,2,x,"_s)).conflicts,
+            std::vector<Unit>{Unit::UnitOfMeasurement});
+}
+
+}  // namespace
