@@ -18,6 +18,12 @@ qsizetype VariableOffset(QByteArrayView row, qsizetype maskStart, qsizetype i) {
   return Get<quint16>(row, maskStart - 4 - 2 * i);
 }
 
+// Access shortens a row where it stands: between its data and their offsets zero bytes stay behind.
+bool IsSlack(QByteArrayView row, qsizetype from, qsizetype to) {
+  if (from > to) return false;
+  return std::ranges::all_of(Slice(row, from, to - from), [](char byte) { return byte == 0; });
+}
+
 bool HasValue(QByteArrayView row, qsizetype maskStart, int columnNumber) {
   return (Get<quint8>(row, maskStart + columnNumber / 8) >> (columnNumber % 8) & 1) != 0;
 }
@@ -107,8 +113,8 @@ void JetRows::ReadRow(QByteArrayView row) {
   }
 }
 
-// A row is its column count, the fixed data, the variable data, the offsets of these, their number, the null
-// mask.
+// A row is its column count, the fixed data, the variable data, slack, the offsets of these data, their number,
+// the null mask.
 JetRows::Layout JetRows::ReadLayout(QByteArrayView row) const {
   Layout layout;
   layout.columns = Get<quint16>(row, 0);
@@ -119,7 +125,7 @@ JetRows::Layout JetRows::ReadLayout(QByteArrayView row) const {
     layout.variables = Get<quint16>(row, layout.maskStart - 2);
     layout.fixedEnd = VariableOffset(row, layout.maskStart, 0);
     const qsizetype end = VariableOffset(row, layout.maskStart, layout.variables);
-    sound = sound && end == layout.maskStart - 4 - 2 * layout.variables;
+    sound = sound && IsSlack(row, end, layout.maskStart - 4 - 2 * layout.variables);
   }
   for (qsizetype i = 0; i < layout.variables; ++i) {
     sound = sound && VariableOffset(row, layout.maskStart, i) <= VariableOffset(row, layout.maskStart, i + 1);
@@ -200,6 +206,7 @@ QByteArray JetRows::LongValue(QByteArrayView field) {
     value.reserve(size);
     while (pointer != 0 && value.size() <= size) {
       const JetRecord record = LongRecord(pointer);
+      if (record.size <= 4) throw JetError(u"a piece of its text is empty"_s);
       value += Slice(record.Bytes(), 4, record.size - 4);
       pointer = Get<quint32>(record.Bytes(), 0);
     }
@@ -213,7 +220,7 @@ QByteArray JetRows::LongValue(QByteArrayView field) {
 JetRecord JetRows::LongRecord(quint32 pointer) {
   UseOnce(pointer);
   JetRecord record = pages_.Record(pointer);
-  if (Owner(record.page) != longValueOwner || record.deleted || record.moved || record.size <= 4) {
+  if (Owner(record.page) != longValueOwner || record.deleted || record.moved) {
     throw JetError(u"a piece of its text is not where it should be"_s);
   }
   return record;

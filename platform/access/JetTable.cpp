@@ -106,6 +106,7 @@ JetTable ReadTableDefinition(JetPages& pages, quint32 page, const QString& name)
   table.name = name;
   table.page = page;
   table.rowCount = Get<quint32>(definition, 16);
+  table.lastNumber = Get<quint32>(definition, 20);
   table.columnsEver = Get<quint16>(definition, 41);
   table.variablesEver = Get<quint16>(definition, 43);
   table.ownedPages = Get<quint32>(definition, 55);

@@ -37,6 +37,10 @@ inline std::vector<std::pair<QString, QString>> Valid() {
     const QString base = QString::fromLatin1(name);
     files.emplace_back(base + QStringLiteral(".mdb"), base);
   }
+  for (const char* name : {"shrunk", "fullrow", "lastdeleted"}) {
+    const QString base = QString::fromLatin1(name);
+    files.emplace_back(base + QStringLiteral(".mdb.z"), base);
+  }
   return files;
 }
 
