@@ -1,8 +1,9 @@
 #include "data/WrittenNumbers.h"
 
+#include <QRegularExpression>
 #include <algorithm>
-#include <optional>
 
+#include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 
 using namespace Qt::StringLiterals;
@@ -41,7 +42,101 @@ std::optional<QString> WithoutGroups(QStringView whole, QChar otherDecimal) {
   return digits;
 }
 
+QString Joined(const QStringList& values) {
+  constexpr qsizetype most = 4;
+  if (values.size() < 2) return values.join(QString());
+  if (values.size() <= most)
+    return values.mid(0, values.size() - 1).join(u", "_s) + u" and "_s + values.back();
+  return values.mid(0, most - 1).join(u", "_s) + u" and %1 more"_s.arg(values.size() - most + 1);
+}
+
+// What a word may mean.
+class Word {
+ public:
+  Word(const QString& text, const Notation& notation) : text_(text), notation_(notation) {
+    const bool onlyList = notation.separator == u',';
+    const bool noList = notation.decimal == Decimal::Comma || !(notation.separator.isNull() || onlyList);
+    if (!onlyList || !text.contains(u',')) {
+      for (const Decimal mark : {Decimal::Point, Decimal::Comma})
+        if (Allows(mark)) Add({Read(text, mark)}, OneValue(mark));
+    }
+    if (!noList && text.contains(u',')) Add(Pieces(), u"--separator comma"_s);
+  }
+
+  // Empty where it is no number.
+  QStringList Values() const {
+    if (readings_.isEmpty()) return {};
+    const bool told = notation_.decimal || !notation_.separator.isNull();
+    if (readings_.size() == 1 && (told || !text_.contains(u','))) return readings_.front();
+    if (!told && IsPlainList()) return readings_.back();
+    QList<Reading> readings;
+    for (qsizetype i = 0; i < readings_.size(); ++i) readings << Reading{Joined(readings_[i]), options_[i]};
+    throw InputError(Doubt(text_, readings));
+  }
+
+ private:
+  // Without a comma in it a word is in the program's own notation, unless another was told.
+  bool Allows(Decimal mark) const {
+    if (!text_.contains(u',')) return mark == notation_.decimal.value_or(Decimal::Point);
+    return mark == notation_.decimal.value_or(mark);
+  }
+
+  // What makes one value of a word with commas: a decimal point alone leaves them separators.
+  QString OneValue(Decimal mark) const {
+    return Option(mark) +
+           (mark == Decimal::Point && notation_.separator.isNull() ? u" --separator semicolon"_s : QString());
+  }
+
+  void Add(const QStringList& values, const QString& option) {
+    if (values.isEmpty() || values.contains(QString()) || readings_.contains(values)) return;
+    readings_ << values;
+    options_ << option;
+  }
+
+  QStringList Pieces() const {
+    QStringList pieces;
+    for (const QString& piece : text_.split(u',', Qt::SkipEmptyParts)) pieces << Read(piece, Decimal::Point);
+    return pieces;
+  }
+
+  // Values that all have a decimal point, or one with the comma behind it that a list has.
+  bool IsPlainList() const {
+    const QStringList pieces = text_.split(u',');
+    if (pieces.size() == 2 && pieces[1].isEmpty()) return true;
+    const auto hasPoint = [](const QString& piece) { return piece.isEmpty() || piece.contains(u'.'); };
+    return options_.back() == "--separator comma"_L1 && std::ranges::all_of(pieces, hasPoint);
+  }
+
+  const QString& text_;
+  const Notation& notation_;
+  QList<QStringList> readings_;
+  QStringList options_;
+};
+
+QStringList Words(const QString& text, const Notation& notation) {
+  static const QRegularExpression blanks(u"[\\s;]+"_s);
+  static const QRegularExpression lineEnds(u"[\\r\\n]+"_s);
+  if (notation.separator.isNull()) return text.split(blanks, Qt::SkipEmptyParts);
+  QStringList words;
+  for (const QString& line : text.split(lineEnds, Qt::SkipEmptyParts)) {
+    for (const QString& field : line.split(notation.separator))
+      if (const QString word = field.trimmed(); !word.isEmpty()) words << word;
+  }
+  return words;
+}
+
+// Between thousands a blank would make two values of one.
+void RefuseBlankBetweenThousands(const QString& text, const Notation& notation) {
+  if (!notation.separator.isNull() || notation.decimal != Decimal::Comma) return;
+  static const QRegularExpression form(u"(?<!\\S)[-+\u2212]?[1-9]\\d{0,2}(?:[ \\t]\\d{3})+,\\d+(?!\\S)"_s);
+  const QString found = form.match(text).captured();
+  if (found.isEmpty()) return;
+  throw InputError(u"\"%1\" may be one value or several: write thousands without a blank"_s.arg(found));
+}
+
 }  // namespace
+
+QString Option(Decimal mark) { return mark == Decimal::Point ? u"--decimal point"_s : u"--decimal comma"_s; }
 
 QString Read(QStringView text, Decimal mark) {
   text = text.trimmed();
@@ -63,6 +158,39 @@ QString Read(QStringView text, Decimal mark) {
   if (!digits || (grouped && rest.contains(u'e', Qt::CaseInsensitive))) return {};
   const QString number = sign + *digits + rest;
   return Conversions::IsNumeric(number) ? number : QString();
+}
+
+bool HasTwoReadings(QStringView text) {
+  if (!text.contains(u'.') && !text.contains(u',')) return false;
+  const QString point = Read(text, Decimal::Point);
+  const QString comma = Read(text, Decimal::Comma);
+  return !point.isEmpty() && !comma.isEmpty() && point != comma;
+}
+
+QStringList ReadList(const QString& text, const Notation& notation, qsizetype before) {
+  RefuseBlankBetweenThousands(text, notation);
+  QStringList values;
+  for (const QString& word : Words(text, notation)) {
+    const QStringList found = Word(word, notation).Values();
+    if (found.isEmpty()) {
+      const QString how = notation.decimal == Decimal::Comma ? u" with a decimal comma"_s : QString();
+      throw InputError(u"value %1 (\"%2\") is not a number%3"_s.arg(before + values.size() + 1)
+                           .arg(word.size() > 60 ? word.left(60) + u"..."_s : word, how));
+    }
+    values += found;
+  }
+  return values;
+}
+
+QString Doubt(const QString& text, const QList<Reading>& readings) {
+  if (readings.size() == 1)
+    return u"\"%1\" is %2 only with %3"_s.arg(text, readings[0].meaning, readings[0].option);
+  QString words;
+  for (qsizetype i = 0; i < readings.size(); ++i) {
+    if (i > 0) words += i + 1 == readings.size() ? u" or "_s : u", "_s;
+    words += u"%1 (%2)"_s.arg(readings[i].meaning, readings[i].option);
+  }
+  return u"\"%1\" may be %2"_s.arg(text, words);
 }
 
 }  // namespace WrittenNumbers

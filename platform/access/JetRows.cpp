@@ -113,8 +113,8 @@ void JetRows::ReadRow(QByteArrayView row) {
   }
 }
 
-// A row is its column count, the fixed data, the variable data, slack, the offsets of these data, their number,
-// the null mask.
+// A row is its column count, the fixed data, the variable data, slack, the offsets of these data, their
+// number, the null mask.
 JetRows::Layout JetRows::ReadLayout(QByteArrayView row) const {
   Layout layout;
   layout.columns = Get<quint16>(row, 0);
