@@ -27,23 +27,31 @@ const QString limitWords =
   --period WORD          long: every point is judged; short: the last eight (long)
 )"_s;
 
+const QString notationWords =
+    uR"(  --decimal WORD         point or comma: the decimal mark of the values
+  --separator WORD       comma, semicolon or tab: what stands between values
+)"_s;
+
 const std::vector<Command>& AllCommands() {
   static const std::vector<Command> commands = {
       {u"new"_s, Commands::New, false, u"FILE"_s, u"makes an empty library"_s,
        u"An existing file is never overwritten.\n"_s},
       {u"import"_s, Commands::Import, false,
        u"FILE CSV --description TEXT --usl X --lsl X --nominal X [--unit U] [--subgroup N]\n"
-       "                [--sensitivity low|medium|high] [--period long|short] [--column NAME|N]"_s,
+       "                [--sensitivity low|medium|high] [--period long|short] [--column NAME|N]\n"
+       "                [--decimal point|comma] [--separator comma|semicolon|tab]"_s,
        u"adds a data set from one column of a CSV file"_s,
        u"The control limits are calculated from the data and kept.\n"
        "  --description TEXT     the data set's name, which no other may have\n"
        "  --nominal X            the nominal value, within the specification limits\n"
        "  --unit U               the unit of measurement\n"
        "  --column NAME|N        the column, by its heading or its number from 1\n"_s +
-           limitWords},
-      {u"append"_s, Commands::Append, false, u"FILE --description TEXT VALUE..."_s,
+           notationWords + limitWords},
+      {u"append"_s, Commands::Append, false,
+       u"FILE --description TEXT [--decimal point|comma] [--separator comma|semicolon|tab] VALUE..."_s,
        u"adds values to a data set"_s,
-       u"Without values on the line they are read from standard input. Kept control limits stay as they are.\n"_s},
+       u"Without values on the line they are read from standard input. Kept control limits stay as they are.\n"_s +
+           notationWords},
       {u"status"_s, Commands::Status, false, u"FILE [--json] [--check]"_s,
        u"shows the state of every data set"_s,
        u"  --json                 an array with one object per data set\n"
@@ -64,13 +72,15 @@ const std::vector<Command>& AllCommands() {
        u"The Access file is only read; an existing file is never overwritten.\n"_s},
       {u"stats"_s, Commands::Stats, false,
        u"[--subgroup N] [--usl X --lsl X] [--sensitivity WORD] [--period WORD] [--start N --stop N]\n"
-       "               [--limits XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN] [--precision N] [--reverse]"_s,
+       "               [--limits XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN] [--precision N] [--reverse]\n"
+       "               [--decimal point|comma] [--separator comma|semicolon|tab]"_s,
        u"statistics of values on standard input, as JSON"_s,
        limitWords +
            u"  --start N --stop N     the plot points that the limits are calculated from\n"
            "  --limits SIX           limits to keep; 0 has one calculated\n"
            "  --precision N          decimals of the texts and of the rules' judgement, 0 to 15 (4)\n"
-           "  --reverse              the values are given newest first\n"_s},
+           "  --reverse              the values are given newest first\n"_s +
+           notationWords},
       {u"verify"_s, Commands::Verify, true, u"[--json] [--pdf FILE]"_s, u"checks the program's own figures"_s,
        u"Compares with certified, published and independently calculated figures on this machine.\n"
        "  --json                 an object with every figure, expected and found\n"

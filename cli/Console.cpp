@@ -1,7 +1,6 @@
 #include "cli/Console.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <cstdio>
 
 #include "platform/error/Error.h"
@@ -40,9 +39,7 @@ void Print(const QString& text) {
   }
 }
 
-void Complain(const QString& text) {
-  std::fprintf(stderr, "kestrel: %s\n", OnOneLine(text).constData());
-}
+void Complain(const QString& text) { std::fprintf(stderr, "kestrel: %s\n", OnOneLine(text).constData()); }
 
 void Warn(const QString& text) {
   std::fprintf(stderr, "kestrel: warning: %s\n", OnOneLine(text).constData());
@@ -54,11 +51,6 @@ QByteArray ReadInput() {
   QByteArray bytes = input.readAll();
   if (input.error() != QFileDevice::NoError) throw Error(u"standard input cannot be read"_s);
   return bytes;
-}
-
-QStringList SplitValues(const QByteArray& text) {
-  static const QRegularExpression separators(u"[\\s,;]+"_s);
-  return QString::fromUtf8(text).split(separators, Qt::SkipEmptyParts);
 }
 
 Progress::~Progress() {

@@ -18,9 +18,6 @@ void Warn(const QString& text);
 // Standard input as a whole; a Error where it cannot be read.
 QByteArray ReadInput();
 
-// Values separated by blanks, line ends, commas or semicolons; empty ones left out.
-QStringList SplitValues(const QByteArray& text);
-
 // A line on standard error that is written over as work goes on; nothing where that is no terminal.
 class Progress {
  public:

@@ -1,195 +1,421 @@
 #include "cli/CsvColumn.h"
 
 #include <QFile>
+#include <QRegularExpression>
+#include <QStringDecoder>
 #include <algorithm>
 #include <vector>
 
+#include "cli/CsvTable.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 
 using namespace Qt::StringLiterals;
+using WrittenNumbers::Decimal;
 
 namespace {
 
-struct Row {
-  int line = 0;  // where it starts in the file, from 1
-  QStringList fields;
+// By the separator that was tried there is no such column, or it is empty.
+class NoSuchColumn : public InputError {
+ public:
+  using InputError::InputError;
 };
 
-QChar SeparatorOf(const QString& text) {
-  const QString firstLine = text.section(u'\n', 0, 0);
-  QChar separator = u',';
-  for (const QChar candidate : {QChar(u';'), QChar(u'\t')}) {
-    if (firstLine.count(candidate) > firstLine.count(separator)) separator = candidate;
-  }
-  return separator;
+struct Number {
+  int line = 0;
+  QString text;
+  QString value;
+};
+
+// The column under one separator and one decimal mark.
+struct Outcome {
+  QChar separator;
+  Decimal mark = Decimal::Point;
+  bool hasBareComma = false;  // a comma outside of quotes was taken for a part of a number
+  std::vector<Number> numbers;
+};
+
+bool SameValues(const Outcome& a, const Outcome& b) {
+  return std::ranges::equal(a.numbers, b.numbers, {}, &Number::value, &Number::value);
 }
 
-// RFC 4180: fields in quotes may hold separators, line ends and doubled quotes. Text behind a closing quote
-// stays with its quotes, so that it is no number.
-class RowParser {
- public:
-  RowParser(const QString& text, QChar separator) : text_(text), separator_(separator) {}
+bool IsNumber(const QString& text) {
+  return !WrittenNumbers::Read(text, Decimal::Point).isEmpty() ||
+         !WrittenNumbers::Read(text, Decimal::Comma).isEmpty();
+}
 
-  std::vector<Row> Parse() {
-    for (at_ = 0; at_ < text_.size(); ++at_) {
-      const QChar c = text_[at_];
-      if (c == separator_) {
-        EndField();
-      } else if (c == u'\n') {
-        EndField();
-        EndRow();
-      } else if (c == u'"' && field_.trimmed().isEmpty()) {
-        ReadQuoted();
-      } else {
-        field_ += c;
-      }
-    }
-    EndField();
-    EndRow();
-    return std::move(rows_);
-  }
+// A mistyped number in the first line is no heading: it would be lost as one.
+bool BeginsLikeNumber(const QString& text) { return text[0].isDigit() || u"+-.,\u2212"_s.contains(text[0]); }
 
- private:
-  // From the opening quote to the closing one.
-  void ReadQuoted() {
-    const qsizetype start = at_;
-    QString quoted;
-    for (++at_; at_ < text_.size(); ++at_) {
-      const QChar c = text_[at_];
-      if (c == u'\n') ++line_;
-      if (c != u'"') {
-        quoted += c;
-      } else if (at_ + 1 < text_.size() && text_[at_ + 1] == u'"') {
-        quoted += text_[++at_];
-      } else {
-        break;
-      }
-    }
-    qsizetype next = at_ + 1;
-    while (next < text_.size() && text_[next] == u' ') ++next;
-    const bool ends = next >= text_.size() || text_[next] == separator_ || text_[next] == u'\n';
-    field_ = ends ? quoted : text_.mid(start, at_ - start + 1);
-  }
+QString Shown(const QString& text) {
+  constexpr qsizetype longest = 60;
+  return text.size() > longest ? text.left(longest) + u"..."_s : text;
+}
 
-  void EndField() {
-    row_.fields << field_.trimmed();
-    field_.clear();
-  }
-
-  void EndRow() {
-    const bool blank = row_.fields.size() == 1 && row_.fields[0].isEmpty();
-    if (!blank) rows_.push_back(row_);
-    row_ = {++line_, {}};
-  }
-
-  const QString& text_;
-  const QChar separator_;
-  qsizetype at_ = 0;
-  int line_ = 1;
-  QString field_;
-  Row row_{1, {}};
-  std::vector<Row> rows_;
-};
-
+// Finds the column in a table and reads it in every way that it allows.
 class Column {
  public:
-  Column(const QString& name, const QString& text, const QString& column)
-      : name_(name), separator_(SeparatorOf(text)), rows_(RowParser(text, separator_).Parse()) {
-    if (rows_.empty()) return;
-    for (const Row& row : rows_) RequireFields(row);
-    index_ = Find(column);
-    TakeHeading();
+  Column(const QString& name, const CsvTable& table, const CsvOptions& options)
+      : name_(name), table_(table), options_(options) {
+    if (table.rows.empty()) return;
+    for (const CsvRow& row : table.rows) RequireFields(row);
+    const bool byName = Find();
+    TakeHeading(byName);
+    CollectFields();
   }
 
-  QStringList Values() const {
-    QStringList values;
-    int emptyLine = 0;  // of the first empty field since the last number
-    for (const Row& row : rows_) {
-      const QString field = row.fields.value(index_);
-      if (field.isEmpty()) {
-        if (emptyLine == 0) emptyLine = row.line;
-        continue;
-      }
-      if (emptyLine != 0) throw InputError(Place(emptyLine) + u": there is no number"_s);
-      const QString number = Number(field);
-      if (!Conversions::IsNumeric(number)) {
-        throw InputError(Place(row.line) + u": \"%1\" is not a number"_s.arg(field));
-      }
-      values << number;
+  // An InputError that names the first fault where there is none.
+  std::vector<Outcome> Outcomes() const {
+    std::vector<Outcome> outcomes;
+    for (const Decimal mark : {Decimal::Point, Decimal::Comma}) {
+      if (options_.notation.decimal.value_or(mark) != mark) continue;
+      std::optional<Outcome> outcome = Read(mark);
+      if (outcome && (outcomes.empty() || !SameValues(outcomes[0], *outcome))) outcomes.push_back(*outcome);
     }
-    return values;
+    if (outcomes.empty()) ThrowFault();
+    if (outcomes.size() > 1 && PointIsDecimal(outcomes[0], outcomes[1])) outcomes.pop_back();
+    return outcomes;
   }
 
  private:
-  const QStringList& First() const { return rows_.front().fields; }
+  QString Place(int line) const {
+    const QString heading = heading_.isEmpty() ? QString() : u" (%1)"_s.arg(Shown(heading_));
+    return u"%1 line %2, column %3%4"_s.arg(name_).arg(line).arg(index_ + 1).arg(heading);
+  }
+
+  const std::vector<CsvField>& First() const { return table_.rows.front().fields; }
+
+  QStringList FirstTexts() const {
+    QStringList texts;
+    for (const CsvField& field : First()) texts << field.text;
+    return texts;
+  }
 
   // A row with more fields than the first is a wrong separator, or decimal commas between commas.
-  void RequireFields(const Row& row) const {
+  void RequireFields(const CsvRow& row) const {
     if (row.fields.size() <= First().size()) return;
     throw InputError(
-        u"%1 line %2 has %3 columns, the first line has %4; write decimals with a point"_s.arg(name_)
+        u"%1 line %2 has %3 columns, the first line has %4; --separator or --decimal may settle it"_s
+            .arg(name_)
             .arg(row.line)
             .arg(row.fields.size())
             .arg(First().size()));
   }
 
-  qsizetype Find(const QString& column) const {
-    const QString columns = First().join(u", "_s);
+  // Sets the place of the column; true where its heading was named.
+  bool Find() {
+    const QStringList headings = FirstTexts();
+    const QString& column = options_.column;
     if (column.isEmpty()) {
-      if (First().size() == 1) return 0;
+      if (headings.size() == 1) return false;
+      const bool mayBeDecimal = table_.separator == u',' && std::ranges::all_of(headings, IsNumber);
       throw InputError(
-          u"%1 has %2 columns (%3); name one with --column"_s.arg(name_).arg(First().size()).arg(columns));
+          u"%1 has %2 columns (%3); name one with --column%4"_s.arg(name_)
+              .arg(headings.size())
+              .arg(Shown(headings.join(u", "_s)), mayBeDecimal ? u", or say --decimal comma"_s : QString()));
     }
-    const auto isHeading = [&](const QString& field) {
-      return field.compare(column, Qt::CaseInsensitive) == 0;
-    };
-    const qsizetype heading = std::find_if(First().begin(), First().end(), isHeading) - First().begin();
-    if (heading < First().size()) return heading;
-    bool isNumber = false;
-    const int number = column.toInt(&isNumber);
-    if (isNumber && number >= 1 && number <= First().size()) return number - 1;
-    throw InputError(u"%1 has no column \"%2\" (its first line is: %3)"_s.arg(name_, column, columns));
+    bool isPlace = false;
+    const int place = column.toInt(&isPlace);
+    if (isPlace && place >= 1 && place <= headings.size()) {
+      index_ = static_cast<std::size_t>(place - 1);
+      return false;
+    }
+    for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+      const auto isIt = [&](const QString& text) { return text.compare(column.trimmed(), sensitivity) == 0; };
+      const auto count = std::ranges::count_if(headings, isIt);
+      if (count > 1)
+        throw InputError(u"%1 has %2 columns \"%3\"; choose by number"_s.arg(name_).arg(count).arg(column));
+      if (count == 0) continue;
+      index_ = static_cast<std::size_t>(std::ranges::find_if(headings, isIt) - headings.begin());
+      return true;
+    }
+    throw NoSuchColumn(u"%1 has no column \"%2\" (its first line is: %3)"_s.arg(
+        name_, column, Shown(headings.join(u", "_s))));
   }
 
-  // A mistyped number in the first line is none: it would be lost as a heading.
-  void TakeHeading() {
-    const QString first = First()[index_];
-    const bool beginsLikeNumber = !first.isEmpty() && (first[0].isDigit() || u"+-.,"_s.contains(first[0]));
-    if (first.isEmpty() || beginsLikeNumber) return;
+  void TakeHeading(bool byName) {
+    const QString first = First()[index_].text;
+    const bool isText = !first.isEmpty() && !BeginsLikeNumber(first);
+    if (!byName && !isText) {
+      if (!OthersAreHeadings() && !IsAlone(first)) return;
+      if (IsNumber(first))
+        throw InputError(
+            u"%1 line %2: \"%3\" may be a heading (--column \"%3\" says so) or a value (below a heading it is one)"_s
+                .arg(name_)
+                .arg(table_.rows.front().line)
+                .arg(first));
+      if (!first.isEmpty()) return;
+    }
     heading_ = first;
-    rows_.erase(rows_.begin());
+    dataFrom_ = 1;
   }
 
-  QString Number(const QString& field) const {
-    const bool decimalComma = separator_ != u',' && field.count(u',') == 1 && !field.contains(u'.');
-    return decimalComma ? QString(field).replace(u',', u'.') : field;
+  // Whether a whole number in the first line, such as a year, lies where no value is expected, unlike all
+  // others.
+  bool IsAlone(const QString& first) const {
+    const bool isWhole = !first.isEmpty() && std::ranges::all_of(first, [](QChar c) { return c.isDigit(); });
+    if (!isWhole || !options_.expected || IsExpected(first) || table_.rows.size() < 2) return false;
+    return std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
+      if (index_ >= row.fields.size() || row.fields[index_].text.isEmpty()) return true;
+      const QString& text = row.fields[index_].text;
+      return IsExpected(WrittenNumbers::Read(text, Decimal::Point)) ||
+             IsExpected(WrittenNumbers::Read(text, Decimal::Comma));
+    });
   }
 
-  QString Place(int line) const {
-    const QString heading = heading_.isEmpty() ? QString() : u" (%1)"_s.arg(heading_);
-    return u"%1 line %2, column %3%4"_s.arg(name_).arg(line).arg(index_ + 1).arg(heading);
+  // Whether a number in the program's own form lies where values are expected.
+  bool IsExpected(const QString& number) const {
+    if (number.isEmpty()) return false;
+    const double value = Conversions::CDbl(number);
+    return value >= options_.expected->first && value <= options_.expected->second;
   }
 
-  QString name_;
-  QChar separator_;
-  std::vector<Row> rows_;
-  qsizetype index_ = 0;
+  // Whether another column has a text in the first line, and numbers in all others.
+  bool OthersAreHeadings() const {
+    for (std::size_t i = 0; i < First().size(); ++i) {
+      if (i == index_ || First()[i].text.isEmpty() || IsNumber(First()[i].text)) continue;
+      qsizetype numbers = 0;
+      const bool onlyNumbers =
+          std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
+            if (i >= row.fields.size() || row.fields[i].text.isEmpty()) return true;
+            return IsNumber(row.fields[i].text) && ++numbers > 0;
+          });
+      if (onlyNumbers && numbers > 0) return true;
+    }
+    return false;
+  }
+
+  void CollectFields() {
+    int emptyLine = 0;  // of the first empty field since the last number
+    for (std::size_t i = dataFrom_; i < table_.rows.size(); ++i) {
+      const CsvRow& row = table_.rows[i];
+      const CsvField field = index_ < row.fields.size() ? row.fields[index_] : CsvField{};
+      if (field.text.isEmpty()) {
+        if (emptyLine == 0) emptyLine = row.line;
+        continue;
+      }
+      if (emptyLine != 0) throw InputError(Place(emptyLine) + u": there is no number"_s);
+      fields_.push_back({row.line, field.text, {}});
+      hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
+    }
+    if (fields_.empty() && emptyLine != 0) throw NoSuchColumn(Place(emptyLine) + u": there is no number"_s);
+  }
+
+  std::optional<Outcome> Read(Decimal mark) const {
+    Outcome outcome{table_.separator, mark, hasBareComma_, fields_};
+    for (Number& number : outcome.numbers) {
+      number.value = WrittenNumbers::Read(number.text, mark);
+      if (number.value.isEmpty()) return std::nullopt;
+    }
+    return outcome;
+  }
+
+  // Whether by the values expected every point is a decimal one, and none separates thousands.
+  bool PointIsDecimal(const Outcome& points, const Outcome& commas) const {
+    if (!options_.expected) return false;
+    bool pointExpected = false;
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+      if (!WrittenNumbers::HasTwoReadings(fields_[i].text)) continue;
+      if (fields_[i].text.contains(u',') || IsExpected(commas.numbers[i].value)) return false;
+      pointExpected = pointExpected || IsExpected(points.numbers[i].value);
+    }
+    return pointExpected;
+  }
+
+  [[noreturn]] void ThrowFault() const {
+    const auto mark = options_.notation.decimal;
+    const auto reads = [](const Number& field, Decimal decimal) {
+      return !WrittenNumbers::Read(field.text, decimal).isEmpty();
+    };
+    for (const Number& field : fields_) {
+      if (mark ? reads(field, *mark) : IsNumber(field.text)) continue;
+      const QString how = !mark                     ? QString()
+                          : *mark == Decimal::Point ? u" with a decimal point"_s
+                                                    : u" with a decimal comma"_s;
+      throw InputError(Place(field.line) + u": \"%1\" is not a number%2"_s.arg(Shown(field.text), how));
+    }
+    const auto notPoint =
+        std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Point); });
+    const auto notComma =
+        std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Comma); });
+    throw InputError(
+        Place(std::max(notPoint->line, notComma->line)) +
+        u": \"%1\" in line %2 has a decimal comma, \"%3\" in line %4 a decimal point"_s.arg(notPoint->text)
+            .arg(notPoint->line)
+            .arg(notComma->text)
+            .arg(notComma->line));
+  }
+
+  const QString& name_;
+  const CsvTable& table_;
+  const CsvOptions& options_;
+  std::size_t index_ = 0;
   QString heading_;
+  std::size_t dataFrom_ = 0;
+  std::vector<Number> fields_;
+  bool hasBareComma_ = false;
 };
+
+QString NameOf(QChar separator) {
+  return separator == u',' ? u"comma"_s : separator == u'\t' ? u"tab"_s : u"semicolon"_s;
+}
+
+// Tries every separator that the text allows, and insists on one result.
+class Reader {
+ public:
+  Reader(const QString& name, QString text, const CsvOptions& options)
+      : name_(name), text_(std::move(text)), options_(options) {
+    // Spreadsheets say so what separates.
+    static const QRegularExpression form(u"^\"?sep=([;,\\t|])\"?\\n"_s);
+    if (const QRegularExpressionMatch match = form.match(text_); match.hasMatch()) {
+      if (options_.notation.separator.isNull()) options_.notation.separator = match.captured(1)[0];
+      text_.remove(0, match.capturedLength());
+      firstLine_ = 2;
+    }
+  }
+
+  QStringList Values() {
+    for (const QChar separator : Separators()) Try(separator);
+    if (outcomes_.empty()) throw InputError(failure_.isEmpty() ? missing_ : failure_);
+    RequireOne();
+    QStringList values;
+    for (const Number& number : outcomes_[0].numbers) values << number.value;
+    return values;
+  }
+
+ private:
+  // The separators that divide the text; a null one where it may be a single column.
+  std::vector<QChar> Separators() const {
+    if (!options_.notation.separator.isNull()) return {options_.notation.separator};
+    const auto divides = [&](QChar separator) {
+      const CsvTable table(text_, separator, firstLine_);
+      return !table.rows.empty() && table.rows[0].fields.size() > 1 && table.IsEven() && !CutsNumbers(table);
+    };
+    if (divides(u'\t')) return {u'\t'};
+    std::vector<QChar> separators;
+    for (const QChar separator : {QChar(u';'), QChar(u',')})
+      if (divides(separator)) separators.push_back(separator);
+    if (separators.empty() || separators[0] == u',') {
+      const CsvTable whole(text_, QChar(), firstLine_);
+      if (separators.empty() && !CsvTable(text_, u',', firstLine_).IsEven() &&
+          text_.section(u'\n', 0, 0).contains(u','))
+        separators.push_back(u',');  // for its fault
+      if (whole.wellFormed || separators.empty()) separators.push_back(QChar());
+    }
+    // Where commas are said to be decimal they are the last to divide.
+    if (options_.notation.decimal == Decimal::Comma)
+      std::ranges::stable_partition(separators, [](QChar separator) { return separator != u','; });
+    return separators;
+  }
+
+  // Whether commas are no separators, since they would leave two numbers with a semicolon between in one
+  // field, or a line's one value, with its unit, in two: "10,5 mm".
+  static bool CutsNumbers(const CsvTable& table) {
+    if (table.separator != u',') return false;
+    static const QRegularExpression two(u"^[-+.,\\d]*\\d;[-+.,]*\\d[-+.,\\d]*$"_s);
+    static const QRegularExpression end(u"^\\d+\\s*[^\\s\\d.:/-]\\D*$"_s);
+    return std::ranges::any_of(table.rows, [](const CsvRow& row) {
+      const std::vector<CsvField>& fields = row.fields;
+      if (fields.size() == 2 && !fields[0].quoted && IsNumber(fields[0].text) &&
+          end.match(fields[1].text).hasMatch())
+        return true;
+      return std::ranges::any_of(
+          fields, [](const CsvField& field) { return !field.quoted && two.match(field.text).hasMatch(); });
+    });
+  }
+
+  void Try(QChar separator) {
+    if (options_.notation.decimal == Decimal::Comma && !outcomes_.empty()) return;
+    const CsvTable table(text_, separator, firstLine_);
+    try {
+      for (Outcome& outcome : Column(name_, table, options_).Outcomes()) {
+        const auto same = [&](const Outcome& other) { return SameValues(other, outcome); };
+        if (std::ranges::none_of(outcomes_, same)) outcomes_.push_back(std::move(outcome));
+      }
+    } catch (const NoSuchColumn& error) {
+      if (missing_.isEmpty()) missing_ = ErrorText(error);
+    } catch (const InputError& error) {
+      // What a weaker separator makes of the file is no way out. A comma is one while no column is named.
+      const bool isStrong = separator == u';' || separator == u'\t' ||
+                            (options_.column.isEmpty() && options_.notation.decimal != Decimal::Comma);
+      if (isStrong) throw;
+      if (failure_.isEmpty()) failure_ = ErrorText(error);
+    }
+  }
+
+  QString OptionFor(const Outcome& outcome, bool separatorTells) const {
+    if (!separatorTells) return WrittenNumbers::Option(outcome.mark);
+    if (outcome.separator.isNull() && !options_.notation.decimal) return WrittenNumbers::Option(outcome.mark);
+    return u"--separator "_s + NameOf(outcome.separator);
+  }
+
+  void RequireOne() const {
+    const Outcome& first = outcomes_[0];
+    const bool told = options_.notation.decimal || !options_.notation.separator.isNull();
+    if (outcomes_.size() == 1 && (told || !first.separator.isNull() || !first.hasBareComma)) return;
+    QList<WrittenNumbers::Reading> readings;
+    const std::size_t at = FirstDifference();
+    const bool separatorTells = std::ranges::any_of(
+        outcomes_, [&](const Outcome& outcome) { return outcome.separator != first.separator; });
+    Number shown;
+    for (const Outcome& outcome : outcomes_) {
+      if (at < outcome.numbers.size() && outcome.numbers[at].text.size() > shown.text.size())
+        shown = outcome.numbers[at];
+      const QString meaning = at < outcome.numbers.size() ? outcome.numbers[at].value : u"no value"_s;
+      readings << WrittenNumbers::Reading{meaning, OptionFor(outcome, separatorTells)};
+    }
+    if (first.separator.isNull() && first.hasBareComma && !told && outcomes_.size() < 3)
+      readings << WrittenNumbers::Reading{u"several columns"_s, u"--separator comma"_s};
+    throw InputError(u"%1 line %2: %3"_s.arg(name_)
+                         .arg(shown.line)
+                         .arg(WrittenNumbers::Doubt(Shown(shown.text), readings)));
+  }
+
+  // The place among the numbers at which the outcomes part.
+  std::size_t FirstDifference() const {
+    const std::vector<Number>& numbers = outcomes_[0].numbers;
+    if (outcomes_.size() == 1)
+      return static_cast<std::size_t>(
+          std::ranges::find_if(numbers, [](const Number& n) { return n.text.contains(u','); }) -
+          numbers.begin());
+    const std::vector<Number>& others = outcomes_[1].numbers;
+    const auto [one, other] = std::ranges::mismatch(numbers, others, {}, &Number::value, &Number::value);
+    return static_cast<std::size_t>(one - numbers.begin());
+  }
+
+  const QString& name_;
+  QString text_;
+  CsvOptions options_;
+  int firstLine_ = 1;
+  std::vector<Outcome> outcomes_;
+  QString failure_;
+  QString missing_;  // what is said where nothing else failed
+};
+
+QString Decoded(const QByteArray& bytes, const QString& name) {
+  QString text;
+  if (const auto encoding = QStringConverter::encodingForData(bytes)) {
+    text = QStringDecoder(*encoding)(bytes);
+  } else {
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    text = utf8(bytes);
+    // An older spreadsheet writes its system's code page; 0x92 is an apostrophe there.
+    if (utf8.hasError()) text = QString::fromLatin1(bytes).replace(QChar(0x92), QChar(0x2019));
+  }
+  if (text.contains(QChar(0))) throw InputError(u"%1 is not a text file"_s.arg(name));
+  return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+}
 
 }  // namespace
 
-QStringList ReadCsvColumn(const QString& path, const QString& column) {
+QStringList ReadCsvColumn(const QString& path, const CsvOptions& options) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) throw Error(u"%1: %2"_s.arg(path, file.errorString()));
   const QByteArray bytes = file.readAll();
   if (file.error() != QFileDevice::NoError) throw Error(u"%1: %2"_s.arg(path, file.errorString()));
-  return ParseCsvColumn(bytes, path, column);
+  return ParseCsvColumn(bytes, path, options);
 }
 
-QStringList ParseCsvColumn(QByteArray bytes, const QString& name, const QString& column) {
-  if (bytes.startsWith("\xEF\xBB\xBF")) bytes.remove(0, 3);
-  bytes.replace("\r\n", "\n").replace('\r', '\n');
-  return Column(name, QString::fromUtf8(bytes), column).Values();
+QStringList ParseCsvColumn(const QByteArray& bytes, const QString& name, const CsvOptions& options) {
+  return Reader(name, Decoded(bytes, name), options).Values();
 }

@@ -1,17 +1,33 @@
-// Reads one column of numbers from a CSV file.
+// Reads one column of numbers from a CSV file, as spreadsheets of any language write it.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <optional>
+#include <utility>
 
-// The column's numbers as texts, top to bottom. Comma, semicolon or tab separate (the one that the first line
-// has most of); line ends of every kind; fields may be quoted; a first line whose chosen field does not begin
-// like a number is the heading; where the separator is not a comma a decimal comma is understood. Empty
-// fields below the last number are passed over. `column` is a heading or a number from 1; empty means the
-// only one. Bad contents are a InputError that names file, line and column; a file that cannot be read is a
-// Error.
-QStringList ReadCsvColumn(const QString& path, const QString& column);
+#include "data/WrittenNumbers.h"
+
+struct CsvOptions {
+  QString column;  // its place from 1, or its heading; empty means the only one
+  WrittenNumbers::Notation notation;
+  std::optional<std::pair<double, double>> expected;  // where the values lie, roughly
+};
+
+// The column's numbers as the program writes them, top to bottom.
+//
+// The file is UTF-8, UTF-16 with a byte order mark, or Latin-1; line ends are of every kind. Fields may be
+// quoted; a tab, semicolon or comma separates, whichever divides all lines alike, or a first line "sep="
+// says. A first line whose field is no number is the heading, and so is one that was chosen by name. Empty
+// fields below the last number are passed over.
+//
+// All fields are read with one decimal mark. What the file leaves open (a comma that may be decimal or
+// separate columns or thousands, a point that may separate thousands) is never guessed: unless the options
+// settle it, an InputError names the place and the readings. Only a point with three digits behind it is a
+// decimal point unasked, where that gives a value expected and thousands do not. Bad contents are an
+// InputError that names file, line and column; a file that cannot be read is an Error.
+QStringList ReadCsvColumn(const QString& path, const CsvOptions& options);
 
 // The same of a file's contents; `name` stands for the file in messages.
-QStringList ParseCsvColumn(QByteArray bytes, const QString& name, const QString& column);
+QStringList ParseCsvColumn(const QByteArray& bytes, const QString& name, const CsvOptions& options);

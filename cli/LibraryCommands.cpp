@@ -1,6 +1,5 @@
 // The commands that make and change libraries: new, import, append, convert.
 #include <QDateTime>
-#include <QRegularExpression>
 
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
@@ -25,14 +24,6 @@ QString StoredForm(const QStringList& values) {
   QString text;
   for (const QString& value : values) text += value + u',';
   return text;
-}
-
-void CheckNumbers(const QStringList& values) {
-  for (qsizetype i = 0; i < values.size(); ++i) {
-    if (!Conversions::IsNumeric(values[i])) {
-      throw InputError(u"value %1 (\"%2\") is not a number"_s.arg(i + 1).arg(values[i]));
-    }
-  }
 }
 
 // A data set's limits are kept with the decimals that they have, up to these.
@@ -94,29 +85,13 @@ void PrintResult(const CData& data, qsizetype added) {
                      .arg(left > 0 ? u" and %1 values left over"_s.arg(left) : QString(), VerdictOf(data)));
 }
 
-// "7,5" may be two values or one with a decimal comma: what is stored must not be a guess.
-void RefuseDoubtfulComma(const QString& word) {
-  static const QRegularExpression doubtful(u"^[+-]?\\d+,\\d+$"_s);
-  if (doubtful.match(word).hasMatch()) {
-    throw InputError(
-        u"\"%1\" may be one value or two: write decimals with a point, and separate values by blanks"_s.arg(
-            word));
-  }
-}
-
 QStringList ValuesToAppend(const Arguments& arguments) {
-  QStringList words = arguments.Positional().mid(1);
-  if (words.isEmpty()) {
-    static const QRegularExpression blanks(u"[\\s;]+"_s);
-    words = QString::fromUtf8(Console::ReadInput()).split(blanks, Qt::SkipEmptyParts);
-  }
+  const WrittenNumbers::Notation notation = StatisticsOptions::Notation(arguments);
+  const QStringList words = arguments.Positional().mid(1);
   QStringList values;
-  for (const QString& word : words) {
-    RefuseDoubtfulComma(word);
-    values += Console::SplitValues(word.toUtf8());
-  }
+  for (const QString& word : words) values += WrittenNumbers::ReadList(word, notation, values.size());
+  if (words.isEmpty()) values = WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()), notation);
   if (values.isEmpty()) throw InputError(u"there are no values to append"_s);
-  CheckNumbers(values);
   return values;
 }
 
@@ -131,7 +106,9 @@ int New(const QStringList& words) {
 
 int Import(const QStringList& words) {
   const Arguments arguments(
-      words, QStringList{u"description"_s, u"nominal"_s, u"unit"_s, u"column"_s} + StatisticsOptions::Names(),
+      words,
+      QStringList{u"description"_s, u"nominal"_s, u"unit"_s, u"column"_s, u"decimal"_s, u"separator"_s} +
+          StatisticsOptions::Names(),
       {});
   arguments.RequirePositional(2, u"the library's or the CSV file"_s);
   CData data;
@@ -145,7 +122,9 @@ int Import(const QStringList& words) {
   data.SetUnitOfMeasurement(arguments.Value(u"unit"_s).trimmed());
 
   const auto library = Library::Open(arguments.Positional()[0], Console::Warn);
-  const QStringList values = ReadCsvColumn(arguments.Positional()[1], arguments.Value(u"column"_s));
+  const CsvOptions csv{arguments.Value(u"column"_s), StatisticsOptions::Notation(arguments),
+                       std::pair(data.LoFlier(), data.HiFlier())};
+  const QStringList values = ReadCsvColumn(arguments.Positional()[1], csv);
   data.SetDelimitedInputString(StoredForm(values));
   library->Add(data, QDateTime::currentDateTime());
   PrintResult(data, values.size());
@@ -153,7 +132,7 @@ int Import(const QStringList& words) {
 }
 
 int Append(const QStringList& words) {
-  const Arguments arguments(words, {u"description"_s}, {});
+  const Arguments arguments(words, {u"description"_s, u"decimal"_s, u"separator"_s}, {});
   arguments.RequirePositional(1, u"the library's file"_s, true);
   const QString description = arguments.Required(u"description"_s).trimmed();
   const QStringList values = ValuesToAppend(arguments);

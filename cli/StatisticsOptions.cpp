@@ -25,4 +25,14 @@ engine::DetectionPeriod Period(const Arguments& arguments) {
   return static_cast<engine::DetectionPeriod>(arguments.Choice(u"period"_s, {u"short"_s, u"long"_s}, 1));
 }
 
+WrittenNumbers::Notation Notation(const Arguments& arguments) {
+  using WrittenNumbers::Decimal;
+  WrittenNumbers::Notation notation;
+  const int decimal = arguments.Choice(u"decimal"_s, {u"point"_s, u"comma"_s}, -1);
+  if (decimal >= 0) notation.decimal = decimal == 0 ? Decimal::Point : Decimal::Comma;
+  const int separator = arguments.Choice(u"separator"_s, {u"comma"_s, u"semicolon"_s, u"tab"_s}, -1);
+  if (separator >= 0) notation.separator = u",;\t"_s[separator];
+  return notation;
+}
+
 }  // namespace StatisticsOptions

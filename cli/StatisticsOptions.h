@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "cli/Arguments.h"
+#include "data/WrittenNumbers.h"
 #include "engine/Rules.h"
 
 namespace StatisticsOptions {
@@ -17,5 +18,8 @@ void CheckSpecLimits(const Arguments& arguments);
 int SubGroupSize(const Arguments& arguments);  // 1 to 20
 engine::Sensitivity Sensitivity(const Arguments& arguments);
 engine::DetectionPeriod Period(const Arguments& arguments);
+
+// How the values given are written: --decimal and --separator.
+WrittenNumbers::Notation Notation(const Arguments& arguments);
 
 }  // namespace StatisticsOptions

@@ -94,11 +94,15 @@ void AddCapability(const engine::Capability& capability, QJsonObject& object) {
 
 int Stats(const QStringList& words) {
   const Arguments arguments(
-      words, StatisticsOptions::Names() + QStringList{u"start"_s, u"stop"_s, u"limits"_s, u"precision"_s},
+      words,
+      StatisticsOptions::Names() +
+          QStringList{u"start"_s, u"stop"_s, u"limits"_s, u"precision"_s, u"decimal"_s, u"separator"_s},
       {u"reverse"_s});
   arguments.RequirePositional(0, {});
   engine::Inputs inputs = InputsOf(arguments);
-  const QByteArray text = Console::SplitValues(Console::ReadInput()).join(u',').toUtf8();
+  const QStringList values = WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()),
+                                                      StatisticsOptions::Notation(arguments));
+  const QByteArray text = values.join(u',').toUtf8();
   inputs.delimitedInputString = std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
   engine::Engine engine;
   engine::Results results;

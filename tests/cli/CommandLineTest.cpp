@@ -115,10 +115,10 @@ TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
   Import(u"@shaft.csv --description \"O'Neill; shaft\" --column=1"_s);
   const QJsonObject before = OnlyDataSet();
   EXPECT_EQ(RunIn(u"append @plant --description \"o'neill; SHAFT\" -3.5 12").status, 0);
-  EXPECT_EQ(RunIn(u"append @plant --description \"O'Neill; shaft\"", "1.50\n2.0,3\r\n").status, 0);
+  EXPECT_EQ(RunIn(u"append @plant --description \"O'Neill; shaft\"", "1.50\n2.0,3.0\r\n").status, 0);
   const QJsonObject after = OnlyDataSet();
   EXPECT_EQ(after[u"DelimitedInputString"_s].toString(),
-            before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2.0,3,"_s);
+            before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2.0,3.0,"_s);
   EXPECT_EQ(after[u"XBarUCL"_s], before[u"XBarUCL"_s]);
   EXPECT_EQ(after[u"RuleViolation"_s], 1);
   EXPECT_EQ(RunIn(u"status @plant --check").status, 1);

@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const qsizetype end = input.indexOf('\n');
   try {
     const QStringList values =
-        ParseCsvColumn(input.mid(end + 1), u"data.csv"_s, QString::fromUtf8(input.left(end)));
+        ParseCsvColumn(input.mid(end + 1), u"data.csv"_s, {QString::fromUtf8(input.left(end)), {}, {}});
     for (const QString& value : values) Require(Conversions::IsNumeric(value));
   } catch (const InputError& error) {
     Require(ErrorText(error).startsWith(u"data.csv"_s));

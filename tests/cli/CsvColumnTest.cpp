@@ -1,0 +1,207 @@
+// CSV columns as spreadsheets of several languages write them: what is read is what was meant, or it is
+// refused.
+#include <gtest/gtest.h>
+
+#include <QStringEncoder>
+#include <cmath>
+#include <random>
+
+#include "cli/CsvColumn.h"
+#include "platform/error/Error.h"
+
+using namespace Qt::StringLiterals;
+using WrittenNumbers::Decimal;
+
+namespace {
+
+const QString fileName = u"data.csv"_s;
+
+// The values joined by blanks, or the refusal without the file's name.
+std::string Read(const QByteArray& text, const CsvOptions& options = {}) {
+  try {
+    return ParseCsvColumn(text, fileName, options).join(u' ').toStdString();
+  } catch (const InputError& error) {
+    EXPECT_TRUE(ErrorText(error).startsWith(fileName)) << ErrorText(error).toStdString();
+    return ErrorText(error).mid(fileName.size() + 1).toStdString();
+  }
+}
+
+CsvOptions Named(const QString& column) { return {column, {}, {}}; }
+
+TEST(CsvColumn, SeparatorsAndHeadings) {
+  const QByteArray quoted = "\"Length; left; mm\",Count\n10,5\n11,6\n";
+  EXPECT_EQ(Read(quoted, Named(u"count"_s)), "5 6");
+  EXPECT_EQ(Read(quoted, Named(u"1"_s)), "10 11");
+  EXPECT_EQ(Read(quoted), "has 2 columns (Length; left; mm, Count); name one with --column");
+  EXPECT_EQ(Read("sep=;\nW;x\n12,3;1\n", Named(u"W"_s)), "12.3");
+  EXPECT_EQ(Read("x\ty\n1;2\t3,5\n", Named(u"y"_s)), "3.5");
+  EXPECT_EQ(Read("3;1;2\n9;8;7\n", Named(u"2"_s)), "1 8") << "the second column, not the one headed 2";
+  EXPECT_EQ(Read("2023;2024\n9;8\n", Named(u"2024"_s)), "8") << "chosen by name it is a heading";
+  EXPECT_EQ(
+      Read("part;2024\n9;8\n", Named(u"2"_s)),
+      "line 1: \"2024\" may be a heading (--column \"2024\" says so) or a value (below a heading it is one)");
+  EXPECT_EQ(Read("2024\n9\n8\n", {{}, {}, {{5, 15}}}), Read("part;2024\n9;8\n", Named(u"2"_s)));
+  EXPECT_EQ(Read(";w\n1;8\n2;9\n", Named(u"1"_s)), "1 2");
+  EXPECT_EQ(Read("w;w\n1;8\n", Named(u"W"_s)), "has 2 columns \"W\"; choose by number");
+  EXPECT_EQ(Read("w\n5\n\n6\n\n"), "5 6");
+  EXPECT_EQ(Read("w;v\n5;1\n;1\n6;1\n", Named(u"w"_s)), "line 3, column 1 (w): there is no number");
+  EXPECT_EQ(Read(QByteArray("a\0b\n", 4)), "is not a text file");
+}
+
+TEST(CsvColumn, WhatIsAmbiguousIsRefusedWithItsReadings) {
+  const QByteArray bare = "12,3\n12,4\n";
+  EXPECT_EQ(Read(bare), "has 2 columns (12, 3); name one with --column, or say --decimal comma");
+  EXPECT_EQ(Read(bare, Named(u"1"_s)),
+            "line 1: \"12,3\" may be 12 (--separator comma) or 12.3 (--decimal comma)");
+  EXPECT_EQ(Read(bare, {{}, {Decimal::Comma, {}}, {}}), "12.3 12.4");
+  EXPECT_EQ(Read(bare, {u"1"_s, {{}, u','}, {}}), "12 12");
+  EXPECT_EQ(Read("w\n" + bare),
+            "line 2: \"12,3\" may be 12.3 (--decimal comma) or several columns (--separator comma)");
+  EXPECT_EQ(Read("10,5 mm\n10,6 mm\n", Named(u"1"_s)), "line 1, column 1: \"10,5 mm\" is not a number");
+  EXPECT_EQ(Read("Ann;10,5\nBo;10,6\n", Named(u"2"_s)),
+            "line 1: \"10,5\" may be 10.5 (--separator semicolon) or 5 (--separator comma)");
+  const QByteArray commas = "w;x\n1,234;1\n2,345;2\n", points = "w\n1.234\n12\n";
+  EXPECT_EQ(Read(commas, Named(u"w"_s)),
+            "line 2: \"1,234\" may be 1234 (--decimal point) or 1.234 (--decimal comma)");
+  EXPECT_EQ(Read(commas, {u"w"_s, {Decimal::Comma, {}}, {}}), "1.234 2.345");
+  EXPECT_EQ(Read(points), "line 2: \"1.234\" may be 1.234 (--decimal point) or 1234 (--decimal comma)");
+  EXPECT_EQ(Read(points, {{}, {}, {{0, 20}}}), "1.234 12") << "thousands are out of the question";
+  EXPECT_EQ(Read(points, {{}, {}, {{0, 2000}}}), Read(points));
+  EXPECT_EQ(Read("w;x\n1.000,5;1\n1.234;2\n", Named(u"w"_s)), "1000.5 1234") << "the first line tells";
+  EXPECT_EQ(
+      Read("w;x\n12,5;1\n12.7;2\n", Named(u"w"_s)),
+      "line 3, column 1 (w): \"12,5\" in line 2 has a decimal comma, \"12.7\" in line 3 a decimal point");
+}
+
+// How a language's spreadsheet writes numbers and separates columns.
+struct Language {
+  QChar decimal, group, separator;
+};
+
+class RandomColumn {
+ public:
+  explicit RandomColumn(unsigned seed) : random_(seed) {
+    static const Language languages[] = {{u'.', u',', u','},
+                                         {u',', u'.', u';'},
+                                         {u',', QChar(0x202F), u';'},
+                                         {u'.', QChar(0x2019), u';'},
+                                         {u',', QChar(0xA0), u';'}};
+    language_ = languages[Draw(5)];
+    if (Draw(4) == 0) language_.separator = u'\t';
+    if (Draw(6) == 0) language_.separator = u',';
+    grouped_ = Draw(2) == 0;
+    fixed_ = Draw(3) > 0;
+    decimals_ = Draw(5);
+    quoteAll_ = Draw(6) == 0;
+    if (Draw(5) == 0) unit_ = Draw(2) == 0 ? u" mm"_s : u"°"_s;
+    minus_ = Draw(3) == 0 ? QChar(0x2212) : QChar(u'-');
+    Write();
+  }
+
+  QByteArray Bytes() {
+    text_.replace(u"\n"_s, QStringList{u"\n"_s, u"\r\n"_s, u"\r"_s}[Draw(3)]);
+    const auto encode = [&](QStringConverter::Encoding encoding, bool mark) {
+      QStringEncoder encoder(encoding,
+                             mark ? QStringConverter::Flag::WriteBom : QStringConverter::Flag::Default);
+      return QByteArray(encoder(text_));
+    };
+    switch (Draw(4)) {
+      case 0:
+        return encode(QStringConverter::Utf16LE, true);
+      case 1:
+        return encode(QStringConverter::Utf8, true);
+      default:
+        return encode(QStringConverter::Utf8, false);
+    }
+  }
+
+  CsvOptions options;
+  QStringList meant;
+
+ private:
+  int Draw(int below) { return std::uniform_int_distribution<int>(0, below - 1)(random_); }
+
+  QString Cell(const QString& text) {
+    const bool needs = text.contains(language_.separator) || text.contains(u'"') || text.contains(u'\n');
+    return quoteAll_ || needs ? u'"' + QString(text).replace(u"\""_s, u"\"\""_s) + u'"' : text;
+  }
+
+  // A value as written, and in meant as it is.
+  QString Value(qint64 centre) {
+    const qint64 mantissa = centre + Draw(200) - 100;
+    QString digits = QString::number(std::abs(mantissa)).rightJustified(decimals_ + 1, u'0');
+    QString fraction = digits.right(decimals_);
+    QString whole = digits.chopped(decimals_);
+    if (!fixed_)
+      while (fraction.endsWith(u'0')) fraction.chop(1);
+    const bool negative = mantissa < 0;
+    meant << (negative ? u"-"_s : QString()) + whole + (fraction.isEmpty() ? QString() : u'.' + fraction);
+    if (grouped_)
+      for (qsizetype at = whole.size() - 3; at > 0; at -= 3) whole.insert(at, language_.group);
+    return (negative ? QString(minus_) : QString()) + whole +
+           (fraction.isEmpty() ? QString() : language_.decimal + fraction) + unit_;
+  }
+
+  void Write() {
+    static const QStringList headings = {u"Länge"_s,      u"Length; left; mm"_s, u"Ø, mm"_s, u"2024"_s,
+                                         u"1. Messung"_s, u"5\" pipe"_s,         u"Weight"_s};
+    const int columns = 1 + Draw(3), own = Draw(columns);
+    const bool hasHeading = Draw(4) > 0;
+    const qint64 power[] = {1, 10, 100, 1000, 10'000, 100'000, 1'000'000};
+    const qint64 centre = (Draw(6) == 0 ? -1 : 1) * power[Draw(7)] * (1 + Draw(40));
+    QString heading = headings[Draw(7)];
+    double scale = 1;
+    for (int i = 0; i < decimals_; ++i) scale *= 10;
+    options.expected = {(static_cast<double>(centre) - 300) / scale,
+                        (static_cast<double>(centre) + 300) / scale};
+    // A year among the values looks like one of them to everybody.
+    if (heading == u"2024"_s && options.expected->first < 2024 && options.expected->second > 2024)
+      heading = u"w"_s;
+    for (int row = hasHeading ? -1 : 0; row < 3 + Draw(20); ++row) {
+      QStringList cells;
+      for (int i = 0; i < columns; ++i) {
+        const QString other = row < 0  ? u"Other %1"_s.arg(i)
+                              : i == 0 ? QStringList{u"Ann"_s, u"Bo; x"_s}[Draw(2)]
+                                       : QString::number(Draw(50));
+        cells << Cell(i != own ? other : row < 0 ? heading : Value(centre));
+      }
+      text_ += cells.join(language_.separator) + u'\n';
+    }
+    if (Draw(5) == 0) text_ += QString(columns - 1, language_.separator) + u'\n';
+    if (columns > 1 || Draw(2) == 0)
+      options.column = hasHeading && Draw(2) == 0 ? heading : QString::number(own + 1);
+    const QChar said = language_.separator;
+    if (Draw(5) == 0) options.notation = {language_.decimal == u'.' ? Decimal::Point : Decimal::Comma, said};
+  }
+
+  std::mt19937 random_;
+  Language language_;
+  bool grouped_ = false, fixed_ = false, quoteAll_ = false;
+  int decimals_ = 0;
+  QString unit_;
+  QChar minus_;
+  QString text_;
+};
+
+TEST(CsvColumn, AThousandRandomColumnsAreReadAsMeantOrRefused) {
+  int read = 0;
+  for (unsigned seed = 1; seed <= 1000; ++seed) {
+    RandomColumn column(seed);
+    const QByteArray bytes = column.Bytes();
+    try {
+      const QStringList values = ParseCsvColumn(bytes, fileName, column.options);
+      ASSERT_EQ(values.join(u' ').toStdString(), column.meant.join(u' ').toStdString())
+          << seed << ' ' << column.options.column.toStdString() << '\n'
+          << bytes.toStdString();
+      ++read;
+    } catch (const InputError& error) {
+      const QString text = ErrorText(error);
+      ASSERT_TRUE(text.startsWith(fileName) && (text.contains(u" line ") || text.contains(u"--column")))
+          << seed << ' ' << text.toStdString();
+    }
+  }
+  std::printf("%d of 1000 columns read\n", read);
+  EXPECT_GT(read, 500);
+}
+
+}  // namespace
