@@ -1,5 +1,7 @@
 #include "cli/Arguments.h"
 
+#include <algorithm>
+
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 
@@ -12,73 +14,66 @@ bool BeginsLikeNumber(const QString& word) { return word.size() < 2 || word[1].i
 
 }  // namespace
 
-Arguments::Arguments(const QStringList& words, const QStringList& valueOptions, const QStringList& flags) {
-  bool optionsEnded = false;
-  for (qsizetype i = 0; i < words.size(); ++i) {
-    const QString& word = words[i];
-    if (optionsEnded || !word.startsWith(u'-') || BeginsLikeNumber(word)) {
-      positional_ << word;
-      continue;
-    }
+Arguments::Arguments(const QStringList& words, const Command& command) {
+  QStringList rest = words;
+  while (!rest.isEmpty()) {
+    const QString word = rest.takeFirst();
     if (word == "--"_L1) {
-      optionsEnded = true;
-      continue;
+      operands_ += rest;
+      break;
     }
-    const qsizetype equals = word.indexOf(u'=');
-    const QString name = word.startsWith("--"_L1) ? word.mid(2, equals < 0 ? -1 : equals - 2) : QString();
-    if (flags.contains(name) && equals < 0) {
-      flags_ << name;
-    } else if (valueOptions.contains(name)) {
-      if (values_.contains(name)) throw InputError(u"the option --%1 is given twice"_s.arg(name));
-      if (equals < 0 && i + 1 == words.size()) throw InputError(u"the option --%1 needs a value"_s.arg(name));
-      values_[name] = equals < 0 ? words[++i] : word.mid(equals + 1);
-    } else if (flags.contains(name)) {
-      throw InputError(u"the option --%1 takes no value"_s.arg(name));
-    } else {
-      throw InputError(u"unknown option \"%1\""_s.arg(word));
-    }
+    if (word.startsWith(u'-') && !BeginsLikeNumber(word))
+      TakeOption(word, rest, command);
+    else
+      operands_ << word;
   }
-}
-
-QString Arguments::Required(const QString& name) const {
-  if (!values_.contains(name)) throw InputError(u"the option --%1 is missing"_s.arg(name));
-  return values_[name];
-}
-
-std::optional<double> Arguments::Number(const QString& name) const {
-  if (!values_.contains(name)) return std::nullopt;
-  const QString text = values_[name];
-  if (!Conversions::IsNumeric(text)) throw InputError(u"--%1: \"%2\" is not a number"_s.arg(name, text));
-  return Conversions::CDbl(text);
-}
-
-double Arguments::RequiredNumber(const QString& name) const {
-  Required(name);
-  return *Number(name);
-}
-
-int Arguments::Integer(const QString& name, int otherwise, int low, int high) const {
-  if (!values_.contains(name)) return otherwise;
-  bool isInteger = false;
-  const int value = values_[name].toInt(&isInteger);
-  if (!isInteger || value < low || value > high) {
-    throw InputError(
-        u"--%1: \"%2\" is not a whole number from %3 to %4"_s.arg(name, values_[name]).arg(low).arg(high));
+  for (const Option& option : command.options) {
+    if (option.required && !Has(option)) throw InputError(u"the option --%1 is missing"_s.arg(option.name));
   }
-  return value;
+  CheckOperands(command);
 }
 
-int Arguments::Choice(const QString& name, const QStringList& choices, int otherwise) const {
-  if (!values_.contains(name)) return otherwise;
-  for (qsizetype i = 0; i < choices.size(); ++i) {
-    if (choices[i].compare(values_[name], Qt::CaseInsensitive) == 0) return static_cast<int>(i);
+void Arguments::TakeOption(const QString& word, QStringList& rest, const Command& command) {
+  const qsizetype equals = word.indexOf(u'=');
+  const bool hasValue = equals >= 0;
+  const QString name = word.startsWith("--"_L1) ? word.mid(2, hasValue ? equals - 2 : -1) : QString();
+  const auto option = std::ranges::find(command.options, name, &Option::name);
+  if (option == command.options.end()) throw InputError(u"unknown option \"%1\""_s.arg(word));
+  if (option->kind == Option::Kind::Flag) {
+    if (hasValue) throw InputError(u"the option --%1 takes no value"_s.arg(name));
+    values_[name] = QString();
+    return;
   }
-  throw InputError(u"--%1: \"%2\" is not one of %3"_s.arg(name, values_[name], choices.join(u", "_s)));
+  if (Has(*option)) throw InputError(u"the option --%1 is given twice"_s.arg(name));
+  if (!hasValue && rest.isEmpty()) throw InputError(u"the option --%1 needs a value"_s.arg(name));
+  const QString value = hasValue ? word.mid(equals + 1) : rest.takeFirst();
+  option->Check(value);
+  values_[name] = value;
 }
 
-void Arguments::RequirePositional(int count, const QString& what, bool orMore) const {
-  if (positional_.size() < count) throw InputError(u"%1 is missing"_s.arg(what));
-  if (!orMore && positional_.size() > count) {
-    throw InputError(u"unexpected word \"%1\""_s.arg(positional_[count]));
-  }
+void Arguments::CheckOperands(const Command& command) const {
+  const auto& declared = command.operands;
+  const bool repeats = !declared.empty() && declared.back().repeats;
+  const auto needed = static_cast<qsizetype>(declared.size()) - repeats;
+  if (operands_.size() < needed)
+    throw InputError(u"%1 is missing"_s.arg(declared[static_cast<std::size_t>(operands_.size())].what));
+  if (!repeats && operands_.size() > needed)
+    throw InputError(u"unexpected word \"%1\""_s.arg(operands_[needed]));
+}
+
+std::optional<double> Arguments::Number(const Option& option) const {
+  if (!Has(option)) return std::nullopt;
+  return Conversions::CDbl(Text(option));
+}
+
+int Arguments::Whole(const Option& option) const {
+  return Has(option) ? Text(option).toInt() : option.standard.value_or(0);
+}
+
+int Arguments::Choice(const Option& option) const {
+  if (!Has(option)) return option.standard.value_or(-1);
+  const auto isIt = [&](const QString& choice) {
+    return choice.compare(Text(option), Qt::CaseInsensitive) == 0;
+  };
+  return static_cast<int>(std::ranges::find_if(option.choices, isIt) - option.choices.begin());
 }

@@ -1,21 +1,19 @@
-// The commands of the command line. Each gets the words behind its name and returns the exit status; failures
-// are UsageErrors and FileErrors.
+// The commands of the command line, as each declares itself. What it runs returns the exit status, and fails
+// by an Error.
 #pragma once
 
-#include <QStringList>
+#include "cli/Command.h"
 
 namespace Commands {
 
-int New(const QStringList& words);
-int Import(const QStringList& words);
-int Append(const QStringList& words);
-int Convert(const QStringList& words);
-
-int Status(const QStringList& words);
-int Report(const QStringList& words);
-int Export(const QStringList& words);
-
-int Stats(const QStringList& words);
-int Verify(const QStringList& words);
+const Command& New();
+const Command& Import();
+const Command& Append();
+const Command& Status();
+const Command& Report();
+const Command& Export();
+const Command& Convert();
+const Command& Stats();
+const Command& Verify();
 
 }  // namespace Commands

@@ -5,7 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/CsvColumn.h"
-#include "cli/StatisticsOptions.h"
+#include "cli/SharedOptions.h"
 #include "data/MathFunctions.h"
 #include "engine/Engine.h"
 #include "library/AccessImport.h"
@@ -19,6 +19,14 @@ namespace Commands {
 
 namespace {
 
+using namespace SharedOptions;
+
+const Option nominal =
+    Option::Number(u"nominal"_s, u"the nominal value, within the specification limits"_s).Required();
+const Option unit = Option::Text(u"unit"_s, u"U"_s, u"the unit of measurement"_s);
+const Option column =
+    Option::Text(u"column"_s, u"NAME|N"_s, u"the column, by its number from 1 or its heading"_s);
+
 // The stored form: each value followed by a comma.
 QString StoredForm(const QStringList& values) {
   QString text;
@@ -29,11 +37,11 @@ QString StoredForm(const QStringList& values) {
 // A data set's limits are kept with the decimals that they have, up to these.
 constexpr qint16 mostDecimals = engine::mostDecimalsShown;
 
-double LimitKept(const Arguments& arguments, const QString& option) {
-  const double given = arguments.RequiredNumber(option);
+double LimitKept(const Arguments& arguments, const Option& option) {
+  const double given = *arguments.Number(option);
   const double kept = MathFunctions::FormatDouble(given, mostDecimals);
   if (kept != given) {
-    Console::Warn(u"--%1 %2 is kept with %3 decimals, as %4"_s.arg(option, arguments.Value(option))
+    Console::Warn(u"--%1 %2 is kept with %3 decimals, as %4"_s.arg(option.name, arguments.Text(option))
                       .arg(mostDecimals)
                       .arg(Conversions::CStr(kept)));
   }
@@ -41,22 +49,22 @@ double LimitKept(const Arguments& arguments, const QString& option) {
 }
 
 void FillLimits(const Arguments& arguments, CData& data) {
-  StatisticsOptions::CheckSpecLimits(arguments);
-  const double upper = LimitKept(arguments, u"usl"_s);
-  const double lower = LimitKept(arguments, u"lsl"_s);
-  const double nominal = LimitKept(arguments, u"nominal"_s);
-  if (nominal < lower || nominal > upper) {
+  CheckSpecLimits(arguments);
+  const double upper = LimitKept(arguments, usl);
+  const double lower = LimitKept(arguments, lsl);
+  const double target = LimitKept(arguments, nominal);
+  if (target < lower || target > upper) {
     throw InputError(u"the nominal value %1 does not lie within the specification limits %2 to %3"_s.arg(
-        arguments.Value(u"nominal"_s), arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s)));
+        arguments.Text(nominal), arguments.Text(lsl), arguments.Text(usl)));
   }
   if (!(lower < upper)) {
     throw InputError(u"the specification limits %1 and %2 are one with %3 decimals"_s
-                         .arg(arguments.Value(u"lsl"_s), arguments.Value(u"usl"_s))
+                         .arg(arguments.Text(lsl), arguments.Text(usl))
                          .arg(mostDecimals));
   }
   data.SetUpperSpecLimit(upper);
   data.SetLowerSpecLimit(lower);
-  data.SetNominalSpecLimit(nominal);
+  data.SetNominalSpecLimit(target);
   data.SetHiFlier(upper + (upper - lower));
   data.SetLoFlier(lower - (upper - lower));
 }
@@ -86,8 +94,8 @@ void PrintResult(const CData& data, qsizetype added) {
 }
 
 QStringList ValuesToAppend(const Arguments& arguments) {
-  const WrittenNumbers::Notation notation = StatisticsOptions::Notation(arguments);
-  const QStringList words = arguments.Positional().mid(1);
+  const WrittenNumbers::Notation notation = Notation(arguments);
+  const QStringList words = arguments.Operands().mid(1);
   QStringList values;
   for (const QString& word : words) values += WrittenNumbers::ReadList(word, notation, values.size());
   if (words.isEmpty()) values = WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()), notation);
@@ -95,60 +103,92 @@ QStringList ValuesToAppend(const Arguments& arguments) {
   return values;
 }
 
-}  // namespace
-
-int New(const QStringList& words) {
-  const Arguments arguments(words, {}, {});
-  arguments.RequirePositional(1, u"the library's file"_s);
-  Library::Create(arguments.Positional()[0]);
+int RunNew(const Arguments& arguments) {
+  Library::Create(arguments.Operands()[0]);
   return 0;
 }
 
-int Import(const QStringList& words) {
-  const Arguments arguments(
-      words,
-      QStringList{u"description"_s, u"nominal"_s, u"unit"_s, u"column"_s, u"decimal"_s, u"separator"_s} +
-          StatisticsOptions::Names(),
-      {});
-  arguments.RequirePositional(2, u"the library's or the CSV file"_s);
+int RunImport(const Arguments& arguments) {
   CData data;
   data.SetFollowsItsDecimals(true);
-  data.SetDescription(arguments.Required(u"description"_s).trimmed());
+  data.SetDescription(arguments.Text(description).trimmed());
   if (data.Description().isEmpty()) throw InputError(u"--description: the description is empty"_s);
   FillLimits(arguments, data);
-  data.SetSubGroupSize(static_cast<qint16>(StatisticsOptions::SubGroupSize(arguments)));
-  data.SetSensitivityValue(static_cast<qint32>(StatisticsOptions::Sensitivity(arguments)));
-  data.SetDetectionPeriod(static_cast<qint32>(StatisticsOptions::Period(arguments)));
-  data.SetUnitOfMeasurement(arguments.Value(u"unit"_s).trimmed());
+  data.SetSubGroupSize(static_cast<qint16>(arguments.Whole(subGroup)));
+  data.SetSensitivityValue(arguments.Choice(sensitivity));
+  data.SetDetectionPeriod(arguments.Choice(period));
+  data.SetUnitOfMeasurement(arguments.Text(unit).trimmed());
 
-  const auto library = Library::Open(arguments.Positional()[0], Console::Warn);
-  const CsvOptions csv{arguments.Value(u"column"_s), StatisticsOptions::Notation(arguments),
+  const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
+  const CsvOptions csv{arguments.Text(column), Notation(arguments),
                        std::pair(data.LoFlier(), data.HiFlier())};
-  const QStringList values = ReadCsvColumn(arguments.Positional()[1], csv);
+  const QStringList values = ReadCsvColumn(arguments.Operands()[1], csv);
   data.SetDelimitedInputString(StoredForm(values));
   library->Add(data, QDateTime::currentDateTime());
   PrintResult(data, values.size());
   return 0;
 }
 
-int Append(const QStringList& words) {
-  const Arguments arguments(words, {u"description"_s, u"decimal"_s, u"separator"_s}, {});
-  arguments.RequirePositional(1, u"the library's file"_s, true);
-  const QString description = arguments.Required(u"description"_s).trimmed();
+int RunAppend(const Arguments& arguments) {
+  const QString name = arguments.Text(description).trimmed();
   const QStringList values = ValuesToAppend(arguments);
-
-  const auto library = Library::Open(arguments.Positional()[0], Console::Warn);
-  PrintResult(*library->Append(description, values, QDateTime::currentDateTime()), values.size());
+  const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
+  PrintResult(*library->Append(name, values, QDateTime::currentDateTime()), values.size());
   return 0;
 }
 
-int Convert(const QStringList& words) {
-  const Arguments arguments(words, {}, {});
-  arguments.RequirePositional(2, u"the Access file or the library's file"_s);
+int RunConvert(const Arguments& arguments) {
   Console::Progress progress(u"converting"_s);
-  AccessImport::Convert(arguments.Positional()[0], arguments.Positional()[1],
+  AccessImport::Convert(arguments.Operands()[0], arguments.Operands()[1],
                         [&](qint64 done, qint64 total) { progress.Show(done, total); });
   return 0;
+}
+
+}  // namespace
+
+const Command& New() {
+  static const Command command = {.name = u"new"_s,
+                                  .purpose = u"makes an empty library"_s,
+                                  .operands = {libraryFile},
+                                  .options = {},
+                                  .details = u"An existing file is never overwritten.\n"_s,
+                                  .run = RunNew};
+  return command;
+}
+
+const Command& Import() {
+  static const Command command = {.name = u"import"_s,
+                                  .purpose = u"adds a data set from one column of a CSV file"_s,
+                                  .operands = {libraryFile, {u"CSV"_s, u"the CSV file"_s}},
+                                  .options = {description, usl.Required(), lsl.Required(), nominal, unit,
+                                              subGroup, sensitivity, period, column, decimal, separator},
+                                  .details = u"The control limits are calculated from the data and kept.\n"_s,
+                                  .run = RunImport};
+  return command;
+}
+
+const Command& Append() {
+  static const Command command = {
+      .name = u"append"_s,
+      .purpose = u"adds values to a data set"_s,
+      .operands = {libraryFile, {u"VALUE"_s, {}, true}},
+      .options = {description, decimal, separator},
+      .details =
+          u"Without values on the line they are read from standard input. Kept control limits stay as they "
+          "are.\n"_s,
+      .run = RunAppend};
+  return command;
+}
+
+const Command& Convert() {
+  static const Command command = {
+      .name = u"convert"_s,
+      .purpose = u"makes a library from an Access file"_s,
+      .operands = {{u"ACCESSFILE"_s, u"the Access file"_s}, libraryFile},
+      .options = {},
+      .details = u"The Access file is only read; an existing file is never overwritten.\n"_s,
+      .run = RunConvert};
+  return command;
 }
 
 }  // namespace Commands

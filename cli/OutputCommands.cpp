@@ -17,6 +17,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/SharedOptions.h"
 #include "data/Json.h"
 #include "library/Library.h"
 #include "platform/error/Error.h"
@@ -28,6 +29,14 @@ using namespace Qt::StringLiterals;
 namespace Commands {
 
 namespace {
+
+using SharedOptions::libraryFile;
+
+const Option json = Option::Flag(u"json"_s, u"an array with one object per data set"_s);
+const Option check = Option::Flag(u"check"_s, u"exit status 1 when a data set is out of control"_s);
+const Option format = Option::Choice(u"format"_s, {u"pdf"_s, u"png"_s, u"svg"_s}, u"pdf, png or svg"_s, 0);
+const Option fit =
+    Option::Flag(u"fit"_s, u"value axes that fit the points, in place of the standard scale"_s);
 
 // All data sets of a library, with their statistics; the first one that has none is an Error that names it.
 std::vector<CDataPtr> Load(const QString& place) {
@@ -143,7 +152,7 @@ class FileNames {
 };
 
 QString OutputFolder(const Arguments& arguments) {
-  const QString folder = arguments.Required(u"out"_s);
+  const QString folder = arguments.Text(SharedOptions::out);
   if (!QDir().mkpath(folder)) throw Error(u"%1: the folder cannot be made"_s.arg(folder));
   return folder;
 }
@@ -171,8 +180,8 @@ std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString
 // that cannot be written keeps none of the others from it; it is named, and the exit status tells.
 template <class Write>
 int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
-  const QString library = arguments.Positional()[0];
-  const std::vector<CDataPtr> selected = Select(Load(library), arguments.Positional().mid(1), library);
+  const QString library = arguments.Operands()[0];
+  const std::vector<CDataPtr> selected = Select(Load(library), arguments.Operands().mid(1), library);
   const std::vector<Output> outputs = Outputs(selected, OutputFolder(arguments), suffix);
   // The failure of each, null for none. What is below does not leave before all are written.
   QFutureSynchronizer<std::exception_ptr> failures(
@@ -201,13 +210,9 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
   return status;
 }
 
-}  // namespace
-
-int Status(const QStringList& words) {
-  const Arguments arguments(words, {}, {u"json"_s, u"check"_s});
-  arguments.RequirePositional(1, u"the library's file"_s);
-  const std::vector<CDataPtr> dataSets = Load(arguments.Positional()[0]);
-  if (arguments.Has(u"json"_s)) {
+int RunStatus(const Arguments& arguments) {
+  const std::vector<CDataPtr> dataSets = Load(arguments.Operands()[0]);
+  if (arguments.Has(json)) {
     QJsonArray array;
     for (const CDataPtr& data : dataSets) array.append(Json::ReadProperties(*data));
     Console::Print(QString::fromUtf8(QJsonDocument(array).toJson()));
@@ -216,24 +221,21 @@ int Status(const QStringList& words) {
   }
   const bool outOfControl = std::any_of(dataSets.begin(), dataSets.end(),
                                         [](const CDataPtr& data) { return !data->IsInControl(); });
-  return arguments.Has(u"check"_s) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine;
+  return arguments.Has(check) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine;
 }
 
-int Report(const QStringList& words) {
-  const Arguments arguments(words, {u"out"_s, u"format"_s}, {u"fit"_s});
-  arguments.RequirePositional(1, u"the library's file"_s, true);
-  const QStringList formats{u"pdf"_s, u"png"_s, u"svg"_s};
-  const int format = arguments.Choice(u"format"_s, formats, 0);
+int RunReport(const Arguments& arguments) {
+  const int chosen = arguments.Choice(format);
   StatPageOptions options;
-  options.fittedScale = arguments.Has(u"fit"_s);
+  options.fittedScale = arguments.Has(fit);
   options.printedHead = true;
   options.printedAt = QDateTime::currentDateTime();
-  return WriteEach(arguments, formats[format], [&](const Output& output) {
+  return WriteEach(arguments, format.choices[chosen], [&](const Output& output) {
     StatPageOptions own = options;
     own.pageNumber = output.number;
     own.pageCount = output.count;
     const StatPage page(*output.data, own);
-    switch (format) {
+    switch (chosen) {
       case 0:
         return PageOutput::WritePdf(page, output.path);
       case 1:
@@ -244,11 +246,42 @@ int Report(const QStringList& words) {
   });
 }
 
-int Export(const QStringList& words) {
-  const Arguments arguments(words, {u"out"_s}, {});
-  arguments.RequirePositional(1, u"the library's file"_s, true);
+int RunExport(const Arguments& arguments) {
   return WriteEach(arguments, u"csf"_s,
                    [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
+}
+
+}  // namespace
+
+const Command& Status() {
+  static const Command command = {.name = u"status"_s,
+                                  .purpose = u"shows the state of every data set"_s,
+                                  .operands = {libraryFile},
+                                  .options = {json, check},
+                                  .details = {},
+                                  .run = RunStatus};
+  return command;
+}
+
+const Command& Report() {
+  static const Command command = {.name = u"report"_s,
+                                  .purpose = u"writes the page of charts"_s,
+                                  .operands = {libraryFile, SharedOptions::descriptions},
+                                  .options = {SharedOptions::out, format, fit},
+                                  .details = u"One file for each data set, or for those named.\n"_s,
+                                  .run = RunReport,
+                                  .needsGraphics = true};
+  return command;
+}
+
+const Command& Export() {
+  static const Command command = {.name = u"export"_s,
+                                  .purpose = u"writes data sets and their results as .csf files"_s,
+                                  .operands = {libraryFile, SharedOptions::descriptions},
+                                  .options = {SharedOptions::out},
+                                  .details = {},
+                                  .run = RunExport};
+  return command;
 }
 
 }  // namespace Commands

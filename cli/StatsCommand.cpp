@@ -7,7 +7,7 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/StatisticsOptions.h"
+#include "cli/SharedOptions.h"
 #include "data/Json.h"
 #include "data/Statistics.h"
 #include "engine/Engine.h"
@@ -20,19 +20,31 @@ namespace Commands {
 
 namespace {
 
+using namespace SharedOptions;
+
+const Option start = Option::Whole(u"start"_s, u"the first plot point that the limits are calculated from"_s,
+                                   0, engine::maximumSamples);
+const Option stop = Option::Whole(u"stop"_s, u"the last one"_s, 0, engine::maximumSamples);
+const Option limitsKept = Option::Text(u"limits"_s, u"XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s,
+                                       u"limits to keep; 0 has one calculated"_s);
+const Option precision = Option::Whole(
+    u"precision"_s, u"decimals of the texts and of the rules' judgement, in place of the data's own"_s, 0,
+    engine::maximumPrecision);
+const Option reverse = Option::Flag(u"reverse"_s, u"the values are given newest first"_s);
+
 void ReadSpecLimits(const Arguments& arguments, engine::Inputs& inputs) {
-  const auto upper = arguments.Number(u"usl"_s);
-  const auto lower = arguments.Number(u"lsl"_s);
+  const auto upper = arguments.Number(usl);
+  const auto lower = arguments.Number(lsl);
   if (upper.has_value() != lower.has_value()) throw InputError(u"--usl and --lsl belong together"_s);
   if (!upper) return;
-  StatisticsOptions::CheckSpecLimits(arguments);
+  CheckSpecLimits(arguments);
   inputs.upperSpecLimit = *upper;
   inputs.lowerSpecLimit = *lower;
 }
 
 void ReadControlLimits(const Arguments& arguments, engine::Inputs& inputs) {
-  if (!arguments.Has(u"limits"_s)) return;
-  const QStringList words = arguments.Value(u"limits"_s).split(u',');
+  if (!arguments.Has(limitsKept)) return;
+  const QStringList words = arguments.Text(limitsKept).split(u',');
   if (words.size() != std::ssize(engine::controlLimitFields)) {
     throw InputError(u"--limits takes six numbers: XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s);
   }
@@ -47,14 +59,13 @@ engine::Inputs InputsOf(const Arguments& arguments) {
   engine::Inputs inputs;
   ReadSpecLimits(arguments, inputs);
   ReadControlLimits(arguments, inputs);
-  inputs.subGroupSize = StatisticsOptions::SubGroupSize(arguments);
-  inputs.sensitivity = StatisticsOptions::Sensitivity(arguments);
-  inputs.detectionPeriod = StatisticsOptions::Period(arguments);
-  inputs.dataStartPoint = arguments.Integer(u"start"_s, 0, 0, engine::maximumSamples);
-  inputs.dataStopPoint = arguments.Integer(u"stop"_s, 0, 0, engine::maximumSamples);
-  inputs.precisionValue =
-      arguments.Integer(u"precision"_s, inputs.precisionValue, 0, engine::maximumPrecision);
-  inputs.reverseDataString = arguments.Has(u"reverse"_s);
+  inputs.subGroupSize = arguments.Whole(subGroup);
+  inputs.sensitivity = engine::Sensitivity{arguments.Choice(sensitivity)};
+  inputs.detectionPeriod = engine::DetectionPeriod{arguments.Choice(period)};
+  inputs.dataStartPoint = arguments.Whole(start);
+  inputs.dataStopPoint = arguments.Whole(stop);
+  if (arguments.Has(precision)) inputs.precisionValue = arguments.Whole(precision);
+  inputs.reverseDataString = arguments.Has(reverse);
   return inputs;
 }
 
@@ -90,25 +101,17 @@ void AddCapability(const engine::Capability& capability, QJsonObject& object) {
   add(u"ExpectedOutside"_s, capability.ExpectedOutside());
 }
 
-}  // namespace
-
-int Stats(const QStringList& words) {
-  const Arguments arguments(
-      words,
-      StatisticsOptions::Names() +
-          QStringList{u"start"_s, u"stop"_s, u"limits"_s, u"precision"_s, u"decimal"_s, u"separator"_s},
-      {u"reverse"_s});
-  arguments.RequirePositional(0, {});
+int RunStats(const Arguments& arguments) {
   engine::Inputs inputs = InputsOf(arguments);
-  const QStringList values = WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()),
-                                                      StatisticsOptions::Notation(arguments));
+  const QStringList values =
+      WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()), Notation(arguments));
   const QByteArray text = values.join(u',').toUtf8();
   inputs.delimitedInputString = std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
   engine::Engine engine;
   engine::Results results;
   bool succeeded = engine.Read(inputs.delimitedInputString, inputs.stringDelimiter, inputs.reverseDataString);
   if (succeeded) {
-    if (!arguments.Has(u"precision"_s)) {
+    if (!arguments.Has(precision)) {
       inputs.precisionValue = engine::DecimalsToShow(
           std::max({engine.SampleDecimals(), engine::DecimalsRead(inputs.upperSpecLimit),
                     engine::DecimalsRead(inputs.lowerSpecLimit)}));
@@ -131,6 +134,19 @@ int Stats(const QStringList& words) {
   object[u"ViolatingPoints"_s] = violating;
   Console::Print(QString::fromUtf8(QJsonDocument(object).toJson()));
   return 0;
+}
+
+}  // namespace
+
+const Command& Stats() {
+  static const Command command = {.name = u"stats"_s,
+                                  .purpose = u"statistics of values on standard input, as JSON"_s,
+                                  .operands = {},
+                                  .options = {subGroup, usl, lsl, sensitivity, period, start, stop,
+                                              limitsKept, precision, reverse, decimal, separator},
+                                  .details = {},
+                                  .run = RunStats};
+  return command;
 }
 
 }  // namespace Commands
