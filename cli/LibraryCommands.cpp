@@ -7,6 +7,7 @@
 #include "cli/CsvColumn.h"
 #include "cli/SharedOptions.h"
 #include "data/MathFunctions.h"
+#include "data/Statistics.h"
 #include "engine/Engine.h"
 #include "library/AccessImport.h"
 #include "library/Library.h"
@@ -24,6 +25,8 @@ using namespace SharedOptions;
 const Option nominal =
     Option::Number(u"nominal"_s, u"the nominal value, within the specification limits"_s).Required();
 const Option unit = Option::Text(u"unit"_s, u"U"_s, u"the unit of measurement"_s);
+const Option recalculate =
+    Option::Flag(u"recalculate"_s, u"calculates the control limits anew, from all points"_s);
 const Option column =
     Option::Text(u"column"_s, u"NAME|N"_s, u"the column, by its number from 1 or its heading"_s);
 
@@ -82,15 +85,32 @@ void WarnOfDecimals(const CData& data) {
           .arg(data.PrecisionValue()));
 }
 
-void PrintResult(const CData& data, qsizetype added) {
+// What is to be known of the limits that the points are judged by; `before` is the number of points that were
+// there.
+QString LimitsOf(const CData& data, qsizetype before) {
+  constexpr int enough = QCGlobalFunctions::pointsForLimits;
+  const int points = data.NumberOfPlotPoints();
+  if (points == 0) return {};
+  if (!QCGlobalFunctions::LimitsCanBeKept(data))
+    return u"; no limits are kept yet, for they need two points with a spread"_s;
+  if (points < enough)
+    return u"; the limits are preliminary, with fewer than %1 points: append --recalculate renews them"_s.arg(
+        enough);
+  if (before > 0 && before < enough)
+    return u"; the limits may rest on %1 points only: append --recalculate renews them"_s.arg(before);
+  return {};
+}
+
+void PrintResult(const CData& data, qsizetype added, bool renewed = false) {
   WarnOfDecimals(data);
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
-  Console::Print(u"%1: %2 values added, %3 in all, %4 plot points%5, %6\n"_s.arg(data.Description())
-                     .arg(added)
-                     .arg(values)
-                     .arg(data.NumberOfPlotPoints())
-                     .arg(left > 0 ? u" and %1 values left over"_s.arg(left) : QString(), VerdictOf(data)));
+  const auto before = renewed ? 0 : (values - added) / data.SubGroupSize();
+  const QString rest = left > 0 ? u" and %1 values left over"_s.arg(left) : QString();
+  const QString counts =
+      u": %1 values added, %2 in all, %3 plot points"_s.arg(added).arg(values).arg(data.NumberOfPlotPoints());
+  Console::Print(data.Description() + counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) +
+                 u'\n');
 }
 
 QStringList ValuesToAppend(const Arguments& arguments) {
@@ -99,7 +119,7 @@ QStringList ValuesToAppend(const Arguments& arguments) {
   QStringList values;
   for (const QString& word : words) values += WrittenNumbers::ReadList(word, notation, values.size());
   if (words.isEmpty()) values = WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()), notation);
-  if (values.isEmpty()) throw InputError(u"there are no values to append"_s);
+  if (values.isEmpty() && !arguments.Has(recalculate)) throw InputError(u"there are no values to append"_s);
   return values;
 }
 
@@ -133,7 +153,9 @@ int RunAppend(const Arguments& arguments) {
   const QString name = arguments.Text(description).trimmed();
   const QStringList values = ValuesToAppend(arguments);
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
-  PrintResult(*library->Append(name, values, QDateTime::currentDateTime()), values.size());
+  const bool renews = arguments.Has(recalculate);
+  const auto limits = renews ? Library::Limits::AreRenewed : Library::Limits::Stay;
+  PrintResult(*library->Append(name, values, QDateTime::currentDateTime(), limits), values.size(), renews);
   return 0;
 }
 
@@ -157,13 +179,15 @@ const Command& New() {
 }
 
 const Command& Import() {
-  static const Command command = {.name = u"import"_s,
-                                  .purpose = u"adds a data set from one column of a CSV file"_s,
-                                  .operands = {libraryFile, {u"CSV"_s, u"the CSV file"_s}},
-                                  .options = {description, usl.Required(), lsl.Required(), nominal, unit,
-                                              subGroup, sensitivity, period, column, decimal, separator},
-                                  .details = u"The control limits are calculated from the data and kept.\n"_s,
-                                  .run = RunImport};
+  static const Command command = {
+      .name = u"import"_s,
+      .purpose = u"adds a data set from one column of a CSV file"_s,
+      .operands = {libraryFile, {u"CSV"_s, u"the CSV file"_s}},
+      .options = {description, usl.Required(), lsl.Required(), nominal, unit, subGroup, sensitivity, period,
+                  column, decimal, separator},
+      .details =
+          u"The control limits are calculated from the data and kept, once two points have a spread.\n"_s,
+      .run = RunImport};
   return command;
 }
 
@@ -172,7 +196,7 @@ const Command& Append() {
       .name = u"append"_s,
       .purpose = u"adds values to a data set"_s,
       .operands = {libraryFile, {u"VALUE"_s, {}, true}},
-      .options = {description, decimal, separator},
+      .options = {description, recalculate, decimal, separator},
       .details =
           u"Without values on the line they are read from standard input. Kept control limits stay as they "
           "are.\n"_s,

@@ -120,6 +120,10 @@ bool CalculateStatistics(CData& data) {
   return succeeded;
 }
 
+bool LimitsCanBeKept(const CData& data) {
+  return data.NumberOfPlotPoints() >= 2 && data.XBarLCL() < data.XBarUCL();
+}
+
 void ClearControlLimits(CData& data) { data.SetControlLimits({}); }
 
 }  // namespace QCGlobalFunctions

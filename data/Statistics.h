@@ -19,6 +19,13 @@ engine::Results ResultsOf(const CData& data);
 // Puts the engine's results into the properties of the same names.
 void StoreResults(const engine::Results& results, CData& data);
 
+// Whether the control limits have a width and two points or more to rest on. Others are not kept, but
+// calculated from all points at each load until they do.
+bool LimitsCanBeKept(const CData& data);
+
+// With fewer points limits are preliminary.
+inline constexpr int pointsForLimits = 20;
+
 // So that the next CreateStatistics calculates all six.
 void ClearControlLimits(CData& data);
 

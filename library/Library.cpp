@@ -22,6 +22,16 @@ namespace {
 
 constexpr int rowsAtATime = 256;
 
+// Puts the data set's control limits into its row; 0 where they cannot be kept yet.
+void RenewLimits(const CData& data, QVariantList& row) {
+  const bool kept = QCGlobalFunctions::LimitsCanBeKept(data);
+  const std::vector<Column>& columns = Tables::StatData().columns;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (Tables::IsControlLimit(columns[i]))
+      row[static_cast<qsizetype>(i)] = kept ? columns[i].write(data) : QVariant(0.0);
+  }
+}
+
 void RequireStatistics(CData& data, const QString& place) {
   if (QCGlobalFunctions::CalculateStatistics(data)) return;
   throw InputError(Words::Library::refusedValues(place, data.Description(), data.ErrorMessage()), place);
@@ -260,13 +270,16 @@ void Library::Add(CData& data, const QDateTime& now) {
   // One transaction, so that nobody adds the same description in between.
   Transaction transaction(connection_);
   RequireFree(data.Description());
+  const bool kept = QCGlobalFunctions::LimitsCanBeKept(data);
+  if (!kept) QCGlobalFunctions::ClearControlLimits(data);
   Save(data, now);
+  if (!kept) RequireStatistics(data, place_);
   AddUnit(data.UnitOfMeasurement());
   transaction.Commit();
 }
 
 // The data set with the values behind its own, and with its statistics.
-CDataPtr Library::Extended(const QString& description, const QStringList& values) {
+CDataPtr Library::Extended(const QString& description, const QStringList& values, Limits limits) {
   const auto id = FindDataSet(description);
   if (!id) throw InputError(Words::Library::notThere(place_, description), description);
   const Row row = Rows::Make(SelectId(*id).at(0));
@@ -276,20 +289,23 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
   for (const QString& value : values) text += value + u',';
   RequireCount(text.count(u','));
   row.data->SetDelimitedInputString(text);
+  if (limits == Limits::AreRenewed) QCGlobalFunctions::ClearControlLimits(*row.data);
   RequireStatistics(*row.data, place_);
   return row.data;
 }
 
-CDataPtr Library::Append(const QString& description, const QStringList& values, const QDateTime& now) {
-  Extended(description, values);  // what is refused is refused before a backup is made
+CDataPtr Library::Append(const QString& description, const QStringList& values, const QDateTime& now,
+                         Limits limits) {
+  Extended(description, values, limits);  // what is refused is refused before a backup is made
   Expect(Backup::Change::Adds);
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
   Transaction transaction(connection_);
-  const CDataPtr data = Extended(description, values);
+  const CDataPtr data = Extended(description, values, limits);
   ExtraTables::Make(connection_);
   QVariantList after = data->RowAsKnown();
   after[Tables::StatData().IndexOf(u"Values")] = data->DelimitedInputString();
+  if (limits == Limits::AreRenewed) RenewLimits(*data, after);
   const QVariantList written = Update(data->RowAsKnown(), after, now);
   transaction.Commit();
   TakeRow(*data, written);

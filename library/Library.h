@@ -85,10 +85,15 @@ class Library {
   Saved Save(CData& data, const QDateTime& now, const CData* over = nullptr);
 
   // Adds a new data set, and its unit where that is not offered yet. The description must not be taken.
+  // Control limits that cannot be kept yet are not stored.
   void Add(CData& data, const QDateTime& now);
 
-  // Puts values behind those of the data set, whose kept limits stay. Gives it with its statistics.
-  CDataPtr Append(const QString& description, const QStringList& values, const QDateTime& now);
+  enum class Limits { Stay, AreRenewed };
+
+  // Puts values behind those of the data set, whose kept control limits stay or are calculated anew from all
+  // points. Gives it with its statistics.
+  CDataPtr Append(const QString& description, const QStringList& values, const QDateTime& now,
+                  Limits limits = Limits::Stay);
 
   // Offers a unit of measurement, unless it is offered already.
   void AddUnit(const QString& name);
@@ -116,7 +121,7 @@ class Library {
   void Expect(Backup::Change change);
   QVariantList Insert(const CData& data, const QDateTime& now);
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
-  CDataPtr Extended(const QString& description, const QStringList& values);
+  CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   void RequireFree(const QString& description);
 
   QString place_;

@@ -132,6 +132,10 @@ QVariantList RowOf(const CData& data) {
 
 qint64 IdOf(const QVariantList& row) { return row.front().toLongLong(); }
 
+bool IsControlLimit(const Column& column) {
+  return column.name.startsWith("XBar"_L1) || column.name.startsWith("RBar"_L1);
+}
+
 QString DateText(const QDateTime& time) { return time.toString(u"yyyy-MM-dd HH:mm:ss"_s); }
 
 }  // namespace Tables

@@ -61,6 +61,8 @@ QVariantList RowOf(const CData& data);
 
 qint64 IdOf(const QVariantList& row);
 
+bool IsControlLimit(const Column& column);  // or a centre line
+
 QString DateText(const QDateTime& time);  // as LastModified holds it
 
 }  // namespace Tables

@@ -204,6 +204,26 @@ TEST_F(CommandLineTest, AnEmptyDataSetHasNoPointsAndNoError) {
   EXPECT_EQ(OnlyDataSet()[u"XBarMean"_s], 11);
 }
 
+// Limits of no width would call every later value out of control.
+TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
+  const auto append = [&](const QString& words) {
+    const ProgramRun run = RunIn(u"append @plant --description Shaft "_s + words);
+    EXPECT_EQ(run.status, 0) << run.error.toStdString();
+    return run.output;
+  };
+  Write(u"one.csv"_s, "10\n");
+  EXPECT_TRUE(Import(u"@one.csv"_s).output.contains(u"no limits are kept yet"));
+  EXPECT_TRUE(append(u"10 10"_s).contains(u"in control; no limits are kept yet"));
+  EXPECT_TRUE(append(u"10.5 9.5 10"_s).contains(u"preliminary"));
+  EXPECT_TRUE(append(u"--recalculate 10.5"_s).contains(u"preliminary"));
+  const QJsonObject kept = OnlyDataSet();
+  EXPECT_TRUE(append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"may rest on 7 points"));
+  EXPECT_EQ(OnlyDataSet()[u"XBarUCL"_s], kept[u"XBarUCL"_s]);
+  EXPECT_FALSE(append(u"--recalculate"_s).contains(u"limits"));
+  EXPECT_NE(OnlyDataSet()[u"RBarMean"_s], kept[u"RBarMean"_s]);
+  EXPECT_GT(OnlyDataSet()[u"XBarMean"_s].toDouble(), 20);
+}
+
 TEST_F(CommandLineTest, HelpAndVersion) {
   EXPECT_TRUE(RunIn(u"--version").output.startsWith(u"kestrel "));
   EXPECT_TRUE(RunIn(u"--help").output.contains(u"kestrel stats"));
