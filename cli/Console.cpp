@@ -58,10 +58,11 @@ Progress::~Progress() {
 }
 
 void Progress::Show(qint64 done, qint64 total) {
-  if (!IsTerminal() || total <= 0) return;
+  if (total <= 0) return;
   const qint64 percent = done * 100 / total;
   if (percent == percent_) return;
   percent_ = percent;
+  if (!IsTerminal()) return;
   shown_ = true;
   std::fprintf(stderr, "\r%s %lld %%", what_.toUtf8().constData(), static_cast<long long>(percent));
 }

@@ -160,9 +160,21 @@ int RunAppend(const Arguments& arguments) {
 }
 
 int RunConvert(const Arguments& arguments) {
-  Console::Progress progress(u"converting"_s);
-  AccessImport::Convert(arguments.Operands()[0], arguments.Operands()[1],
-                        [&](qint64 done, qint64 total) { progress.Show(done, total); });
+  AccessImport::Counts counts;
+  {
+    Console::Progress progress(u"converting"_s);
+    counts = AccessImport::Convert(arguments.Operands()[0], arguments.Operands()[1],
+                                   [&](qint64 done, qint64 total) { progress.Show(done, total); });
+  }
+  Console::Print(
+      u"%1: %2 data sets, %3 samples, %4 units\n"
+      "Compare these counts with Access: its files have no checksum. No reader can see a digit that was "
+      "changed\n"
+      "within a text, a number that became empty, or texts that changed places.\n"_s
+          .arg(arguments.Operands()[1])
+          .arg(counts.dataSets)
+          .arg(counts.samples)
+          .arg(counts.units));
   return 0;
 }
 

@@ -5,7 +5,9 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "library/LibraryFile.h"
 #include "library/Revision.h"
@@ -84,8 +86,9 @@ struct Source {
   JetTable definition;
 };
 
+// Calls rowCopied with each row's values.
 void CopyRows(JetFile& file, const Source& source, Connection& connection,
-              const std::function<void()>& rowCopied) {
+              const std::function<void(const std::vector<QVariant>&)>& rowCopied) {
   QSqlQuery insert = PrepareInsert(connection, source.table);
   JetRows rows = file.Rows(source.definition, source.table.ColumnNames());
   for (qint64 row = 1; rows.Next(); ++row) {
@@ -95,11 +98,40 @@ void CopyRows(JetFile& file, const Source& source, Connection& connection,
     } catch (const JetError& error) {
       throw JetError(Words::Access::row(source.table.name, row, error.Text()));
     }
-    rowCopied();
+    rowCopied(rows.Values());
   }
 }
 
-void CopyTables(const QString& accessPath, Connection& connection, const AccessImport::Progress& progress) {
+// The last number that the Access file gave may be of a row that is deleted since.
+void KeepLastNumber(const Source& source, Connection& connection) {
+  const auto last = static_cast<qint32>(source.definition.lastNumber);
+  if (source.table.columns.front().kind != Kind::Id || last <= 0 ||
+      last == std::numeric_limits<qint32>::max())
+    return;
+  const QString& name = source.table.name;
+  connection.Execute(
+      u"INSERT INTO sqlite_sequence (name, seq) SELECT ?, 0 WHERE NOT EXISTS (SELECT * FROM sqlite_sequence WHERE name = ?)"_s,
+      {name, name});
+  connection.Execute(u"UPDATE sqlite_sequence SET seq = ? WHERE name = ? AND seq < ?"_s, {last, name, last});
+}
+
+// The elements between commas that are not blank.
+qint64 CountSamples(QStringView values) {
+  qint64 count = 0;
+  bool blank = true;
+  for (const QChar c : values) {
+    if (c == u',') {
+      blank = true;
+    } else if (blank && !c.isSpace()) {
+      blank = false;
+      ++count;
+    }
+  }
+  return count;
+}
+
+AccessImport::Counts CopyTables(const QString& accessPath, Connection& connection,
+                                const AccessImport::Progress& progress) {
   JetFile file(accessPath);
   const auto state = [&] { return QFileInfo(accessPath).lastModified(); };
   const QDateTime stateBefore = state();
@@ -110,12 +142,22 @@ void CopyTables(const QString& accessPath, Connection& connection, const AccessI
     total += sources.back().definition.rowCount;
   }
   qint64 done = 0;
+  AccessImport::Counts counts;
   for (const Source& source : sources) {
-    CopyRows(file, source, connection, [&] {
+    const qsizetype valuesAt = source.table.IndexOf(u"Values");
+    qint64 rows = 0;
+    CopyRows(file, source, connection, [&](const std::vector<QVariant>& values) {
+      ++rows;
+      if (valuesAt >= 0)
+        counts.samples += CountSamples(values[static_cast<std::size_t>(valuesAt)].toString());
       if (progress) progress(++done, total);
     });
+    KeepLastNumber(source, connection);
+    if (source.table.name == Tables::StatData().name) counts.dataSets = rows;
+    if (source.table.name == Tables::Units().name) counts.units = rows;
   }
   if (state() != stateBefore) throw JetError(Words::Access::changedWhileRead());
+  return counts;
 }
 
 // Runs a body that reads the Access file; what is wrong with that file is an Error that names it.
@@ -156,11 +198,14 @@ QString AccessImport::Revision(const QString& accessPath) {
   });
 }
 
-void AccessImport::Convert(const QString& accessPath, const QString& libraryPath, const Progress& progress) {
+AccessImport::Counts AccessImport::Convert(const QString& accessPath, const QString& libraryPath,
+                                           const Progress& progress) {
   const QString revision = Revision(accessPath);
   if (revision.size() < 3) throw Error(Words::Access::noRevision(accessPath));
   if (!IsAccepted(revision)) throw Error(u"%1: %2"_s.arg(accessPath, Revision::RefusalOnOneLine(revision)));
+  Counts counts;
   LibraryFile::Create(libraryPath, [&](Connection& connection) {
-    Reading(accessPath, [&] { CopyTables(accessPath, connection, progress); });
+    counts = Reading(accessPath, [&] { return CopyTables(accessPath, connection, progress); });
   });
+  return counts;
 }

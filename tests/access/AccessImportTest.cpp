@@ -93,6 +93,24 @@ TEST_F(AccessImportTest, TakesOverEveryValueOfEveryValidFile) {
   }
 }
 
+// A data set that was deleted last must not lend its number to the next one.
+TEST_F(AccessImportTest, CountsAndGivesNoNumberTwice) {
+  const AccessImport::Counts counts = AccessImport::Convert(Write(Bytes(u"lastdeleted.mdb.z"_s)), target_);
+  const QJsonObject expected = Expected(u"lastdeleted"_s);
+  qint64 samples = 0;
+  for (const auto& row : expected[u"StatData"_s].toArray())
+    samples += row[u"Values"_s].toString().split(u',', Qt::SkipEmptyParts).size();
+  EXPECT_EQ(counts.dataSets, expected[u"StatData"_s].toArray().size());
+  EXPECT_EQ(counts.samples, samples);
+  EXPECT_EQ(counts.units, expected[u"Units"_s].toArray().size());
+  Connection connection;
+  connection.OpenWith(target_);
+  connection.Execute(u"INSERT INTO StatData (Description) VALUES ('new')"_s);
+  QSqlQuery query = connection.Run(u"select"_s, u"SELECT MAX(ID) FROM StatData"_s);
+  ASSERT_TRUE(connection.NextRow(query));
+  EXPECT_EQ(query.value(0), 13);
+}
+
 TEST_F(AccessImportTest, RefusesInOneLineAndLeavesNothing) {
   EXPECT_EQ(Refusal(Bytes(u"old_revision.mdb"_s)),
             "Invalid Database Version. Current Database Version: 1.9. Required Database Version: 2.0.");
