@@ -1,10 +1,11 @@
-// Taking over a library of 5,000 data sets of 500 values from an Access file, against copying the same rows
-// from one library into another.
+// Taking over a library of 5,000 data sets of 500 values, and one of 300,000 of 6 values, from an Access
+// file, against copying the same rows from one library into another.
 #include <benchmark/benchmark.h>
 
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "bench/Bench.h"
 #include "library/AccessImport.h"
@@ -15,8 +16,6 @@ using namespace Qt::StringLiterals;
 using namespace AccessFiles;
 
 namespace {
-
-constexpr int dataSets = 5000;
 
 // A data page with one owner, whose records are added until it is full.
 class PageOfRecords {
@@ -41,10 +40,32 @@ class PageOfRecords {
   qsizetype count_ = 0;
 };
 
-// plant.mdb with other data sets: one of its rows again and again, each with an ID and values of its own.
-QByteArray LargeAccessFile() {
+// A row with another long value in its place.
+QByteArray WithLongField(const QByteArray& row, int index, const QByteArray& field) {
+  const qsizetype maskStart = row.size() - (Get<quint16>(row, 0) + 7) / 8;
+  const int count = Get<quint16>(row, maskStart - 2);
+  const auto offset = [&](int i) { return qsizetype{Get<quint16>(row, maskStart - 4 - 2 * i)}; };
+  QByteArray result = row.left(offset(0));
+  std::vector<qsizetype> offsets;
+  for (int i = 0; i < count; ++i) {
+    offsets.push_back(result.size());
+    result += i == index ? field : row.mid(offset(i), offset(i + 1) - offset(i));
+  }
+  offsets.push_back(result.size());
+  std::ranges::reverse(offsets);
+  for (const qsizetype at : offsets) {
+    result += QByteArray(2, '\0');
+    Put(result, result.size() - 2, static_cast<quint16>(at));
+  }
+  return result + row.mid(maskStart - 2);
+}
+
+// plant.mdb with other data sets: one of its rows again and again, each with an ID and values of its own. Few
+// values stand in the row itself.
+QByteArray LargeAccessFile(int dataSets, int valuesEach) {
   QByteArray file = Bytes(u"plant.mdb"_s);
   const JetTable table = Open(file)->Table(u"StatData"_s);
+  const bool inPlace = valuesEach < 10;
   constexpr quint32 longValueOwner = 0x4C41564C;
   constexpr qsizetype mostInPiece = 4076;
   const auto addPage = [&](const QByteArray& page) {
@@ -62,10 +83,11 @@ QByteArray LargeAccessFile() {
 
   std::vector<PageOfRecords> pages = {PageOfRecords(table.page)};
   for (int i = 0; i < dataSets; ++i) {
-    const QString values = QString::fromStdString(Bench::Values(500, static_cast<unsigned>(i)));
+    const QString values = QString::fromStdString(Bench::Values(valuesEach, static_cast<unsigned>(i)));
     const QByteArray text(reinterpret_cast<const char*>(values.utf16()), 2 * values.size());
     quint32 next = 0;
-    for (qsizetype at = (text.size() - 1) / mostInPiece * mostInPiece; at >= 0; at -= mostInPiece) {
+    for (qsizetype at = (text.size() - 1) / mostInPiece * mostInPiece; !inPlace && at >= 0;
+         at -= mostInPiece) {
       PageOfRecords page(longValueOwner);
       QByteArray link(4, '\0');
       Put(link, 0, next);
@@ -73,11 +95,14 @@ QByteArray LargeAccessFile() {
       next = addPage(page.Bytes()) << 8;
     }
     Put(row, 2 + table.Column(u"ID"_s)->fixedOffset, i + 1);
-    Put(row, fieldAt - start, static_cast<quint32>(text.size()));
-    Put(row, fieldAt - start + 4, next);
-    if (pages.back().Add(row)) continue;
+    QByteArray field(12, '\0');
+    Put(field, 0, static_cast<quint32>(text.size()) | (inPlace ? 0x80000000 : 0));
+    Put(field, 4, next);
+    if (inPlace) field += text;
+    const QByteArray record = WithLongField(row, table.Column(u"Values"_s)->variableIndex, field);
+    if (pages.back().Add(record)) continue;
     pages.emplace_back(table.page);
-    pages.back().Add(row);
+    pages.back().Add(record);
   }
 
   const qsizetype bitmapAt = PageAt(Get<quint32>(file, RecordAt(file, table.ownedPages) + 1)) + 4;
@@ -87,15 +112,15 @@ QByteArray LargeAccessFile() {
     char& bits = file.data()[bitmapAt + number / 8];
     bits = static_cast<char>(bits | 1 << (number % 8));
   }
-  Put(file, PageAt(table.page) + 16, quint32{dataSets});
+  Put(file, PageAt(table.page) + 16, static_cast<quint32>(dataSets));
   return file;
 }
 
 class Libraries {
  public:
-  Libraries() {
+  Libraries(int dataSets, int valuesEach) {
     QFile file(access);
-    if (!file.open(QIODevice::WriteOnly) || file.write(LargeAccessFile()) < 0)
+    if (!file.open(QIODevice::WriteOnly) || file.write(LargeAccessFile(dataSets, valuesEach)) < 0)
       throw std::runtime_error("no Access file");
     file.close();
     AccessImport::Convert(access, library);
@@ -107,19 +132,26 @@ class Libraries {
   QString target = folder.filePath(u"target.kestrel"_s);
 };
 
-Libraries& TheLibraries() {
-  static Libraries libraries;
+Libraries& LongRows() {
+  static Libraries libraries(5000, 500);
   return libraries;
 }
 
-void ConvertLibrary(benchmark::State& state) {
-  const Libraries& files = TheLibraries();
+Libraries& ShortRows() {
+  static Libraries libraries(300'000, 6);
+  return libraries;
+}
+
+void Convert(benchmark::State& state, const Libraries& files) {
   for ([[maybe_unused]] auto _ : state) {
     QFile::remove(files.target);
     AccessImport::Convert(files.access, files.target);
   }
 }
+void ConvertLibrary(benchmark::State& state) { Convert(state, LongRows()); }
 BENCHMARK(ConvertLibrary)->Unit(benchmark::kMillisecond)->Repetitions(5);
+void ConvertShortRows(benchmark::State& state) { Convert(state, ShortRows()); }
+BENCHMARK(ConvertShortRows)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
 
 void CopyTheRows(Connection& from, Connection& to) {
   QSqlQuery rows(from.Database());
@@ -134,8 +166,7 @@ void CopyTheRows(Connection& from, Connection& to) {
   }
 }
 
-void CopyRows(benchmark::State& state) {
-  const Libraries& files = TheLibraries();
+void Copy(benchmark::State& state, const Libraries& files) {
   for ([[maybe_unused]] auto _ : state) {
     QFile::remove(files.target);
     Connection from;
@@ -143,6 +174,9 @@ void CopyRows(benchmark::State& state) {
     LibraryFile::Create(files.target, [&](Connection& to) { CopyTheRows(from, to); });
   }
 }
+void CopyRows(benchmark::State& state) { Copy(state, LongRows()); }
 BENCHMARK(CopyRows)->Unit(benchmark::kMillisecond)->Repetitions(5);
+void CopyShortRows(benchmark::State& state) { Copy(state, ShortRows()); }
+BENCHMARK(CopyShortRows)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
 
 }  // namespace
