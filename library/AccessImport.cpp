@@ -192,7 +192,7 @@ QString AccessImport::Revision(const QString& accessPath) {
   return Reading(accessPath, [&] {
     // A pipe would keep who looks into it waiting.
     const QFileInfo info(accessPath);
-    if (info.exists() && !info.isFile() && !info.isDir()) throw JetError(u"it is not an ordinary file"_s);
+    if (info.exists() && !info.isFile() && !info.isDir()) throw JetError(Words::Access::noOrdinaryFile());
     JetFile file(accessPath);
     return ReadRevision(file);
   });

@@ -98,7 +98,7 @@ void Share(const QString& copy, const QString& name) {
   std::error_code error;
   const auto path = [](const QString& file) { return QFileInfo(file).filesystemFilePath(); };
   std::filesystem::create_hard_link(path(copy), path(second), error);
-  if (error && !QFile::copy(copy, second)) throw Error(u"%1: the file cannot be copied"_s.arg(second));
+  if (error && !QFile::copy(copy, second)) throw Error(Words::Library::notCopied(second));
   Rename(second, name);
 }
 

@@ -28,6 +28,7 @@ inline constexpr Text<> isFolder{u"it is a folder, not a file"};
 inline constexpr Text<> existsAlready{u"the file exists already"};
 inline constexpr Text<> noSuchFolder{u"there is no such folder"};
 inline constexpr Text<1> notMade{u"the file cannot be made (%1)"};
+inline constexpr Text<1> notCopied{u"%1: the file cannot be copied"};
 inline constexpr Text<> laterLayout{u"a later version of the program has changed this library; use that one"};
 inline constexpr Text<2> idTaken{
     u"%1 has another data set with the ID %2; the deleted one cannot be brought back"};
@@ -50,6 +51,7 @@ inline constexpr Text<> unit{u"the unit of measurement"};
 
 // Taking over an Access file.
 namespace Access {
+inline constexpr Text<> noOrdinaryFile{u"it is not an ordinary file"};
 inline constexpr Text<> noCharacter{u"the text holds something that is no character"};
 inline constexpr Text<> noValue{u"the value is missing"};
 inline constexpr Text<> noNumber{u"the value is no number"};
