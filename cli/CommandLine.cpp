@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include <QFileInfo>
 #include <array>
 
 #include "cli/Arguments.h"
@@ -15,11 +16,11 @@ namespace CommandLine {
 namespace {
 
 // In the order of the help.
-const std::array<const Command*, 9>& AllCommands() {
-  static const std::array<const Command*, 9> commands = {
-      &Commands::New(),     &Commands::Import(), &Commands::Append(),
-      &Commands::Status(),  &Commands::Report(), &Commands::Export(),
-      &Commands::Convert(), &Commands::Stats(),  &Commands::Verify()};
+const std::array<const Command*, 12>& AllCommands() {
+  static const std::array<const Command*, 12> commands = {
+      &Commands::New(),     &Commands::Import(), &Commands::Append(),  &Commands::Status(),
+      &Commands::Report(),  &Commands::Export(), &Commands::Convert(), &Commands::Copy(),
+      &Commands::Restore(), &Commands::Watch(),  &Commands::Stats(),   &Commands::Verify()};
   return commands;
 }
 
@@ -64,7 +65,9 @@ int Dispatch(const QStringList& words) {
   }
   const Command* command = Find(first);
   if (!command) {
-    const QString kind = first.startsWith(u'-') ? u"unknown option"_s : u"there is no command"_s;
+    const QString kind = first.startsWith(u'-') ? u"unknown option"_s
+                         : rest.isEmpty()       ? u"there is no command and no file"_s
+                                                : u"there is no command"_s;
     throw InputError(u"%1 \"%2\"; kestrel help lists the commands"_s.arg(kind, first));
   }
   if (rest.contains("--help"_L1)) return Help({first});
@@ -74,8 +77,11 @@ int Dispatch(const QStringList& words) {
 }  // namespace
 
 bool IsCommand(const QStringList& words) {
-  const QString first = words.value(0);
-  return first == "help"_L1 || first.startsWith(u'-') || words.size() > 1 || Find(first);
+  if (words.isEmpty()) return false;
+  const QString& first = words.first();
+  const bool isLibrary =
+      QFileInfo::exists(first) || first.startsWith("postgresql://"_L1) || first.startsWith("postgres://"_L1);
+  return words.size() > 1 || first == "help"_L1 || Find(first) || !isLibrary;
 }
 
 bool NeedsGraphics(const QStringList& words) {

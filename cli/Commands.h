@@ -13,6 +13,9 @@ const Command& Status();
 const Command& Report();
 const Command& Export();
 const Command& Convert();
+const Command& Copy();
+const Command& Restore();
+const Command& Watch();
 const Command& Stats();
 const Command& Verify();
 

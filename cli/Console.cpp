@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "platform/error/Error.h"
+#include "texts/KeepingWords.h"
 
 #ifdef Q_OS_WIN
 #include <io.h>
@@ -36,6 +37,14 @@ void Print(const QString& text) {
   const auto size = static_cast<std::size_t>(bytes.size());
   if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
     throw Error(u"standard output cannot be written"_s);
+  }
+}
+
+void Tell(const QString& text) {
+  try {
+    Print(text);
+  } catch (const Error&) {
+    Warn(Words::Keeping::writtenNotTold());
   }
 }
 

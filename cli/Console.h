@@ -9,6 +9,10 @@ namespace Console {
 // To standard output, as UTF-8; a Error where that cannot be written.
 void Print(const QString& text);
 
+// The answer of a command that has written something. Where it cannot be printed, standard error says so: a
+// script that took it for a failure would do the same again.
+void Tell(const QString& text);
+
 // One line on standard error: what went wrong.
 void Complain(const QString& text);
 

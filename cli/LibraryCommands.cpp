@@ -109,8 +109,8 @@ void PrintResult(const CData& data, qsizetype added, bool renewed = false) {
   const QString rest = left > 0 ? u" and %1 values left over"_s.arg(left) : QString();
   const QString counts =
       u": %1 values added, %2 in all, %3 plot points"_s.arg(added).arg(values).arg(data.NumberOfPlotPoints());
-  Console::Print(data.Description() + counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) +
-                 u'\n');
+  Console::Tell(data.Description() + counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) +
+                u'\n');
 }
 
 QStringList ValuesToAppend(const Arguments& arguments) {

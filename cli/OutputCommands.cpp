@@ -19,10 +19,12 @@
 #include "cli/Console.h"
 #include "cli/SharedOptions.h"
 #include "data/Json.h"
+#include "data/Names.h"
 #include "library/Library.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 #include "texts/DetectionRules.h"
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -38,31 +40,35 @@ const Option format = Option::Choice(u"format"_s, {u"pdf"_s, u"png"_s, u"svg"_s}
 const Option fit =
     Option::Flag(u"fit"_s, u"value axes that fit the points, in place of the standard scale"_s);
 
-// All data sets of a library, with their statistics; the first one that has none is an Error that names it.
-std::vector<CDataPtr> Load(const QString& place) {
+// Data sets with their statistics, and the exit status that those without leave.
+struct Loaded {
   std::vector<CDataPtr> dataSets;
-  for (const Library::Row& row : Library::Open(place, Console::Warn)->ReadAll()) {
-    if (row.failure) throw Error(place + u": "_s + row.failure->Text(), row.failure->GetKind(), place);
-    dataSets.push_back(row.data);
+  int status = CommandLine::Fine;
+};
+
+// The chosen rows; each that is no data set is named and keeps none of the others from being used.
+Loaded Load(const std::vector<Library::Row>& rows, const QString& place) {
+  Loaded loaded;
+  for (const Library::Row& row : rows) {
+    if (row.failure) {
+      Console::Complain(place + u": "_s + row.failure->Text());
+      loaded.status = std::max(loaded.status, CommandLine::StatusOf(*row.failure));
+    } else {
+      loaded.dataSets.push_back(row.data);
+    }
   }
-  return dataSets;
+  return loaded;
 }
 
 // Those of these descriptions, in their order; all where none is named.
-std::vector<CDataPtr> Select(const std::vector<CDataPtr>& all, const QStringList& descriptions,
-                             const QString& place) {
+std::vector<Library::Row> Select(const std::vector<Library::Row>& all, const QStringList& descriptions,
+                                 const QString& place) {
   if (descriptions.isEmpty()) return all;
-  std::vector<CDataPtr> selected;
+  std::vector<Library::Row> selected;
   for (const QString& description : descriptions) {
-    const auto find = [&](Qt::CaseSensitivity sensitivity) {
-      return std::find_if(all.begin(), all.end(), [&](const CDataPtr& data) {
-        return data->Description().compare(description, sensitivity) == 0;
-      });
-    };
-    auto found = find(Qt::CaseSensitive);
-    if (found == all.end()) found = find(Qt::CaseInsensitive);
-    if (found == all.end())
-      throw InputError(u"%1 has no data set \"%2\""_s.arg(place, description), description);
+    const auto found = Names::Find(all.begin(), all.end(), description,
+                                   [](const Library::Row& row) { return row.description; });
+    if (found == all.end()) throw InputError(Words::Library::notThere(place, description), description);
     selected.push_back(*found);
   }
   return selected;
@@ -181,8 +187,9 @@ std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString
 template <class Write>
 int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
   const QString library = arguments.Operands()[0];
-  const std::vector<CDataPtr> selected = Select(Load(library), arguments.Operands().mid(1), library);
-  const std::vector<Output> outputs = Outputs(selected, OutputFolder(arguments), suffix);
+  const auto rows = Library::Open(library, Console::Warn)->ReadAll();
+  const Loaded loaded = Load(Select(rows, arguments.Operands().mid(1), library), library);
+  const std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), suffix);
   // The failure of each, null for none. What is below does not leave before all are written.
   QFutureSynchronizer<std::exception_ptr> failures(
       QtConcurrent::mapped(outputs, [&write](const Output& output) -> std::exception_ptr {
@@ -193,7 +200,7 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
           return std::current_exception();
         }
       }));
-  int status = CommandLine::Fine;
+  int status = loaded.status;
   Console::Progress progress(u"writing"_s);
   for (const Output& output : outputs) {
     try {
@@ -211,17 +218,19 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
 }
 
 int RunStatus(const Arguments& arguments) {
-  const std::vector<CDataPtr> dataSets = Load(arguments.Operands()[0]);
+  const QString& place = arguments.Operands()[0];
+  const auto [dataSets, failed] = Load(Library::Open(place, Console::Warn)->ReadAll(), place);
   if (arguments.Has(json)) {
     QJsonArray array;
     for (const CDataPtr& data : dataSets) array.append(Json::ReadProperties(*data));
     Console::Print(QString::fromUtf8(QJsonDocument(array).toJson()));
-  } else {
+  } else if (!dataSets.empty() || failed == CommandLine::Fine) {
     Console::Print(dataSets.empty() ? u"The library holds no data sets.\n"_s : Table(dataSets));
   }
   const bool outOfControl = std::any_of(dataSets.begin(), dataSets.end(),
                                         [](const CDataPtr& data) { return !data->IsInControl(); });
-  return arguments.Has(check) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine;
+  return std::max<int>(failed,
+                       arguments.Has(check) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine);
 }
 
 int RunReport(const Arguments& arguments) {

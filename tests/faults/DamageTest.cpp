@@ -57,7 +57,12 @@ class DamageTest : public LibraryTest {
   }
 
   void ReadsRightOrRefuses() {
-    const CommandResult result = RunCommand(statusWords);
+    CommandResult result = RunCommand(statusWords);
+    // A data set that cannot be read is named; the others are told.
+    if (result.status != 0 && !result.output.isEmpty()) {
+      EXPECT_LE(DifferentFields(), 1);
+      result.output.clear();
+    }
     if (IsRefused(result)) {
       ++refused;
     } else if (result.output == status) {

@@ -1,0 +1,235 @@
+// The commands that look after a library: copy, restore, watch.
+#include <QDateTime>
+#include <QProcess>
+#include <QThread>
+#include <limits>
+#include <map>
+
+#include "cli/Arguments.h"
+#include "cli/CommandLine.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/SharedOptions.h"
+#include "data/Names.h"
+#include "library/Library.h"
+#include "library/LibraryWatch.h"
+#include "platform/error/Error.h"
+#include "texts/DetectionRules.h"
+#include "texts/KeepingWords.h"
+
+using namespace Qt::StringLiterals;
+
+namespace Commands {
+
+namespace {
+
+using SharedOptions::libraryFile;
+
+const Option id = Option::Whole(u"id"_s, Words::Keeping::idOption(), 0, std::numeric_limits<int>::max());
+const Option as = Option::Text(u"as"_s, u"NAME"_s, Words::Keeping::asOption());
+const Option purge = Option::Flag(u"purge"_s, Words::Keeping::purgeOption());
+const Option exec = Option::Text(u"exec"_s, u"CMD"_s, Words::Keeping::execOption());
+
+int RunCopy(const Arguments& arguments) {
+  Library::Open(arguments.Operands()[0], Console::Warn)->CopyTo(arguments.Operands()[1]);
+  return CommandLine::Fine;
+}
+
+// restore
+
+using DeletedList = std::vector<Library::Deleted>;
+
+QString ListOf(const DeletedList& deleted) {
+  if (deleted.empty()) return Words::Keeping::nothingDeleted() + u'\n';
+  QString text;
+  for (const Library::Deleted& one : deleted) {
+    const QString samples = one.row.data ? QString::number(one.row.data->SampleQty()) : u"-"_s;
+    text += Words::Keeping::deletedLine(one.deletedAt, QString::number(one.row.id), samples,
+                                        one.row.description) +
+            u'\n';
+  }
+  return text;
+}
+
+// The newest ones of these names, or of the ID.
+DeletedList Chosen(const DeletedList& deleted, const Arguments& arguments) {
+  const QString& place = arguments.Operands()[0];
+  DeletedList chosen;
+  if (arguments.Has(id)) {
+    const int number = arguments.Whole(id);
+    const auto found =
+        std::ranges::find(deleted, number, [](const Library::Deleted& one) { return one.row.id; });
+    if (found == deleted.end())
+      throw InputError(Words::Keeping::noDeletedId(place, QString::number(number)), place);
+    chosen.push_back(*found);
+  }
+  for (const QString& name : arguments.Operands().mid(1)) {
+    const auto found = Names::Find(deleted.begin(), deleted.end(), name,
+                                   [](const Library::Deleted& one) { return one.row.description; });
+    if (found == deleted.end()) throw InputError(Words::Keeping::noDeleted(place, name), name);
+    chosen.push_back(*found);
+  }
+  return chosen;
+}
+
+int RunRestore(const Arguments& arguments) {
+  const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
+  const DeletedList deleted = library->DeletedDataSets();
+  const DeletedList chosen = Chosen(deleted, arguments);
+  if (chosen.empty() && (arguments.Has(purge) || arguments.Has(as)))
+    throw InputError(Words::Keeping::nothingChosen());
+  if (chosen.size() > 1 && arguments.Has(as)) throw InputError(Words::Keeping::oneNameForMany());
+  if (chosen.empty()) Console::Print(ListOf(deleted));
+  for (const Library::Deleted& one : chosen) {
+    if (arguments.Has(purge))
+      library->Purge(one);
+    else
+      library->Restore(one, arguments.Text(as).trimmed());
+    const auto& told = arguments.Has(purge) ? Words::Keeping::purged : Words::Keeping::restored;
+    Console::Tell(told(one.row.description) + u'\n');
+  }
+  return CommandLine::Fine;
+}
+
+// watch
+
+constexpr int lookEvery = 500;  // milliseconds
+
+// What is told of a data set, and what makes it worth telling.
+struct State {
+  QString description;
+  QString state;
+  QString inControl;
+  QString cpk;
+
+  bool IsSame(const State& other) const { return state == other.state && inControl == other.inControl; }
+};
+
+State StateOf(const CData& data) {
+  const bool hasPoints = data.NumberOfPlotPoints() > 0;
+  const QString broken = Words::Keeping::ruleBroken(QString::number(data.RuleViolation()));
+  const QString verdict = data.IsInControl() ? Words::Keeping::inControl() : broken;
+  return {data.Description(), ProcessState::Name(data.ProcessState()), hasPoints ? verdict : u"-"_s,
+          QString::number(data.CPKValue(), 'f', 2)};
+}
+
+class Watcher {
+ public:
+  Watcher(const QString& place, const QString& command)
+      : place_(place), command_(command), watch_(place), library_(Library::Open(place, Console::Warn)) {
+    for (const Library::Row& row : library_->ReadAll())
+      if (!row.failure) states_[row.id] = StateOf(*row.data);
+  }
+
+  void Look() {
+    const auto change = watch_.Look();
+    if (!change) return;
+    try {
+      if (!change->trouble.isEmpty()) return Console::Complain(change->trouble);
+      if (change->replaced) return TakeUpAgain();
+      for (const qint64 one : change->changed) Compare(one, library_->Read(one));
+      for (const qint64 one : change->deleted) Compare(one, std::nullopt);
+    } catch (const DatabaseError& error) {
+      // The library may be there again at the next look.
+      Console::Complain(error.Text());
+    }
+  }
+
+ private:
+  void TakeUpAgain() {
+    library_ = Library::Open(place_, Console::Warn);
+    std::map<qint64, State> before = states_;
+    for (const Library::Row& row : library_->ReadAll()) {
+      before.erase(row.id);
+      Compare(row.id, row);
+    }
+    for (const auto& [gone, state] : before) Compare(gone, std::nullopt);
+  }
+
+  void Compare(qint64 number, const std::optional<Library::Row>& row) {
+    if (row && row->failure) return Console::Complain(place_ + u": "_s + row->failure->Text());
+    const auto known = states_.find(number);
+    const bool isKnown = known != states_.end();
+    if (!row && !isKnown) return;
+    const State before = isKnown ? known->second : State{};
+    State now{before.description, Words::Keeping::deleted(), u"-"_s, u"-"_s};
+    if (row)
+      states_[number] = now = StateOf(*row->data);
+    else
+      states_.erase(known);
+    if (!isKnown || !now.IsSame(before)) Tell(number, before, now);
+  }
+
+  void Tell(qint64 number, const State& before, const State& now) const {
+    const QString time = QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH:mm:ss"_s);
+    Console::Print(QStringList{time, now.description, now.state, now.inControl, now.cpk}.join(u'\t') + u'\n');
+    if (command_.isEmpty()) return;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"KESTREL_LIBRARY"_s, place_);
+    environment.insert(u"KESTREL_ID"_s, QString::number(number));
+    environment.insert(u"KESTREL_DESCRIPTION"_s, now.description);
+    environment.insert(u"KESTREL_STATE"_s, now.state);
+    environment.insert(u"KESTREL_STATE_BEFORE"_s, before.state);
+    environment.insert(u"KESTREL_IN_CONTROL"_s, now.inControl);
+    environment.insert(u"KESTREL_CPK"_s, now.cpk);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(u"/bin/sh"_s, {u"-c"_s, command_});
+    process.waitForFinished(-1);
+  }
+
+  const QString place_;
+  const QString command_;
+  LibraryWatch watch_;  // before what is read, so that no change falls between the two
+  std::unique_ptr<Library> library_;
+  std::map<qint64, State> states_;
+};
+
+[[noreturn]] void WatchUntilStopped(Watcher& watcher) {
+  for (;;) {
+    QThread::msleep(lookEvery);
+    watcher.Look();
+  }
+}
+
+int RunWatch(const Arguments& arguments) {
+  Watcher watcher(arguments.Operands()[0], arguments.Text(exec));
+  WatchUntilStopped(watcher);
+}
+
+}  // namespace
+
+const Command& Copy() {
+  static const Command command = {
+      .name = u"copy"_s,
+      .purpose = Words::Keeping::copyPurpose(),
+      .operands = {{u"FROM"_s, Words::Keeping::copyFrom()}, {u"TO"_s, Words::Keeping::copyTo()}},
+      .options = {},
+      .details = Words::Keeping::copyDetails(),
+      .run = RunCopy};
+  return command;
+}
+
+const Command& Restore() {
+  static const Command command = {.name = u"restore"_s,
+                                  .purpose = Words::Keeping::restorePurpose(),
+                                  .operands = {libraryFile, SharedOptions::descriptions},
+                                  .options = {id, as, purge},
+                                  .details = Words::Keeping::restoreDetails(),
+                                  .run = RunRestore};
+  return command;
+}
+
+const Command& Watch() {
+  static const Command command = {.name = u"watch"_s,
+                                  .purpose = Words::Keeping::watchPurpose(),
+                                  .operands = {libraryFile},
+                                  .options = {exec},
+                                  .details = Words::Keeping::watchDetails(),
+                                  .run = RunWatch};
+  return command;
+}
+
+}  // namespace Commands
