@@ -166,7 +166,7 @@ int RunConvert(const Arguments& arguments) {
     counts = AccessImport::Convert(arguments.Operands()[0], arguments.Operands()[1],
                                    [&](qint64 done, qint64 total) { progress.Show(done, total); });
   }
-  Console::Print(
+  Console::Tell(
       u"%1: %2 data sets, %3 samples, %4 units\n"
       "Compare these counts with Access: its files have no checksum. No reader can see a digit that was "
       "changed\n"

@@ -5,10 +5,13 @@
 
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/NumberWords.h"
 
 using namespace Qt::StringLiterals;
 
 namespace WrittenNumbers {
+
+namespace Numbers = Words::Numbers;
 
 namespace {
 
@@ -45,9 +48,10 @@ std::optional<QString> WithoutGroups(QStringView whole, QChar otherDecimal) {
 QString Joined(const QStringList& values) {
   constexpr qsizetype most = 4;
   if (values.size() < 2) return values.join(QString());
-  if (values.size() <= most)
-    return values.mid(0, values.size() - 1).join(u", "_s) + u" and "_s + values.back();
-  return values.mid(0, most - 1).join(u", "_s) + u" and %1 more"_s.arg(values.size() - most + 1);
+  const bool all = values.size() <= most;
+  const qsizetype shown = all ? values.size() - 1 : most - 1;
+  const QString first = values.mid(0, shown).join(u", "_s);
+  return all ? Numbers::both(first, values.back()) : Numbers::andMore(first, values.size() - shown);
 }
 
 // What a word may mean.
@@ -60,7 +64,7 @@ class Word {
       for (const Decimal mark : {Decimal::Point, Decimal::Comma})
         if (Allows(mark)) Add({Read(text, mark)}, OneValue(mark));
     }
-    if (!noList && text.contains(u',')) Add(Pieces(), u"--separator comma"_s);
+    if (!noList && text.contains(u',')) Add(Pieces(), Numbers::separatorComma());
   }
 
   // Empty where it is no number.
@@ -83,8 +87,8 @@ class Word {
 
   // What makes one value of a word with commas: a decimal point alone leaves them separators.
   QString OneValue(Decimal mark) const {
-    return Option(mark) +
-           (mark == Decimal::Point && notation_.separator.isNull() ? u" --separator semicolon"_s : QString());
+    return mark == Decimal::Point && notation_.separator.isNull() ? Numbers::pointAndSemicolon()
+                                                                  : Option(mark);
   }
 
   void Add(const QStringList& values, const QString& option) {
@@ -104,7 +108,7 @@ class Word {
     const QStringList pieces = text_.split(u',');
     if (pieces.size() == 2 && pieces[1].isEmpty()) return true;
     const auto hasPoint = [](const QString& piece) { return piece.isEmpty() || piece.contains(u'.'); };
-    return options_.back() == "--separator comma"_L1 && std::ranges::all_of(pieces, hasPoint);
+    return options_.back() == Numbers::separatorComma() && std::ranges::all_of(pieces, hasPoint);
   }
 
   const QString& text_;
@@ -131,12 +135,14 @@ void RefuseBlankBetweenThousands(const QString& text, const Notation& notation) 
   static const QRegularExpression form(u"(?<!\\S)[-+\u2212]?[1-9]\\d{0,2}(?:[ \\t]\\d{3})+,\\d+(?!\\S)"_s);
   const QString found = form.match(text).captured();
   if (found.isEmpty()) return;
-  throw InputError(u"\"%1\" may be one value or several: write thousands without a blank"_s.arg(found));
+  throw InputError(Numbers::oneOrSeveral(found));
 }
 
 }  // namespace
 
-QString Option(Decimal mark) { return mark == Decimal::Point ? u"--decimal point"_s : u"--decimal comma"_s; }
+QString Option(Decimal mark) {
+  return mark == Decimal::Point ? Numbers::decimalPoint() : Numbers::decimalComma();
+}
 
 QString Read(QStringView text, Decimal mark) {
   text = text.trimmed();
@@ -173,9 +179,10 @@ QStringList ReadList(const QString& text, const Notation& notation, qsizetype be
   for (const QString& word : Words(text, notation)) {
     const QStringList found = Word(word, notation).Values();
     if (found.isEmpty()) {
-      const QString how = notation.decimal == Decimal::Comma ? u" with a decimal comma"_s : QString();
-      throw InputError(u"value %1 (\"%2\") is not a number%3"_s.arg(before + values.size() + 1)
-                           .arg(word.size() > 60 ? word.left(60) + u"..."_s : word, how));
+      const QString shown = word.size() > 60 ? word.left(60) + u"..."_s : word;
+      const qsizetype number = before + values.size() + 1;
+      throw InputError(notation.decimal == Decimal::Comma ? Numbers::isNoneWithComma(number, shown)
+                                                          : Numbers::isNone(number, shown));
     }
     values += found;
   }
@@ -183,14 +190,11 @@ QStringList ReadList(const QString& text, const Notation& notation, qsizetype be
 }
 
 QString Doubt(const QString& text, const QList<Reading>& readings) {
-  if (readings.size() == 1)
-    return u"\"%1\" is %2 only with %3"_s.arg(text, readings[0].meaning, readings[0].option);
-  QString words;
-  for (qsizetype i = 0; i < readings.size(); ++i) {
-    if (i > 0) words += i + 1 == readings.size() ? u" or "_s : u", "_s;
-    words += u"%1 (%2)"_s.arg(readings[i].meaning, readings[i].option);
-  }
-  return u"\"%1\" may be %2"_s.arg(text, words);
+  if (readings.size() == 1) return Numbers::onlyWith(text, readings[0].meaning, readings[0].option);
+  QStringList words;
+  for (const Reading& reading : readings) words << Numbers::reading(reading.meaning, reading.option);
+  const QString last = words.takeLast();
+  return Numbers::mayBe(text, Numbers::orElse(words.join(u", "_s), last));
 }
 
 }  // namespace WrittenNumbers

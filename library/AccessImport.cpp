@@ -144,16 +144,16 @@ AccessImport::Counts CopyTables(const QString& accessPath, Connection& connectio
   qint64 done = 0;
   AccessImport::Counts counts;
   for (const Source& source : sources) {
-    const qsizetype valuesAt = source.table.IndexOf(u"Values");
+    const bool areDataSets = source.table.name == Tables::StatData().name;
+    const auto valuesAt = static_cast<std::size_t>(source.table.IndexOf(u"Values"));
     qint64 rows = 0;
     CopyRows(file, source, connection, [&](const std::vector<QVariant>& values) {
       ++rows;
-      if (valuesAt >= 0)
-        counts.samples += CountSamples(values[static_cast<std::size_t>(valuesAt)].toString());
+      if (areDataSets) counts.samples += CountSamples(values[valuesAt].toString());
       if (progress) progress(++done, total);
     });
     KeepLastNumber(source, connection);
-    if (source.table.name == Tables::StatData().name) counts.dataSets = rows;
+    if (areDataSets) counts.dataSets = rows;
     if (source.table.name == Tables::Units().name) counts.units = rows;
   }
   if (state() != stateBefore) throw JetError(Words::Access::changedWhileRead());

@@ -1,0 +1,242 @@
+#include "cli/CsvReadings.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "platform/language/Conversions.h"
+
+using namespace Qt::StringLiterals;
+using WrittenNumbers::Decimal;
+
+namespace CsvReadings {
+
+namespace {
+
+// A mistyped number in the first line is no heading: it would be lost as one.
+bool BeginsLikeNumber(const QString& text) { return text[0].isDigit() || u"+-.,\u2212"_s.contains(text[0]); }
+
+// Finds the column in a table and reads it in every way that it allows.
+class Column {
+ public:
+  Column(const QString& name, const CsvTable& table, const CsvOptions& options)
+      : name_(name), table_(table), options_(options) {
+    if (table.rows.empty()) return;
+    for (const CsvRow& row : table.rows) RequireFields(row);
+    const bool byName = Find();
+    TakeHeading(byName);
+    CollectFields();
+  }
+
+  // An InputError that names the first fault where there is none.
+  std::vector<Outcome> Outcomes() const {
+    std::vector<Outcome> outcomes;
+    for (const Decimal mark : {Decimal::Point, Decimal::Comma}) {
+      if (options_.notation.decimal.value_or(mark) != mark) continue;
+      std::optional<Outcome> outcome = Read(mark);
+      if (outcome && (outcomes.empty() || !SameValues(outcomes[0], *outcome))) outcomes.push_back(*outcome);
+    }
+    if (outcomes.empty()) ThrowFault();
+    if (outcomes.size() > 1 && PointIsDecimal(outcomes[0], outcomes[1])) outcomes.pop_back();
+    return outcomes;
+  }
+
+ private:
+  QString Place(int line) const {
+    const QString heading = heading_.isEmpty() ? QString() : u" (%1)"_s.arg(Shown(heading_));
+    return u"%1 line %2, column %3%4"_s.arg(name_).arg(line).arg(index_ + 1).arg(heading);
+  }
+
+  const std::vector<CsvField>& First() const { return table_.rows.front().fields; }
+
+  QStringList FirstTexts() const {
+    QStringList texts;
+    for (const CsvField& field : First()) texts << field.text;
+    return texts;
+  }
+
+  // A row with more fields than the first is a wrong separator, or decimal commas between commas.
+  void RequireFields(const CsvRow& row) const {
+    if (row.fields.size() <= First().size()) return;
+    throw InputError(
+        u"%1 line %2 has %3 columns, the first line has %4; --separator or --decimal may settle it"_s
+            .arg(name_)
+            .arg(row.line)
+            .arg(row.fields.size())
+            .arg(First().size()));
+  }
+
+  // Sets the place of the column; true where its heading was named.
+  bool Find() {
+    const QStringList headings = FirstTexts();
+    const QString& column = options_.column;
+    if (column.isEmpty()) {
+      if (headings.size() == 1) return false;
+      const bool mayBeDecimal = table_.separator == u',' && std::ranges::all_of(headings, IsNumber);
+      throw InputError(
+          u"%1 has %2 columns (%3); name one with --column%4"_s.arg(name_)
+              .arg(headings.size())
+              .arg(Shown(headings.join(u", "_s)), mayBeDecimal ? u", or say --decimal comma"_s : QString()));
+    }
+    bool isPlace = false;
+    const int place = column.toInt(&isPlace);
+    if (isPlace && place >= 1 && place <= headings.size()) {
+      index_ = static_cast<std::size_t>(place - 1);
+      return false;
+    }
+    for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+      const auto isIt = [&](const QString& text) { return text.compare(column.trimmed(), sensitivity) == 0; };
+      const auto count = std::ranges::count_if(headings, isIt);
+      if (count > 1)
+        throw InputError(u"%1 has %2 columns \"%3\"; choose by number"_s.arg(name_).arg(count).arg(column));
+      if (count == 0) continue;
+      index_ = static_cast<std::size_t>(std::ranges::find_if(headings, isIt) - headings.begin());
+      return true;
+    }
+    throw NoSuchColumn(u"%1 has no column \"%2\" (its first line is: %3)"_s.arg(
+        name_, column, Shown(headings.join(u", "_s))));
+  }
+
+  void TakeHeading(bool byName) {
+    const QString first = First()[index_].text;
+    const bool isText = !first.isEmpty() && !BeginsLikeNumber(first);
+    if (!byName && !isText) {
+      if (!OthersAreHeadings() && !IsAlone(first)) return;
+      if (IsNumber(first))
+        throw InputError(
+            u"%1 line %2: \"%3\" may be a heading (--column \"%3\" says so) or a value (below a heading it is one)"_s
+                .arg(name_)
+                .arg(table_.rows.front().line)
+                .arg(first));
+      if (!first.isEmpty()) return;
+    }
+    heading_ = first;
+    dataFrom_ = 1;
+  }
+
+  // Whether a whole number in the first line, such as a year, lies where no value is expected, unlike all
+  // others.
+  bool IsAlone(const QString& first) const {
+    const bool isWhole = !first.isEmpty() && std::ranges::all_of(first, [](QChar c) { return c.isDigit(); });
+    if (!isWhole || !options_.expected || IsExpected(first) || table_.rows.size() < 2) return false;
+    return std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
+      if (index_ >= row.fields.size() || row.fields[index_].text.isEmpty()) return true;
+      const QString& text = row.fields[index_].text;
+      return IsExpected(WrittenNumbers::Read(text, Decimal::Point)) ||
+             IsExpected(WrittenNumbers::Read(text, Decimal::Comma));
+    });
+  }
+
+  // Whether a number in the program's own form lies where values are expected.
+  bool IsExpected(const QString& number) const {
+    if (number.isEmpty()) return false;
+    const double value = Conversions::CDbl(number);
+    return value >= options_.expected->first && value <= options_.expected->second;
+  }
+
+  // Whether another column has a text in the first line, and numbers in all others.
+  bool OthersAreHeadings() const {
+    for (std::size_t i = 0; i < First().size(); ++i) {
+      if (i == index_ || First()[i].text.isEmpty() || IsNumber(First()[i].text)) continue;
+      qsizetype numbers = 0;
+      const bool onlyNumbers =
+          std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
+            if (i >= row.fields.size() || row.fields[i].text.isEmpty()) return true;
+            return IsNumber(row.fields[i].text) && ++numbers > 0;
+          });
+      if (onlyNumbers && numbers > 0) return true;
+    }
+    return false;
+  }
+
+  void CollectFields() {
+    int emptyLine = 0;  // of the first empty field since the last number
+    for (std::size_t i = dataFrom_; i < table_.rows.size(); ++i) {
+      const CsvRow& row = table_.rows[i];
+      const CsvField field = index_ < row.fields.size() ? row.fields[index_] : CsvField{};
+      if (field.text.isEmpty()) {
+        if (emptyLine == 0) emptyLine = row.line;
+        continue;
+      }
+      if (emptyLine != 0) throw InputError(Place(emptyLine) + u": there is no number"_s);
+      fields_.push_back({row.line, field.text, {}});
+      hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
+    }
+    if (fields_.empty() && emptyLine != 0) throw NoSuchColumn(Place(emptyLine) + u": there is no number"_s);
+  }
+
+  std::optional<Outcome> Read(Decimal mark) const {
+    Outcome outcome{table_.separator, mark, hasBareComma_, fields_};
+    for (Number& number : outcome.numbers) {
+      number.value = WrittenNumbers::Read(number.text, mark);
+      if (number.value.isEmpty()) return std::nullopt;
+    }
+    return outcome;
+  }
+
+  // Whether by the values expected every point is a decimal one, and none separates thousands.
+  bool PointIsDecimal(const Outcome& points, const Outcome& commas) const {
+    if (!options_.expected) return false;
+    bool pointExpected = false;
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+      if (!WrittenNumbers::HasTwoReadings(fields_[i].text)) continue;
+      if (fields_[i].text.contains(u',') || IsExpected(commas.numbers[i].value)) return false;
+      pointExpected = pointExpected || IsExpected(points.numbers[i].value);
+    }
+    return pointExpected;
+  }
+
+  [[noreturn]] void ThrowFault() const {
+    const auto mark = options_.notation.decimal;
+    const auto reads = [](const Number& field, Decimal decimal) {
+      return !WrittenNumbers::Read(field.text, decimal).isEmpty();
+    };
+    for (const Number& field : fields_) {
+      if (mark ? reads(field, *mark) : IsNumber(field.text)) continue;
+      const QString how = !mark                     ? QString()
+                          : *mark == Decimal::Point ? u" with a decimal point"_s
+                                                    : u" with a decimal comma"_s;
+      throw InputError(Place(field.line) + u": \"%1\" is not a number%2"_s.arg(Shown(field.text), how));
+    }
+    const auto notPoint =
+        std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Point); });
+    const auto notComma =
+        std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Comma); });
+    throw InputError(
+        Place(std::max(notPoint->line, notComma->line)) +
+        u": \"%1\" in line %2 has a decimal comma, \"%3\" in line %4 a decimal point"_s.arg(notPoint->text)
+            .arg(notPoint->line)
+            .arg(notComma->text)
+            .arg(notComma->line));
+  }
+
+  const QString& name_;
+  const CsvTable& table_;
+  const CsvOptions& options_;
+  std::size_t index_ = 0;
+  QString heading_;
+  std::size_t dataFrom_ = 0;
+  std::vector<Number> fields_;
+  bool hasBareComma_ = false;
+};
+
+}  // namespace
+
+bool SameValues(const Outcome& a, const Outcome& b) {
+  return std::ranges::equal(a.numbers, b.numbers, {}, &Number::value, &Number::value);
+}
+
+bool IsNumber(const QString& text) {
+  return !WrittenNumbers::Read(text, Decimal::Point).isEmpty() ||
+         !WrittenNumbers::Read(text, Decimal::Comma).isEmpty();
+}
+
+QString Shown(const QString& text) {
+  constexpr qsizetype longest = 60;
+  return text.size() > longest ? text.left(longest) + u"..."_s : text;
+}
+
+std::vector<Outcome> Of(const CsvTable& table, const QString& name, const CsvOptions& options) {
+  return Column(name, table, options).Outcomes();
+}
+
+}  // namespace CsvReadings

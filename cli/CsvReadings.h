@@ -1,0 +1,44 @@
+// One column of a CSV table, read in every way that it allows.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "cli/CsvColumn.h"
+#include "cli/CsvTable.h"
+#include "platform/error/Error.h"
+
+namespace CsvReadings {
+
+// By the separator that was tried there is no such column, or it is empty.
+class NoSuchColumn : public InputError {
+ public:
+  using InputError::InputError;
+};
+
+struct Number {
+  int line = 0;
+  QString text;
+  QString value;
+};
+
+// The column under one separator and one decimal mark.
+struct Outcome {
+  QChar separator;
+  WrittenNumbers::Decimal mark = WrittenNumbers::Decimal::Point;
+  bool hasBareComma = false;  // a comma outside of quotes was taken for a part of a number
+  std::vector<Number> numbers;
+};
+
+bool SameValues(const Outcome& a, const Outcome& b);
+
+// Whether one of the decimal marks makes a number of it.
+bool IsNumber(const QString& text);
+
+QString Shown(const QString& text);  // cut where it is long
+
+// One outcome, or two where the decimal mark is open. An InputError names the first fault where there is
+// none; `name` stands for the file.
+std::vector<Outcome> Of(const CsvTable& table, const QString& name, const CsvOptions& options);
+
+}  // namespace CsvReadings

@@ -1,0 +1,23 @@
+// The named texts about numbers as people write them: what is refused, and the options that settle it.
+#pragma once
+
+#include "texts/Texts.h"
+
+namespace Words::Numbers {
+
+inline constexpr Text<2> isNone{u"value %1 (\"%2\") is not a number"};
+inline constexpr Text<2> isNoneWithComma{u"value %1 (\"%2\") is not a number with a decimal comma"};
+inline constexpr Text<1> oneOrSeveral{u"\"%1\" may be one value or several: write thousands without a blank"};
+inline constexpr Text<3> onlyWith{u"\"%1\" is %2 only with %3"};
+inline constexpr Text<2> mayBe{u"\"%1\" may be %2"};
+inline constexpr Text<2> reading{u"%1 (%2)"};
+inline constexpr Text<2> orElse{u"%1 or %2"};
+inline constexpr Text<2> both{u"%1 and %2"};
+inline constexpr Text<2> andMore{u"%1 and %2 more"};
+
+inline constexpr Text<> decimalPoint{u"--decimal point"};
+inline constexpr Text<> decimalComma{u"--decimal comma"};
+inline constexpr Text<> separatorComma{u"--separator comma"};
+inline constexpr Text<> pointAndSemicolon{u"--decimal point --separator semicolon"};
+
+}  // namespace Words::Numbers
