@@ -10,6 +10,7 @@ namespace engine {
 // Over all samples used. What needs a specification is absent where USL <= LSL, and what needs a spread where
 // that is 0.
 struct Capability {
+  double mean = 0;
   double sigmaWithin = 0;       // R-bar / d2: the spread within the subgroups
   double sigmaOverall = 0;      // the sample standard deviation (n - 1) of all samples
   std::optional<double> cp{};   // (USL - LSL) / (6 sigma within)

@@ -73,6 +73,7 @@ void MakeSummary(const Arithmetic& arithmetic, const Totals<Arithmetic>& totals,
     spread.width = DecimalDifference(upper, lower);
   }
   results.capability = MakeCapability(spread);
+  results.capability.mean = arithmetic.Nearest(totals.sum, count);
   if (hasSpecification) {
     results.capability.samplesOutside = arithmetic.CountOutside(lower, upper, totals.minimum, totals.maximum);
   }
