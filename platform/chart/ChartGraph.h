@@ -38,13 +38,16 @@ class ChartGraph {
     QString title;
     TextParameters titleText;
   };
-  // One value per position. A mark other than 0 is shown at its point as a sign with that number. A value
-  // that is not a number leaves a gap.
+  // One value per position. A mark other than 0 is shown at its point as a sign with that number, which
+  // stands above the sign, or below it where the value is below the middle. A value that is not a number
+  // leaves a gap.
   struct Curve {
     QString positions;
     QString values;
     LineStyle line;
     std::vector<std::uint8_t> marks;  // one per value, or empty
+    bool marksArePoints = false;      // the sign's number is its position instead
+    double middle = 0;
     TextParameters markText;
   };
   // A line across the whole plot area at the first value of a data set; not drawn outside the scale.

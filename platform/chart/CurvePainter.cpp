@@ -7,8 +7,11 @@
 #include <cmath>
 
 #include "platform/chart/GraphPainter.h"
+#include "platform/chart/MarkNumbers.h"
 #include "platform/chart/Palette.h"
 #include "platform/chart/Placement.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -17,6 +20,8 @@ namespace {
 constexpr size_t mostPoints = 200;
 // A line finer than this shows no more, not even on paper, and costs time and room in a file.
 constexpr int mostColumns = 2000;
+// Up to so many marks, a number may stand away from its mark, at the end of a leader.
+constexpr size_t mostFarNumbers = 40;
 
 class CurvePicture {
  public:
@@ -28,21 +33,18 @@ class CurvePicture {
         positions_(graph.DataSet(curve.positions)),
         values_(graph.DataSet(curve.values)),
         single_(values_.size() <= mostPoints),
-        numberFont_(TextFont(curve.markText, geometry.unit)),
-        metrics_(numberFont_, painter.device()),
         markRadius_(MarkRadius()),
-        occupied_(geometry.plot, std::max(1.0, markRadius_ / 2)) {}
+        numbers_(painter, graph, curve.markText, geometry) {}
 
   void Paint() {
     const PainterSaver saver(painter_);
     painter_.setClipRect(geometry_.plot, Qt::IntersectClip);
     PaintLine();
     painter_.setRenderHint(QPainter::Antialiasing, true);
-    painter_.setFont(numberFont_);
     if (single_) PaintPoints();
-    const std::vector<size_t> shown = PaintMarks();
-    PaintMarkNumbers(shown);
-    PaintArrows();
+    const std::vector<size_t> marks = PaintMarks();
+    const std::vector<size_t> arrows = PaintArrows();
+    PaintNumbers(marks, arrows);
   }
 
  private:
@@ -81,6 +83,7 @@ class CurvePicture {
   }
 
   void PaintPolyline(const QPolygonF& line) {
+    numbers_.TakeLine(line);
     if (painter_.paintEngine()->type() != QPaintEngine::Raster) {
       painter_.drawPolyline(line);
       return;
@@ -105,7 +108,7 @@ class CurvePicture {
     for (size_t i = 0; i < values_.size(); ++i) {
       if (std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
       if (MarkOf(i) == 0) painter_.drawEllipse(At(i), radius, radius);
-      occupied_.Take(Around(At(i), radius));
+      numbers_.Take(Around(At(i), radius));
     }
   }
 
@@ -123,7 +126,7 @@ class CurvePicture {
       // On the solid band of a crowded line the shape shows by its rim, in black and white too.
       if (!single_) PaintDiamond(At(i), OuterRadius(), Palette::White);
       PaintDiamond(At(i), markRadius_, Palette::Red);
-      occupied_.Take(Around(At(i), OuterRadius()));
+      numbers_.Take(Around(At(i), OuterRadius()));
     }
     return shown;
   }
@@ -135,66 +138,57 @@ class CurvePicture {
     painter_.drawConvexPolygon(corners, 4);
   }
 
-  // The number stands beside its mark, on the side away from the middle if it can; where marks are too many,
-  // some numbers are left out, never a mark.
-  void PaintMarkNumbers(const std::vector<size_t>& shown) {
-    painter_.setPen(Palette::Colour(curve_.markText.colour));
-    for (const size_t i : shown) {
-      const bool upper = At(i).y() < geometry_.plot.center().y();
-      PaintBeside(At(i), QString::number(MarkOf(i)), OuterRadius(), upper);
-    }
-  }
-
-  bool PaintBeside(QPointF point, const QString& text, double distance, bool above) {
-    const double width = metrics_.horizontalAdvance(text);
-    const double height = metrics_.capHeight();
-    const double gap = geometry_.unit * 0.0025;
-    const double vertical = distance + gap + height / 2;
-    const double sideways = distance + gap + width / 2;
-    const QPointF first(0, above ? -vertical : vertical);
-    for (const QPointF offset : {first, QPointF(sideways, 0), QPointF(-sideways, 0), -first}) {
-      const QPointF centre = point + offset;
-      const QRectF box(centre.x() - width / 2, centre.y() - height / 2, width, height);
-      if (!occupied_.IsFree(box)) continue;
-      // On the solid band of a crowded line a number needs paper under it.
-      if (!single_)
-        painter_.fillRect(box.adjusted(-gap / 2, -gap / 2, gap / 2, gap / 2), QColor(255, 255, 255, 215));
-      painter_.drawText(box.bottomLeft(), text);
-      occupied_.Take(box);
-      return true;
-    }
-    return false;
-  }
-
-  // A point outside the scale shows as an arrow at the edge with its number, and the number of its mark
-  // before it.
-  void PaintArrows() {
-    const double size = geometry_.unit * 0.0085;
+  // A point outside the scale shows as an arrow at the edge.
+  std::vector<size_t> PaintArrows() {
+    const double size = ArrowSize();
     Placement::Occupancy centres(geometry_.plot, std::max(1.0, size * 0.4));
     std::vector<size_t> arrows;
     for (size_t i = 0; i < values_.size(); ++i) {
       if (std::isnan(values_[i]) || !geometry_.IsOutside(values_[i])) continue;
-      if (centres.TakeCell(EdgeOf(i))) arrows.push_back(i);
+      if (centres.TakeCell(EdgeOf(i)) || (single_ && MarkOf(i) != 0)) arrows.push_back(i);
     }
+    painter_.setPen(Qt::NoPen);
     for (const size_t i : arrows) {
-      const bool above = values_[i] > geometry_.scale.bottom();
       const QPointF tip = EdgeOf(i);
-      const double base = above ? 1.3 * size : -1.3 * size;
+      const double base = IsAbove(i) ? 1.3 * size : -1.3 * size;
       const QPointF arrow[] = {tip, tip + QPointF(size * 0.75, base), tip + QPointF(-size * 0.75, base)};
-      painter_.setPen(Qt::NoPen);
       painter_.setBrush(Palette::Colour(MarkOf(i) == 0 ? curve_.line.colour : int{Palette::Red}));
       painter_.drawConvexPolygon(arrow, 3);
-      occupied_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
+      numbers_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
     }
-    painter_.setPen(Palette::Colour(curve_.markText.colour));
-    for (const size_t i : arrows) {
-      const bool above = values_[i] > geometry_.scale.bottom();
-      const QString number = u'#' + QString::number(positions_[i]);
-      const QString text = MarkOf(i) == 0 ? number : QString::number(MarkOf(i)) + u' ' + number;
-      PaintBeside(EdgeOf(i) + QPointF(0, above ? size : -size), text, size * 0.8, !above);
+    return arrows;
+  }
+
+  // A mark has the number of what it tells, an arrow that of its point behind it.
+  MarkNumbers::Number NumberOf(size_t i) const {
+    const QString point = QString::number(positions_[i]);
+    const QString mark = curve_.marksArePoints ? point : QString::number(MarkOf(i));
+    if (!geometry_.IsOutside(values_[i])) return {At(i), mark, OuterRadius(), values_[i] >= curve_.middle};
+    const double size = ArrowSize();
+    const QString text = MarkOf(i) == 0 || curve_.marksArePoints ? u'#' + point : mark + u" #"_s + point;
+    return {EdgeOf(i) + QPointF(0, IsAbove(i) ? size : -size), text, size * 0.8, !IsAbove(i)};
+  }
+
+  // Where there is no room for all numbers, the first and the last of each run of marks have theirs first;
+  // arrows without a mark come last.
+  void PaintNumbers(const std::vector<size_t>& marks, const std::vector<size_t>& arrows) {
+    std::vector<size_t> ends, insides, unmarked;
+    for (const auto& shown : {marks, arrows}) {
+      for (const size_t i : shown) {
+        const bool isInside = i > 0 && MarkOf(i - 1) != 0 && MarkOf(i + 1) != 0;
+        (MarkOf(i) == 0 ? unmarked : isInside ? insides : ends).push_back(i);
+      }
+    }
+    painter_.setBrush(Qt::NoBrush);
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    numbers_.AllowFar(ends.size() + insides.size() <= mostFarNumbers);
+    for (const auto& some : {ends, insides, unmarked}) {
+      for (const size_t i : some) numbers_.Paint(NumberOf(i));
     }
   }
 
+  bool IsAbove(size_t i) const { return values_[i] > geometry_.scale.bottom(); }
+  double ArrowSize() const { return geometry_.unit * 0.0085; }
   QPointF EdgeOf(size_t i) const {
     const QRectF& plot = geometry_.plot;
     return {geometry_.X(positions_[i]), values_[i] > geometry_.scale.bottom() ? plot.top() : plot.bottom()};
@@ -206,10 +200,8 @@ class CurvePicture {
   const std::vector<double>& positions_;
   const std::vector<double>& values_;
   bool single_;
-  QFont numberFont_;
-  QFontMetricsF metrics_;
   double markRadius_;
-  Placement::Occupancy occupied_;
+  MarkNumbers numbers_;
 };
 
 }  // namespace

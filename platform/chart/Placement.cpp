@@ -116,4 +116,35 @@ bool Occupancy::IsFree(const QRectF& rect) const {
   return true;
 }
 
+Band::Band(const QRectF& area, double column)
+    : area_(area), column_(column), reaches_(static_cast<size_t>(area.width() / column) + 1) {}
+
+int Band::ColumnAt(double x) const {
+  return static_cast<int>(
+      std::clamp((x - area_.left()) / column_, 0.0, static_cast<double>(reaches_.size() - 1)));
+}
+
+void Band::Take(QPointF from, QPointF to) {
+  if (from.x() > to.x()) std::swap(from, to);
+  const double slope = to.x() > from.x() ? (to.y() - from.y()) / (to.x() - from.x()) : 0;
+  const int last = ColumnAt(to.x());
+  for (int column = ColumnAt(from.x()); column <= last; ++column) {
+    const double left = area_.left() + column * column_;
+    const double enters = left <= from.x() ? from.y() : from.y() + slope * (left - from.x());
+    const double leaves = left + column_ >= to.x() ? to.y() : from.y() + slope * (left + column_ - from.x());
+    Reach& reach = reaches_[static_cast<size_t>(column)];
+    reach.top = std::min({reach.top, enters, leaves});
+    reach.bottom = std::max({reach.bottom, enters, leaves});
+  }
+}
+
+bool Band::IsFree(const QRectF& rect) const {
+  const int last = ColumnAt(rect.right());
+  for (int column = ColumnAt(rect.left()); column <= last; ++column) {
+    const Reach& reach = reaches_[static_cast<size_t>(column)];
+    if (reach.top < rect.bottom() && reach.bottom > rect.top()) return false;
+  }
+  return true;
+}
+
 }  // namespace Placement

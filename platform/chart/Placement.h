@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QRectF>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -35,6 +36,25 @@ class Occupancy {
   int columns_;
   int rows_;
   std::vector<char> taken_;
+};
+
+// The band that a line covers, column by column: what lies above or below it is free.
+class Band {
+ public:
+  Band(const QRectF& area, double column);
+  void Take(QPointF from, QPointF to);
+  bool IsFree(const QRectF& rect) const;
+
+ private:
+  int ColumnAt(double x) const;
+
+  QRectF area_;
+  double column_;
+  struct Reach {
+    double top = std::numeric_limits<double>::infinity();
+    double bottom = -std::numeric_limits<double>::infinity();
+  };
+  std::vector<Reach> reaches_;
 };
 
 }  // namespace Placement
