@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "charts/FittedScale.h"
+#include "charts/PointList.h"
 #include "charts/TScale.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
@@ -44,6 +45,14 @@ std::vector<std::uint8_t> BrokenRules(const CData& data, size_t count) {
     }
   }
   return rules;
+}
+
+std::vector<std::uint8_t> RangesOutside(const CData& data, size_t count) {
+  std::vector<std::uint8_t> outside(count);
+  for (const qint16 point : data.RangesOutside()) {
+    if (point >= 1 && static_cast<size_t>(point) <= count) outside[static_cast<size_t>(point - 1)] = 1u << 1;
+  }
+  return outside;
 }
 
 void ScaleCoarsely(ControlChart& chart, const QString& failure) {
@@ -113,6 +122,8 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   for (const std::uint8_t bits : chart.rules) {
     curve.marks.push_back(static_cast<std::uint8_t>(bits == 0 ? 0 : std::countr_zero(bits)));
   }
+  curve.marksArePoints = chart.marksArePoints;
+  curve.middle = chart.mean;
   graph.Draw(std::move(curve));
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"Zero Data Set"_s, {0, 0, Palette::Black}});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});
@@ -153,6 +164,11 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
               .upperLimit = data.RBarUCL(),
               .labelDecimals = decimals};
   charts.xbar.rules = BrokenRules(data, charts.xbar.values.size());
+  charts.xbar.legend = RuleLegend(charts.xbar);
+  charts.r.rules = RangesOutside(data, charts.r.values.size());
+  charts.r.marksArePoints = true;
+  if (!data.RangesOutside().empty())
+    charts.r.legend = Words::Page::rangesOutside(PointList(data.RangesOutside()));
   // The first single value has no predecessor, so there is no first moving range.
   if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
     charts.r.values.front() = std::numeric_limits<double>::quiet_NaN();
@@ -181,8 +197,8 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
       Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
                           Conversions::CStr(chart.upperLimit));
   graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68});
-  if (const QString legend = RuleLegend(chart); !legend.isEmpty()) {
+  if (!chart.legend.isEmpty()) {
     graph.Draw(ChartGraph::Text{
-        {0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, legend, {Palette::Black, 16, 4, 0}, 0.98});
+        {0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, chart.legend, {Palette::Black, 16, 4, 0}, 0.98});
   }
 }

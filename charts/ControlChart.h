@@ -33,8 +33,11 @@ struct ControlChart {
   double axisMaximum = 0;
   double axisMinimum = 0;
   double tickInterval = 0;
-  int labelDecimals = 0;              // of the limits' labels: one more than the data
-  std::vector<std::uint8_t> rules{};  // per point, bit n set: it breaks active rule n
+  int labelDecimals = 0;  // of the limits' labels: one more than the data
+  // Per point, bit n set: it breaks active rule n. Of the chart of ranges, bit 1: it is beyond a limit.
+  std::vector<std::uint8_t> rules{};
+  bool marksArePoints = false;  // a mark shows its point's number instead of the rule's
+  QString legend{};             // of the marks; empty for none
 };
 
 struct ControlCharts {

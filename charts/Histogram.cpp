@@ -21,11 +21,6 @@ double BinPosition(const CData& data, double value) {
   return width > 0 ? (value - low) / width * HistogramBins : HistogramBins / 2.0;
 }
 
-// A data set without any specification has all three at 0: lines there would be made up.
-bool HasSpecification(const CData& data) {
-  return data.LowerSpecLimit() != 0 || data.UpperSpecLimit() != 0 || data.NominalSpecLimit() != 0;
-}
-
 void DrawSpecification(ChartGraph& graph, const CData& data) {
   const ChartGraph::LineStyle limit{2, 0, Palette::Red};
   graph.Draw(ChartGraph::Level{Direction::Vertical, u" LL Data Set"_s, limit});
@@ -42,6 +37,13 @@ void DrawSpecification(ChartGraph& graph, const CData& data) {
 }
 
 }  // namespace
+
+Specification SpecificationOf(const CData& data) {
+  using enum Specification;
+  const double lower = data.LowerSpecLimit(), upper = data.UpperSpecLimit();
+  if (lower == 0 && upper == 0 && data.NominalSpecLimit() == 0) return None;
+  return upper > lower ? Given : Reversed;
+}
 
 int CountTickSpacing(double largest) {
   if (largest >= 0 && largest <= 100) return 10;
@@ -76,6 +78,6 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Resu
       ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, Words::Figure::count(), normal});
   graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
-  if (HasSpecification(data)) DrawSpecification(graph, data);
+  if (SpecificationOf(data) != Specification::None) DrawSpecification(graph, data);
   graph.Title(Words::Page::histogram(), {Palette::Black, 16, 8, 0});
 }

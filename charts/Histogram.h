@@ -7,6 +7,11 @@
 
 constexpr int HistogramBins = engine::histogramBins;
 
+// Whether a data set has specification limits. One without any has all three at 0: lines there would be made
+// up. Reversed: the upper limit is not above the lower one.
+enum class Specification { None, Reversed, Given };
+Specification SpecificationOf(const CData& data);
+
 // The data set's figures with its bins as numbers.
 void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Results& results);
 

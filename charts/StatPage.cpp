@@ -5,6 +5,7 @@
 
 #include "charts/Histogram.h"
 #include "charts/TextWindow.h"
+#include "charts/Verdict.h"
 #include "data/Statistics.h"
 #include "platform/chart/Palette.h"
 #include "texts/Words.h"
@@ -14,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double headHeight = 0.075;
+constexpr double verdictHeight = 0.055;
 // How far from a point the mouse still means it, in parts of the page's unit.
 constexpr double reach = 0.012;
 
@@ -47,7 +49,18 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   run("DrawHistogramGraph", [&] { DrawHistogramGraph(histogram, data, results()); });
   ChartGraph& text = page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99);
   run("DrawTavelTextWindow", [&] { DrawTavelTextWindow(text, data); });
+  run("DrawVerdict", [&] { RecordVerdict(data, options); });
   if (options.printedHead) RecordHead(data, options);
+}
+
+void StatPage::RecordVerdict(const CData& data, const StatPageOptions& options) {
+  std::optional<LimitsOrigin> origin;
+  try {
+    origin = OriginOfLimits(data);
+  } catch (const Error&) {
+    // The charts say what is wrong with the data.
+  }
+  DrawVerdict(verdict_, data, origin, options.libraryName);
 }
 
 void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
@@ -76,16 +89,21 @@ QRectF StatPage::HeadArea(const QRectF& target) const {
   return {target.x(), target.y(), target.width(), head_ ? target.height() * headHeight : 0};
 }
 
+QRectF StatPage::VerdictArea(const QRectF& target) const {
+  return {target.x(), HeadArea(target).bottom(), target.width(), target.height() * verdictHeight};
+}
+
 QRectF StatPage::PageArea(const QRectF& target) const {
-  return target.adjusted(0, HeadArea(target).height(), 0, 0);
+  return target.adjusted(0, VerdictArea(target).bottom() - target.top(), 0, 0);
 }
 
 void StatPage::Paint(QPainter& painter, const QRectF& target) const {
-  if (head_) {
-    const QRectF area = HeadArea(target);
+  const auto paintStrip = [&](const ChartGraph& strip, const QRectF& area) {
     painter.fillRect(area, Palette::Colour(Palette::White));
-    PaintGraph(painter, *head_, {area, area, head_->Scale(), PageUnit(target)});
-  }
+    PaintGraph(painter, strip, {area, area, strip.Scale(), PageUnit(target)});
+  };
+  if (head_) paintStrip(*head_, HeadArea(target));
+  paintStrip(verdict_, VerdictArea(target));
   page_.Paint(painter, PageArea(target));
 }
 
@@ -114,8 +132,12 @@ std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, co
   const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), PageArea(target));
   const QPointF at(geometry.X(number),
                    std::clamp(geometry.Y(value), geometry.plot.top(), geometry.plot.bottom()));
-  PointInfo point{graph, number, value, at, {}};
+  PointInfo point{graph, number, value, at, {}, false};
   const unsigned bits = chart->rules.empty() ? 0u : chart->rules[index];
+  if (graph == GraphId::R) {
+    point.isRangeOutside = bits != 0;
+    return point;
+  }
   for (int rule = 1; rule <= 4; ++rule) {
     if (bits & (1u << rule)) point.rules.push_back(rule);
   }

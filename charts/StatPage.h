@@ -1,5 +1,5 @@
-// The page of a data set: X-bar chart, R chart, histogram and text window together, recorded once and painted
-// through any painter, and what lies under the mouse on it.
+// The page of a data set: the verdict, and below it X-bar chart, R chart, histogram and text window together,
+// recorded once and painted through any painter, and what lies under the mouse on it.
 #pragma once
 
 #include <QDateTime>
@@ -19,7 +19,8 @@ enum class GraphId { None = -1, XBar, R, Histogram, Text };
 
 struct StatPageOptions {
   bool fittedScale = false;  // value axes from the points and the limits, in place of the standard scale
-  bool printedHead = false;  // a strip above the four graphs that says what the page shows
+  bool printedHead = false;  // a strip above the page that says what it shows
+  QString libraryName{};     // that the data set stands in; left out where it is empty
   int pageNumber = 1;
   int pageCount = 1;
   QDateTime printedAt{};  // for the head; left out where it is null
@@ -44,8 +45,9 @@ class StatPage {
     GraphId graph = GraphId::None;
     int number = 0;  // of the subgroup, from 1
     double value = 0;
-    QPointF position;        // on the edge of the plot area for a point outside the scale
-    std::vector<int> rules;  // the active rules that it breaks, ascending
+    QPointF position;             // on the edge of the plot area for a point outside the scale
+    std::vector<int> rules;       // the active rules that it breaks, ascending
+    bool isRangeOutside = false;  // it is a range beyond a limit
   };
   // The plotted point nearest to the position, if one is near enough to be meant.
   std::optional<PointInfo> PointAt(QPointF position, const QRectF& target) const;
@@ -66,7 +68,9 @@ class StatPage {
   void Record(const CData& data, const StatPageOptions& options,
               const std::function<const engine::Results&()>& results);
   void RecordHead(const CData& data, const StatPageOptions& options);
+  void RecordVerdict(const CData& data, const StatPageOptions& options);
   QRectF HeadArea(const QRectF& target) const;
+  QRectF VerdictArea(const QRectF& target) const;
   QRectF PageArea(const QRectF& target) const;
   const ControlChart* Chart(GraphId graph) const;  // null for a graph without points
 
@@ -74,4 +78,5 @@ class StatPage {
   ControlCharts charts_;
   ChartPage page_;
   std::optional<ChartGraph> head_;
+  ChartGraph verdict_{QRectF(0, 0, 1, 1), false};
 };

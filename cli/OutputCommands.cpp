@@ -1,5 +1,6 @@
 // The commands that show a library: status, report, export.
 #include <QDir>
+#include <QFileInfo>
 #include <QFutureSynchronizer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -238,6 +239,7 @@ int RunReport(const Arguments& arguments) {
   StatPageOptions options;
   options.fittedScale = arguments.Has(fit);
   options.printedHead = true;
+  options.libraryName = QFileInfo(arguments.Positional()[0]).fileName();
   options.printedAt = QDateTime::currentDateTime();
   return WriteEach(arguments, format.choices[chosen], [&](const Output& output) {
     StatPageOptions own = options;

@@ -78,6 +78,7 @@ bool PageView::ToggleZoom() {
 QString PageView::Explanation(const StatPage::PointInfo& point) {
   QString text = (point.graph == GraphId::XBar ? Words::Chart::average : Words::Chart::range)(
       point.number, Conversions::CStr(point.value));
+  if (point.isRangeOutside) text += u'\n' + Words::Chart::rangeOutside();
   for (const int rule : point.rules) {
     text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
   }

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -223,6 +224,7 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
 std::unique_ptr<StatPage> StatGraphics::MakePage(StatPageOptions options) const {
   options.fittedScale = checkFitScale->isChecked();
   options.runStep = RunStep;
+  if (const auto& library = Globals().gLibrary) options.libraryName = QFileInfo(library->Place()).fileName();
   return std::make_unique<StatPage>(*data_, options);
 }
 

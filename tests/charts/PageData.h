@@ -48,6 +48,17 @@ inline CData Simple() {
   points[0] = {4, 8};
   points[1] = {8};
   data.SetViolatingPoints(points);
+  engine::Capability capability;
+  capability.mean = 10.05;
+  capability.sigmaWithin = 0.1773;
+  capability.sigmaOverall = 0.25;
+  capability.cp = 1.875;
+  capability.cpk = 1;
+  capability.pp = 4.0 / 3;
+  capability.ppk = 1.265;
+  capability.samplesOutside = 1;
+  capability.sigmasToUpper = capability.sigmasToLower = 3;
+  data.SetCapability(capability);
   return data;
 }
 

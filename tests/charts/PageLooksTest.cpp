@@ -25,7 +25,7 @@ struct Painted {
   explicit Painted(const CData& data, const StatPageOptions& options = {})
       : Painted(PageData::Page(data, options)) {}
 
-  QRectF Frame(GraphId graph, double head = 0) const {
+  QRectF Frame(GraphId graph, double head = 44) const {
     static constexpr double ends[][4] = {{0.005, 0.005, 0.6, 0.49},
                                          {0.005, 0.5, 0.6, 0.99},
                                          {0.61, 0.005, 0.995, 0.49},
@@ -242,7 +242,7 @@ TEST(PageLooks, AxesWithTheirTicksLabelsAndTitles) {
     painted.Expect(Kind::Rectangle, frame, lightGrey);
     painted.Expect(Kind::Line, QList{plot.bottomLeft(), plot.bottomRight()}, black);
     painted.Expect(Kind::Line, QList{plot.bottomLeft(), plot.topLeft()}, black);
-    const double length = 800 * 0.006;  // of a tick, away from the plot
+    const double length = 756 * 0.006;  // of a tick, away from the plot
     const auto ticks = painted.device.Where([&](const PaintedShape& shape) {
       return shape.kind == Kind::Line && shape.ink == black && frame.contains(shape.Place().center()) &&
              std::abs(shape.Place().width() + shape.Place().height() - length) < 0.01;
@@ -284,8 +284,14 @@ struct Wanted {
 void ExpectTexts(const Painted& painted, const QRectF& area, const std::vector<Wanted>& wanted) {
   EXPECT_EQ(painted.Of(Kind::Text, area).size(), wanted.size());
   for (const auto& [text, x, y, ink] : wanted) {
-    const PaintedShape shape = painted.Text(text, area);
     const bool ends = x > 0.9;
+    auto shapes = painted.Of(Kind::Text, area);
+    std::erase_if(shapes, [&, &wanted = text](const PaintedShape& shape) { return shape.text != wanted; });
+    ASSERT_FALSE(shapes.empty()) << "no text " << text.toStdString();
+    const QPointF place(area.left() + x * area.width(), area.top() + y * area.height());
+    const PaintedShape shape = std::ranges::min(shapes, {}, [&](const PaintedShape& one) {
+      return (one.Place().center() - place).manhattanLength();
+    });
     EXPECT_NEAR(ends ? shape.Place().right() : shape.Place().left(), area.left() + x * area.width(), 2)
         << text.toStdString();
     EXPECT_NEAR(shape.Place().center().y(), area.top() + y * area.height(), 3) << text.toStdString();
@@ -295,6 +301,24 @@ void ExpectTexts(const Painted& painted, const QRectF& area, const std::vector<W
 
 TEST(PageLooks, LinesOfTheTextWindow) {
   CData data = Sample();
+  const auto addBlock = [](std::vector<Wanted>& wanted) {
+    const struct {
+      QStringList texts;
+      std::vector<double> places;
+    } rows[] = {{u"Mean|10.05|Nominal|10"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
+                {u"Cp|1.88|Pp|1.33"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
+                {u"Cpk|1.00|Ppk|1.27"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
+                {u"Sigma within (R-bar / d2)|0.1773"_s.split(u'|'), {0.08, 0.52}},
+                {u"Sigma overall (n \u2212 1)|0.25"_s.split(u'|'), {0.08, 0.52}},
+                {u"Outside spec. limits|1 of 16"_s.split(u'|'), {0.08, 0.52}},
+                {u"Expected outside|0.27 %"_s.split(u'|'), {0.08, 0.52}}};
+    double y = 0.565;
+    for (const auto& [texts, places] : rows) {
+      for (qsizetype i = 0; i < texts.size(); ++i)
+        wanted.push_back({texts[i], places[size_t(i)], y, i % 2 == 0 ? black : blue});
+      y += 0.054;
+    }
+  };
   for (const auto& [cpk, shown, ink] : {std::tuple{1.0, u"1.00"_s, green}, {0.99, u"0.99"_s, red}}) {
     data.SetCPKValue(cpk);
     const QStringList rows =
@@ -303,14 +327,92 @@ TEST(PageLooks, LinesOfTheTextWindow) {
             .split(u'|');
     std::vector<Wanted> wanted;
     for (int row = 0; row < 9; ++row) {
-      const double y = 0.09 + 0.093 * row;
+      const double y = 0.045 + 0.056 * row;
       wanted.push_back({rows[2 * row], 0.08, y, black});
       wanted.push_back({rows[2 * row + 1], 0.52, y, row == 7 ? ink : blue});
     }
-    wanted.push_back({u"Cpk from R-bar / d2"_s, 0.08, 0.09 + 0.093 * 9, grey});
+    addBlock(wanted);
+    wanted.push_back({u"Cpk from R-bar / d2"_s, 0.08, 0.565 + 0.054 * 7, grey});
+    if (ink == green) wanted.push_back({u"caution: not in control"_s, 0.67, 0.045 + 0.056 * 7, red});
     const Painted painted(data);
     ExpectTexts(painted, painted.Frame(GraphId::Text), wanted);
   }
+}
+
+TEST(PageLooks, AValueThatThereIsNotIsSaidAndNotZero) {
+  struct {
+    double lower, upper, nominal;
+    QString reason;
+    size_t reasons, notGiven;
+  } const cases[] = {{0, 0, 0, u"no specification"_s, 7, 3},
+                     {11, 9, 10, u"USL is not above LSL"_s, 7, 0},
+                     {9, 11, 10, u"no variation"_s, 6, 0}};
+  for (const auto& [lower, upper, nominal, reason, reasons, notGiven] : cases) {
+    CData data = Sample();
+    data.SetLowerSpecLimit(lower);
+    data.SetUpperSpecLimit(upper);
+    data.SetNominalSpecLimit(nominal);
+    data.SetCPKValue(0);
+    engine::Capability none;
+    if (reasons == 6) none.samplesOutside = 0;
+    data.SetCapability(none);
+    const Painted painted(data);
+    size_t said = 0, without = 0;
+    for (const PaintedShape& text : painted.Of(Kind::Text, painted.Frame(GraphId::Text))) {
+      EXPECT_NE(text.ink, red) << text.text.toStdString();
+      said += text.text == reason;
+      without += text.text == u"none given";
+    }
+    EXPECT_EQ(said, reasons) << reason.toStdString();
+    EXPECT_EQ(without, notGiven);
+  }
+}
+
+TEST(PageLooks, TheVerdictStandsAboveTheGraphsWithWhatItRestsOn) {
+  CData data = Sample();
+  data.SetRangesOutside({3});
+  const QRectF strip(0, 0, 1280, 44);
+  const auto lines = [&](const CData& shown, const QString& library = {}) {
+    const Painted painted(shown, {.libraryName = library});
+    const auto texts = painted.Of(Kind::Text, strip);
+    EXPECT_EQ(texts.size(), 2u);
+    return texts;
+  };
+  auto texts = lines(data, u"line.db"_s);
+  EXPECT_EQ(texts[0].text,
+            u"NOT IN CONTROL: rule 1 at 4, 8; rule 2 at 8 \u00b7 Brink of chaos \u00b7 "
+            u"ranges beyond their limits at 3"_s);
+  EXPECT_TRUE(texts[0].ink == red && texts[0].font.bold());
+  EXPECT_EQ(texts[1].text,
+            u"Rules in force: 1, 2, 3, 4 (high sensitivity, long term: all points)  \u00b7  "
+            u"Limits kept, not calculated from these points  \u00b7  Library: line.db"_s);
+
+  data.SetIsInControl(true);
+  data.SetProcessState(4);
+  data.SetSensitivityValue(0);
+  data.SetDetectionPeriod(0);
+  texts = lines(data);
+  EXPECT_EQ(texts[0].ink, black) << "no plain green while a range lies outside";
+  EXPECT_TRUE(
+      texts[1].text.startsWith(u"Rules in force: 1, 4 (low sensitivity, short term: the last eight points)"));
+  data.SetRangesOutside({});
+  texts = lines(data);
+  EXPECT_EQ(texts[0].text, u"IN CONTROL \u00b7 Ideal");
+  EXPECT_EQ(texts[0].ink, green);
+}
+
+TEST(PageLooks, ARangeOutsideIsMarkedByItsNumber) {
+  CData data = Sample();
+  data.SetRangesOutside({3, 5});
+  const Painted painted(data);
+  const auto marks = painted.device.Where([&](const PaintedShape& shape) {
+    return shape.kind == Kind::Polygon && shape.corners.size() == 4 && shape.fill == red &&
+           painted.Plot(GraphId::R).contains(shape.Place().center());
+  });
+  ASSERT_EQ(marks.size(), 2u);
+  EXPECT_LT((marks[0].Place().center() - painted.At(GraphId::R, 3, 0.3)).manhattanLength(), 0.01);
+  painted.Text(u"5"_s, painted.Plot(GraphId::R));
+  painted.Text(u"Beyond a limit:  3, 5"_s, painted.Frame(GraphId::R));
 }
 
 TEST(PageLooks, ThePrintedHeadStandsAboveThePage) {
@@ -319,6 +421,7 @@ TEST(PageLooks, ThePrintedHeadStandsAboveThePage) {
                                    .pageCount = 3,
                                    .printedAt = QDateTime(QDate(2024, 5, 18), QTime(9, 7))});
   const QRectF head(0, 0, 1280, 60);
+  constexpr double both = 60 + 44;
   painted.Expect(Kind::Rectangle, head, {}, false, white);
   ExpectTexts(painted, head,
               {{u"Shaft"_s, 0.01, 0.36, black},
@@ -327,7 +430,7 @@ TEST(PageLooks, ThePrintedHeadStandsAboveThePage) {
                {u"Printed: 2024-05-18 09:07"_s, 0.99, 0.79, black}});
   EXPECT_TRUE(painted.Text(u"Shaft"_s).font.bold());
   for (const GraphId graph : {GraphId::XBar, GraphId::R, GraphId::Histogram, GraphId::Text})
-    painted.Expect(Kind::Rectangle, painted.Frame(graph, 60), lightGrey);
+    painted.Expect(Kind::Rectangle, painted.Frame(graph, both), lightGrey);
 }
 
 TEST(PageLooks, TitlesLimitsAndRulesInTheirPlaces) {

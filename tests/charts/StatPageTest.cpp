@@ -6,6 +6,8 @@
 #include <cmath>
 
 #include "charts/Histogram.h"
+#include "charts/LimitsOrigin.h"
+#include "charts/PointList.h"
 #include "tests/charts/PageData.h"
 
 using namespace Qt::StringLiterals;
@@ -42,6 +44,31 @@ TEST(StatPage, MarksOnlyRulesOfTheSensitivityInUse) {
   data.SetViolatingPoints(points);
   data.SetSensitivityValue(0);
   EXPECT_EQ(marks(), (std::vector<std::uint8_t>{0, 0, 0, 0, 0, 4, 0, 0}));
+}
+
+TEST(StatPage, ListsPointsInRunsAndCountsTheRest) {
+  EXPECT_EQ(PointList({}), QString());
+  EXPECT_EQ(PointList({3, 4}), u"3, 4");
+  EXPECT_EQ(PointList({3, 5, 6, 7, 9}), u"3, 5\u20137, 9");
+  EXPECT_EQ(PointList({1, 3, 5, 7, 9, 11, 13, 14, 15}), u"1, 3, 5, 7, 9, 11 and 3 more");
+}
+
+TEST(StatPage, KnowsWhatItsLimitsAreCalculatedFrom) {
+  for (const int size : {1, 5}) {
+    CData data = PageData::Random({.subgroups = 30, .subgroupSize = size});
+    EXPECT_EQ(OriginOfLimits(data).kind, LimitsOrigin::AllPoints);
+    data.SetXBarUCL(data.XBarUCL() + 0.01);
+    EXPECT_EQ(OriginOfLimits(data).kind, LimitsOrigin::Kept);
+    QCGlobalFunctions::ClearControlLimits(data);
+    data.SetDataStartPoint(4);
+    data.SetDataStopPoint(20);
+    ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
+    const LimitsOrigin origin = OriginOfLimits(data);
+    EXPECT_EQ(origin.kind, LimitsOrigin::Points);
+    EXPECT_EQ(std::pair(origin.first, origin.last), std::pair(4, 20));
+    data.SetDataStopPoint(0);
+    EXPECT_EQ(OriginOfLimits(data).kind, LimitsOrigin::Kept) << "the range is not stored";
+  }
 }
 
 TEST(StatPage, LeavesOutTheMovingRangeThatDoesNotExist) {
