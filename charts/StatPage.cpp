@@ -5,7 +5,7 @@
 
 #include "charts/Histogram.h"
 #include "charts/TextWindow.h"
-#include "charts/Verdict.h"
+#include "charts/VerdictStrip.h"
 #include "data/Statistics.h"
 #include "platform/chart/Palette.h"
 #include "texts/Words.h"

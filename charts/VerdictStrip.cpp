@@ -1,4 +1,4 @@
-#include "charts/Verdict.h"
+#include "charts/VerdictStrip.h"
 
 #include "charts/PointList.h"
 #include "platform/chart/Palette.h"
