@@ -10,6 +10,7 @@
 #include "charts/FittedScale.h"
 #include "charts/PointList.h"
 #include "charts/TScale.h"
+#include "engine/Decimal.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
 #include "texts/DetectionRules.h"
@@ -28,9 +29,26 @@ std::vector<double> PlotValues(const engine::PlottedSeries& series) {
   return values;
 }
 
-// One decimal more than the samples, but no more than the limits themselves are given with.
-int LimitDecimals(const CData& data, const engine::Results& results) {
-  return std::clamp<int>(results.sampleDecimals + 1, 0, std::max<int>(0, data.PrecisionValue()));
+QString LimitText(double value, int decimals) {
+  return QString::number(engine::RoundToPlaces(value, decimals) + 0.0, 'f', decimals);
+}
+
+bool ReadAlike(const ControlChart& chart, int decimals) {
+  const double lines[] = {chart.lowerLimit, chart.mean, chart.upperLimit};
+  for (const auto& [one, other] : {std::pair{0, 1}, {1, 2}, {0, 2}}) {
+    if (lines[one] != lines[other] && LimitText(lines[one], decimals) == LimitText(lines[other], decimals))
+      return true;
+  }
+  return false;
+}
+
+// One decimal more than the samples, and as many as tell the lines of a chart apart, but no more than the
+// limits themselves are given with.
+int LimitDecimals(const CData& data, const engine::Results& results, const ControlCharts& charts) {
+  const int most = std::max<int>(0, data.PrecisionValue());
+  int decimals = std::clamp(results.sampleDecimals + 1, 0, most);
+  while (decimals < most && (ReadAlike(charts.xbar, decimals) || ReadAlike(charts.r, decimals))) ++decimals;
+  return decimals;
 }
 
 // Per point the active rules that it breaks, as bits.
@@ -54,6 +72,9 @@ std::vector<std::uint8_t> RangesOutside(const CData& data, size_t count) {
   }
   return outside;
 }
+
+// Limits that stand the wrong way round have no standard scale.
+bool IsReversed(const ControlChart& chart) { return chart.lowerLimit > chart.upperLimit; }
 
 void ScaleCoarsely(ControlChart& chart, const QString& failure) {
   TScale scale;
@@ -80,7 +101,7 @@ void ScaleToFit(ControlChart& chart, const QString& failure) {
 }
 
 void SetScale(ControlChart& chart, bool fitted, const QString& failure) {
-  if (fitted) {
+  if (fitted || IsReversed(chart)) {
     ScaleToFit(chart, failure);
   } else {
     ScaleCoarsely(chart, failure);
@@ -99,6 +120,22 @@ QString RuleLegend(const ControlChart& chart) {
     if (broken & (1u << rule)) shown.append(DetectionRules::ShortText(rule));
   }
   return shown.isEmpty() ? QString() : Words::Page::rules(shown.join(u"  \u00b7  "_s));
+}
+
+std::vector<ChartGraph::LineLabel> LabelsOf(const ControlChart& chart) {
+  const auto label = [&](const QString& name, double value) {
+    return ChartGraph::LineLabel{value, name, LimitText(value, chart.labelDecimals)};
+  };
+  return {label(Words::Figure::ucl(), chart.upperLimit), label(Words::Figure::mean(), chart.mean),
+          label(Words::Figure::lcl(), chart.lowerLimit)};
+}
+
+// The labels of both charts are of one size, so each is sized by all six.
+void AddLabels(ControlCharts& charts) {
+  charts.xbar.labels = LabelsOf(charts.xbar);
+  charts.r.labels = LabelsOf(charts.r);
+  charts.xbar.alikeLabels = charts.r.labels;
+  charts.r.alikeLabels = charts.xbar.labels;
 }
 
 void DefineDataSets(ChartGraph& graph, const ControlChart& chart) {
@@ -122,20 +159,20 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   for (const std::uint8_t bits : chart.rules) {
     curve.marks.push_back(static_cast<std::uint8_t>(bits == 0 ? 0 : std::countr_zero(bits)));
   }
+  for (const double sigmas : chart.sigmaLines) {
+    const QString name = u"Sigma %1 Data Set"_s.arg(sigmas);
+    const double reach = sigmas > 0 ? chart.upperLimit - chart.mean : chart.mean - chart.lowerLimit;
+    graph.WGDefineDataSetVB(name, {chart.mean + sigmas * reach / 3});
+    graph.Draw(ChartGraph::Level{Direction::Horizontal, name, {0, 0, Palette::LightGrey}, true});
+  }
   curve.marksArePoints = chart.marksArePoints;
   curve.middle = chart.mean;
   graph.Draw(std::move(curve));
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"Zero Data Set"_s, {0, 0, Palette::Black}});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"LCL Data Set"_s, limit});
-  const auto label = [&](const QString& name, double value) {
-    return ChartGraph::LineLabel{value, name, QString::number(value, 'f', chart.labelDecimals)};
-  };
   graph.Draw(ChartGraph::LineLabels{
-      Direction::Horizontal,
-      {label(Words::Figure::ucl(), chart.upperLimit), label(Words::Figure::mean(), chart.mean),
-       label(Words::Figure::lcl(), chart.lowerLimit)},
-      {Palette::Black, 16, 4, 0}});
+      Direction::Horizontal, chart.labels, {Palette::Black, 16, 4, 0}, chart.alikeLabels});
 }
 
 }  // namespace
@@ -145,7 +182,6 @@ ScaleError::ScaleError(const QString& reference) : Error(LoadResText(reference))
 ControlCharts SetupControlCharts(const CData& data, const engine::Results& results, bool fittedScale) {
   const QString unit = data.UnitOfMeasurement();
   const QString valueTitle = unit.isEmpty() ? data.Description() : unit;
-  const int decimals = LimitDecimals(data, results);
   ControlCharts charts;
   charts.xbar = {.title = Words::Page::average(),
                  .prefix = u"XBar"_s,
@@ -153,20 +189,27 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
                  .values = PlotValues(results.xBarSeries),
                  .lowerLimit = data.XBarLCL(),
                  .mean = data.XBarMean(),
-                 .upperLimit = data.XBarUCL(),
-                 .labelDecimals = decimals};
+                 .upperLimit = data.XBarUCL()};
   charts.r = {.title = Words::Page::range(),
               .prefix = u"RBar"_s,
               .valueTitle = valueTitle,
               .values = PlotValues(results.rangeSeries),
               .lowerLimit = data.RBarLCL(),
               .mean = data.RBarMean(),
-              .upperLimit = data.RBarUCL(),
-              .labelDecimals = decimals};
+              .upperLimit = data.RBarUCL()};
+  charts.xbar.labelDecimals = charts.r.labelDecimals = LimitDecimals(data, results, charts);
+  AddLabels(charts);
+  if (data.SubGroupSize() <= 1) {
+    charts.xbar.subtitle = Words::Page::individuals();
+    charts.r.subtitle = Words::Page::movingRange();
+  }
   charts.xbar.rules = BrokenRules(data, charts.xbar.values.size());
   charts.xbar.legend = RuleLegend(charts.xbar);
   charts.r.rules = RangesOutside(data, charts.r.values.size());
   charts.r.marksArePoints = true;
+  // A lower limit of the ranges that is cut off at 0 has no zones.
+  if (!IsReversed(charts.xbar) && charts.xbar.upperLimit > charts.xbar.lowerLimit)
+    charts.xbar.sigmaLines = {-2, -1, 1, 2};
   if (!data.RangesOutside().empty())
     charts.r.legend = Words::Page::rangesOutside(PointList(data.RangesOutside()));
   // The first single value has no predecessor, so there is no first moving range.
@@ -187,6 +230,8 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   DefineDataSets(graph, chart);
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
   graph.ScalePlotArea(0, chart.axisMinimum, count + 1, chart.axisMaximum);
+  if (chart.baseFirst > 0)
+    graph.Draw(ChartGraph::Shade{chart.baseFirst - 0.5, chart.baseLast + 0.5, Palette::Mist});
   const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
   graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, Words::Figure::sample(), normal});
   graph.Draw(
@@ -197,7 +242,20 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
       Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
                           Conversions::CStr(chart.upperLimit));
   graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68});
-  if (!chart.legend.isEmpty()) {
+  if (!chart.subtitle.isEmpty()) {
+    graph.Draw(ChartGraph::Text{{0.985, 0.065},
+                                ChartGraph::Alignment::RightMiddle,
+                                chart.subtitle,
+                                {Palette::Black, 16, 4, 0},
+                                0.14});
+  }
+  if (IsReversed(chart)) {
+    graph.Draw(ChartGraph::Text{{0.01, 0.965},
+                                ChartGraph::Alignment::LeftMiddle,
+                                Words::Page::limitsReversed(),
+                                {Palette::Red, 16, 4, 0},
+                                0.98});
+  } else if (!chart.legend.isEmpty()) {
     graph.Draw(ChartGraph::Text{
         {0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, chart.legend, {Palette::Black, 16, 4, 0}, 0.98});
   }

@@ -38,6 +38,12 @@ struct ControlChart {
   std::vector<std::uint8_t> rules{};
   bool marksArePoints = false;  // a mark shows its point's number instead of the rule's
   QString legend{};             // of the marks; empty for none
+  QString subtitle{};
+  std::vector<ChartGraph::LineLabel> labels{};       // of the limits and the centre line
+  std::vector<ChartGraph::LineLabel> alikeLabels{};  // of the other chart
+  int baseFirst = 0;  // the points that the limits are calculated from, where that is a part; 0 for none
+  int baseLast = 0;
+  std::vector<double> sigmaLines{};  // sigmas from the centre line
 };
 
 struct ControlCharts {

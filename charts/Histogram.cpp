@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <numeric>
 
 #include "charts/ControlChart.h"
 #include "platform/chart/Palette.h"
@@ -19,6 +21,26 @@ double BinPosition(const CData& data, double value) {
   const double low = data.HistoLoScaleValue();
   const double width = data.HistoHiScaleValue() - low;
   return width > 0 ? (value - low) / width * HistogramBins : HistogramBins / 2.0;
+}
+
+// The counts that a normal distribution with the samples' mean and spread would give: of N samples in bins of
+// width w, N w / (s sqrt(2 pi)) exp(-(x - mean)^2 / (2 s^2)).
+void DrawNormalCurve(ChartGraph& graph, const CData& data, double samples) {
+  constexpr int steps = 120;
+  const double low = data.HistoLoScaleValue();
+  const double width = data.HistoHiScaleValue() - low;
+  const double sigma = data.Capability().sigmaOverall;
+  if (!(sigma > 0 && width > 0)) return;
+  std::vector<double> positions, values;
+  for (int i = 0; i <= steps; ++i) {
+    const double away = (low + width * i / steps - data.Capability().mean) / sigma;
+    positions.push_back(double(HistogramBins) * i / steps);
+    values.push_back(samples * width / HistogramBins / sigma * std::numbers::inv_sqrtpi /
+                     std::numbers::sqrt2 * std::exp(-away * away / 2));
+  }
+  graph.WGDefineDataSetVB(u" NormalX Data Set"_s, std::move(positions));
+  graph.WGDefineDataSetVB(u" Normal Data Set"_s, std::move(values));
+  graph.Draw(ChartGraph::Outline{u" NormalX Data Set"_s, u" Normal Data Set"_s, Palette::Teal});
 }
 
 void DrawSpecification(ChartGraph& graph, const CData& data) {
@@ -78,6 +100,7 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Resu
       ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, Words::Figure::count(), normal});
   graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
+  DrawNormalCurve(graph, data, std::accumulate(counts.begin(), counts.end(), 0.0));
   if (SpecificationOf(data) != Specification::None) DrawSpecification(graph, data);
   graph.Title(Words::Page::histogram(), {Palette::Black, 16, 8, 0});
 }

@@ -19,6 +19,15 @@ constexpr double verdictHeight = 0.055;
 // How far from a point the mouse still means it, in parts of the page's unit.
 constexpr double reach = 0.012;
 
+// Where the engine refuses the data, the charts say so.
+std::optional<LimitsOrigin> KnownOrigin(const CData& data) {
+  try {
+    return OriginOfLimits(data);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
 
 StatPage::StatPage(const CData& data, const StatPageOptions& options) : description_(data.Description()) {
@@ -40,7 +49,14 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   const auto run = [&](const char* procedure, const std::function<void()>& step) {
     options.runStep ? options.runStep(procedure, step) : step();
   };
+  const std::optional<LimitsOrigin> origin = KnownOrigin(data);
   run("SetupControlCharts", [&] { charts_ = SetupControlCharts(data, results(), options.fittedScale); });
+  if (origin && origin->kind == LimitsOrigin::Points) {
+    for (ControlChart* chart : {&charts_.xbar, &charts_.r}) {
+      chart->baseFirst = origin->first;
+      chart->baseLast = origin->last;
+    }
+  }
   ChartGraph& xbar = page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49);
   run("DrawGraph", [&] { DrawGraph(xbar, charts_.xbar); });
   ChartGraph& r = page_.WGCreateGraph(0.005, 0.5, 0.6, 0.99);
@@ -49,18 +65,8 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   run("DrawHistogramGraph", [&] { DrawHistogramGraph(histogram, data, results()); });
   ChartGraph& text = page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99);
   run("DrawTavelTextWindow", [&] { DrawTavelTextWindow(text, data); });
-  run("DrawVerdict", [&] { RecordVerdict(data, options); });
+  run("DrawVerdict", [&] { DrawVerdict(verdict_, data, origin, options.libraryName); });
   if (options.printedHead) RecordHead(data, options);
-}
-
-void StatPage::RecordVerdict(const CData& data, const StatPageOptions& options) {
-  std::optional<LimitsOrigin> origin;
-  try {
-    origin = OriginOfLimits(data);
-  } catch (const Error&) {
-    // The charts say what is wrong with the data.
-  }
-  DrawVerdict(verdict_, data, origin, options.libraryName);
 }
 
 void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {

@@ -68,7 +68,6 @@ class StatPage {
   void Record(const CData& data, const StatPageOptions& options,
               const std::function<const engine::Results&()>& results);
   void RecordHead(const CData& data, const StatPageOptions& options);
-  void RecordVerdict(const CData& data, const StatPageOptions& options);
   QRectF HeadArea(const QRectF& target) const;
   QRectF VerdictArea(const QRectF& target) const;
   QRectF PageArea(const QRectF& target) const;

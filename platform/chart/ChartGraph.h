@@ -55,12 +55,25 @@ class ChartGraph {
     Direction direction = Direction::Horizontal;
     QString dataSet;
     LineStyle line;
+    bool isFaint = false;  // left out where it would crowd the other levels
   };
   struct Bars {
     QString dataSet;
     double width = 1;  // of a bar, in positions
     int fill = 0;
     int outline = 0;
+  };
+  // A smooth line over bars, on a rim of paper so that it shows on them too.
+  struct Outline {
+    QString positions;
+    QString values;
+    int colour = 0;
+  };
+  // A pale ground of the plot area between two positions.
+  struct Shade {
+    double from = 0;
+    double to = 0;
+    int colour = 0;
   };
   struct LineLabel {
     double value = 0;
@@ -72,6 +85,7 @@ class ChartGraph {
     Direction direction = Direction::Horizontal;  // of the levels
     std::vector<LineLabel> labels;
     TextParameters text;
+    std::vector<LineLabel> alike{};  // labels elsewhere that are to be of the same size
   };
   // A line of text at a graph-relative point. It never grows wider than its room.
   struct Text {
@@ -81,7 +95,7 @@ class ChartGraph {
     TextParameters parameters;
     double maxWidth = 1;  // fraction of the graph
   };
-  using Operation = std::variant<Axis, Level, Bars, Curve, LineLabels, Text>;
+  using Operation = std::variant<Axis, Level, Bars, Curve, LineLabels, Text, Outline, Shade>;
 
   explicit ChartGraph(const QRectF& frame, bool bordered = true) : frame_(frame), bordered_(bordered) {}
 

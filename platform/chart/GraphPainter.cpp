@@ -62,6 +62,17 @@ void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeome
   painter.drawText(start, fitted.text);
 }
 
+// Whether a faint level lies too near to another level to be told from it.
+bool IsCrowded(const ChartGraph& graph, double value, const GraphGeometry& geometry) {
+  return std::ranges::any_of(graph.Operations(), [&](const ChartGraph::Operation& operation) {
+    const auto* other = std::get_if<ChartGraph::Level>(&operation);
+    if (!other || other->isFaint || other->direction != ChartGraph::Direction::Horizontal) return false;
+    const std::vector<double>& values = graph.DataSet(other->dataSet);
+    return !values.empty() &&
+           std::abs(geometry.Y(values.front()) - geometry.Y(value)) < geometry.unit * 0.008;
+  });
+}
+
 void PaintLevel(QPainter& painter, const ChartGraph& graph, const ChartGraph::Level& level,
                 const GraphGeometry& geometry) {
   const std::vector<double>& values = graph.DataSet(level.dataSet);
@@ -70,12 +81,14 @@ void PaintLevel(QPainter& painter, const ChartGraph& graph, const ChartGraph::Le
   const QRectF& plot = geometry.plot;
   painter.setPen(LinePen(level.line, geometry.unit));
   if (level.direction == ChartGraph::Direction::Horizontal) {
-    if (geometry.IsOutside(value)) return;
+    if (geometry.IsOutside(value) || (level.isFaint && IsCrowded(graph, value, geometry))) return;
     const double y = geometry.Y(value);
     painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
   } else {
     if (value < geometry.scale.left() || value > geometry.scale.right()) return;
-    const double x = geometry.X(value);
+    // On the end of the scale it would lie under the axis, or be taken for it.
+    const double beside = 1.5 * painter.pen().widthF();
+    const double x = std::clamp(geometry.X(value), plot.left() + beside, plot.right());
     painter.drawLine(QPointF(x, plot.bottom()), QPointF(x, plot.top()));
   }
 }
@@ -96,6 +109,30 @@ void PaintBars(QPainter& painter, const ChartGraph& graph, const ChartGraph::Bar
   painter.setBrush(Qt::NoBrush);
 }
 
+void PaintOutline(QPainter& painter, const ChartGraph& graph, const ChartGraph::Outline& outline,
+                  const GraphGeometry& geometry) {
+  const std::vector<double>& positions = graph.DataSet(outline.positions);
+  const std::vector<double>& values = graph.DataSet(outline.values);
+  QPolygonF line;
+  for (size_t i = 0; i < values.size(); ++i) line << QPointF(geometry.X(positions[i]), geometry.Y(values[i]));
+  const PainterSaver saver(painter);
+  painter.setClipRect(geometry.plot, Qt::IntersectClip);
+  painter.setRenderHint(QPainter::Antialiasing, true);
+  painter.setBrush(Qt::NoBrush);
+  for (const auto& [width, colour] : {std::pair{3, int{Palette::White}}, {1, outline.colour}}) {
+    painter.setPen(LinePen({0, width, colour}, geometry.unit));
+    painter.drawPolyline(line);
+  }
+}
+
+void PaintShade(QPainter& painter, const ChartGraph::Shade& shade, const GraphGeometry& geometry) {
+  const QRectF& plot = geometry.plot;
+  painter.fillRect(
+      QRectF(QPointF(geometry.X(shade.from), plot.top()), QPointF(geometry.X(shade.to), plot.bottom())) &
+          plot,
+      Palette::Colour(shade.colour));
+}
+
 struct OperationPainter {
   QPainter& painter;
   const ChartGraph& graph;
@@ -106,6 +143,10 @@ struct OperationPainter {
   void operator()(const ChartGraph::Bars& bars) const { PaintBars(painter, graph, bars, geometry); }
   void operator()(const ChartGraph::Curve& curve) const { PaintCurve(painter, graph, curve, geometry); }
   void operator()(const ChartGraph::LineLabels& labels) const { PaintLineLabels(painter, labels, geometry); }
+  void operator()(const ChartGraph::Outline& outline) const {
+    PaintOutline(painter, graph, outline, geometry);
+  }
+  void operator()(const ChartGraph::Shade& shade) const { PaintShade(painter, shade, geometry); }
   void operator()(const ChartGraph::Text& text) const { PaintText(painter, text, geometry); }
 };
 

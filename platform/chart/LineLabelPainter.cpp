@@ -24,6 +24,7 @@ class LabelRow {
         gap_(geometry.unit * (horizontal_ ? 0.009 : 0.005)),
         rim_(geometry.unit * 0.004) {
     for (const ChartGraph::LineLabel& label : labels.labels) ends_.push_back(EndOf(label));
+    for (const ChartGraph::LineLabel& label : labels.alike) alike_.append(label.name + u' ' + label.number);
   }
 
   void Paint() {
@@ -72,6 +73,7 @@ class LabelRow {
     for (const End& end : ends_) {
       for (const QString& line : end.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
     }
+    for (const QString& text : alike_) widest = std::max(widest, metrics.horizontalAdvance(text));
     return widest;
   }
 
@@ -87,6 +89,7 @@ class LabelRow {
         const qsizetype space = end.lines.first().indexOf(u' ');
         end.lines = {end.lines.first().first(space), end.lines.first().sliced(space + 1)};
       }
+      for (QString& text : alike_) text = text.sliced(text.indexOf(u' ') + 1);
     }
     while (Widest() > room && font_.pixelSize() > 1) {
       font_.setPixelSize(
@@ -123,6 +126,7 @@ class LabelRow {
   double gap_;
   double rim_;
   std::vector<End> ends_;
+  QStringList alike_;
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The classic sixteen colours, by number.
+// The classic sixteen colours, by number, and a paler one.
 #pragma once
 
 #include <QColor>
@@ -15,13 +15,14 @@ enum Ink {
   Blue = 9,
   Red = 12,
   Yellow = 14,
-  White = 15
+  White = 15,
+  Mist = 16
 };
 
 inline QColor Colour(int ink) {
-  static constexpr std::array<QRgb, 16> colours = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
+  static constexpr std::array<QRgb, 17> colours = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
                                                    0x808000, 0xC0C0C0, 0x808080, 0x0000FF, 0x00FF00, 0x00FFFF,
-                                                   0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
+                                                   0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF, 0xEAF1F4};
   return QColor::fromRgb(colours.at(static_cast<size_t>(ink)));
 }
 

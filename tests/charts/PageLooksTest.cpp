@@ -178,6 +178,101 @@ TEST(PageLooks, LinesOfTheControlChartsAndTheirNames) {
             6u);
 }
 
+TEST(PageLooks, LabelsRoundAsFiguresDoAndTellLinesApart) {
+  CData data = Sample();
+  data.SetPrecisionValue(4);
+  data.SetXBarMean(10.125);  // a half in two decimals, which a double holds exactly
+  data.SetRBarUCL(123456.785);
+  const Painted painted(data, {.fittedScale = true});
+  const PaintedShape mean = painted.Text(u"10.13"_s), range = painted.Text(u"123456.79"_s);
+  EXPECT_EQ(mean.font.pixelSize(), range.font.pixelSize()) << "one size on both charts";
+
+  data.SetXBarUCL(10.1252);
+  data.SetRBarUCL(0.5);
+  const Painted near(data, {.fittedScale = true});
+  near.Text(u"UCL 10.1252"_s);
+  near.Text(u"Mean 10.1250"_s);
+  near.Text(u"Mean 0.2000"_s);
+}
+
+TEST(PageLooks, ZonesShowWhereThereIsRoomForThem) {
+  const auto faint = [](const Painted& painted, GraphId graph) {
+    return painted.device.Where([&](const PaintedShape& shape) {
+      return shape.kind == Kind::Line && shape.ink == lightGrey &&
+             painted.Plot(graph).adjusted(-1, -1, 1, 1).contains(shape.Place().center());
+    });
+  };
+  CData data = Sample();
+  data.SetXBarOutputString(u"10.0,10.1,9.9,10.2,10.0,9.8,10.2,9.9"_s);
+  data.SetXBarUCL(10.6);
+  const Painted fitted(data, {.fittedScale = true});
+  EXPECT_EQ(faint(fitted, GraphId::XBar).size(), 4u);
+  EXPECT_EQ(faint(fitted, GraphId::R).size(), 0u);
+  for (const double value : {9.8, 9.9, 10.2, 10.4})
+    fitted.Expect(Kind::Line, QList{fitted.At(GraphId::XBar, 0, value), fitted.At(GraphId::XBar, 9, value)},
+                  lightGrey);
+  EXPECT_EQ(faint(Painted(data), GraphId::XBar).size(), 0u) << "the standard scale has no room";
+}
+
+TEST(PageLooks, LimitsTheWrongWayRoundAreSaidAndTheChartIsDrawn) {
+  CData data = Sample();
+  data.SetXBarLCL(10.3);
+  data.SetXBarUCL(9.7);
+  const Painted painted(data);
+  EXPECT_EQ(painted.Text(u"The lower control limit stands above the upper one."_s).ink, red);
+  const QRectF scale = painted.page.Page().Graph(0).Scale();
+  EXPECT_TRUE(scale.top() <= -30 && scale.bottom() >= 50) << "all points lie on the axis";
+}
+
+TEST(PageLooks, SingleValuesAreNamedSo) {
+  CData data = Sample();
+  const auto named = [&] {
+    int count = 0;
+    for (const PaintedShape& text : Painted(data).Of(Kind::Text))
+      count += text.text == u"individuals" || text.text == u"moving range";
+    return count;
+  };
+  EXPECT_EQ(named(), 0);
+  data.SetSubGroupSize(1);
+  EXPECT_EQ(named(), 2);
+}
+
+TEST(PageLooks, TheBasePeriodHasAPaleGround) {
+  CData data = PageData::Random({.subgroups = 30});
+  const auto ground = [&] {
+    const Painted painted(StatPage(data, {.fittedScale = true}));
+    std::vector<QRectF> places;
+    for (const PaintedShape& shape : painted.device.Shapes())
+      if (shape.fill == QColor(0xEA, 0xF1, 0xF4)) places.push_back(shape.Place());
+    if (!places.empty()) {
+      EXPECT_NEAR(places[0].left(), painted.At(GraphId::XBar, 3.5, 0).x(), 1);
+      EXPECT_NEAR(places[0].right(), painted.At(GraphId::XBar, 20.5, 0).x(), 1);
+    }
+    return places.size();
+  };
+  EXPECT_EQ(ground(), 0u);
+  QCGlobalFunctions::ClearControlLimits(data);
+  data.SetDataStartPoint(4);
+  data.SetDataStopPoint(20);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
+  EXPECT_EQ(ground(), 2u) << "on both charts";
+}
+
+TEST(PageLooks, TheNormalCurvePeaksAtTheMean) {
+  CData data = Sample();
+  const Painted painted(data);
+  const auto curves = painted.device.Where([&](const PaintedShape& shape) {
+    return shape.kind == Kind::Polyline && shape.ink == teal &&
+           painted.Frame(GraphId::Histogram).contains(shape.Place().center());
+  });
+  ASSERT_EQ(curves.size(), 1u);
+  const QPointF peak = std::ranges::min(curves[0].corners, {}, &QPointF::y);
+  // 16 samples, bins of 5 / 12, sigma 0.25: 16 * 0.41667 / 0.25 * 0.39894.
+  const QPointF expected = painted.At(GraphId::Histogram, (10.05 - 8) / 5 * 12, 10.6385);
+  EXPECT_NEAR(peak.x(), expected.x(), 3);
+  EXPECT_NEAR(peak.y(), expected.y(), 2);
+}
+
 TEST(PageLooks, SpecificationLinesStandAtTheirValuesAlsoAtZero) {
   using Three = std::array<double, 3>;
   CData data = Sample();
@@ -207,6 +302,21 @@ TEST(PageLooks, SpecificationLinesStandAtTheirValuesAlsoAtZero) {
       EXPECT_NEAR(label.center().x(), top.x(), 60);
     }
   }
+}
+
+TEST(PageLooks, ASpecificationLineAtTheEndOfTheScaleStandsBesideTheAxis) {
+  CData data = Sample();
+  data.SetLowerSpecLimit(8);
+  data.SetUpperSpecLimit(13);
+  const Painted painted(data);
+  const QRectF plot = painted.Plot(GraphId::Histogram);
+  const auto lines = painted.device.Where([&](const PaintedShape& shape) {
+    return !shape.dashes.isEmpty() && painted.Frame(GraphId::Histogram).contains(shape.Place().center());
+  });
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_GE(lines[0].Place().left(), plot.left() + 1);
+  EXPECT_LE(lines[0].Place().left(), plot.left() + 3);
+  EXPECT_NEAR(lines[1].Place().left(), plot.right(), 0.01);
 }
 
 TEST(PageLooks, EachBarStandsOverItsOwnBinAsHighAsItsCount) {
