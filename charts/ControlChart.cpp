@@ -14,6 +14,7 @@
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
 #include "texts/DetectionRules.h"
+#include "texts/PageWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 

@@ -4,6 +4,7 @@
 #include "charts/SaveFile.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/PageWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;

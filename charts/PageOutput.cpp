@@ -7,6 +7,7 @@
 
 #include "charts/SaveFile.h"
 #include "platform/error/Error.h"
+#include "texts/PageWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "texts/PageWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;

@@ -8,6 +8,7 @@
 #include "charts/VerdictStrip.h"
 #include "data/Statistics.h"
 #include "platform/chart/Palette.h"
+#include "texts/PageWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;

@@ -8,6 +8,7 @@
 #include "engine/Decimal.h"
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
+#include "texts/PageWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;

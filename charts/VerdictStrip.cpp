@@ -3,6 +3,7 @@
 #include "charts/PointList.h"
 #include "platform/chart/Palette.h"
 #include "texts/DetectionRules.h"
+#include "texts/PageWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;

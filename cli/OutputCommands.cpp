@@ -239,7 +239,7 @@ int RunReport(const Arguments& arguments) {
   StatPageOptions options;
   options.fittedScale = arguments.Has(fit);
   options.printedHead = true;
-  options.libraryName = QFileInfo(arguments.Positional()[0]).fileName();
+  options.libraryName = QFileInfo(arguments.Operands()[0]).fileName();
   options.printedAt = QDateTime::currentDateTime();
   return WriteEach(arguments, format.choices[chosen], [&](const Output& output) {
     StatPageOptions own = options;

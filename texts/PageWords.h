@@ -1,0 +1,75 @@
+// The words of the page of charts: its lines, the verdict, the capability.
+#pragma once
+
+#include "texts/Texts.h"
+
+namespace Words {
+
+// The page of charts, on paper and in files.
+namespace Page {
+inline constexpr Text<> average{u" AVERAGE"};
+inline constexpr Text<> range{u" RANGE"};
+inline constexpr Text<> histogram{u" HISTOGRAM"};
+inline constexpr Text<> tooFewToPlot{u"NOT ENOUGH  DATA"};
+inline constexpr Text<> tooFewToSumUp{u"NOT ENOUGH DATA"};
+inline constexpr Text<3> limits{u"LCL=%1, Mean=%2, UCL=%3"};
+inline constexpr Text<1> rules{u"Rules:  %1"};
+inline constexpr Text<> individuals{u"individuals"};
+inline constexpr Text<> movingRange{u"moving range"};
+inline constexpr Text<> limitsReversed{u"The lower control limit stands above the upper one."};
+inline constexpr Text<1> rangesOutside{u"Beyond a limit:  %1"};
+inline constexpr Text<> cpkFromRanges{u"Cpk from R-bar / d2"};
+inline constexpr Text<> cpkFromMovingRanges{u"Cpk from R-bar / d2 (moving ranges of two)"};
+inline constexpr Text<2> number{u"Page %1 of %2"};
+inline constexpr Text<1> unit{u"Unit: %1"};
+inline constexpr Text<1> samples{u"Samples: %1"};
+inline constexpr Text<1> subgroupSize{u"Subgroup size: %1"};
+inline constexpr Text<1> printed{u"Printed: %1"};
+inline constexpr Text<3> listTooShort{u"Subscript out of range: %1 has %2 of %3 elements"};
+inline constexpr Text<> notPainted{u"The page cannot be painted."};
+inline constexpr Text<> notPaintedToTheEnd{u"The page could not be painted completely."};
+inline constexpr Text<2> noPicture{u"no picture of %1 by %2"};
+inline constexpr Text<> notCoded{u"the picture cannot be coded"};
+}  // namespace Page
+
+// What the page says of the process in a line, and what that rests on.
+namespace Verdict {
+inline constexpr Text<> inControl{u"IN CONTROL"};
+inline constexpr Text<> notInControl{u"NOT IN CONTROL"};
+inline constexpr Text<2> because{u"%1: %2"};
+inline constexpr Text<2> ruleAt{u"rule %1 at %2"};
+inline constexpr Text<2> andMore{u"%1 and %2 more"};
+inline constexpr Text<1> rangesAt{u"ranges beyond their limits at %1"};
+inline constexpr Text<3> rulesInForce{u"Rules in force: %1 (%2 sensitivity, %3)"};
+inline constexpr Text<> low{u"low"};
+inline constexpr Text<> medium{u"medium"};
+inline constexpr Text<> high{u"high"};
+inline constexpr Text<> longTerm{u"long term: all points"};
+inline constexpr Text<> shortTerm{u"short term: the last eight points"};
+inline constexpr Text<> limitsFromAll{u"Limits calculated from all points"};
+inline constexpr Text<2> limitsFromPoints{u"Limits calculated from points %1 to %2"};
+inline constexpr Text<> limitsKept{u"Limits kept, not calculated from these points"};
+inline constexpr Text<1> library{u"Library: %1"};
+}  // namespace Verdict
+
+// The block of capability on the page.
+namespace Capability {
+inline constexpr Text<> cp{u"Cp"};
+inline constexpr Text<> pp{u"Pp"};
+inline constexpr Text<> ppk{u"Ppk"};
+inline constexpr Text<> sigmaFromRanges{u"Sigma within (R-bar / d2)"};
+inline constexpr Text<> sigmaFromMovingRanges{u"Sigma within (MR-bar / d2)"};
+inline constexpr Text<> sigmaOverall{u"Sigma overall (n \u2212 1)"};
+inline constexpr Text<> outside{u"Outside spec. limits"};
+inline constexpr Text<> expected{u"Expected outside"};
+inline constexpr Text<2> countedOf{u"%1 of %2"};
+inline constexpr Text<1> percent{u"%1 %"};
+inline constexpr Text<1> below{u"below %1 %"};
+inline constexpr Text<> notGiven{u"none given"};
+inline constexpr Text<> noSpecification{u"no specification"};
+inline constexpr Text<> limitsReversed{u"USL is not above LSL"};
+inline constexpr Text<> noVariation{u"no variation"};
+inline constexpr Text<> caution{u"caution: not in control"};
+}  // namespace Capability
+
+}  // namespace Words
