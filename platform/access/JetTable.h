@@ -25,7 +25,7 @@ struct JetTable {
   quint32 page = 0;  // of the definition; the table's data pages name it as their owner
   quint32 rowCount = 0;
   quint32 lastNumber = 0;  // the last that its autonumber column gave, to a row that may be deleted since
-  int columnsEver = 0;  // the columns there are and those deleted since
+  int columnsEver = 0;     // the columns there are and those deleted since
   int variablesEver = 0;
   quint32 ownedPages = 0;  // pointer to the map of the data pages
   std::vector<JetColumn> columns;

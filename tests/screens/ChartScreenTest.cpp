@@ -214,8 +214,7 @@ TEST_F(ChartScreenTest, NewLimitsNeverReplaceWhatAnotherProgramWrote) {
   Open();
   Click(*screen, "Toolbar1_4");
   for (const QString& told : {u"changed"_s, u"deleted"_s}) {
-    program.Execute(told == u"changed"_s ? u"UPDATE StatData SET XBarUCL = 99"_s
-                                         : u"DELETE FROM StatData"_s);
+    program.Execute(told == u"changed"_s ? u"UPDATE StatData SET XBarUCL = 99"_s : u"DELETE FROM StatData"_s);
     const auto rows = program.Rows(u"SELECT * FROM StatData"_s);
     const QString message = u"The data set \"Shaft\" was %1 by somebody else since it was read."_s.arg(told);
     program.boxes.Expect(message);

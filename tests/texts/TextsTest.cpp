@@ -83,9 +83,9 @@ TEST(Texts, NoneStandsOutsideThisRoom) {
   static const QRegularExpression allowed(
       u"^u\" ?(SELECT|DELETE|INSERT|CREATE|UPDATE|VACUUM|PRAGMA|CAST.* "
       u"AS|INTEGER|TEXT|WHERE|AND|Deleted|DeletedAt|Entry) "  // SQL
-      u"|Data Set\"$"                         // names on a recorded page
-      u"|^u\"(M[Mm]{2} |yyyy-)"               // forms of date and time
-      u"|Orvane Labs"_s);                     // a key of the settings
+      u"|Data Set\"$"                                         // names on a recorded page
+      u"|^u\"(M[Mm]{2} |yyyy-)"                               // forms of date and time
+      u"|Orvane Labs"_s);                                     // a key of the settings
   const int count = ForEachSource(
       {u"screens"_s, u"charts"_s, u"core"_s, u"data"_s, u"library"_s, u"platform/ui"_s},
       [&](const QString& path, const QString& source) {
