@@ -156,8 +156,10 @@ std::optional<Int128> TicksOfRounded(double rounded, int places) {
 
 LongTicks LongTicks::OfRounded(double rounded, int places) {
   LongTicks result;
-  if (rounded == 0) return result;
-  const Digits digits = DigitsOf(std::fabs(rounded), true);
+  // Sums of the largest doubles may have no finite mean or limit; they lie beyond every finite number.
+  if (rounded == 0 || std::isnan(rounded)) return result;
+  const double size = std::min(std::fabs(rounded), std::numeric_limits<double>::max());
+  const Digits digits = DigitsOf(size, true);
   for (int i = 0; i < digits.count; ++i) {
     const int power = digits.exponent - i + places;
     if (power < 0) break;
