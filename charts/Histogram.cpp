@@ -24,23 +24,30 @@ double BinPosition(const CData& data, double value) {
   return width > 0 ? (value - low) / width * HistogramBins : HistogramBins / 2.0;
 }
 
-// The counts that a normal distribution with the samples' mean and spread would give: of N samples in bins of
-// width w, N w / (s sqrt(2 pi)) exp(-(x - mean)^2 / (2 s^2)).
-void DrawNormalCurve(ChartGraph& graph, const CData& data, double samples) {
+// The counts that a normal distribution with the samples' mean and spread would give, at even steps along the
+// bins: of N samples in bins of width w, N w / (s sqrt(2 pi)) exp(-(x - mean)^2 / (2 s^2)). Empty where that
+// would be no more than a spike between two bins.
+std::vector<double> NormalCounts(const CData& data, double samples) {
   constexpr int steps = 120;
   const double low = data.HistoLoScaleValue();
   const double width = data.HistoHiScaleValue() - low;
   const double sigma = data.Capability().sigmaOverall;
-  if (!(sigma > 0 && width > 0)) return;
-  std::vector<double> positions, values;
+  if (!(width > 0 && sigma >= width / HistogramBins / 2)) return {};
+  std::vector<double> counts;
   for (int i = 0; i <= steps; ++i) {
     const double away = (low + width * i / steps - data.Capability().mean) / sigma;
-    positions.push_back(double(HistogramBins) * i / steps);
-    values.push_back(samples * width / HistogramBins / sigma * std::numbers::inv_sqrtpi /
+    counts.push_back(samples * width / HistogramBins / sigma * std::numbers::inv_sqrtpi /
                      std::numbers::sqrt2 * std::exp(-away * away / 2));
   }
+  return counts;
+}
+
+void DrawNormalCurve(ChartGraph& graph, std::vector<double> counts) {
+  std::vector<double> positions;
+  for (size_t i = 0; i < counts.size(); ++i)
+    positions.push_back(double(HistogramBins) * double(i) / double(counts.size() - 1));
   graph.WGDefineDataSetVB(u" NormalX Data Set"_s, std::move(positions));
-  graph.WGDefineDataSetVB(u" Normal Data Set"_s, std::move(values));
+  graph.WGDefineDataSetVB(u" Normal Data Set"_s, std::move(counts));
   graph.Draw(ChartGraph::Outline{u" NormalX Data Set"_s, u" Normal Data Set"_s, Palette::Teal});
 }
 
@@ -90,18 +97,20 @@ void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Resu
 
   const double largest = *std::max_element(counts.begin(), counts.end());
   const int spacing = CountTickSpacing(largest);
-  const double top = std::max(1.0, std::ceil(largest / spacing)) * spacing;
+  const std::vector<double> normal = NormalCounts(data, std::accumulate(counts.begin(), counts.end(), 0.0));
+  const double peak = normal.empty() ? 0 : *std::max_element(normal.begin(), normal.end());
+  const double top = std::max(1.0, std::ceil(std::max(largest, peak) / spacing)) * spacing;
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
   graph.ScalePlotArea(0, 0, HistogramBins, top);
 
   const ChartGraph::TextParameters small{Palette::Black, 16, 4, 0};
-  const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
+  const ChartGraph::TextParameters usual{Palette::Black, 16, 6, 0};
   const QString unit = data.UnitOfMeasurement();
   graph.Draw(
-      ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, normal, Words::Figure::count(), normal});
-  graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, normal);
+      ChartGraph::Axis{Direction::Vertical, double(spacing), {}, {}, usual, Words::Figure::count(), usual});
+  graph.WGLabelAxisStringsVB(labels, 1, small, unit.isEmpty() ? data.Description() : unit, usual);
   graph.WGBargraph(u" Histogram"_s, 0.9, Palette::Teal, Palette::Black);
-  DrawNormalCurve(graph, data, std::accumulate(counts.begin(), counts.end(), 0.0));
+  if (!normal.empty()) DrawNormalCurve(graph, normal);
   if (SpecificationOf(data) != Specification::None) DrawSpecification(graph, data);
   graph.Title(Words::Page::histogram(), {Palette::Black, 16, 8, 0});
 }

@@ -51,7 +51,7 @@ inline CData Simple() {
   engine::Capability capability;
   capability.mean = 10.05;
   capability.sigmaWithin = 0.1773;
-  capability.sigmaOverall = 0.25;
+  capability.sigmaOverall = 0.5;
   capability.cp = 1.875;
   capability.cpk = 1;
   capability.pp = 4.0 / 3;

@@ -267,8 +267,8 @@ TEST(PageLooks, TheNormalCurvePeaksAtTheMean) {
   });
   ASSERT_EQ(curves.size(), 1u);
   const QPointF peak = std::ranges::min(curves[0].corners, {}, &QPointF::y);
-  // 16 samples, bins of 5 / 12, sigma 0.25: 16 * 0.41667 / 0.25 * 0.39894.
-  const QPointF expected = painted.At(GraphId::Histogram, (10.05 - 8) / 5 * 12, 10.6385);
+  // 16 samples, bins of 5 / 12, sigma 0.5: 16 * 0.41667 / 0.5 * 0.39894.
+  const QPointF expected = painted.At(GraphId::Histogram, (10.05 - 8) / 5 * 12, 5.3192);
   EXPECT_NEAR(peak.x(), expected.x(), 3);
   EXPECT_NEAR(peak.y(), expected.y(), 2);
 }
@@ -419,7 +419,7 @@ TEST(PageLooks, LinesOfTheTextWindow) {
                 {u"Cp|1.88|Pp|1.33"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
                 {u"Cpk|1.00|Ppk|1.27"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
                 {u"Sigma within (R-bar / d2)|0.1773"_s.split(u'|'), {0.08, 0.52}},
-                {u"Sigma overall (n \u2212 1)|0.25"_s.split(u'|'), {0.08, 0.52}},
+                {u"Sigma overall (n \u2212 1)|0.5"_s.split(u'|'), {0.08, 0.52}},
                 {u"Outside spec. limits|1 of 16"_s.split(u'|'), {0.08, 0.52}},
                 {u"Expected outside|0.27 %"_s.split(u'|'), {0.08, 0.52}}};
     double y = 0.565;
