@@ -10,6 +10,10 @@ namespace {
 // Fine enough that two neighbours of 60 points leave room between them.
 double CellSize(double unit) { return std::max(1.0, unit / 800); }
 
+QRectF Around(QPointF centre, QSizeF size) {
+  return {centre - QPointF(size.width(), size.height()) / 2, size};
+}
+
 bool Crosses(const QLineF& line, const QRectF& rect) {
   if (rect.contains(line.p1()) || rect.contains(line.p2())) return true;
   for (const QLineF& edge :
@@ -45,15 +49,15 @@ void MarkNumbers::TakeLine(const QPolygonF& line) {
 
 bool MarkNumbers::IsFree(const QRectF& box) const {
   const QRectF room = box.adjusted(-gap_, -gap_, gap_, gap_);
-  return taken_.IsFree(room) && line_.IsFree(room) &&
+  return line_.IsFree(room) && taken_.IsFree(room) &&
          std::ranges::none_of(levels_, [&](double y) { return y > room.top() && y < room.bottom(); }) &&
          std::ranges::none_of(leaders_, [&](const QLineF& leader) { return Crosses(leader, room); });
 }
 
-QRectF MarkNumbers::BoxAt(const Number& number, QPointF centre) const {
-  const double width = metrics_.horizontalAdvance(number.text);
-  const double height = metrics_.capHeight();
-  return {centre.x() - width / 2, centre.y() - height / 2, width, height};
+QSizeF MarkNumbers::SizeOf(const QString& text) {
+  QSizeF& size = sizes_[text];
+  if (size.isEmpty()) size = {metrics_.horizontalAdvance(text), metrics_.capHeight()};
+  return size;
 }
 
 void MarkNumbers::PaintText(const Number& number, const QRectF& box) {
@@ -65,12 +69,12 @@ void MarkNumbers::PaintText(const Number& number, const QRectF& box) {
 }
 
 void MarkNumbers::Paint(const Number& number) {
-  if (!PaintNear(number) && far_) PaintFar(number);
+  const QSizeF size = SizeOf(number.text);
+  if (!PaintNear(number, size) && far_) PaintFar(number, size);
 }
 
 // Touching the mark: on its own side, then beside it, then on the other side.
-bool MarkNumbers::PaintNear(const Number& number) {
-  const QRectF size = BoxAt(number, {0, 0});
+bool MarkNumbers::PaintNear(const Number& number, QSizeF size) {
   const double up = number.radius + 2 * gap_ + size.height() / 2;
   const double aside = number.radius + 2 * gap_ + size.width() / 2;
   const double side = number.above ? -up : up;
@@ -79,7 +83,7 @@ bool MarkNumbers::PaintNear(const Number& number) {
                              {aside, side / 2}, {-aside, 0},    {aside, 0},          {0, -side},
                              {-shift, -side},   {shift, -side}, {-aside, -side / 2}, {aside, -side / 2}};
   for (const QPointF offset : offsets) {
-    const QRectF box = BoxAt(number, number.mark + offset);
+    const QRectF box = Around(number.mark + offset, size);
     if (!IsFree(box)) continue;
     PaintText(number, box);
     return true;
@@ -88,8 +92,7 @@ bool MarkNumbers::PaintNear(const Number& number) {
 }
 
 // Farther and farther away, on its own side before the other one.
-void MarkNumbers::PaintFar(const Number& number) {
-  const QRectF size = BoxAt(number, {0, 0});
+void MarkNumbers::PaintFar(const Number& number, QSizeF size) {
   const double step = size.height() / 2;
   const int most = static_cast<int>(geometry_.plot.height() / step);
   const double near = number.radius + 2 * gap_ + size.height() / 2;
@@ -98,7 +101,7 @@ void MarkNumbers::PaintFar(const Number& number) {
     for (const double side : {number.above ? -1.0 : 1.0, number.above ? 1.0 : -1.0}) {
       for (const double aside : {0.0, -0.25, 0.25, -0.5, 0.5, -1.0, 1.0, -2.0, 2.0}) {
         const QPointF offset(aside * distance, side * distance);
-        const QRectF box = BoxAt(number, number.mark + offset);
+        const QRectF box = Around(number.mark + offset, size);
         if (!IsFree(box)) continue;
         const double length = std::hypot(offset.x(), offset.y());
         const QPointF away = offset / length;

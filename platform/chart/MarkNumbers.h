@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFontMetricsF>
+#include <QHash>
 #include <QPolygonF>
 #include <vector>
 
@@ -30,11 +31,11 @@ class MarkNumbers {
 
  private:
   bool IsFree(const QRectF& box) const;
-  bool PaintNear(const Number& number);
-  void PaintFar(const Number& number);
+  bool PaintNear(const Number& number, QSizeF size);
+  void PaintFar(const Number& number, QSizeF size);
   bool IsLeaderFree(const QLineF& leader) const;
   void PaintText(const Number& number, const QRectF& box);
-  QRectF BoxAt(const Number& number, QPointF centre) const;
+  QSizeF SizeOf(const QString& text);
 
   QPainter& painter_;
   const GraphGeometry& geometry_;
@@ -42,6 +43,7 @@ class MarkNumbers {
   QColor ink_;
   QFontMetricsF metrics_;
   double gap_;
+  QHash<QString, QSizeF> sizes_;  // measuring a text costs more than finding a place for it
   bool far_ = false;
   std::vector<double> levels_;
   Placement::Occupancy taken_;
