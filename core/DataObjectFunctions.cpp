@@ -35,6 +35,7 @@ void ReportBadRows(const std::vector<Library::Row>& rows) {
     if (std::size_t(lines.size()) < mostNamed) lines << row.failure->Text();
   if (rows.size() > mostNamed) lines << Words::Library::andMore(QString::number(rows.size() - mostNamed));
   const QString text = lines.join(u"\r\n"_s);
+  Globals().gLoadTrouble = lines.join(u'\n');
   if (rows.front().refusedByEngine)
     ShowErrorMessage(
         true, LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s + text, {});
@@ -76,20 +77,26 @@ bool InitializeCDataCollection() {
   return Trap(u"DataObjectFunctions::InitializeCDataCollection"_s, false, [] {
     ProgramState& state = Globals();
     DeleteAllDataObjects();
+    state.gLoadTrouble.clear();
     const quint32 emptied = state.gCollectionEmptied;
     bool overtaken = false;
     std::vector<Library::Row> badRows;
-    CurrentLibrary()->ReadEach([&](const Library::Row& row) {
-      DoEvents();
-      // The user may have attached another database or closed the program meanwhile.
-      overtaken = state.gCollectionEmptied != emptied;
-      if (overtaken) return false;
-      if (row.failure)
-        badRows.push_back(row);
-      else
-        state.gDataCollection.push_back(row.data);
-      return true;
-    });
+    try {
+      CurrentLibrary()->ReadEach([&](const Library::Row& row) {
+        DoEvents();
+        // The user may have attached another database or closed the program meanwhile.
+        overtaken = state.gCollectionEmptied != emptied;
+        if (overtaken) return false;
+        if (row.failure)
+          badRows.push_back(row);
+        else
+          state.gDataCollection.push_back(row.data);
+        return true;
+      });
+    } catch (const std::exception& error) {
+      state.gLoadTrouble = ErrorText(error);
+      throw;
+    }
     if (overtaken) return false;
     ReportBadRows(badRows);
     return !state.gDataCollection.empty();
@@ -139,7 +146,7 @@ bool ModifyDataObjectInSystem(const CDataPtr& data) {
 
 bool UpdateCollectionObject(const CDataPtr& data) {
   return Trap(u"DataObjectFunctions::UpdateCollectionObject"_s, false, [&] {
-    FindByID(data->ID());
+    if (const auto found = FindByID(data->ID()); IsEntry(found)) *found = data;
     return true;
   });
 }

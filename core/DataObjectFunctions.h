@@ -28,8 +28,7 @@ bool AppendToDataObject(const CDataPtr& data, const QStringList& values);
 
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary
-bool UpdateCollectionObject(
-    const CDataPtr& data);  // locates the entry; the collection holds the object itself
+bool UpdateCollectionObject(const CDataPtr& data);    // in the place of the entry with its ID
 
 bool DeleteDataObjectfromListview(qint32 id);
 bool DeleteDataObjectByID(qint32 id);  // the first entry with that ID

@@ -31,6 +31,7 @@ struct ProgramState {
   QString gHelpFilePath;
   bool gRunningInDevelopment = false;
   bool gAddMode = false;             // the data editor adds (else edits)
+  QString gLoadTrouble;              // why data sets could not be read, a line for each; empty where all were
   qint32 gCurrentDataID = 0;         // the data set selected on the main list
   bool gLimitsRecalculated = false;  // set by the recalculate screen, read by the chart screen
   bool gSettingsSaved = false;       // set by the configuration screen
