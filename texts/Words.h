@@ -347,6 +347,8 @@ inline constexpr Text<> chartScreen{u"The chart screen"};
 inline constexpr Text<> recalculate{u"Recalculating limits"};
 inline constexpr Text<> units{u"Units of measurement"};
 inline constexpr Text<> configuration{u"Configuration"};
+inline constexpr Text<> restoreDeleted{u"Bringing back what was deleted"};
+inline constexpr Text<> sharing{u"Working on one library with others"};
 inline constexpr Text<> about{u"The about box"};
 inline constexpr Text<> figures{u"What the figures mean"};
 inline constexpr Text<> xBarChart{u"The X-bar chart"};
