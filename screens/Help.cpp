@@ -34,6 +34,8 @@ constexpr Page pages[] = {
     {HelpTopics::ChartScreen, u"chart-screen.html", Words::Manual::chartScreen},
     {HelpTopics::Recalculate, u"recalculate.html", Words::Manual::recalculate},
     {HelpTopics::Units, u"units.html", Words::Manual::units},
+    {HelpTopics::RestoreDeleted, u"restore-deleted.html", Words::Manual::restoreDeleted},
+    {HelpTopics::Sharing, u"sharing.html", Words::Manual::sharing},
     {HelpTopics::Configuration, u"configuration.html", Words::Manual::configuration},
     {HelpTopics::About, u"about.html", Words::Manual::about},
     {HelpTopics::Figures, u"figures.html", Words::Manual::figures, 0},

@@ -19,6 +19,7 @@ enum Number {
   Configuration = 26,
   About = 27,
   AddMeasurements = 28,
+  RestoreDeleted = 29,
 
   Figures = 3,
   XBarChart = 30,
@@ -36,6 +37,7 @@ enum Number {
   Backup = 40,
   AccessLibraries = 41,
   CommandLine = 42,
+  Sharing = 43,
 
   Glossary = 5
 };
