@@ -1,0 +1,28 @@
+// Saves what the user has changed in a library that others write to as well. Where a save meets what they
+// changed or deleted, the user is asked.
+#pragma once
+
+#include <QString>
+
+#include "data/CData.h"
+
+class QWidget;
+
+namespace SharedSave {
+
+enum class Outcome {
+  Saved,
+  TookTheirs,  // the user did: the data set is now as it stands in the library
+  NotSaved     // told, or wanted so; nothing has changed
+};
+
+struct Result {
+  Outcome outcome = Outcome::NotSaved;
+  QString takenIn = {};  // one line on what others had changed and the save kept; mostly empty
+};
+
+// A data set whose row somebody has deleted can become a new one; it then stands in the collection and in the
+// main list.
+Result Save(const CDataPtr& data, QWidget* parent);
+
+}  // namespace SharedSave
