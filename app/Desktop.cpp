@@ -16,6 +16,7 @@
 #include "screens/DataEditor.h"
 #include "screens/Help.h"
 #include "screens/RecalcScreen.h"
+#include "screens/RestoreForm.h"
 #include "screens/StatGraphics.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
@@ -34,11 +35,12 @@ void ShowModal() {
 }
 
 void ShowChartScreen(PagePrinting& printing) {
-  StatGraphics({.openRecalcScreen = [](QWidget* parent) { RecalcScreen(parent).exec(); },
-                .openAddMeasurements = [](QWidget* parent) { AddMeasurements(parent).exec(); },
-                .callUpHelp = CallUpHelp,
-                .helpTopic = HelpTopics::ChartScreen},
-               printing, QApplication::activeWindow())
+  StatGraphics(
+      {.openRecalcScreen = [](QWidget* parent, const CDataPtr& data) { RecalcScreen(parent, data).exec(); },
+       .openAddMeasurements = [](QWidget* parent) { AddMeasurements(parent).exec(); },
+       .callUpHelp = CallUpHelp,
+       .helpTopic = HelpTopics::ChartScreen},
+      printing, QApplication::activeWindow())
       .exec();
 }
 
@@ -151,7 +153,8 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
                 .editor = ShowModal<DataEditor>,
                 .configuration = ShowModal<frmConfigure>,
                 .about = ShowModal<frmAbout>,
-                .measurements = ShowModal<AddMeasurements>});
+                .measurements = ShowModal<AddMeasurements>,
+                .restore = ShowModal<RestoreForm>});
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;

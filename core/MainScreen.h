@@ -11,6 +11,7 @@ class MainScreen {
   virtual ~MainScreen() = default;
   virtual void SetDatabasePanelText(const QString& text) = 0;  // the status bar's first panel
   virtual void EnableLoadTimer() = 0;                 // InitTimer: (re)reads the library one second later
+  virtual void ReadLibraryNews() = 0;                 // what others have changed meanwhile
   virtual void SetupMainFormDisplay() = 0;            // captions, tool tips and states of the commands
   virtual void AddListRow(const CData& data) = 0;     // icon from ProcessState, Description, ID
   virtual void UpdateListRow(const CData& data) = 0;  // the row with the same ID: icon, refresh, summary

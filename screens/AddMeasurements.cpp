@@ -100,6 +100,14 @@ void AddMeasurements::BuildControls() {
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
 }
 
+void AddMeasurements::LibraryChanged() {
+  CDataPtr present;
+  DataObjectFunctions::GetDataObjectByID(data_->ID(), present);
+  if (!present || present == data_) return;
+  data_ = present;  // what is typed goes behind what is there now
+  UpdateNotes();
+}
+
 void AddMeasurements::UpdateNotes() {
   Trap(u"AddMeasurements::UpdateNotes"_s, [this] {
     const QString limits = SaveQuestions::LimitsHint(*data_), stay = Words::Adding::limitsStay();

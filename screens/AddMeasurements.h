@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "data/CData.h"
+#include "screens/LibraryView.h"
 
 class Led;
 class QLabel;
@@ -12,11 +13,12 @@ class QPushButton;
 class RawDataBox;
 class RawDataNotes;
 
-class AddMeasurements : public QDialog {
+class AddMeasurements : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   explicit AddMeasurements(QWidget* parent = nullptr);  // for the data set Globals().gCurrentDataID
 
+  void LibraryChanged() override;
   int exec() override;     // rejected at once where there is no such data set
   void reject() override;  // asks first where something would be lost
 

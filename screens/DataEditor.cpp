@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
@@ -23,6 +24,7 @@
 #include "screens/RawDataNotes.h"
 #include "screens/SaveQuestions.h"
 #include "screens/frmUnits.h"
+#include "texts/SharingWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -78,6 +80,8 @@ void DataEditor::ConnectControls() {
   connect(cmdUnits, &QPushButton::clicked, this, &DataEditor::OpenUnits);
   connect(cmdRawData, &QPushButton::clicked, this, &DataEditor::OpenExpandedView);
 
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
+          [this] { Trap(u"DataEditor::ReadAgain"_s, [this] { ReadAgain(); }); });
   NotesTimer.setSingleShot(true);
   connect(&NotesTimer, &QTimer::timeout, this, &DataEditor::UpdateNotes);
   connect(&ChangeMonitorTimer, &QTimer::timeout, this, &DataEditor::MonitorChanges);
@@ -126,7 +130,9 @@ void DataEditor::UpdateNotes() {
     label->setText(label->fontMetrics().elidedText(fields.units, Qt::ElideRight, label->maximumWidth()));
     label->setToolTip(fields.units);
   }
-  lblHint->setText(reason_.isEmpty() ? Hint(fields) : reason_);
+  QStringList lines{reason_.isEmpty() ? Hint(fields) : reason_, news_};
+  lines.removeAll(QString());
+  lblHint->setText(lines.join(u'\n'));
 }
 
 QString DataEditor::Hint(const EditorFields& fields) const {
@@ -242,11 +248,48 @@ bool DataEditor::SaveSelect() {
     accept();  // a second save of the same fields must not make a second row
     return true;
   }
+  news_ = save.TakenIn();
+  ShowStored(fields);
+  return true;
+}
+
+// The data set as it is stored; the choices that are not stored stay.
+void DataEditor::ShowStored(const EditorFields& fields) {
   EditorFields stored = EditorFields::Of(*edited_);
   stored.discardFliers = fields.discardFliers;
   stored.calculateLimits = fields.calculateLimits;
   ShowFields(stored);
-  return true;
+}
+
+void DataEditor::LibraryChanged() {
+  if (!edited_) return;
+  CDataPtr present;
+  DataObjectFunctions::GetDataObjectByID(edited_->ID(), present);
+  if (present && present->RowAsKnown() == edited_->RowAsKnown()) return;
+  const QString now = Globals().clock->Now().toString(u"HH:mm:ss"_s);
+  news_ = present ? Words::Sharing::changedWhileOpen(now) : Words::Sharing::deletedWhileOpen(now);
+  UpdateNotes();
+}
+
+// As it stands in the library, after asking where something typed would be lost.
+void DataEditor::ReadAgain() {
+  if (!edited_) return;
+  if (MainScreen* screen = Globals().mainScreen) screen->ReadLibraryNews();
+  if (ReadFields() != loaded_) {
+    const Answer answer = QCGlobalFunctions::PromptForChanges();
+    if (answer == Answer::Cancel) return;
+    if (answer == Answer::Yes) {
+      SaveSelect();
+      return;
+    }
+  }
+  CDataPtr present;
+  DataObjectFunctions::GetDataObjectByID(edited_->ID(), present);
+  if (!present) return;
+  edited_ = present;
+  news_.clear();
+  reason_.clear();
+  ShowStored(ReadFields());
 }
 
 void DataEditor::GoTo(const QString& controlName) {

@@ -30,6 +30,7 @@ class DataEditor : public QDialog, public LibraryView {
   // Accepted when a data set was added: the library has to be read again. Rejected at once where the data set
   // to edit could not be had.
   int exec() override;
+  void LibraryChanged() override;
   void reject() override;  // Close and Escape: asks first where something would be lost
 
  protected:
@@ -59,6 +60,8 @@ class DataEditor : public QDialog, public LibraryView {
   void OpenUnits();
   void OpenExpandedView();
   bool SaveSelect();
+  void ShowStored(const EditorFields& fields);
+  void ReadAgain();
   void GoTo(const QString& controlName);
   void MonitorChanges();
 
@@ -77,6 +80,7 @@ class DataEditor : public QDialog, public LibraryView {
   EditorFields loaded_;  // as last shown or saved
   QString reason_;       // why the last save stopped without a message
   QStringList listedUnits_;
+  QString news_;  // what others have done to the data set
 
   ButtonBar* Toolbar1 = nullptr;
   QLineEdit* txtDescription = nullptr;

@@ -14,6 +14,7 @@
 #include "data/TAVELDataStringFunctions.h"
 #include "platform/language/Conversions.h"
 #include "screens/SaveQuestions.h"
+#include "screens/SharedSave.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -276,9 +277,13 @@ bool DataEditorSave::ConfirmStrangeLimits() {
 
 bool DataEditorSave::StoreData() {
   if (!edited_ && !DescriptionIsFree()) return false;
-  if (!DataObjectFunctions::SaveDataObjectToDatabase(data_)) return false;
   const CData before = edited_ ? *edited_ : CData();
-  if (PutIntoSystem())
+  const SharedSave::Result result = SharedSave::Save(data_);
+  if (result.outcome == SharedSave::Outcome::NotSaved) return false;
+  takenIn_ = result.takenIn;
+  const bool isShown = PutIntoSystem();
+  if (result.outcome == SharedSave::Outcome::TookTheirs) return true;
+  if (isShown)
     ShowSaved(edited_ ? &before : nullptr);
   else
     ShowSystemMessage(

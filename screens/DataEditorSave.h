@@ -24,6 +24,9 @@ class DataEditorSave {
   // The raw data with what the user answered about them, so that no save asks that again.
   const QString& RawData() const { return fields_.rawData; }
 
+  // One line on what others had changed meanwhile; mostly empty.
+  const QString& TakenIn() const { return takenIn_; }
+
   // The steps, in the order of the save.
   bool CheckRawData();
   QString PrepareRawData();  // empty where nothing is left to save
@@ -62,4 +65,5 @@ class DataEditorSave {
   QString beforeCut_;  // the values to save, before those beyond Max Samples went
   QString controlAtFault_;
   QString reason_;
+  QString takenIn_;
 };

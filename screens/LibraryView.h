@@ -4,4 +4,7 @@
 class LibraryView {
  public:
   virtual ~LibraryView() = default;
+
+  // The collection, or the units, may be others than they were. What the user has typed stays as it is.
+  virtual void LibraryChanged() = 0;
 };

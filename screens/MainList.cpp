@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include "screens/Indicators.h"
@@ -53,6 +54,8 @@ void MainList::SizeColumns() {
 
 void MainList::AddRow(const CData& dataSet) { addTopLevelItem(MakeRow(dataSet)); }
 
+void MainList::InsertRow(int row, const CData& dataSet) { insertTopLevelItem(row, MakeRow(dataSet)); }
+
 void MainList::AddRows(std::span<const CDataPtr> dataSets) {
   QList<QTreeWidgetItem*> rows;
   for (const CDataPtr& dataSet : dataSets) rows << MakeRow(*dataSet);
@@ -69,7 +72,20 @@ QTreeWidgetItem* MainList::MakeRow(const CData& dataSet) {
 void MainList::UpdateRow(const CData& dataSet) {
   for (QTreeWidgetItem* row : findItems(QString::number(dataSet.ID()), Qt::MatchExactly, ID)) {
     ShowState(row, dataSet.ProcessState());
+    row->setText(Description, dataSet.Description());
+    row->setToolTip(Description, dataSet.Description());
   }
+}
+
+void MainList::KeepPlace(const std::function<void()>& change) {
+  const QTreeWidgetItem* top = itemAt(0, 0);
+  const QString topID = top ? top->text(ID) : QString();
+  const int before = top ? visualItemRect(top).top() : 0;
+  change();
+  const auto found = findItems(topID, Qt::MatchExactly, ID);
+  if (top && !found.isEmpty())
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + visualItemRect(found.first()).top() -
+                                  before);
 }
 
 void MainList::RemoveRows(qint32 id) { qDeleteAll(findItems(QString::number(id), Qt::MatchExactly, ID)); }

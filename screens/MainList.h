@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTreeWidget>
+#include <functional>
 #include <span>
 
 #include "data/CData.h"
@@ -14,13 +15,17 @@ class MainList : public QTreeWidget {
 
   void AddRow(const CData& dataSet);
   void AddRows(std::span<const CDataPtr> dataSets);  // at the cost of adding one
-  void UpdateRow(const CData& dataSet);              // the icon of the row with the same ID
+  void InsertRow(int row, const CData& dataSet);
+  void UpdateRow(const CData& dataSet);  // icon and description of the row with the same ID
   void RemoveRows(qint32 id);
 
   // Makes the row current without an ItemClick; false where there is no such row.
   bool SelectRow(int row);
   int RowOf(const QString& description) const;  // -1 for none
   QString CurrentDescription() const;           // empty for none
+
+  // Runs what adds and removes rows, and leaves those that are in view in their places.
+  void KeepPlace(const std::function<void()>& change);
 
   // What stands in the middle of the list while it has no rows.
   void SetHint(const QString& hint);

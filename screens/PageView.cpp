@@ -47,7 +47,9 @@ void PageView::SetPage(std::unique_ptr<StatPage> page) {
     if (page_->IsBlownUp()) page->Blowup(page_->Selected());
   }
   page_ = std::move(page);
+  const auto explained = point_;
   Redraw();
+  if (page_ && explained) Explain(page_->Point(explained->graph, explained->number, rect()));
 }
 
 void PageView::Redraw() {

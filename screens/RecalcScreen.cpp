@@ -36,7 +36,7 @@ void SetInk(QLineEdit* box, const QColor& ink) {
 
 }  // namespace
 
-RecalcScreen::RecalcScreen(QWidget* parent) : QDialog(parent) {
+RecalcScreen::RecalcScreen(QWidget* parent, CDataPtr dataSet) : QDialog(parent), data_(std::move(dataSet)) {
   Trap(u"RecalcScreen::Form_Load"_s, [this] {
     Globals().gLimitsRecalculated = false;
     BuildControls();
@@ -128,7 +128,7 @@ QWidget* RecalcScreen::BuildDataRange(Mnemonics& mnemonics) {
 }
 
 void RecalcScreen::LoadDataSet() {
-  DataObjectFunctions::GetDataObjectByID(Globals().gCurrentDataID, data_);
+  if (!data_) DataObjectFunctions::GetDataObjectByID(Globals().gCurrentDataID, data_);
   if (!data_) {
     ShowSystemMessage(LoadResText(u"error attempting to get the current data for the item selected: ;203") +
                           u"\r\n"_s + Words::noSuchDataSet(Globals().gCurrentDataID),

@@ -14,9 +14,11 @@ class QLineEdit;
 class RecalcScreen : public QDialog, public LibraryView {
   Q_OBJECT
  public:
-  explicit RecalcScreen(QWidget* parent = nullptr);
+  // Works on `dataSet`, which a caller may have made a copy of; without one on the current data set.
+  explicit RecalcScreen(QWidget* parent = nullptr, CDataPtr dataSet = nullptr);
 
-  int exec() override;  // rejected at once where the data set could not be had
+  void LibraryChanged() override {}  // the screen below says so
+  int exec() override;               // rejected at once where the data set could not be had
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -135,6 +135,7 @@ void RestoreForm::Restore() {
     CurrentLibrary()->Restore(*selected, name);
     Fill();
     lblNews->setText(Words::Sharing::restored(name));
+    if (MainScreen* screen = Globals().mainScreen) screen->ReadLibraryNews();
     listDeleted->setFocus();
   });
 }

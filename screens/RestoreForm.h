@@ -5,16 +5,19 @@
 #include <vector>
 
 #include "library/Library.h"
+#include "screens/LibraryView.h"
 
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
 
-class RestoreForm : public QDialog {
+class RestoreForm : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   explicit RestoreForm(QWidget* parent = nullptr);
+
+  void LibraryChanged() override {}  // the list is not changed under the user's hands
 
  private:
   void BuildControls();

@@ -1,5 +1,7 @@
 #include "screens/SharedSave.h"
 
+#include <QApplication>
+
 #include "core/DataObjectFunctions.h"
 #include "core/Globals.h"
 #include "core/Messages.h"
@@ -37,7 +39,7 @@ SharedSave::Result AddAgain(const CDataPtr& data) {
 
 }  // namespace
 
-SharedSave::Result SharedSave::Save(const CDataPtr& data, QWidget* parent) {
+SharedSave::Result SharedSave::Save(const CDataPtr& data) {
   Library::Saved saved;
   // The version in the library that the user has seen and turned down.
   for (CDataPtr over; !DataObjectFunctions::SaveDataObjectToDatabase(data, &saved, over.get());) {
@@ -45,7 +47,7 @@ SharedSave::Result SharedSave::Save(const CDataPtr& data, QWidget* parent) {
     if (saved.outcome != Library::Saved::Outcome::Conflict) return {};  // reported
     over = saved.theirs;
     ConflictForm question(Words::Sharing::conflict(data->Description()),
-                          VersionTexts(*data, *over, saved.conflicts), parent);
+                          VersionTexts(*data, *over, saved.conflicts), QApplication::activeModalWidget());
     question.exec();
     if (question.Choice() == ConflictForm::Cancel) return {};
     if (question.Choice() == ConflictForm::KeepMine) continue;

@@ -6,8 +6,6 @@
 
 #include "data/CData.h"
 
-class QWidget;
-
 namespace SharedSave {
 
 enum class Outcome {
@@ -23,6 +21,6 @@ struct Result {
 
 // A data set whose row somebody has deleted can become a new one; it then stands in the collection and in the
 // main list.
-Result Save(const CDataPtr& data, QWidget* parent);
+Result Save(const CDataPtr& data);
 
 }  // namespace SharedSave

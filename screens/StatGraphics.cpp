@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -21,8 +22,10 @@
 #include "screens/Controls.h"
 #include "screens/Indicators.h"
 #include "screens/PageView.h"
+#include "screens/SharedSave.h"
 #include "screens/StatSummary.h"
 #include "texts/DetectionRules.h"
+#include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -36,6 +39,8 @@ constexpr int fewestToOpen = 8;
 constexpr int fewestToRecalculate = 5;
 
 enum ToolbarButton { Print = 1, SaveChanges, Zoom, Recalc, Utilities, Help, Close };
+
+QString TimeText() { return Globals().clock->Now().toString(u"HH:mm:ss"_s); }
 
 // What a step of the recording reports it reports under this screen's name, and the page goes on without it.
 // Without a scale there is no page, which is for the caller to say.
@@ -79,7 +84,7 @@ bool StatGraphics::LoadDataSet() {
                       Icon::Critical);
     return false;
   }
-  saved_ = *data_;
+  data_ = std::make_shared<CData>(*data_);
   if (data_->NumberOfPlotPoints() < fewestToOpen) {
     ShowSystemMessage(LoadResText(u"A minimum of 8 data points are required;185"), Icon::Exclamation);
     return false;
@@ -101,6 +106,9 @@ void StatGraphics::BuildControls() {
   checkFitScale = Named(new QCheckBox(Words::Chart::fitScale(), this), u"checkFitScale"_s);
   checkFitScale->setToolTip(Words::Chart::fitScaleTip());
   view_ = Named(new PageView(this), u"PageView"_s);
+  lblNews = TextLabel(u"lblNews"_s, this);
+  lblNews->setForegroundRole(QPalette::PlaceholderText);
+  lblNews->setMinimumHeight(fontMetrics().height());  // so that the page stays where it is
   QWidget* verdict = BuildVerdict();
 
   auto* head = new QHBoxLayout;
@@ -109,6 +117,7 @@ void StatGraphics::BuildControls() {
   auto* charts = new QVBoxLayout;
   charts->addLayout(head);
   charts->addWidget(view_, 1);
+  charts->addWidget(lblNews);
   auto* body = new QHBoxLayout;
   body->setContentsMargins(9, 0, 9, 9);
   body->addLayout(charts, 1);
@@ -184,6 +193,9 @@ void StatGraphics::ConnectControls() {
   connect(Toolbar1, &ButtonBar::ButtonMenuClick, this, &StatGraphics::ButtonMenuClick);
   connect(checkFitScale, &QCheckBox::toggled, this, &StatGraphics::FitScale);
   connect(view_, &PageView::ZoomRequested, this, &StatGraphics::ZoomOnSelectedGraph);
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [] {
+    if (MainScreen* screen = Globals().mainScreen) screen->ReadLibraryNews();
+  });
   connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
           [this] { links_.callUpHelp(links_.helpTopic); });
 }
@@ -302,8 +314,11 @@ void StatGraphics::Recalculate() {
       ShowInformationMessage(LoadResText(u"Not enough data points;225"));
       return;
     }
-    links_.openRecalcScreen(this);
-    if (!Globals().gLimitsRecalculated) return;
+    {
+      const QScopedValueRollback recalculating(isRecalculating_, true);
+      links_.openRecalcScreen(this, data_);
+    }
+    if (!Globals().gLimitsRecalculated) return LibraryChanged();
     dataChanged_ = true;
     ShowAnew();
   });
@@ -314,18 +329,26 @@ void StatGraphics::AddMeasurements() {
     // What is added is judged by the limits that the library holds.
     if (!Form_Unload()) return;
     dataChanged_ = false;
+    TakeFromCollection();
     links_.openAddMeasurements(this);
-    saved_ = *data_;
+    TakeFromCollection();
     ShowAnew();
   });
 }
 
 bool StatGraphics::Save() {
   return Trap(u"StatGraphics::Save"_s, false, [this] {
-    if (!DataObjectFunctions::SaveDataObjectToDatabase(data_)) return false;
+    const SharedSave::Result result = SharedSave::Save(data_);
+    if (result.outcome == SharedSave::Outcome::NotSaved) return false;
     dataChanged_ = false;
-    saved_ = *data_;
-    DataObjectFunctions::ModifyDataObjectInSystem(data_);  // the list shows the new verdict
+    DataObjectFunctions::ModifyDataObjectInSystem(std::make_shared<CData>(*data_));  // the list too
+    UpdateStatGraphicsText();
+    const QString now = TimeText();
+    if (result.outcome == SharedSave::Outcome::TookTheirs)
+      ShowNews(Words::Sharing::updated(now));
+    else
+      ShowNews(result.takenIn.isEmpty() ? Words::Sharing::saved(now)
+                                        : Words::Sharing::savedAndTakenIn(now, result.takenIn));
     return true;
   });
 }
@@ -336,10 +359,32 @@ bool StatGraphics::Form_Unload() {
   const Answer answer = ShowSystemMessage(LoadResText(u"Data has changed;226"), Icon::Question,
                                           MessageBox::Buttons::YesNoCancel);
   if (answer == Answer::Yes) return Save();
-  if (answer == Answer::Cancel) return false;
-  // The program's data set must not go on with limits that the library does not hold.
-  *data_ = saved_;
-  return true;
+  return answer == Answer::No;
+}
+
+void StatGraphics::Show(const CData& dataSet) {
+  *data_ = dataSet;
+  StartStatGraphics();
+  UpdateStatGraphicsText();
+}
+
+void StatGraphics::TakeFromCollection() {
+  CDataPtr present;
+  DataObjectFunctions::GetDataObjectByID(data_->ID(), present);
+  if (present) *data_ = *present;
+}
+
+void StatGraphics::ShowNews(const QString& news) { lblNews->setText(news); }
+
+void StatGraphics::LibraryChanged() {
+  CDataPtr present;
+  DataObjectFunctions::GetDataObjectByID(data_->ID(), present);
+  if (!present) return ShowNews(Words::Sharing::deletedWhileOpen(TimeText()));
+  if (present->RowAsKnown() == data_->RowAsKnown()) return;
+  if (dataChanged_ || isRecalculating_ || present->NumberOfPlotPoints() < fewestToOpen)
+    return ShowNews(Words::Sharing::changedBeneath(TimeText()));
+  Show(*present);
+  ShowNews(Words::Sharing::updated(TimeText()));
 }
 
 void StatGraphics::reject() {

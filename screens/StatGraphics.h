@@ -22,7 +22,8 @@ class StatGraphics : public QDialog, public LibraryView {
  public:
   // The ways to what lies outside of this screen.
   struct Links {
-    std::function<void(QWidget* parent)> openRecalcScreen;  // modal; tells by gLimitsRecalculated what it did
+    // Modal; calculates new limits for `data` and tells by gLimitsRecalculated whether it did.
+    std::function<void(QWidget* parent, const CDataPtr& data)> openRecalcScreen;
     std::function<void(QWidget* parent)> openAddMeasurements;  // modal
     std::function<void(qint32 topic)> callUpHelp;
     qint32 helpTopic = 0;  // of this screen
@@ -31,6 +32,7 @@ class StatGraphics : public QDialog, public LibraryView {
   // Loads the current data set. The printing outlives the screen.
   StatGraphics(Links links, PagePrinting& printing, QWidget* parent = nullptr);
 
+  void LibraryChanged() override;
   int exec() override;  // rejected at once where loading refused the data set
 
  public Q_SLOTS:
@@ -39,6 +41,9 @@ class StatGraphics : public QDialog, public LibraryView {
  private:
   void Form_Load();
   bool LoadDataSet();
+  void Show(const CData& dataSet);
+  void TakeFromCollection();
+  void ShowNews(const QString& news);
   void BuildControls();
   ButtonBar* BuildToolbar();
   QWidget* BuildVerdict();
@@ -62,14 +67,15 @@ class StatGraphics : public QDialog, public LibraryView {
 
   Links links_;
   PagePrinting& printing_;
-  CDataPtr data_;
-  CData saved_;  // the data set as the library holds it
+  CDataPtr data_;  // a copy: new limits are nobody else's before they are saved
   bool dataChanged_ = false;
+  bool isRecalculating_ = false;
   bool loaded_ = false;
 
   ButtonBar* Toolbar1 = nullptr;
   PageView* view_ = nullptr;
   QLabel* lblDescription = nullptr;
+  QLabel* lblNews = nullptr;
   QCheckBox* checkFitScale = nullptr;
   ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
   Led* orvLEDControl1 = nullptr;

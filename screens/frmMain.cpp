@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <span>
 
 #include "core/DataObjectFunctions.h"
@@ -22,6 +23,7 @@
 #include "screens/Indicators.h"
 #include "screens/MainList.h"
 #include "screens/StatSummary.h"
+#include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -61,7 +63,9 @@ void frmMain::InitTimer_Timer() {
   });
   if (IsClosing) return;
   ShowHint();
+  panel1_->setText(PanelText());
   ClockTimer.start();
+  WatchTimer.start();
   InitComplete = true;
   UpdateToolbarStates();
 }
@@ -70,7 +74,11 @@ bool frmMain::ReadCollection() {
   ListView1->clear();
   ListView1->SetHint({});
   ClearSummary();
-  return Globals().gDatabaseOpen && DataObjectFunctions::InitializeCDataCollection();
+  watch_.reset();
+  Globals().gLoadTrouble.clear();
+  if (!Globals().gDatabaseOpen) return false;
+  watch_ = std::make_unique<CollectionWatch>();  // first: what changes while it is read counts
+  return DataObjectFunctions::InitializeCDataCollection();
 }
 
 void frmMain::ProcessMainListData() {
@@ -83,7 +91,6 @@ void frmMain::ProcessMainListData() {
     if (IsClosing) return;
     panel1_->setText(LoadResText(u"Database Loaded;191"));
     clsWaitTimer().WaitTimer(1000);
-    panel1_->setText(databasePanelText_);
   });
 }
 
@@ -132,13 +139,16 @@ void frmMain::ReloadLibrary() {
     added_.clear();
     const QScopedValueRollback phase(phase_, Phase::Loading);
     UpdateToolbarStates();
+    const int scrolled = ListView1->verticalScrollBar()->value();
     if (!ReadCollection() || IsClosing) return;
     const auto& collection = Globals().gDataCollection;
     ListView1->AddRows(collection);
+    ListView1->verticalScrollBar()->setValue(scrolled);
     const int row = std::max(0, ListView1->RowOf(selected));
     if (ListView1->SelectRow(row)) MakeCurrent(collection[size_t(row)]->ID());
   });
   ShowHint();
+  panel1_->setText(PanelText());
   UpdateToolbarStates();
 }
 
@@ -146,6 +156,8 @@ void frmMain::ShowHint() {
   const ProgramState& state = Globals();
   if (!state.gDatabaseOpen)
     ListView1->SetHint(Words::Main::noDatabase());
+  else if (state.gDataCollection.empty() && !state.gLoadTrouble.isEmpty())
+    ListView1->SetHint(Words::Sharing::nothingRead(state.gLoadTrouble));
   else if (state.gDataCollection.empty())
     ListView1->SetHint(Words::Main::noDataSets());
   else
@@ -157,6 +169,12 @@ void frmMain::ShowHint() {
 void frmMain::SetDatabasePanelText(const QString& text) {
   databasePanelText_ = text;
   panel1_->setText(text);
+}
+
+QString frmMain::PanelText() const {
+  QString trouble = Globals().gLoadTrouble;
+  if (trouble.isEmpty()) return databasePanelText_;
+  return Words::Sharing::notAllRead(databasePanelText_, trouble.replace(u'\n', u' '));
 }
 
 void frmMain::EnableLoadTimer() { InitTimer.start(); }
@@ -225,12 +243,13 @@ void frmMain::UpdateToolbarStates() {
   if (IsClosing) return;
   const ProgramState& state = Globals();
   const bool open = state.gDatabaseOpen && phase_ != Phase::Loading && !InitTimer.isActive();
-  const bool any = open && !state.gDataCollection.empty();
+  const bool any = open && !state.gDataCollection.empty() && ListView1->currentItem();
   Toolbar1->Button(ViewButton)->setEnabled(any);
   Toolbar1->Entry(DataButton, 1)->setEnabled(open);
   Toolbar1->Entry(DataButton, 2)->setEnabled(any);
   Toolbar1->Entry(DataButton, 3)->setEnabled(any);
   Toolbar1->Entry(DataButton, 4)->setEnabled(any);
+  Toolbar1->Entry(DataButton, 5)->setEnabled(open);
   Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
@@ -272,7 +291,8 @@ void frmMain::DeleteData() {
     const qint32 id = Globals().gCurrentDataID;
     const QString question = LoadResText(u"Are you sure you want to delete the selected item;250") + u": "_s +
                              DataObjectFunctions::GetDataObjectDescription(id) + u" ?\r\r"_s +
-                             LoadResText(u"This operation cannot be undone;251");
+                             LoadResText(u"This operation cannot be undone;251") + u'\r' +
+                             Words::Sharing::canBeRestored();
     if (ShowSystemMessage(question, Icon::Question, Buttons::YesNo) != Answer::Yes) return;
     if (QCGlobalFunctions::DeleteRecordByID(u"StatData"_s, id) &&
         DataObjectFunctions::DeleteDataObjectByID(id) &&
@@ -328,7 +348,9 @@ void frmMain::closeEvent(QCloseEvent* event) {
 void frmMain::Unload() {
   Trap(u"frmMain::Form_Unload"_s, [this] {
     IsClosing = true;
-    for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer, &HandOverTimer, &NewsTimer}) timer->stop();
+    for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer, &WatchTimer, &HandOverTimer, &NewsTimer})
+      timer->stop();
+    watch_.reset();
     setEnabled(false);
     clsWaitTimer().WaitTimer(1000);
     ProgramState& state = Globals();

@@ -5,7 +5,9 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
+#include "core/CollectionWatch.h"
 #include "core/MainScreen.h"
 #include "data/CData.h"
 
@@ -24,6 +26,7 @@ class frmMain : public QMainWindow, public MainScreen {
   // The screens that it opens; each returns when its screen has closed.
   struct Screens {
     std::function<void()> chart, editor, configuration, about, measurements;
+    std::function<void()> restore = {};
   };
 
   explicit frmMain(Screens screens, QWidget* parent = nullptr);
@@ -32,7 +35,7 @@ class frmMain : public QMainWindow, public MainScreen {
   // Reads the settings, attaches the database and starts the load timer. False: the program has to end.
   bool Form_Load();
 
-  // Reads the library again, at once and without a progress display, and selects the data set that was
+  // Reads the library again (F5), at once and without a progress display, and selects the data set that was
   // added since, or else the one that was selected.
   void ReloadLibrary();
 
@@ -43,6 +46,7 @@ class frmMain : public QMainWindow, public MainScreen {
 
   void SetDatabasePanelText(const QString& text) override;
   void EnableLoadTimer() override;
+  void ReadLibraryNews() override;
   void SetupMainFormDisplay() override;
   void AddListRow(const CData& dataSet) override;
   void UpdateListRow(const CData& dataSet) override;
@@ -89,6 +93,11 @@ class frmMain : public QMainWindow, public MainScreen {
   void AddMeasurements();
   void DoubleClickAction();
   void Attach(const QString& chosenPath);
+  void RestoreDeleted();
+  void ShowLibraryNews(const CollectionWatch::News& news);
+  void ShowNewRows(const CollectionWatch::News& news);
+  void ReadReplacedLibrary();
+  QString PanelText() const;  // the first panel's, while there is no news
   void HandOverTimer_Timer();
   void AttachForThisRun(const QString& chosenPath);
   void ShowNews(const QString& news);  // in the first panel, for a while
@@ -101,12 +110,14 @@ class frmMain : public QMainWindow, public MainScreen {
   QString databasePanelText_;
   QString added_;  // the description of the data set that the editor has added
 
-  QString handedOver_;  // the library that a second start wants to see
+  std::unique_ptr<CollectionWatch> watch_;  // of the library that the collection was read from
+  QString handedOver_;                      // the library that a second start wants to see
   bool isClosingForm_ = false;
 
   QTimer InitTimer;
   QTimer ClockTimer;
   QTimer ExitTimer;
+  QTimer WatchTimer;
   QTimer HandOverTimer;
   QTimer NewsTimer;
   ButtonBar* Toolbar1 = nullptr;

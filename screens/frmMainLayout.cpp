@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <utility>
@@ -19,12 +20,15 @@
 #include "screens/MainList.h"
 #include "screens/StatSummary.h"
 #include "screens/frmMain.h"
+#include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int watchMilliseconds = 400;  // how often it looks whether others have changed the library
 
 void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* form) {
   timer.setObjectName(name);
@@ -71,15 +75,20 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
   NameTimer(ExitTimer, u"ExitTimer"_s, 500, this);
+  NameTimer(WatchTimer, u"WatchTimer"_s, watchMilliseconds, this);
   NameTimer(HandOverTimer, u"HandOverTimer"_s, 100, this);
   NameTimer(NewsTimer, u"NewsTimer"_s, 10'000, this);
   connect(&InitTimer, &QTimer::timeout, this, &frmMain::InitTimer_Timer);
   connect(&ClockTimer, &QTimer::timeout, this, &frmMain::ClockTimer_Timer);
   connect(&ExitTimer, &QTimer::timeout, this, &frmMain::ExitTimer_Timer);
+  connect(&WatchTimer, &QTimer::timeout, this, &frmMain::ReadLibraryNews);
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] {
+    if (phase_ == Phase::Idle && !InitTimer.isActive() && Globals().gDatabaseOpen) ReloadLibrary();
+  });
   connect(&HandOverTimer, &QTimer::timeout, this, &frmMain::HandOverTimer_Timer);
   connect(&NewsTimer, &QTimer::timeout, this, [this] {
     NewsTimer.stop();
-    panel1_->setText(databasePanelText_);
+    panel1_->setText(PanelText());
   });
   connect(ListView1, &MainList::ItemClick, this, &frmMain::ItemClick);
   connect(ListView1, &MainList::RowActivated, this, &frmMain::DoubleClickAction);
@@ -111,6 +120,7 @@ void frmMain::BuildToolbar() {
   entry(DataButton, LoadResText(u"Edit;241"), Symbol::Edit, &frmMain::EditData);
   entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData);
   entry(DataButton, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
+  entry(DataButton, Words::Sharing::restoreEntry(), Symbol::Back, &frmMain::RestoreDeleted);
 
   button(u"Tools;233", u"System Utilities;234", Symbol::Tools);
   entry(ToolsButton, LoadResText(u"Configuration;235"), Symbol::Settings,

@@ -1,16 +1,21 @@
-// The main window beside others: a second start of the program that hands its library over.
+// The main window beside others: what they change in the library, what was deleted there, and a second start
+// of the program that hands its library over.
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
+#include <algorithm>
 #include <utility>
 
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
+#include "core/Messages.h"
 #include "core/Trap.h"
 #include "screens/DatabaseChoice.h"
 #include "screens/LibraryView.h"
+#include "screens/MainList.h"
 #include "screens/frmMain.h"
 #include "texts/SharingWords.h"
 
@@ -19,6 +24,71 @@ using namespace Qt::StringLiterals;
 void frmMain::ShowNews(const QString& news) {
   panel1_->setText(news);
   NewsTimer.start();
+}
+
+// What others change
+
+void frmMain::ReadLibraryNews() {
+  if (IsClosing || phase_ != Phase::Idle || InitTimer.isActive() || !watch_) return;
+  // A question or a menu is about what is shown now.
+  QWidget* front = QApplication::activeModalWidget();
+  if ((front && !dynamic_cast<LibraryView*>(front)) || QApplication::activePopupWidget()) return;
+  Trap(u"frmMain::ReadLibraryNews"_s, [this] {
+    const auto news = watch_->Take();
+    if (news) ShowLibraryNews(*news);
+    if (watch_ && watch_->HasMore()) QTimer::singleShot(0, this, &frmMain::ReadLibraryNews);
+  });
+}
+
+void frmMain::ShowLibraryNews(const CollectionWatch::News& news) {
+  if (news.replaced)
+    ReadReplacedLibrary();
+  else
+    ShowNewRows(news);
+  if (!news.trouble.isEmpty()) ShowNews(Words::Sharing::unreadable(news.trouble));
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (auto* view = dynamic_cast<LibraryView*>(window); view && window->isVisible()) view->LibraryChanged();
+}
+
+void frmMain::ShowNewRows(const CollectionWatch::News& news) {
+  const auto& collection = Globals().gDataCollection;
+  {
+    // Rows that go one after the other would each make the next one current.
+    const QSignalBlocker quiet(ListView1);
+    ListView1->KeepPlace([&] {
+      for (const CDataPtr& dataSet : news.changed) ListView1->UpdateRow(*dataSet);
+      for (const CDataPtr& dataSet : news.gone) {
+        if (dataSet->ID() == Globals().gCurrentDataID)
+          ShowNews(Words::Sharing::deletedByOthers(dataSet->Description()));
+        ListView1->RemoveRows(dataSet->ID());
+      }
+      for (const CDataPtr& dataSet : news.added)
+        ListView1->InsertRow(int(std::ranges::find(collection, dataSet) - collection.begin()), *dataSet);
+    });
+  }
+  if (!ListView1->currentItem()) ListView1->SelectRow(0);
+  if (ListView1->currentItem())
+    ItemClick(ListView1->CurrentDescription());
+  else
+    ClearSummary();
+  ShowHint();
+  UpdateToolbarStates();
+}
+
+void frmMain::ReadReplacedLibrary() {
+  ProgramState& state = Globals();
+  try {
+    state.gLibrary = Library::Open(state.gLibrary->Place(), ShowInformationMessage);
+  } catch (const Error& error) {
+    ShowNews(Words::Sharing::unreadable(error.Text()));
+    return;
+  }
+  ReloadLibrary();
+  ShowNews(Words::Sharing::replaced());
+}
+
+void frmMain::RestoreDeleted() {
+  Trap(u"frmMain::RestoreDeleted"_s, [this] { screens_.restore(); });
 }
 
 // A second start

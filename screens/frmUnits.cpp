@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "core/GlobalFunctions.h"
@@ -12,9 +13,11 @@
 #include "core/StartUp.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
+#include "screens/ConflictForm.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/RecordBar.h"
+#include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -86,6 +89,8 @@ void frmUnits::ConnectControls() {
   ExitTimer.setObjectName(u"ExitTimer"_s);
   ExitTimer.setInterval(100);
   ExitTimer.setSingleShot(true);
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
+          [this] { RunCommand(RecordBar::RefreshList); });
   connect(&ExitTimer, &QTimer::timeout, this, &QDialog::close);
 }
 
@@ -148,6 +153,7 @@ bool frmUnits::NameIsFree() const {
 
 bool frmUnits::SaveCurrentData() {
   const bool saved = Trap(u"frmUnits::SaveCurrentData"_s, false, [this] {
+    if (!IsNewRecord && !SettleWithOthers()) return false;
     if (IsNewRecord) recordset_.AddNew();
     recordset_.SetField(u"Name"_s, txtName->text().trimmed());
     // An emptied description never overwrites the stored one.
@@ -159,6 +165,70 @@ bool frmUnits::SaveCurrentData() {
   // What could not be written must not be written by the next move either.
   if (!saved && recordset_.GetState() == Recordset::Opened) recordset_.CancelUpdate();
   return saved;
+}
+
+// Asks where others have deleted or changed the unit meanwhile. False where nothing is to be written.
+bool frmUnits::SettleWithOthers() {
+  const auto callOff = [this] {
+    keepsTyped_ = true;
+    return false;
+  };
+  const QString name = txtName->text(), mine = txtDescription->text();
+  Recordset present;
+  present.Open(u"SELECT * FROM Units WHERE Deleted = 0 AND ID = %1"_s.arg(CurrentID()), CurrentConnection());
+  if (present.RecordCount() == 0) {
+    if (ShowSystemMessage(Words::Sharing::addUnitAgain(name), MessageBox::Icon::Question,
+                          MessageBox::Buttons::YesNo) != Answer::Yes)
+      return callOff();
+    IsNewRecord = true;
+    return NameIsFree() || callOff();
+  }
+  const QString theirs = present.Field(u"Description"_s).toString();
+  if (theirs == recordset_.Field(u"Description"_s).toString()) return true;
+  if (theirs != mine) {
+    ConflictForm question(Words::Sharing::conflict(name), {{Words::Sharing::unitDescription(), mine, theirs}},
+                          this);
+    question.exec();
+    if (question.Choice() == ConflictForm::Cancel) return callOff();
+    ReadAgain();
+    if (question.Choice() == ConflictForm::KeepMine) return true;
+    RefreshScreen();
+    return false;
+  }
+  ReadAgain();
+  return true;
+}
+
+// The units as they are now, at the same one.
+void frmUnits::ReadAgain() {
+  const qint32 id = CurrentID();
+  recordset_.Requery();
+  if (recordset_.RecordCount() == 0) return;
+  for (recordset_.MoveFirst(); !recordset_.EndOfFile() && CurrentID() != id;) recordset_.MoveNext();
+  if (recordset_.EndOfFile()) recordset_.MoveFirst();
+}
+
+void frmUnits::LibraryChanged() {
+  if (recordset_.GetState() != Recordset::Opened || IsNewRecord) return;
+  Trap(u"frmUnits::LibraryChanged"_s, [this] {
+    if (TextsInBoxes() != snapshot_) {
+      news_ = Words::Sharing::unitChangedWhileOpen(Globals().clock->Now().toString(u"HH:mm:ss"_s));
+    } else if (recordset_.RecordCount() == 0) {
+      recordset_.Requery();
+      if (recordset_.RecordCount() > 0) UpdateScreenFields();
+    } else {
+      ReadAgain();
+      const bool isGone = recordset_.RecordCount() == 0;
+      const Texts present{isGone ? QString() : recordset_.Field(u"Name"_s).toString(),
+                          isGone ? QString() : recordset_.Field(u"Description"_s).toString()};
+      if (present != snapshot_) {
+        txtName->setText(present.name);
+        txtDescription->setText(present.description);
+        TakeSnapshot();
+      }
+    }
+    UpdateButtons();
+  });
 }
 
 void frmUnits::DeleteUnit() {
@@ -203,7 +273,9 @@ bool frmUnits::ResolvePendingChanges() {
   if (!ScreenChanged) return true;
   const Answer answer = QCGlobalFunctions::PromptForChanges();
   if (answer == Answer::Cancel) return false;
+  keepsTyped_ = false;
   if (answer == Answer::Yes) SaveUnit();
+  if (keepsTyped_) return false;
   ScreenChanged = false;
   return true;
 }
@@ -218,6 +290,7 @@ void frmUnits::ClearBoxes() {
 void frmUnits::TakeSnapshot() {
   snapshot_ = TextsInBoxes();
   SnapshotTaken = true;
+  news_.clear();
   ScreenChanged = false;
 }
 
@@ -260,7 +333,7 @@ void frmUnits::UpdateButtons() {
     record = Words::Units::newUnit();
   else if (states.currentRecord)
     record = Words::Units::place(recordset_.AbsolutePosition(), recordset_.RecordCount());
-  lblRecord->setText(record);
+  lblRecord->setText(news_.isEmpty() ? record : record + u'\n' + news_);
 }
 
 void frmUnits::reject() {

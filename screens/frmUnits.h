@@ -17,6 +17,7 @@ class frmUnits : public QDialog, public LibraryView {
   // Opens without a record: Refresh list shows the units.
   explicit frmUnits(QWidget* parent = nullptr);
 
+  void LibraryChanged() override;
   void reject() override;  // Exit and Escape: changes are resolved first
 
  protected:
@@ -34,6 +35,9 @@ class frmUnits : public QDialog, public LibraryView {
   void AddUnit();
   void SaveUnit();
   bool SaveCurrentData();
+  bool SettleWithOthers();
+  void ReadAgain();
+  qint32 CurrentID() const { return recordset_.Field(QStringLiteral("ID")).toInt(); }
   void DeleteUnit();
   void RefreshList();
   void Move(int command);
@@ -52,7 +56,9 @@ class frmUnits : public QDialog, public LibraryView {
   bool IsNewRecord = false;
   bool ScreenChanged = false;
   bool SnapshotTaken = false;
-  Texts snapshot_;  // as last loaded or saved
+  bool keepsTyped_ = false;  // the last save was called off
+  QString news_;             // what others have done meanwhile
+  Texts snapshot_;           // as last loaded or saved
 
   QLineEdit* txtName = nullptr;
   QLineEdit* txtDescription = nullptr;

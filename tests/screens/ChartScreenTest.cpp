@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
@@ -51,19 +52,30 @@ class ChartScreenTest : public testing::Test {
 
   void Open() {
     screen = std::make_unique<StatGraphics>(
-        StatGraphics::Links{[this](QWidget*) { Recalculate(); }, [this](QWidget*) { AddAPoint(); },
-                            [this](qint32 topic) { helpTopics << topic; }, 23},
+        StatGraphics::Links{[this](QWidget*, const CDataPtr& copy) { Recalculate(*copy); },
+                            [this](QWidget*) { AddAPoint(); }, [this](qint32 topic) { helpTopics << topic; },
+                            23},
         printing);
     screen->resize(1200, 800);
     screen->show();
     view = &Get<PageView>(*screen, "PageView");
   }
   // What the recalculate screen does when the user has chosen a range.
-  void Recalculate() {
+  void Recalculate(CData& copy) {
     ++recalculations;
-    data->SetDataStopPoint(lastPoint);
-    QCGlobalFunctions::ClearControlLimits(*data);
-    program.state.gLimitsRecalculated = QCGlobalFunctions::CreateStatistics(*data);
+    if (whileRecalculating) whileRecalculating();
+    copy.SetDataStopPoint(lastPoint);
+    QCGlobalFunctions::ClearControlLimits(copy);
+    program.state.gLimitsRecalculated = QCGlobalFunctions::CreateStatistics(copy);
+  }
+  // The collection's data set, and the limit on the page.
+  const CData& Held() const { return *program.state.gDataCollection.at(0); }
+  double DrawnLimit() const { return Page().Graph(0).DataSet(u"UCL Data Set"_s).at(0); }
+  // Another program has changed the row, and the main window has brought it into the collection.
+  void ChangeElsewhere(const QString& change) {
+    program.Execute(u"UPDATE StatData SET "_s + change);
+    ASSERT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+    screen->LibraryChanged();
   }
   void AddAPoint() {
     ++additions;
@@ -94,6 +106,7 @@ class ChartScreenTest : public testing::Test {
   int additions = 0;
   int recalculations = 0;
   qint16 lastPoint = 6;
+  std::function<void()> whileRecalculating;
   std::unique_ptr<StatGraphics> screen;
   PageView* view = nullptr;
 };
@@ -144,15 +157,14 @@ TEST_F(ChartScreenTest, DrawsWhatItCanOfABrokenDataSet) {
 TEST_F(ChartScreenTest, RecalculatesFromFivePointsOnAndSavesSilently) {
   Open();
   Click(*screen, "Toolbar1_4");
-  const double limit = data->XBarUCL();
-  EXPECT_EQ(Page().Graph(0).DataSet(u"UCL Data Set"_s).at(0), limit);
+  const double limit = DrawnLimit();
+  EXPECT_NE(Held().XBarUCL(), limit) << "not before it is saved";
   Click(*screen, "Toolbar1_2");
   EXPECT_EQ(StoredLimit(), limit);
+  EXPECT_EQ(Held().XBarUCL(), limit);
+  EXPECT_EQ(TextOf(*screen, "lblNews"), u"saved 13:45:59");
   EXPECT_EQ(program.screen.calls, QStringList(u"UpdateListRow Shaft"_s));
 
-  data->SetNumberOfPlotPoints(4);
-  program.boxes.Expect(u"There are not enough data points to recalculate");
-  Click(*screen, "Toolbar1_4");
   EXPECT_EQ(recalculations, 1);
   Close();  // nothing to ask any more
   EXPECT_FALSE(screen->isVisible());
@@ -163,14 +175,25 @@ TEST_F(ChartScreenTest, AsksBeforeNewLimitsAreLost) {
   const double stored = StoredLimit();
   Open();
   Click(*screen, "Toolbar1_4");
-  const double after = data->XBarUCL();
+  const double after = DrawnLimit();
   ASSERT_NE(after, before);
   program.boxes.Expect(Answer::Cancel, u"Data has changed");
   Close();
   EXPECT_TRUE(screen->isVisible());
-  EXPECT_EQ(data->XBarUCL(), after);
+  EXPECT_EQ(DrawnLimit(), after);
 
-  TestProgram::FailAt(u"update"_s);
+  const auto texts = [this] {
+    QStringList all;
+    for (const auto& operation : Page().Graph(int(GraphId::Text)).Operations())
+      if (const auto* text = std::get_if<ChartGraph::Text>(&operation)) all << text->text;
+    return all;
+  };
+  const QStringList written = texts();
+  TestProgram::FailAt(u"commit"_s);
+  program.boxes.Expect(u"the disk is full");
+  Click(*screen, "Toolbar1_2");
+  for (int time = 0; time < 2; ++time) Click(*screen, "checkFitScale");
+  EXPECT_EQ(texts(), written) << "modified as long ago as before";
   program.boxes.Expect(Answer::Yes);
   program.boxes.Expect(u"the disk is full");
   Close();
@@ -181,7 +204,7 @@ TEST_F(ChartScreenTest, AsksBeforeNewLimitsAreLost) {
   Close();
   EXPECT_FALSE(screen->isVisible());
   EXPECT_EQ(StoredLimit(), stored);
-  EXPECT_EQ(data->XBarUCL(), before);
+  EXPECT_EQ(Held().XBarUCL(), before);
 
   Open();
   Click(*screen, "Toolbar1_4");
@@ -200,11 +223,10 @@ TEST_F(ChartScreenTest, NoAfterASaveGoesBackToWhatWasSaved) {
   const double saved = StoredLimit();
   lastPoint = 8;
   Click(*screen, "Toolbar1_4");
-  ASSERT_NE(data->XBarUCL(), saved);
+  ASSERT_NE(DrawnLimit(), saved);
   program.boxes.Expect(Answer::No);
   Close();
-  EXPECT_EQ(data->XBarUCL(), saved);
-  EXPECT_EQ(data->DataStopPoint(), 6);
+  EXPECT_EQ(Held().XBarUCL(), saved);
   Open();
   Click(*screen, "Toolbar1_2");
   EXPECT_EQ(StoredLimit(), saved);
@@ -213,18 +235,66 @@ TEST_F(ChartScreenTest, NoAfterASaveGoesBackToWhatWasSaved) {
 TEST_F(ChartScreenTest, NewLimitsNeverReplaceWhatAnotherProgramWrote) {
   Open();
   Click(*screen, "Toolbar1_4");
-  for (const QString& told : {u"changed"_s, u"deleted"_s}) {
-    program.Execute(told == u"changed"_s ? u"UPDATE StatData SET XBarUCL = 99"_s : u"DELETE FROM StatData"_s);
-    const auto rows = program.Rows(u"SELECT * FROM StatData"_s);
-    const QString message = u"The data set \"Shaft\" was %1 by somebody else since it was read."_s.arg(told);
-    program.boxes.Expect(message);
-    Click(*screen, "Toolbar1_2");
-    program.boxes.Expect(Answer::Yes, u"Data has changed");
-    program.boxes.Expect(message);
-    Close();
-    EXPECT_TRUE(screen->isVisible());
-    EXPECT_EQ(program.Rows(u"SELECT * FROM StatData"_s), rows);
-  }
+  const double mine = DrawnLimit();
+  program.Execute(u"UPDATE StatData SET \"Values\" = \"Values\" || '10,10,10,10,'"_s);
+  Click(*screen, "Toolbar1_2");
+  EXPECT_EQ(TextOf(*screen, "lblNews"), u"saved 13:45:59. 4 values were added meanwhile.");
+  EXPECT_EQ(TextOf(*screen, "SampleQty"), u"44");
+  EXPECT_EQ(StoredLimit(), mine);
+
+  lastPoint = 8;
+  Click(*screen, "Toolbar1_4");
+  program.Execute(u"UPDATE StatData SET XBarUCL = 99"_s);
+  const auto answer = [](const char* button) {
+    QTimer::singleShot(0, [button] { Click(*QApplication::activeModalWidget(), button); });
+  };
+  answer("cmdCancel");
+  Click(*screen, "Toolbar1_2");
+  EXPECT_EQ(StoredLimit(), 99);
+  program.boxes.Expect(Answer::Yes, u"Data has changed");
+  answer("cmdCancel");
+  Close();
+  EXPECT_TRUE(screen->isVisible());
+  answer("cmdTheirs");
+  Click(*screen, "Toolbar1_2");
+  EXPECT_EQ(DrawnLimit(), 99);
+
+  Click(*screen, "Toolbar1_4");
+  program.Execute(u"DELETE FROM StatData"_s);
+  program.boxes.Expect(Answer::No, u"as a new data set?");
+  Click(*screen, "Toolbar1_2");
+  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
+  EXPECT_TRUE(screen->isVisible());
+}
+
+TEST_F(ChartScreenTest, FollowsTheLibraryInItsPlace) {
+  Open();
+  QTest::mouseClick(view, Qt::LeftButton, {}, CentreOf(GraphId::R));
+  Click(*screen, "Toolbar1_3");
+  Press(Qt::Key_End);
+  const QWidget* focus = screen->focusWidget();
+  screen->LibraryChanged();
+  EXPECT_EQ(TextOf(*screen, "lblNews"), QString()) << "nothing has changed";
+  ChangeElsewhere(u"\"Values\" = \"Values\" || '10,11,12,13,'"_s);
+  EXPECT_EQ(TextOf(*screen, "lblNews"), u"updated 13:45:59");
+  EXPECT_EQ(TextOf(*screen, "SampleQty"), u"44");
+  EXPECT_EQ(view->Page()->PointCount(GraphId::R), 11);
+  EXPECT_EQ(Page().BlownUpGraph(), int(GraphId::R));
+  EXPECT_TRUE(TextOf(*view, "lblPointInfo").startsWith(u"Range 10: "));
+  EXPECT_EQ(screen->focusWidget(), focus);
+  ChangeElsewhere(u"\"Values\" = '1,2,3,4,5,6,7,8,'"_s);
+  EXPECT_EQ(view->Page()->PointCount(GraphId::R), 11) << "too few to be drawn";
+}
+
+TEST_F(ChartScreenTest, NewLimitsAreNotRefreshedAway) {
+  Open();
+  whileRecalculating = [this] { ChangeElsewhere(u"XBarUCL = 99"_s); };
+  Click(*screen, "Toolbar1_4");
+  EXPECT_NE(DrawnLimit(), 99);
+  EXPECT_TRUE(TextOf(*screen, "lblNews").contains(u"somebody else changed"_s));
+  program.boxes.Expect(Answer::No);
+  Close();
+  EXPECT_EQ(Held().XBarUCL(), 99);
 }
 
 TEST_F(ChartScreenTest, AddedMeasurementsAreJudgedByTheLimitsInTheLibrary) {
@@ -235,7 +305,7 @@ TEST_F(ChartScreenTest, AddedMeasurementsAreJudgedByTheLimitsInTheLibrary) {
   EXPECT_EQ(additions, 0) << "new limits would have been lost";
   program.boxes.Expect(Answer::No);
   Trigger("Toolbar1_5_3");
-  EXPECT_EQ(data->NumberOfPlotPoints(), 11);
+  EXPECT_EQ(Held().NumberOfPlotPoints(), 11);
   EXPECT_TRUE(Get<QWidget>(*screen, "StatSummary1").isVisible());
   Close();  // and nothing is asked
   EXPECT_FALSE(screen->isVisible());

@@ -49,12 +49,12 @@ class MainScreenFixture : public testing::Test {
     Open();
   }
   void Open() {
-    main =
-        std::make_unique<frmMain>(frmMain::Screens{.chart = [this] { opened << u"chart"_s; },
-                                                   .editor = [this] { Edited(); },
-                                                   .configuration = [this] { opened << u"settings"_s; },
-                                                   .about = [this] { opened << u"about"_s; },
-                                                   .measurements = [this] { opened << u"measurements"_s; }});
+    main = std::make_unique<frmMain>(frmMain::Screens{.chart = [this] { opened << u"chart"_s; },
+                                                      .editor = [this] { Edited(); },
+                                                      .configuration = [this] { opened << u"settings"_s; },
+                                                      .about = [this] { opened << u"about"_s; },
+                                                      .measurements = [this] { opened << u"measurements"_s; },
+                                                      .restore = [this] { inRestore(); }});
     EXPECT_EQ(Enabled(), u"--------") << "boxes of the start may stand over the window";
     ASSERT_TRUE(main->Form_Load());
     main->show();
@@ -117,6 +117,6 @@ class MainScreenFixture : public testing::Test {
   WatchedClock clock;
   RecordedFileDialogs files;
   QStringList opened;
-  std::function<void()> inEditor;
+  std::function<void()> inEditor, inRestore;
   std::unique_ptr<frmMain> main;
 };

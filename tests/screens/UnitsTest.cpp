@@ -1,6 +1,8 @@
 // The units screen, driven with clicks and keys.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+
 #include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
 #include "tests/support/TestProgram.h"
@@ -146,6 +148,49 @@ TEST_F(UnitsTest, ClosingAsksAboutUnsavedChanges) {
   form.close();
   EXPECT_FALSE(form.isVisible());
   EXPECT_TRUE(Stored().endsWith(u",inch="));
+}
+
+TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
+  Run(RecordBar::RefreshList, RecordBar::Next);
+  program.Execute(u"UPDATE Units SET Description = 'kilo' WHERE Name = 'kg'"_s);
+  program.Execute(u"DELETE FROM Units WHERE Name = 'mm'"_s);
+  form.LibraryChanged();
+  EXPECT_EQ(Name() + u' ' + Description(), u"kg kilo") << "the same one, in another place";
+  EXPECT_TRUE(TextOf(form, "lblRecord").startsWith(u"Unit 1 of 2"_s));
+
+  Describe();
+  program.Execute(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'kg'"_s);
+  form.LibraryChanged();
+  EXPECT_EQ(Description(), u"kilo!");
+  EXPECT_TRUE(TextOf(form, "lblRecord").contains(u"somebody else"_s));
+  const auto answer = [](const char* button) {
+    QTimer::singleShot(0, [button] { Click(*QApplication::activeModalWidget(), button); });
+  };
+  program.boxes.Expect(Answer::Yes);
+  answer("cmdCancel");
+  form.close();
+  EXPECT_TRUE(form.isVisible());
+  EXPECT_EQ(Description(), u"kilo!");
+  Fire(form, "ChangeMonitorTimer");
+  answer("cmdMine");
+  Run(RecordBar::Save);
+  EXPECT_EQ(Stored(), u"kg=kilo!,bar=bar text");
+  Describe();
+  Fire(form, "ChangeMonitorTimer");
+  program.Execute(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'kg'"_s);
+  answer("cmdTheirs");
+  Run(RecordBar::Save);
+  EXPECT_EQ(Description(), u"theirs");
+
+  Describe();
+  Fire(form, "ChangeMonitorTimer");
+  program.Execute(u"UPDATE Units SET Deleted = 1 WHERE Name = 'kg'"_s);
+  program.boxes.Expect(Answer::No, u"as a new unit?");
+  Run(RecordBar::Save);
+  EXPECT_EQ(Stored(), u"xkg=theirs,bar=bar text");
+  program.boxes.Expect(Answer::Yes, u"as a new unit?");
+  Run(RecordBar::Save);
+  EXPECT_EQ(Stored(), u"xkg=theirs,bar=bar text,kg=theirs!");
 }
 
 TEST_F(UnitsTest, AChangeThatCannotBeWrittenIsNotWrittenLater) {

@@ -34,6 +34,7 @@ class RecordedMainScreen : public MainScreen {
 
   void SetDatabasePanelText(const QString& text) override { panel = text; }
   void EnableLoadTimer() override { calls << QStringLiteral("EnableLoadTimer"); }
+  void ReadLibraryNews() override {}
   void SetupMainFormDisplay() override { calls << QStringLiteral("SetupMainFormDisplay"); }
   void AddListRow(const CData& data) override { calls << QStringLiteral("AddListRow ") + data.Description(); }
   void UpdateListRow(const CData& data) override {
