@@ -1,9 +1,11 @@
 #include "charts/PageOutput.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QImage>
 #include <QPdfWriter>
 #include <QSvgGenerator>
+#include <cmath>
 
 #include "charts/SaveFile.h"
 #include "platform/error/Error.h"
@@ -17,6 +19,8 @@ namespace PageOutput {
 namespace {
 
 constexpr int dotsPerInch = 600;
+constexpr double pictureWidth = 277;  // in millimetres
+constexpr double inch = 25.4;
 
 }  // namespace
 
@@ -35,6 +39,9 @@ void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target) {
 QImage Picture(const StatPage& page, QSize size) {
   QImage image(size, QImage::Format_RGB32);
   if (image.isNull()) throw Error(Words::Page::noPicture(size.width(), size.height()));
+  const int dotsPerMeter = static_cast<int>(std::lround(1000 * size.width() / pictureWidth));
+  image.setDotsPerMeterX(dotsPerMeter);
+  image.setDotsPerMeterY(dotsPerMeter);
   PaintOn(image, page, QRectF(image.rect()));
   return image;
 }
@@ -46,6 +53,7 @@ QByteArray Svg(const StatPage& page, QSize size) {
   QSvgGenerator generator;
   generator.setOutputDevice(&buffer);
   generator.setTitle(page.Description());
+  generator.setResolution(static_cast<int>(std::lround(inch * size.width() / pictureWidth)));
   generator.setSize(size);
   generator.setViewBox(QRect(QPoint(0, 0), size));
   PaintOn(generator, page, QRectF(QPointF(0, 0), QSizeF(size)));
@@ -81,5 +89,13 @@ void WritePng(const StatPage& page, const QString& path, QSize size) {
 }
 
 void WriteSvg(const StatPage& page, const QString& path, QSize size) { SaveFile(path, Svg(page, size)); }
+
+void WritePage(const StatPage& page, const QString& path) {
+  const QString format = QFileInfo(path).suffix().toLower();
+  if (format == u"pdf") return WritePdf(page, path);
+  if (format == u"png") return WritePng(page, path);
+  if (format == u"svg") return WriteSvg(page, path);
+  throw InputError(Words::Page::unknownFormat(path), path);
+}
 
 }  // namespace PageOutput

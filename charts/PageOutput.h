@@ -17,6 +17,7 @@ constexpr QMarginsF Margins(10, 10, 10, 10);  // in millimetres, as every printe
 QPageLayout LandscapeA4();
 
 void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target);
+// Pictures and drawings say that they are as wide on paper as a sheet is between its margins.
 QImage Picture(const StatPage& page, QSize size);
 QByteArray Svg(const StatPage& page, QSize size);
 QByteArray Pdf(const StatPage& page, const QPageLayout& layout = LandscapeA4());  // one sheet
@@ -24,5 +25,7 @@ QByteArray Pdf(const StatPage& page, const QPageLayout& layout = LandscapeA4());
 void WritePdf(const StatPage& page, const QString& path, const QPageLayout& layout = LandscapeA4());
 void WritePng(const StatPage& page, const QString& path, QSize size = {1920, 1200});
 void WriteSvg(const StatPage& page, const QString& path, QSize size = {1920, 1200});
+// In the format that the ending of the name asks for: .pdf, .png or .svg. InputError for any other ending.
+void WritePage(const StatPage& page, const QString& path);
 
 }  // namespace PageOutput

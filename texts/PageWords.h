@@ -14,6 +14,8 @@ inline constexpr Text<> tooFewToPlot{u"NOT ENOUGH  DATA"};
 inline constexpr Text<> tooFewToSumUp{u"NOT ENOUGH DATA"};
 inline constexpr Text<3> limits{u"LCL=%1, Mean=%2, UCL=%3"};
 inline constexpr Text<1> rules{u"Rules:  %1"};
+inline constexpr Text<> beyondStandardScale{u"fitted: the standard scale ends at 10,000,000"};
+inline constexpr Text<3> part{u"points %1 to %2 of %3"};
 inline constexpr Text<> individuals{u"individuals"};
 inline constexpr Text<> movingRange{u"moving range"};
 inline constexpr Text<> limitsReversed{u"The lower control limit stands above the upper one."};
@@ -30,6 +32,7 @@ inline constexpr Text<> notPainted{u"The page cannot be painted."};
 inline constexpr Text<> notPaintedToTheEnd{u"The page could not be painted completely."};
 inline constexpr Text<2> noPicture{u"no picture of %1 by %2"};
 inline constexpr Text<> notCoded{u"the picture cannot be coded"};
+inline constexpr Text<1> unknownFormat{u"%1: the name of a page's file ends in .pdf, .png or .svg"};
 }  // namespace Page
 
 // What the page says of the process in a line, and what that rests on.

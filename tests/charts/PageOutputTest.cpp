@@ -31,6 +31,13 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   StatPage page = PageData::Page(PageData::Simple(), {.printedHead = true});
   page.Select(GraphId::Histogram);
   const QString pdf = folder.filePath(u"a"_s), png = folder.filePath(u"b"_s), svg = folder.filePath(u"c"_s);
+  EXPECT_THROW(PageOutput::WritePage(page, folder.filePath(u"a.doc"_s)), InputError);
+  for (const auto& [suffix, magic] :
+       {std::pair{u"PDF"_s, "%PDF"}, {u"png"_s, "\x89PNG"}, {u"svg"_s, "<?xml"}}) {
+    const QString path = folder.filePath(u"page."_s + suffix);
+    PageOutput::WritePage(page, path);
+    EXPECT_TRUE(Contents(path).startsWith(magic));
+  }
   PageOutput::WritePdf(page, pdf);
   PageOutput::WritePng(page, png, {640, 400});
   PageOutput::WriteSvg(page, svg, {640, 400});
@@ -39,6 +46,8 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   QPainter painter(&painted), drawing(&drawn);
   page.Paint(painter, {0, 0, 640, 400});
   EXPECT_EQ(QImage(png), painted);
+  EXPECT_NEAR(QImage(png).width() / (QImage(png).dotsPerMeterX() / 1000.0), 277, 1) << "millimetres of paper";
+  EXPECT_TRUE(Contents(svg).contains("<svg width=\"27")) << Contents(svg).left(200).toStdString();
   // The drawing, with edges and letters of its own, in every place about as dark.
   QSvgRenderer(svg).render(&drawing);
   const auto small = [](const QImage& image) {
