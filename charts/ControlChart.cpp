@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <span>
 #include <stdexcept>
 
 #include "charts/FittedScale.h"
@@ -52,6 +53,13 @@ int LimitDecimals(const CData& data, const engine::Results& results, const Contr
   return decimals;
 }
 
+// What a chart shows of a list with one element per point.
+template <class T>
+std::span<const T> ShownOf(const ControlChart& chart, const std::vector<T>& all) {
+  const int count = std::max(0, chart.shown.last - chart.shown.first + 1);
+  return std::span(all).subspan(size_t(chart.shown.first - 1), size_t(count));
+}
+
 // Per point the active rules that it breaks, as bits.
 std::vector<std::uint8_t> BrokenRules(const CData& data, size_t count) {
   std::vector<std::uint8_t> rules(count);
@@ -77,17 +85,18 @@ std::vector<std::uint8_t> RangesOutside(const CData& data, size_t count) {
 // Limits that stand the wrong way round have no standard scale.
 bool IsReversed(const ControlChart& chart) { return chart.lowerLimit > chart.upperLimit; }
 
-void ScaleCoarsely(ControlChart& chart, const QString& failure) {
+// False where the limits are beyond the standard scale.
+bool ScaleCoarsely(ControlChart& chart) {
   TScale scale;
   scale.SetMaxValue(chart.upperLimit);
   scale.SetMinValue(chart.lowerLimit);
-  if (!scale.GetScaleValues(chart.axisMaximum, chart.axisMinimum)) throw ScaleError(failure);
+  return scale.GetScaleValues(chart.axisMaximum, chart.axisMinimum);
 }
 
-void ScaleToFit(ControlChart& chart, const QString& failure) {
+void ScaleToFit(ControlChart& chart) {
   double low = std::min({chart.lowerLimit, chart.mean, chart.upperLimit});
   double high = std::max({chart.lowerLimit, chart.mean, chart.upperLimit});
-  for (const double value : chart.values) {
+  for (const double value : ShownOf(chart, chart.values)) {
     if (std::isnan(value)) continue;
     low = std::min(low, value);
     high = std::max(high, value);
@@ -97,23 +106,20 @@ void ScaleToFit(ControlChart& chart, const QString& failure) {
     chart.axisMinimum = ends.minimum;
     chart.axisMaximum = ends.maximum;
   } catch (const std::range_error&) {
-    throw ScaleError(failure);
+    throw ScaleError(chart.scaleFailure);
   }
 }
 
-void SetScale(ControlChart& chart, bool fitted, const QString& failure) {
-  if (fitted || IsReversed(chart)) {
-    ScaleToFit(chart, failure);
-  } else {
-    ScaleCoarsely(chart, failure);
-  }
+void SetScale(ControlChart& chart) {
+  chart.isBeyondStandardScale = !ScaleCoarsely(chart);
+  if (chart.isFitted || chart.isBeyondStandardScale || IsReversed(chart)) ScaleToFit(chart);
   chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
 }
 
 // The words for the rules whose numbers stand at the points.
 QString RuleLegend(const ControlChart& chart) {
   unsigned broken = 0;
-  for (const std::uint8_t bits : chart.rules) {
+  for (const std::uint8_t bits : ShownOf(chart, chart.rules)) {
     if (bits != 0) broken |= 1u << std::countr_zero(bits);
   }
   QStringList shown;
@@ -140,10 +146,11 @@ void AddLabels(ControlCharts& charts) {
 }
 
 void DefineDataSets(ChartGraph& graph, const ControlChart& chart) {
-  const size_t count = chart.values.size();
+  const std::span<const double> values = ShownOf(chart, chart.values);
+  const size_t count = values.size();
   std::vector<double> positions(count);
-  std::iota(positions.begin(), positions.end(), 1.0);
-  graph.WGDefineDataSetVB(chart.prefix + u" Data Set"_s, chart.values);
+  std::iota(positions.begin(), positions.end(), double(chart.shown.first));
+  graph.WGDefineDataSetVB(chart.prefix + u" Data Set"_s, {values.begin(), values.end()});
   graph.WGDefineDataSetVB(chart.prefix + u"Point Data Set"_s, std::move(positions));
   graph.WGDefineDataSetVB(u"Zero Data Set"_s, std::vector<double>(count, chart.mean));
   graph.WGDefineDataSetVB(u"UCL Data Set"_s, std::vector<double>(count, chart.upperLimit));
@@ -157,7 +164,7 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   curve.values = chart.prefix + u" Data Set"_s;
   curve.line = {0, 0, Palette::Blue};
   curve.markText = {Palette::Black, 16, 4, 3};
-  for (const std::uint8_t bits : chart.rules) {
+  for (const std::uint8_t bits : ShownOf(chart, chart.rules)) {
     curve.marks.push_back(static_cast<std::uint8_t>(bits == 0 ? 0 : std::countr_zero(bits)));
   }
   for (const double sigmas : chart.sigmaLines) {
@@ -190,14 +197,18 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
                  .values = PlotValues(results.xBarSeries),
                  .lowerLimit = data.XBarLCL(),
                  .mean = data.XBarMean(),
-                 .upperLimit = data.XBarUCL()};
+                 .upperLimit = data.XBarUCL(),
+                 .isFitted = fittedScale,
+                 .scaleFailure = u"Could not generate scaling data;227"_s};
   charts.r = {.title = Words::Page::range(),
               .prefix = u"RBar"_s,
               .valueTitle = valueTitle,
               .values = PlotValues(results.rangeSeries),
               .lowerLimit = data.RBarLCL(),
               .mean = data.RBarMean(),
-              .upperLimit = data.RBarUCL()};
+              .upperLimit = data.RBarUCL(),
+              .isFitted = fittedScale,
+              .scaleFailure = u"Could not generate scaling data;228"_s};
   charts.xbar.labelDecimals = charts.r.labelDecimals = LimitDecimals(data, results, charts);
   AddLabels(charts);
   if (data.SubGroupSize() <= 1) {
@@ -205,7 +216,6 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
     charts.r.subtitle = Words::Page::movingRange();
   }
   charts.xbar.rules = BrokenRules(data, charts.xbar.values.size());
-  charts.xbar.legend = RuleLegend(charts.xbar);
   charts.r.rules = RangesOutside(data, charts.r.values.size());
   charts.r.marksArePoints = true;
   // A lower limit of the ranges that is cut off at 0 has no zones.
@@ -217,28 +227,51 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
   if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
     charts.r.values.front() = std::numeric_limits<double>::quiet_NaN();
   }
-  SetScale(charts.xbar, fittedScale, u"Could not generate scaling data;227"_s);
-  SetScale(charts.r, fittedScale, u"Could not generate scaling data;228"_s);
+  ShowPoints(charts, {1, std::numeric_limits<int>::max()});
   return charts;
 }
 
+void ShowPoints(ControlCharts& charts, PointRange points) {
+  for (ControlChart* chart : {&charts.xbar, &charts.r}) {
+    const int count = static_cast<int>(chart->values.size());
+    const int first = std::clamp(points.first, 1, std::max(1, count));
+    chart->shown = {first, std::min(count, std::max(points.last, first))};
+    SetScale(*chart);
+  }
+  charts.xbar.legend = RuleLegend(charts.xbar);
+}
+
 void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
-  const auto count = static_cast<double>(chart.values.size());
+  const int count = static_cast<int>(chart.values.size());
   if (count < FewestPlotPoints) {
     graph.Title(Words::Page::tooFewToPlot(), {Palette::Black, 16, 12, 3});
     return;
   }
   DefineDataSets(graph, chart);
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
-  graph.ScalePlotArea(0, chart.axisMinimum, count + 1, chart.axisMaximum);
+  const auto& [first, last] = chart.shown;
+  graph.ScalePlotArea(first - 1, chart.axisMinimum, last + 1, chart.axisMaximum);
   if (chart.baseFirst > 0)
     graph.Draw(ChartGraph::Shade{chart.baseFirst - 0.5, chart.baseLast + 0.5, Palette::Mist});
   const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
-  graph.Draw(ChartGraph::Axis{Direction::Horizontal, 5, {}, 1, normal, Words::Figure::sample(), normal});
+  const bool isPart = first > 1 || last < count;
+  const double spacing = isPart && last - first < 10 ? 1 : 5;
+  graph.Draw(
+      ChartGraph::Axis{Direction::Horizontal, spacing, {}, first, normal, Words::Figure::sample(), normal});
   graph.Draw(
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
   graph.Title(chart.title, {Palette::Black, 16, 8, 0});
+  QStringList notes;
+  if (isPart) notes.append(Words::Page::part(first, last, count));
+  if (chart.isBeyondStandardScale) notes.append(Words::Page::beyondStandardScale());
+  if (!notes.isEmpty()) {
+    graph.Draw(ChartGraph::Text{{0.01, 0.035},
+                                ChartGraph::Alignment::LeftMiddle,
+                                notes.join(u" \u00b7 "_s),
+                                {Palette::Black, 16, 5, 3},
+                                0.38});
+  }
   const QString limits =
       Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
                           Conversions::CStr(chart.upperLimit));

@@ -9,6 +9,12 @@
 #include "platform/chart/ChartGraph.h"
 #include "platform/error/Error.h"
 
+// A stretch of the points, from 1, both ends included.
+struct PointRange {
+  int first = 1;
+  int last = 0;
+};
+
 // With fewer points neither a control chart nor the text window shows more than that.
 constexpr int FewestPlotPoints = 5;
 
@@ -30,6 +36,9 @@ struct ControlChart {
   double lowerLimit = 0;
   double mean = 0;
   double upperLimit = 0;
+  PointRange shown{};  // limits, marks and texts stay those of all points
+  bool isFitted = false;
+  bool isBeyondStandardScale = false;  // and so fitted, whatever was asked for
   double axisMaximum = 0;
   double axisMinimum = 0;
   double tickInterval = 0;
@@ -38,6 +47,7 @@ struct ControlChart {
   std::vector<std::uint8_t> rules{};
   bool marksArePoints = false;  // a mark shows its point's number instead of the rule's
   QString legend{};             // of the marks; empty for none
+  QString scaleFailure{};       // the text reference of what is said when the scale cannot be made
   QString subtitle{};
   std::vector<ChartGraph::LineLabel> labels{};       // of the limits and the centre line
   std::vector<ChartGraph::LineLabel> alikeLabels{};  // of the other chart
@@ -51,7 +61,12 @@ struct ControlCharts {
   ControlChart r;
 };
 
-// The data set's figures with their results as numbers. ScaleError when an axis cannot be made.
+// The data set's figures with their results as numbers, all points shown. ScaleError when an axis cannot be
+// made.
 ControlCharts SetupControlCharts(const CData& data, const engine::Results& results, bool fittedScale);
+
+// The charts show these points, or the nearest that there are, on an axis for them. ScaleError when an axis
+// cannot be made.
+void ShowPoints(ControlCharts& charts, PointRange points);
 
 void DrawGraph(ChartGraph& graph, const ControlChart& chart);

@@ -29,6 +29,10 @@ std::optional<LimitsOrigin> KnownOrigin(const CData& data) {
   }
 }
 
+bool HasMark(const ControlChart& chart, int point) {
+  return !chart.rules.empty() && chart.rules[static_cast<size_t>(point - 1)] != 0;
+}
+
 }  // namespace
 
 StatPage::StatPage(const CData& data, const StatPageOptions& options) : description_(data.Description()) {
@@ -51,7 +55,10 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
     options.runStep ? options.runStep(procedure, step) : step();
   };
   const std::optional<LimitsOrigin> origin = KnownOrigin(data);
-  run("SetupControlCharts", [&] { charts_ = SetupControlCharts(data, results(), options.fittedScale); });
+  run("SetupControlCharts", [&] {
+    charts_ = SetupControlCharts(data, results(), options.fittedScale);
+    if (options.points) ::ShowPoints(charts_, *options.points);
+  });
   if (origin && origin->kind == LimitsOrigin::Points) {
     for (ControlChart* chart : {&charts_.xbar, &charts_.r}) {
       chart->baseFirst = origin->first;
@@ -68,6 +75,15 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   run("DrawTavelTextWindow", [&] { DrawTavelTextWindow(text, data); });
   run("DrawVerdict", [&] { DrawVerdict(verdict_, data, origin, options.libraryName); });
   if (options.printedHead) RecordHead(data, options);
+}
+
+void StatPage::ShowPoints(PointRange points) {
+  ::ShowPoints(charts_, points);
+  for (const auto& [graph, chart] : {std::pair{GraphId::XBar, &charts_.xbar}, {GraphId::R, &charts_.r}}) {
+    ChartGraph& drawn = page_.Graph(static_cast<int>(graph));
+    drawn = ChartGraph(drawn.Frame());
+    DrawGraph(drawn, *chart);
+  }
 }
 
 void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
@@ -132,7 +148,7 @@ int StatPage::PointCount(GraphId graph) const {
 
 std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, const QRectF& target) const {
   const ControlChart* chart = Chart(graph);
-  if (!chart || number < 1 || number > PointCount(graph)) return std::nullopt;
+  if (!chart || number < chart->shown.first || number > chart->shown.last) return std::nullopt;
   const auto index = static_cast<size_t>(number - 1);
   const double value = chart->values[index];
   if (std::isnan(value)) return std::nullopt;
@@ -151,6 +167,18 @@ std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, co
   return point;
 }
 
+int StatPage::NextMark(GraphId graph, int number, bool forward) const {
+  const ControlChart* chart = Chart(graph);
+  if (!chart) return 0;
+  const auto& [first, last] = chart->shown;
+  const int step = forward ? 1 : -1;
+  const int from = forward ? std::max(number + 1, first) : std::min(number - 1, last);
+  for (int point = from; point >= first && point <= last; point += step) {
+    if (HasMark(*chart, point)) return point;
+  }
+  return 0;
+}
+
 std::optional<StatPage::PointInfo> StatPage::PointAt(QPointF position, const QRectF& target) const {
   const GraphId graph = GraphAt(position, target);
   const ControlChart* chart = Chart(graph);
@@ -158,17 +186,21 @@ std::optional<StatPage::PointInfo> StatPage::PointAt(QPointF position, const QRe
   const GraphGeometry geometry = page_.Geometry(static_cast<int>(graph), PageArea(target));
   const double within = std::max(4.0, reach * geometry.unit);
   const double perPoint = geometry.plot.width() / geometry.scale.width();
-  const double number = (position.x() - geometry.plot.left()) / perPoint;
-  const int first = std::max(1, static_cast<int>(std::ceil(number - within / perPoint)));
-  const int last = std::min(PointCount(graph), static_cast<int>(std::floor(number + within / perPoint)));
+  const double number = geometry.scale.left() + (position.x() - geometry.plot.left()) / perPoint;
+  const int first = std::max(chart->shown.first, static_cast<int>(std::ceil(number - within / perPoint)));
+  const int last = std::min(chart->shown.last, static_cast<int>(std::floor(number + within / perPoint)));
 
   int nearest = 0;
   double distance = within;
+  bool isMarked = false;
   for (int point = first; point <= last; ++point) {
+    if (isMarked && !HasMark(*chart, point)) continue;
     const double y = std::clamp(geometry.Y(chart->values[static_cast<size_t>(point - 1)]),
                                 geometry.plot.top(), geometry.plot.bottom());
     const double away = std::hypot(geometry.X(point) - position.x(), y - position.y());
-    if (!(away <= distance)) continue;
+    const bool isFirstMark = HasMark(*chart, point) && !isMarked;
+    if (!(away <= (isFirstMark ? within : distance))) continue;
+    isMarked = isMarked || isFirstMark;
     distance = away;
     nearest = point;
   }

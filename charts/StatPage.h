@@ -19,8 +19,9 @@ enum class GraphId { None = -1, XBar, R, Histogram, Text };
 
 struct StatPageOptions {
   bool fittedScale = false;  // value axes from the points and the limits, in place of the standard scale
-  bool printedHead = false;  // a strip above the page that says what it shows
-  QString libraryName{};     // that the data set stands in; left out where it is empty
+  std::optional<PointRange> points{};  // that the control charts show; all where it is not set
+  bool printedHead = false;            // a strip above the page that says what it shows
+  QString libraryName{};               // that the data set stands in; left out where it is empty
   int pageNumber = 1;
   int pageCount = 1;
   QDateTime printedAt{};  // for the head; left out where it is null
@@ -49,17 +50,28 @@ class StatPage {
     std::vector<int> rules;       // the active rules that it breaks, ascending
     bool isRangeOutside = false;  // it is a range beyond a limit
   };
-  // The plotted point nearest to the position, if one is near enough to be meant.
+  // The plotted point that is meant: the nearest one with a mark, else the nearest one, if near enough.
   std::optional<PointInfo> PointAt(QPointF position, const QRectF& target) const;
-  int PointCount(GraphId graph) const;  // 0 for a graph without points
-  // The plotted point with that number; none where it has no value, or the graph no such point.
+  int PointCount(GraphId graph) const;  // also of those not shown; 0 for a graph without points
+  // The plotted point with that number; none where it has no value, or the graph does not show it.
   std::optional<PointInfo> Point(GraphId graph, int number, const QRectF& target) const;
+  // The next shown point with a mark after that number, or before it; 0 for none.
+  int NextMark(GraphId graph, int number, bool forward) const;
 
   void Select(GraphId graph) { page_.SelectGraph(static_cast<int>(graph)); }  // shown by a frame
   GraphId Selected() const { return static_cast<GraphId>(page_.WGGetSelectedGraph()); }
   void Blowup(GraphId graph) { page_.WGBlowupGraph(static_cast<int>(graph)); }  // it fills the page
   void Restore() { page_.WGBlowupGraph(ChartPage::NoGraph); }
   bool IsBlownUp() const { return page_.BlownUpGraph() != ChartPage::NoGraph; }
+
+  // The control charts show only these points, or the nearest that there are, and say so; limits, verdict and
+  // summary stay those of all.
+  void ShowPoints(PointRange points);
+  PointRange ShownPoints() const { return charts_.xbar.shown; }
+  // Whether the standard scale cannot show the limits, so that the charts are fitted whatever was asked for.
+  bool IsBeyondStandardScale() const {
+    return charts_.xbar.isBeyondStandardScale || charts_.r.isBeyondStandardScale;
+  }
 
   QString Description() const { return description_; }
   const ChartPage& Page() const { return page_; }

@@ -39,10 +39,12 @@ class AxisLayout {
         font_(TextFont(axis.labelText, geometry.unit)),
         tickLength_(geometry.unit * 0.006) {
     const QRectF& scale = geometry.scale;
-    start_ = horizontal_ ? scale.left() : scale.top();
+    const double start = horizontal_ ? scale.left() : scale.top();
     const double extent = horizontal_ ? scale.width() : scale.height();
+    origin_ = axis.labelsFrom ? 0 : start;
+    first_ = static_cast<int>(std::ceil((start - origin_) / axis.spacing));
     // The last tick may miss the end of the scale by a rounding error.
-    ticks_ = static_cast<int>(std::floor(extent / axis.spacing * (1 + 1e-9))) + 1;
+    ticks_ = static_cast<int>(std::floor((start - origin_ + extent) / axis.spacing * (1 + 1e-9))) + 1;
     pitch_ = axis.spacing / extent * (horizontal_ ? geometry.plot.width() : geometry.plot.height());
   }
 
@@ -52,14 +54,16 @@ class AxisLayout {
     painter_.setPen(LinePen({0, 0, Palette::Black}, geometry_.unit));
     PaintLine();
     const int tickStep = pitch_ < geometry_.unit * 0.006 ? thinning.step : 1;
-    for (int tick = 0; tick < ticks_; tick += tickStep) PaintTick(At(tick));
+    for (int tick = FirstOf(tickStep); tick < ticks_; tick += tickStep) PaintTick(At(tick));
     painter_.setFont(font_);
     PaintLabels(thinning);
     PaintTitle(thinning.turned);
   }
 
  private:
-  double At(int tick) const { return start_ + tick * axis_.spacing; }
+  double At(int tick) const { return origin_ + tick * axis_.spacing; }
+  // The first tick of those that are so many apart.
+  int FirstOf(int step) const { return (first_ + step - 1) / step * step; }
   QFontMetricsF Metrics() const { return QFontMetricsF(font_, painter_.device()); }
   double LabelGap() const { return geometry_.unit * 0.009; }
   double TitleHeight() const {
@@ -143,15 +147,17 @@ class AxisLayout {
   void PaintLabels(const Thinning& thinning) const {
     painter_.setPen(Palette::Colour(axis_.labelText.colour));
     if (axis_.labelsFrom) PaintFirstNumber(thinning.step);
-    for (int tick = 0; tick < ticks_; tick += thinning.step)
+    for (int tick = FirstOf(thinning.step); tick < ticks_; tick += thinning.step)
       PaintLabel(At(tick), Label(tick), thinning.turned);
   }
 
   void PaintFirstNumber(int step) const {
     const QFontMetricsF metrics = Metrics();
     const QString first = NumberLabel(*axis_.labelsFrom, axis_.spacing);
-    const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(step));
-    const double distance = geometry_.X(At(step)) - geometry_.X(*axis_.labelsFrom);
+    int next = FirstOf(step);
+    if (At(next) < *axis_.labelsFrom) next += step;
+    const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(next));
+    const double distance = geometry_.X(At(next)) - geometry_.X(*axis_.labelsFrom);
     if (distance >= widths / 2 + LabelGap()) PaintLabel(*axis_.labelsFrom, first, false);
   }
 
@@ -210,7 +216,8 @@ class AxisLayout {
   bool horizontal_;
   QFont font_;
   double tickLength_;
-  double start_;
+  double origin_;  // of tick 0
+  int first_;
   int ticks_;
   double pitch_;
 };

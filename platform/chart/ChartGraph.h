@@ -27,8 +27,8 @@ class ChartGraph {
   enum class Alignment { LeftMiddle, RightMiddle, BelowCentred, AboveCentred = 6 };
   enum class Direction { Horizontal, Vertical };
 
-  // Ticks from the start of the scale, with numbers or with the given labels; labels thin out before they
-  // touch.
+  // Ticks from the start of the scale, or at the multiples of the spacing where numbers start somewhere, with
+  // numbers or with the given labels; labels thin out before they touch.
   struct Axis {
     Direction direction = Direction::Horizontal;
     double spacing = 1;

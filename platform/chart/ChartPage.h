@@ -16,6 +16,7 @@ class ChartPage {
   // A graph in page-relative coordinates (0 to 1 across and down). The reference stays good for the page's
   // life.
   ChartGraph& WGCreateGraph(double left, double top, double right, double bottom);
+  ChartGraph& Graph(int index) { return graphs_.at(static_cast<size_t>(index)); }
   const ChartGraph& Graph(int index) const { return graphs_.at(static_cast<size_t>(index)); }
   int GraphCount() const { return static_cast<int>(graphs_.size()); }
 

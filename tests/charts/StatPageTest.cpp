@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "charts/Histogram.h"
 #include "charts/LimitsOrigin.h"
@@ -103,7 +104,12 @@ TEST(StatPage, RefusesWhatItCannotDraw) {
                                        {&CData::SetRBarUCL, u"Could not generate scaling data;228"}}) {
     CData huge = PageData::Simple();
     (huge.*set)(2e7);
-    EXPECT_NO_THROW(PageData::Page(huge, {.fittedScale = true})) << "only the coarse grid ends there";
+    const StatPage fitted = PageData::Page(huge);
+    const GraphId graph = set == &CData::SetXBarUCL ? GraphId::XBar : GraphId::R;
+    EXPECT_TRUE(fitted.IsBeyondStandardScale());
+    EXPECT_TRUE(TextsOf(fitted, graph).contains(u"fitted: the standard scale ends at 10,000,000"));
+    EXPECT_GT(fitted.Page().Graph(int(graph)).Scale().bottom(), 2e7);
+    (huge.*set)(std::numeric_limits<double>::max());
     try {
       PageData::Page(huge);
       ADD_FAILURE() << "drawn";
@@ -111,6 +117,53 @@ TEST(StatPage, RefusesWhatItCannotDraw) {
       EXPECT_EQ(error.Reference(), reference);
     }
   }
+}
+
+TEST(StatPage, PrefersMarkedPointsAndStepsFromOneToTheNext) {
+  StatPage page(PageData::Random({.subgroups = 1000}), {.fittedScale = true});
+  std::vector<int> steps;
+  for (int mark = 0; (mark = page.NextMark(GraphId::XBar, mark, true)) != 0;) steps.push_back(mark);
+  ASSERT_GT(steps.size(), 10u);
+  EXPECT_EQ(page.NextMark(GraphId::XBar, 1001, false), steps.back());
+  EXPECT_EQ(page.NextMark(GraphId::Text, 1, true), 0);
+  for (const int mark : steps) {
+    const auto point = page.Point(GraphId::XBar, mark, target);
+    EXPECT_FALSE(point->rules.empty()) << mark;
+    // What lies between two marks has none, and is as near.
+    EXPECT_FALSE(page.PointAt(point->position + QPointF(2, 2), target)->rules.empty()) << mark;
+  }
+  page.ShowPoints({steps[2], steps[4]});
+  EXPECT_EQ(page.NextMark(GraphId::XBar, 0, true), steps[2]);
+  EXPECT_EQ(page.NextMark(GraphId::XBar, steps[4], true), 0);
+}
+
+TEST(StatPage, ShowsAStretchOfThePointsAndSaysSo) {
+  const CData data = PageData::Random({.subgroups = 200});
+  StatPage page(data, {.fittedScale = true, .points = PointRange{40, 80}});
+  const auto hasPart = [&](GraphId graph) {
+    return TextsOf(page, graph).contains(u"points 40 to 80 of 200"_s);
+  };
+  const QStringList figures = TextsOf(page, GraphId::Text);
+  for (const GraphId graph : {GraphId::XBar, GraphId::R}) {
+    EXPECT_TRUE(hasPart(graph));
+    const ChartGraph& chart = page.Page().Graph(int(graph));
+    EXPECT_EQ(std::pair(chart.Scale().left(), chart.Scale().right()), std::pair(39.0, 81.0));
+    const auto curve = OperationsOf<ChartGraph::Curve>(page, graph)[0];
+    EXPECT_EQ(chart.DataSet(curve.positions).front(), 40);
+    EXPECT_EQ(chart.DataSet(curve.values).size(), 41u);
+    EXPECT_EQ(curve.marks.size(), 41u);
+    EXPECT_EQ(page.PointCount(graph), 200);
+    EXPECT_FALSE(page.Point(graph, 39, target) || page.Point(graph, 81, target));
+    const auto last = page.Point(graph, 80, target);
+    ASSERT_TRUE(last);
+    EXPECT_EQ(page.PointAt(last->position, target)->number, 80);
+  }
+  page.ShowPoints({-5, 1000});
+  EXPECT_EQ(std::pair(page.ShownPoints().first, page.ShownPoints().last), std::pair(1, 200));
+  EXPECT_FALSE(hasPart(GraphId::XBar) || hasPart(GraphId::R));
+  page.ShowPoints({300, 2});
+  EXPECT_EQ(page.ShownPoints().first, 200);
+  EXPECT_EQ(TextsOf(page, GraphId::Text), figures) << "the summary stays that of all points";
 }
 
 TEST(StatPage, FindsGraphsAndPointsUnderTheMouse) {

@@ -121,7 +121,7 @@ TEST_F(ChartScreenTest, RefusesWhatItCannotShow) {
   data->SetNumberOfPlotPoints(8);
   Open();
   EXPECT_TRUE(screen->isVisible());
-  data->SetRBarUCL(2e7);
+  data->SetRBarUCL(1.7e308);
   refuse(u"Could not generate scaling data");
   program.state.gCurrentDataID = 99;
   refuse(u"error attempting to get the current data for the item selected: \r\n");
