@@ -30,9 +30,7 @@
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
 
-namespace {
-constexpr int longColumn = 2000;  // lines
-}
+namespace {}
 
 DataEditor::DataEditor(QWidget* parent) : QDialog(parent) {
   Trap(u"DataEditor::Form_Load"_s, [this] {
@@ -107,7 +105,7 @@ void DataEditor::MonitorChanges() {
 void DataEditor::FieldChanged() {
   Toolbar1->Button(SaveButton)->setEnabled(true);
   reason_.clear();
-  NotesTimer.start(txtRawData->blockCount() > longColumn ? 150 : 0);
+  NotesTimer.start(RawDataNotes::DelayFor(*txtRawData));
 }
 
 void DataEditor::UpdateNotes() {
@@ -226,7 +224,8 @@ void DataEditor::OpenExpandedView() {
     QString& shared = Globals().gRawDataText;
     shared = txtRawData->toPlainText();
     const QString before = shared;
-    ExpandedDataForm(this).exec();
+    const EditorFields fields = ReadFields();
+    ExpandedDataForm(this, fields.subGroup, fields.Fliers()).exec();
     if (shared != before) txtRawData->ReplaceText(shared);
     shared.clear();
     txtRawData->setFocus();

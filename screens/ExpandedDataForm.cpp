@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "core/GlobalFunctions.h"
@@ -12,17 +13,21 @@
 #include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
+#include "screens/RawDataNotes.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
 
-ExpandedDataForm::ExpandedDataForm(QWidget* parent) : QDialog(parent) {
+ExpandedDataForm::ExpandedDataForm(QWidget* parent, const QString& subGroupSize,
+                                   const std::optional<RawDataText::FlierLimits>& fliers)
+    : QDialog(parent), subGroupSize_(subGroupSize), fliers_(fliers) {
   Trap(u"ExpandedDataForm::Form_Load"_s, [this] {
     BuildControls();
     txtRawData->ShowText(Globals().gRawDataText);
     loaded_ = txtRawData->toPlainText();
+    UpdateNotes();
     connect(&LoadTimer, &QTimer::timeout, this, [this] {
       LoadTimer.stop();
       txtRawData->setFocus();
@@ -37,9 +42,12 @@ void ExpandedDataForm::BuildControls() {
   setWindowTitle(Words::Editor::expandedTitle());
   setModal(true);
   LoadTimer.setObjectName(u"LoadTimer"_s);
+  NotesTimer.setObjectName(u"NotesTimer"_s);
+  NotesTimer.setSingleShot(true);
 
   Mnemonics mnemonics;
   txtRawData = new RawDataBox(u"txtExpandedRawData"_s, this);
+  notes_ = new RawDataNotes(txtRawData, this);
   auto* cmdAccept = Named(new QPushButton(mnemonics.Mark(LoadResText(u"&Accept;196")), this), u"cmdAccept"_s);
   auto* cmdClose = Named(new QPushButton(mnemonics.Mark(LoadResText(u"&Close;197")), this), u"cmdClose"_s);
   auto* label = new QLabel(mnemonics.Mark(Words::Editor::expandedValues()), this);
@@ -52,11 +60,21 @@ void ExpandedDataForm::BuildControls() {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label);
   layout->addWidget(txtRawData, 1);
+  layout->addWidget(notes_);
   layout->addLayout(buttons);
-  resize(fontMetrics().height() * 26, fontMetrics().height() * 30);
+  resize((QSize(34, 44) * fontMetrics().height()).boundedTo(screen()->availableSize() * 9 / 10));
 
+  connect(txtRawData, &QPlainTextEdit::textChanged, this,
+          [this] { NotesTimer.start(RawDataNotes::DelayFor(*txtRawData)); });
+  connect(&NotesTimer, &QTimer::timeout, this, &ExpandedDataForm::UpdateNotes);
   connect(cmdAccept, &QPushButton::clicked, this, &QDialog::accept);
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void ExpandedDataForm::UpdateNotes() {
+  const RawDataText::Examination found = RawDataText::Examine(txtRawData->toPlainText(), fliers_);
+  notes_->Show(RawDataText::Describe(found, subGroupSize_), found);
+  txtRawData->MarkSubgroups(RawDataText::SubGroupSize(subGroupSize_));
 }
 
 void ExpandedDataForm::accept() {

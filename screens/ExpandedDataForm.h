@@ -1,23 +1,35 @@
-// The expanded view of the data editor's raw data: the same text in a larger box.
+// The expanded view of the data editor's raw data: the same text in a larger box, with the same live line.
 #pragma once
 
 #include <QDialog>
 #include <QTimer>
+#include <optional>
+
+#include "data/RawDataText.h"
 
 class RawDataBox;
+class RawDataNotes;
 
 class ExpandedDataForm : public QDialog {
   Q_OBJECT
  public:
-  explicit ExpandedDataForm(QWidget* parent = nullptr);  // shows Globals().gRawDataText
+  // Shows Globals().gRawDataText. The subgroup size, as typed, and the fliers are those of the editor's
+  // boxes.
+  explicit ExpandedDataForm(QWidget* parent = nullptr, const QString& subGroupSize = {},
+                            const std::optional<RawDataText::FlierLimits>& fliers = {});
 
   void accept() override;  // stores the box's text there
   void reject() override;  // leaves it as it is; asks first where something would be lost
 
  private:
   void BuildControls();
+  void UpdateNotes();
 
   RawDataBox* txtRawData = nullptr;
+  RawDataNotes* notes_ = nullptr;
   QString loaded_;
+  const QString subGroupSize_;
+  const std::optional<RawDataText::FlierLimits> fliers_;
+  QTimer NotesTimer{this};
   QTimer LoadTimer{this};
 };

@@ -105,8 +105,11 @@ void RawDataBox::PlaceMargin() {
 }
 
 void RawDataBox::resizeEvent(QResizeEvent* event) {
+  const QRect caret = cursorRect();
+  const bool wasInSight = caret.top() >= 0 && caret.top() < event->oldSize().height();
   QPlainTextEdit::resizeEvent(event);
   PlaceMargin();
+  if (wasInSight) ensureCursorVisible();  // a note that grows below takes room from the lines
 }
 
 template <class Use>

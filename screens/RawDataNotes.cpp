@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int mostOffers = 4;
-}
+constexpr int longColumn = 2000;  // lines
+}  // namespace
 
 RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), box_(box) {
   lblRawDataNote = Named(new QLabel(this), u"lblRawDataNote"_s);
@@ -67,6 +68,8 @@ void RawDataNotes::Show(const QString& note, const RawDataText::Examination& fou
     offerButtons_[i]->setToolTip(offers_[i].caption);
   }
 }
+
+int RawDataNotes::DelayFor(const RawDataBox& box) { return box.blockCount() > longColumn ? 150 : 0; }
 
 // A wrapped text claims no room of its own in the window around it.
 void RawDataNotes::FitNote() {

@@ -21,6 +21,9 @@ class RawDataNotes : public QWidget {
   // `note` says what was found.
   void Show(const QString& note, const RawDataText::Examination& found);
 
+  // How long an answer to a keystroke waits, in milliseconds: in a long column until the keys rest.
+  static int DelayFor(const RawDataBox& box);
+
   // The last row, for what else belongs there.
   QHBoxLayout* Foot() const { return foot_; }
 

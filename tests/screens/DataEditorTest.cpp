@@ -347,6 +347,8 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
       Fire(expanded, "LoadTimer");
       EXPECT_EQ(expanded.focusWidget(), &text);
       QTest::keyClicks(&text, u"10"_s);
+      Fire(expanded, "NotesTimer");
+      EXPECT_EQ(TextOf(expanded, "lblRawDataNote"), u"41 values: 10 subgroups of 4, 1 left over."_s);
       if (!accept) program.boxes.Expect(Answer::No);
       Click(expanded, accept ? "cmdAccept" : "cmdClose");
     });
