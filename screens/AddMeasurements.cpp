@@ -14,6 +14,7 @@
 #include "data/AddedSamples.h"
 #include "data/RawDataReadings.h"
 #include "data/RawDataText.h"
+#include "library/Tables.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/Indicators.h"
@@ -94,7 +95,8 @@ void AddMeasurements::BuildControls() {
   setMinimumWidth(fontMetrics().averageCharWidth() * 60);
   txtNewValues->setFocus();
 
-  connect(txtNewValues, &QPlainTextEdit::textChanged, &NotesTimer, [this] { NotesTimer.start(0); });
+  connect(txtNewValues, &QPlainTextEdit::textChanged, &NotesTimer,
+          [this] { NotesTimer.start(RawDataNotes::DelayFor(*txtNewValues)); });
   connect(&NotesTimer, &QTimer::timeout, this, &AddMeasurements::UpdateNotes);
   connect(cmdAdd, &QPushButton::clicked, this, &AddMeasurements::Add);
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
@@ -123,9 +125,16 @@ void AddMeasurements::UpdateNotes() {
                  found);
     txtNewValues->MarkSubgroups(data_->SubGroupSize(), before);
     cmdAdd->setEnabled(found.values > 0);
-    const auto with = found.IsUnclear() || found.values == 0 ? nullptr : AddedSamples::Preview(*data_, text);
-    ShowVerdict(with ? *with : *data_, with != nullptr);
+    ShowPreview(found.IsUnclear() || found.values == 0 ? QString() : text);
   });
+}
+
+// By the limits that the row keeps: those that it leaves to be calculated are calculated with the new values.
+void AddMeasurements::ShowPreview(const QString& text) {
+  CData stored = *data_;
+  Tables::Fill(stored, data_->RowAsKnown());
+  const auto with = AddedSamples::Preview(stored, text);
+  ShowVerdict(with ? *with : *data_, with != nullptr);
 }
 
 void AddMeasurements::ShowVerdict(const CData& shown, bool withNewValues) {

@@ -29,6 +29,7 @@ class AddMeasurements : public QDialog, public LibraryView {
   void LoadDataSet();
   void BuildControls();
   void UpdateNotes();
+  void ShowPreview(const QString& text);
   void ShowVerdict(const CData& shown, bool withNewValues);
   void Add();
   bool SettleCommas();

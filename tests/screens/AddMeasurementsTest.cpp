@@ -22,6 +22,10 @@ class AddMeasurementsTest : public testing::Test {
     // A range limit of 0 is why the editor cannot keep them.
     program.Execute(
         u"UPDATE StatData SET XBarUCL = 11, XBarLCL = 9, XBarMean = 10, RBarUCL = 2, RBarMean = 1"_s);
+    Open();
+  }
+
+  void Open() {
     EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
     data = program.state.gDataCollection.at(0);
     window = std::make_unique<AddMeasurements>();
@@ -68,6 +72,16 @@ TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
   EXPECT_EQ(program.screen.calls, QStringList{u"UpdateListRow BORE"_s});
   QTest::keyClick(window.get(), Qt::Key_Escape);  // and nothing is asked
   EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnew) {
+  program.Execute(u"UPDATE StatData SET XBarUCL = 0, XBarLCL = 0, XBarMean = 0, RBarUCL = 0, RBarMean = 0"_s);
+  Open();
+  Enter(u"5\n17\n5\n18"_s);
+  const QString foretold = Verdict();
+  Click(*window, "cmdAdd");
+  EXPECT_EQ(foretold, u"With these values: "_s + Verdict());
+  EXPECT_EQ(Verdict(), u"In control"_s);
 }
 
 TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
