@@ -6,7 +6,9 @@
 
 #include "app/Desktop.h"
 #include "cli/CommandLine.h"
+#include "cli/Console.h"
 #include "platform/system/Memory.h"
+#include "texts/CommandWords.h"
 #include "texts/Version.h"
 
 using namespace Qt::StringLiterals;
@@ -58,14 +60,13 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(Version::text);
   const std::optional<QStringList> given = WordsOf(argc, argv);
   if (!given) {
-    std::fputs("kestrel: a word of the command is not valid UTF-8\n", stderr);
+    Console::Complain(Words::Usage::notUtf8());
     return CommandLine::BadInput;
   }
   const QStringList& words = *given;
   if (CommandLine::IsCommand(words)) return RunCommandLine(argc, argv, words);
   if (!HasDisplay()) {
-    std::fputs("kestrel: there is no display for the desktop program; kestrel help lists the commands\n",
-               stderr);
+    Console::Complain(Words::Usage::noDisplay());
     return CommandLine::FileTrouble;
   }
   return RunDesktop(argc, argv, words.value(0));

@@ -4,6 +4,7 @@
 
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/CommandWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +29,7 @@ Arguments::Arguments(const QStringList& words, const Command& command) {
       operands_ << word;
   }
   for (const Option& option : command.options) {
-    if (option.required && !Has(option)) throw InputError(u"the option --%1 is missing"_s.arg(option.name));
+    if (option.required && !Has(option)) throw InputError(Words::Usage::optionMissing(option.name));
   }
   CheckOperands(command);
 }
@@ -38,14 +39,14 @@ void Arguments::TakeOption(const QString& word, QStringList& rest, const Command
   const bool hasValue = equals >= 0;
   const QString name = word.startsWith("--"_L1) ? word.mid(2, hasValue ? equals - 2 : -1) : QString();
   const auto option = std::ranges::find(command.options, name, &Option::name);
-  if (option == command.options.end()) throw InputError(u"unknown option \"%1\""_s.arg(word));
+  if (option == command.options.end()) throw InputError(Words::Usage::unknownOption(word));
   if (option->kind == Option::Kind::Flag) {
-    if (hasValue) throw InputError(u"the option --%1 takes no value"_s.arg(name));
+    if (hasValue) throw InputError(Words::Usage::takesNoValue(name));
     values_[name] = QString();
     return;
   }
-  if (Has(*option)) throw InputError(u"the option --%1 is given twice"_s.arg(name));
-  if (!hasValue && rest.isEmpty()) throw InputError(u"the option --%1 needs a value"_s.arg(name));
+  if (Has(*option)) throw InputError(Words::Usage::givenTwice(name));
+  if (!hasValue && rest.isEmpty()) throw InputError(Words::Usage::needsValue(name));
   const QString value = hasValue ? word.mid(equals + 1) : rest.takeFirst();
   option->Check(value);
   values_[name] = value;
@@ -56,9 +57,8 @@ void Arguments::CheckOperands(const Command& command) const {
   const bool repeats = !declared.empty() && declared.back().repeats;
   const auto needed = static_cast<qsizetype>(declared.size()) - repeats;
   if (operands_.size() < needed)
-    throw InputError(u"%1 is missing"_s.arg(declared[static_cast<std::size_t>(operands_.size())].what));
-  if (!repeats && operands_.size() > needed)
-    throw InputError(u"unexpected word \"%1\""_s.arg(operands_[needed]));
+    throw InputError(Words::Usage::missing(declared[static_cast<std::size_t>(operands_.size())].what));
+  if (!repeats && operands_.size() > needed) throw InputError(Words::Usage::unexpected(operands_[needed]));
 }
 
 std::optional<double> Arguments::Number(const Option& option) const {

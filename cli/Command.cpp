@@ -2,6 +2,7 @@
 
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/CommandWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,10 +38,11 @@ QString InUsage(const Option& option) {
 QString InHelp(const Option& option) {
   const QString start = u"  --%1 %2"_s.arg(option.name, option.value).leftJustified(helpColumn - 1);
   QString help = option.help;
-  if (option.kind == Option::Kind::Whole) help += u", %1 to %2"_s.arg(option.low).arg(option.high);
+  if (option.kind == Option::Kind::Whole) help += Words::Usage::bounds(option.low, option.high);
   if (option.standard) {
     const int standard = *option.standard;
-    help += u" (%1)"_s.arg(option.choices.isEmpty() ? QString::number(standard) : option.choices[standard]);
+    help += Words::Usage::standard(option.choices.isEmpty() ? QString::number(standard)
+                                                            : option.choices[standard]);
   }
   return Wrapped(start, help.split(u' '), helpColumn);
 }
@@ -89,19 +91,19 @@ Option Option::Required() const {
 
 void Option::Check(const QString& text) const {
   const auto refuse = [&](const QString& why) {
-    throw InputError(u"--%1: \"%2\" is not %3"_s.arg(name, text, why), u"--"_s + name);
+    throw InputError(Words::Usage::isNot(name, text, why), u"--"_s + name);
   };
   bool isWhole = false;
   switch (kind) {
     case Kind::Number:
-      if (!Conversions::IsNumeric(text)) refuse(u"a number"_s);
+      if (!Conversions::IsNumeric(text)) refuse(Words::Usage::number());
       break;
     case Kind::Whole:
       if (const int whole = text.toInt(&isWhole); !isWhole || whole < low || whole > high)
-        refuse(u"a whole number from %1 to %2"_s.arg(low).arg(high));
+        refuse(Words::Usage::wholeNumber(low, high));
       break;
     case Kind::Choice:
-      if (!choices.contains(text, Qt::CaseInsensitive)) refuse(u"one of %1"_s.arg(choices.join(u", "_s)));
+      if (!choices.contains(text, Qt::CaseInsensitive)) refuse(Words::Usage::oneOf(choices.join(u", "_s)));
       break;
     case Kind::Flag:
     case Kind::Text:

@@ -7,6 +7,7 @@
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "platform/error/Error.h"
+#include "texts/CommandWords.h"
 #include "texts/Version.h"
 
 using namespace Qt::StringLiterals;
@@ -32,16 +33,11 @@ const Command* Find(const QString& name) {
 }
 
 QString Overview() {
-  QString text =
-      u"kestrel: statistical process control for measured characteristics\n\n"
-      "  kestrel [FILE]         the desktop program\n"_s;
+  QString text = Words::Usage::programs();
   for (const Command* command : AllCommands()) {
     text += u"  kestrel %1 %2\n"_s.arg(command->name, -14).arg(command->purpose);
   }
-  return text +
-         u"\nkestrel help COMMAND tells more. kestrel --version gives the version.\n"
-         "Exit status: 0 fine; 1 out of control (--check) or a difference (verify); 2 wrong usage or bad\n"
-         "input; 3 a file cannot be read or written.\n"_s;
+  return text + Words::Usage::helpAndStatus();
 }
 
 int Help(const QStringList& words) {
@@ -50,7 +46,7 @@ int Help(const QStringList& words) {
     return Fine;
   }
   const Command* command = Find(words[0]);
-  if (!command) throw InputError(u"there is no command \"%1\"; kestrel help lists them"_s.arg(words[0]));
+  if (!command) throw InputError(Words::Usage::noHelp(words[0]));
   Console::Print(command->Help());
   return Fine;
 }
@@ -60,15 +56,15 @@ int Dispatch(const QStringList& words) {
   const QStringList rest = words.mid(1);
   if (first == "help"_L1 || first == "--help"_L1 || first == "-h"_L1) return Help(rest);
   if (first == "--version"_L1) {
-    Console::Print(u"kestrel %1\n"_s.arg(Version::text));
+    Console::Print(Words::Usage::version(QString(Version::text)) + u'\n');
     return Fine;
   }
   const Command* command = Find(first);
   if (!command) {
-    const QString kind = first.startsWith(u'-') ? u"unknown option"_s
-                         : rest.isEmpty()       ? u"there is no command and no file"_s
-                                                : u"there is no command"_s;
-    throw InputError(u"%1 \"%2\"; kestrel help lists the commands"_s.arg(kind, first));
+    const auto& refusal = first.startsWith(u'-') ? Words::Usage::noSuchOption
+                          : rest.isEmpty()       ? Words::Usage::noCommandAndNoFile
+                                                 : Words::Usage::noCommand;
+    throw InputError(refusal(first));
   }
   if (rest.contains("--help"_L1)) return Help({first});
   return command->run(Arguments(rest, *command));

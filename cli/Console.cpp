@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "platform/error/Error.h"
-#include "texts/KeepingWords.h"
+#include "texts/CommandWords.h"
 
 #ifdef Q_OS_WIN
 #include <io.h>
@@ -26,9 +26,11 @@ bool IsTerminal() {
 #endif
 }
 
-QByteArray OnOneLine(QString text) {
-  return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\t', u' ').trimmed().toUtf8();
+QString OnOneLine(QString text) {
+  return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\t', u' ').trimmed();
 }
+
+void PutLine(const QString& line) { std::fprintf(stderr, "%s\n", line.toUtf8().constData()); }
 
 }  // namespace
 
@@ -36,7 +38,7 @@ void Print(const QString& text) {
   const QByteArray bytes = text.toUtf8();
   const auto size = static_cast<std::size_t>(bytes.size());
   if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
-    throw Error(u"standard output cannot be written"_s);
+    throw Error(Words::Usage::outputUnwritten());
   }
 }
 
@@ -44,21 +46,19 @@ void Tell(const QString& text) {
   try {
     Print(text);
   } catch (const Error&) {
-    Warn(Words::Keeping::writtenNotTold());
+    Warn(Words::Usage::writtenNotTold());
   }
 }
 
-void Complain(const QString& text) { std::fprintf(stderr, "kestrel: %s\n", OnOneLine(text).constData()); }
+void Complain(const QString& text) { PutLine(Words::Usage::complaint(OnOneLine(text))); }
 
-void Warn(const QString& text) {
-  std::fprintf(stderr, "kestrel: warning: %s\n", OnOneLine(text).constData());
-}
+void Warn(const QString& text) { PutLine(Words::Usage::warning(OnOneLine(text))); }
 
 QByteArray ReadInput() {
   QFile input;
-  if (!input.open(stdin, QIODevice::ReadOnly)) throw Error(u"standard input cannot be read"_s);
+  if (!input.open(stdin, QIODevice::ReadOnly)) throw Error(Words::Usage::inputUnread());
   QByteArray bytes = input.readAll();
-  if (input.error() != QFileDevice::NoError) throw Error(u"standard input cannot be read"_s);
+  if (input.error() != QFileDevice::NoError) throw Error(Words::Usage::inputUnread());
   return bytes;
 }
 

@@ -9,6 +9,8 @@
 #include "cli/CsvReadings.h"
 #include "cli/CsvTable.h"
 #include "platform/error/Error.h"
+#include "texts/CsvWords.h"
+#include "texts/NumberWords.h"
 
 using namespace Qt::StringLiterals;
 using WrittenNumbers::Decimal;
@@ -16,8 +18,11 @@ using namespace CsvReadings;
 
 namespace {
 
-QString NameOf(QChar separator) {
-  return separator == u',' ? u"comma"_s : separator == u'\t' ? u"tab"_s : u"semicolon"_s;
+QString SeparatorOption(QChar separator) {
+  const auto& option = separator == u','    ? Words::Numbers::separatorComma
+                       : separator == u'\t' ? Words::Numbers::separatorTab
+                                            : Words::Numbers::separatorSemicolon;
+  return option();
 }
 
 // Tries every separator that the text allows, and insists on one result.
@@ -106,7 +111,7 @@ class Reader {
   QString OptionFor(const Outcome& outcome, bool separatorTells) const {
     if (!separatorTells) return WrittenNumbers::Option(outcome.mark);
     if (outcome.separator.isNull() && !options_.notation.decimal) return WrittenNumbers::Option(outcome.mark);
-    return u"--separator "_s + NameOf(outcome.separator);
+    return SeparatorOption(outcome.separator);
   }
 
   void RequireOne() const {
@@ -121,14 +126,12 @@ class Reader {
     for (const Outcome& outcome : outcomes_) {
       if (at < outcome.numbers.size() && outcome.numbers[at].text.size() > shown.text.size())
         shown = outcome.numbers[at];
-      const QString meaning = at < outcome.numbers.size() ? outcome.numbers[at].value : u"no value"_s;
+      const QString meaning = at < outcome.numbers.size() ? outcome.numbers[at].value : Words::Csv::noValue();
       readings << WrittenNumbers::Reading{meaning, OptionFor(outcome, separatorTells)};
     }
     if (first.separator.isNull() && first.hasBareComma && !told && outcomes_.size() < 3)
-      readings << WrittenNumbers::Reading{u"several columns"_s, u"--separator comma"_s};
-    throw InputError(u"%1 line %2: %3"_s.arg(name_)
-                         .arg(shown.line)
-                         .arg(WrittenNumbers::Doubt(Shown(shown.text), readings)));
+      readings << WrittenNumbers::Reading{Words::Csv::asColumns(), Words::Numbers::separatorComma()};
+    throw InputError(Words::Csv::line(name_, shown.line, WrittenNumbers::Doubt(Shown(shown.text), readings)));
   }
 
   // The place among the numbers at which the outcomes part.
@@ -162,7 +165,7 @@ QString Decoded(const QByteArray& bytes, const QString& name) {
     // An older spreadsheet writes its system's code page; 0x92 is an apostrophe there.
     if (utf8.hasError()) text = QString::fromLatin1(bytes).replace(QChar(0x92), QChar(0x2019));
   }
-  if (text.contains(QChar(0))) throw InputError(u"%1 is not a text file"_s.arg(name));
+  if (text.contains(QChar(0))) throw InputError(Words::Csv::notText(name));
   return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
 }
 

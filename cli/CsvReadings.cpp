@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/language/Conversions.h"
+#include "texts/CsvWords.h"
 
 using namespace Qt::StringLiterals;
 using WrittenNumbers::Decimal;
@@ -42,8 +43,8 @@ class Column {
 
  private:
   QString Place(int line) const {
-    const QString heading = heading_.isEmpty() ? QString() : u" (%1)"_s.arg(Shown(heading_));
-    return u"%1 line %2, column %3%4"_s.arg(name_).arg(line).arg(index_ + 1).arg(heading);
+    return heading_.isEmpty() ? Words::Csv::place(name_, line, index_ + 1)
+                              : Words::Csv::placeWithHeading(name_, line, index_ + 1, Shown(heading_));
   }
 
   const std::vector<CsvField>& First() const { return table_.rows.front().fields; }
@@ -57,12 +58,7 @@ class Column {
   // A row with more fields than the first is a wrong separator, or decimal commas between commas.
   void RequireFields(const CsvRow& row) const {
     if (row.fields.size() <= First().size()) return;
-    throw InputError(
-        u"%1 line %2 has %3 columns, the first line has %4; --separator or --decimal may settle it"_s
-            .arg(name_)
-            .arg(row.line)
-            .arg(row.fields.size())
-            .arg(First().size()));
+    throw InputError(Words::Csv::uneven(name_, row.line, row.fields.size(), First().size()));
   }
 
   // Sets the place of the column; true where its heading was named.
@@ -72,10 +68,8 @@ class Column {
     if (column.isEmpty()) {
       if (headings.size() == 1) return false;
       const bool mayBeDecimal = table_.separator == u',' && std::ranges::all_of(headings, IsNumber);
-      throw InputError(
-          u"%1 has %2 columns (%3); name one with --column%4"_s.arg(name_)
-              .arg(headings.size())
-              .arg(Shown(headings.join(u", "_s)), mayBeDecimal ? u", or say --decimal comma"_s : QString()));
+      const auto& refusal = mayBeDecimal ? Words::Csv::columnsOrDecimals : Words::Csv::severalColumns;
+      throw InputError(refusal(name_, headings.size(), Shown(headings.join(u", "_s))));
     }
     bool isPlace = false;
     const int place = column.toInt(&isPlace);
@@ -86,14 +80,12 @@ class Column {
     for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
       const auto isIt = [&](const QString& text) { return text.compare(column.trimmed(), sensitivity) == 0; };
       const auto count = std::ranges::count_if(headings, isIt);
-      if (count > 1)
-        throw InputError(u"%1 has %2 columns \"%3\"; choose by number"_s.arg(name_).arg(count).arg(column));
+      if (count > 1) throw InputError(Words::Csv::oneHeadingTwice(name_, count, column));
       if (count == 0) continue;
       index_ = static_cast<std::size_t>(std::ranges::find_if(headings, isIt) - headings.begin());
       return true;
     }
-    throw NoSuchColumn(u"%1 has no column \"%2\" (its first line is: %3)"_s.arg(
-        name_, column, Shown(headings.join(u", "_s))));
+    throw NoSuchColumn(Words::Csv::noSuchColumn(name_, column, Shown(headings.join(u", "_s))));
   }
 
   void TakeHeading(bool byName) {
@@ -102,11 +94,7 @@ class Column {
     if (!byName && !isText) {
       if (!OthersAreHeadings() && !IsAlone(first)) return;
       if (IsNumber(first))
-        throw InputError(
-            u"%1 line %2: \"%3\" may be a heading (--column \"%3\" says so) or a value (below a heading it is one)"_s
-                .arg(name_)
-                .arg(table_.rows.front().line)
-                .arg(first));
+        throw InputError(Words::Csv::headingOrValue(name_, table_.rows.front().line, first));
       if (!first.isEmpty()) return;
     }
     heading_ = first;
@@ -157,11 +145,11 @@ class Column {
         if (emptyLine == 0) emptyLine = row.line;
         continue;
       }
-      if (emptyLine != 0) throw InputError(Place(emptyLine) + u": there is no number"_s);
+      if (emptyLine != 0) throw InputError(Words::Csv::noNumber(Place(emptyLine)));
       fields_.push_back({row.line, field.text, {}});
       hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
     }
-    if (fields_.empty() && emptyLine != 0) throw NoSuchColumn(Place(emptyLine) + u": there is no number"_s);
+    if (fields_.empty() && emptyLine != 0) throw NoSuchColumn(Words::Csv::noNumber(Place(emptyLine)));
   }
 
   std::optional<Outcome> Read(Decimal mark) const {
@@ -192,21 +180,17 @@ class Column {
     };
     for (const Number& field : fields_) {
       if (mark ? reads(field, *mark) : IsNumber(field.text)) continue;
-      const QString how = !mark                     ? QString()
-                          : *mark == Decimal::Point ? u" with a decimal point"_s
-                                                    : u" with a decimal comma"_s;
-      throw InputError(Place(field.line) + u": \"%1\" is not a number%2"_s.arg(Shown(field.text), how));
+      const auto& refusal = !mark                     ? Words::Csv::isNone
+                            : *mark == Decimal::Point ? Words::Csv::isNoneWithPoint
+                                                      : Words::Csv::isNoneWithComma;
+      throw InputError(refusal(Place(field.line), Shown(field.text)));
     }
     const auto notPoint =
         std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Point); });
     const auto notComma =
         std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Comma); });
-    throw InputError(
-        Place(std::max(notPoint->line, notComma->line)) +
-        u": \"%1\" in line %2 has a decimal comma, \"%3\" in line %4 a decimal point"_s.arg(notPoint->text)
-            .arg(notPoint->line)
-            .arg(notComma->text)
-            .arg(notComma->line));
+    throw InputError(Words::Csv::bothMarks(Place(std::max(notPoint->line, notComma->line)), notPoint->text,
+                                           notPoint->line, notComma->text, notComma->line));
   }
 
   const QString& name_;

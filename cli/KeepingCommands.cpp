@@ -14,8 +14,8 @@
 #include "library/Library.h"
 #include "library/LibraryWatch.h"
 #include "platform/error/Error.h"
+#include "texts/CommandWords.h"
 #include "texts/DetectionRules.h"
-#include "texts/KeepingWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,10 +25,10 @@ namespace {
 
 using SharedOptions::libraryFile;
 
-const Option id = Option::Whole(u"id"_s, Words::Keeping::idOption(), 0, std::numeric_limits<int>::max());
-const Option as = Option::Text(u"as"_s, u"NAME"_s, Words::Keeping::asOption());
-const Option purge = Option::Flag(u"purge"_s, Words::Keeping::purgeOption());
-const Option exec = Option::Text(u"exec"_s, u"CMD"_s, Words::Keeping::execOption());
+const Option id = Option::Whole(u"id"_s, Words::Command::idOption(), 0, std::numeric_limits<int>::max());
+const Option as = Option::Text(u"as"_s, u"NAME"_s, Words::Command::asOption());
+const Option purge = Option::Flag(u"purge"_s, Words::Command::purgeOption());
+const Option exec = Option::Text(u"exec"_s, u"CMD"_s, Words::Command::execOption());
 
 int RunCopy(const Arguments& arguments) {
   Library::Open(arguments.Operands()[0], Console::Warn)->CopyTo(arguments.Operands()[1]);
@@ -40,11 +40,11 @@ int RunCopy(const Arguments& arguments) {
 using DeletedList = std::vector<Library::Deleted>;
 
 QString ListOf(const DeletedList& deleted) {
-  if (deleted.empty()) return Words::Keeping::nothingDeleted() + u'\n';
+  if (deleted.empty()) return Words::Command::nothingDeleted() + u'\n';
   QString text;
   for (const Library::Deleted& one : deleted) {
     const QString samples = one.row.data ? QString::number(one.row.data->SampleQty()) : u"-"_s;
-    text += Words::Keeping::deletedLine(one.deletedAt, QString::number(one.row.id), samples,
+    text += Words::Command::deletedLine(one.deletedAt, QString::number(one.row.id), samples,
                                         one.row.description) +
             u'\n';
   }
@@ -60,13 +60,13 @@ DeletedList Chosen(const DeletedList& deleted, const Arguments& arguments) {
     const auto found =
         std::ranges::find(deleted, number, [](const Library::Deleted& one) { return one.row.id; });
     if (found == deleted.end())
-      throw InputError(Words::Keeping::noDeletedId(place, QString::number(number)), place);
+      throw InputError(Words::Command::noDeletedId(place, QString::number(number)), place);
     chosen.push_back(*found);
   }
   for (const QString& name : arguments.Operands().mid(1)) {
     const auto found = Names::Find(deleted.begin(), deleted.end(), name,
                                    [](const Library::Deleted& one) { return one.row.description; });
-    if (found == deleted.end()) throw InputError(Words::Keeping::noDeleted(place, name), name);
+    if (found == deleted.end()) throw InputError(Words::Command::noDeleted(place, name), name);
     chosen.push_back(*found);
   }
   return chosen;
@@ -77,15 +77,15 @@ int RunRestore(const Arguments& arguments) {
   const DeletedList deleted = library->DeletedDataSets();
   const DeletedList chosen = Chosen(deleted, arguments);
   if (chosen.empty() && (arguments.Has(purge) || arguments.Has(as)))
-    throw InputError(Words::Keeping::nothingChosen());
-  if (chosen.size() > 1 && arguments.Has(as)) throw InputError(Words::Keeping::oneNameForMany());
+    throw InputError(Words::Command::nothingChosen());
+  if (chosen.size() > 1 && arguments.Has(as)) throw InputError(Words::Command::oneNameForMany());
   if (chosen.empty()) Console::Print(ListOf(deleted));
   for (const Library::Deleted& one : chosen) {
     if (arguments.Has(purge))
       library->Purge(one);
     else
       library->Restore(one, arguments.Text(as).trimmed());
-    const auto& told = arguments.Has(purge) ? Words::Keeping::purged : Words::Keeping::restored;
+    const auto& told = arguments.Has(purge) ? Words::Command::purged : Words::Command::restored;
     Console::Tell(told(one.row.description) + u'\n');
   }
   return CommandLine::Fine;
@@ -107,8 +107,8 @@ struct State {
 
 State StateOf(const CData& data) {
   const bool hasPoints = data.NumberOfPlotPoints() > 0;
-  const QString broken = Words::Keeping::ruleBroken(QString::number(data.RuleViolation()));
-  const QString verdict = data.IsInControl() ? Words::Keeping::inControl() : broken;
+  const QString broken = Words::Command::ruleBroken(QString::number(data.RuleViolation()));
+  const QString verdict = data.IsInControl() ? Words::Command::inControl() : broken;
   return {data.Description(), ProcessState::Name(data.ProcessState()), hasPoints ? verdict : u"-"_s,
           QString::number(data.CPKValue(), 'f', 2)};
 }
@@ -152,7 +152,7 @@ class Watcher {
     const bool isKnown = known != states_.end();
     if (!row && !isKnown) return;
     const State before = isKnown ? known->second : State{};
-    State now{before.description, Words::Keeping::deleted(), u"-"_s, u"-"_s};
+    State now{before.description, Words::Command::deleted(), u"-"_s, u"-"_s};
     if (row)
       states_[number] = now = StateOf(*row->data);
     else
@@ -204,30 +204,30 @@ int RunWatch(const Arguments& arguments) {
 const Command& Copy() {
   static const Command command = {
       .name = u"copy"_s,
-      .purpose = Words::Keeping::copyPurpose(),
-      .operands = {{u"FROM"_s, Words::Keeping::copyFrom()}, {u"TO"_s, Words::Keeping::copyTo()}},
+      .purpose = Words::Command::copyPurpose(),
+      .operands = {{u"FROM"_s, Words::Command::copyFrom()}, {u"TO"_s, Words::Command::copyTo()}},
       .options = {},
-      .details = Words::Keeping::copyDetails(),
+      .details = Words::Command::copyDetails(),
       .run = RunCopy};
   return command;
 }
 
 const Command& Restore() {
   static const Command command = {.name = u"restore"_s,
-                                  .purpose = Words::Keeping::restorePurpose(),
+                                  .purpose = Words::Command::restorePurpose(),
                                   .operands = {libraryFile, SharedOptions::descriptions},
                                   .options = {id, as, purge},
-                                  .details = Words::Keeping::restoreDetails(),
+                                  .details = Words::Command::restoreDetails(),
                                   .run = RunRestore};
   return command;
 }
 
 const Command& Watch() {
   static const Command command = {.name = u"watch"_s,
-                                  .purpose = Words::Keeping::watchPurpose(),
+                                  .purpose = Words::Command::watchPurpose(),
                                   .operands = {libraryFile},
                                   .options = {exec},
-                                  .details = Words::Keeping::watchDetails(),
+                                  .details = Words::Command::watchDetails(),
                                   .run = RunWatch};
   return command;
 }

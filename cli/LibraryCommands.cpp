@@ -13,6 +13,7 @@
 #include "library/Library.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/CommandWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,13 +23,10 @@ namespace {
 
 using namespace SharedOptions;
 
-const Option nominal =
-    Option::Number(u"nominal"_s, u"the nominal value, within the specification limits"_s).Required();
-const Option unit = Option::Text(u"unit"_s, u"U"_s, u"the unit of measurement"_s);
-const Option recalculate =
-    Option::Flag(u"recalculate"_s, u"calculates the control limits anew, from all points"_s);
-const Option column =
-    Option::Text(u"column"_s, u"NAME|N"_s, u"the column, by its number from 1 or its heading"_s);
+const Option nominal = Option::Number(u"nominal"_s, Words::Command::nominalOption()).Required();
+const Option unit = Option::Text(u"unit"_s, u"U"_s, Words::Command::unitOption());
+const Option recalculate = Option::Flag(u"recalculate"_s, Words::Command::recalculateOption());
+const Option column = Option::Text(u"column"_s, u"NAME|N"_s, Words::Command::columnOption());
 
 // The stored form: each value followed by a comma.
 QString StoredForm(const QStringList& values) {
@@ -44,9 +42,8 @@ double LimitKept(const Arguments& arguments, const Option& option) {
   const double given = *arguments.Number(option);
   const double kept = MathFunctions::FormatDouble(given, mostDecimals);
   if (kept != given) {
-    Console::Warn(u"--%1 %2 is kept with %3 decimals, as %4"_s.arg(option.name, arguments.Text(option))
-                      .arg(mostDecimals)
-                      .arg(Conversions::CStr(kept)));
+    Console::Warn(Words::Command::keptWithDecimals(option.name, arguments.Text(option), mostDecimals,
+                                                   Conversions::CStr(kept)));
   }
   return kept;
 }
@@ -57,13 +54,11 @@ void FillLimits(const Arguments& arguments, CData& data) {
   const double lower = LimitKept(arguments, lsl);
   const double target = LimitKept(arguments, nominal);
   if (target < lower || target > upper) {
-    throw InputError(u"the nominal value %1 does not lie within the specification limits %2 to %3"_s.arg(
-        arguments.Text(nominal), arguments.Text(lsl), arguments.Text(usl)));
+    throw InputError(
+        Words::Command::nominalOutside(arguments.Text(nominal), arguments.Text(lsl), arguments.Text(usl)));
   }
   if (!(lower < upper)) {
-    throw InputError(u"the specification limits %1 and %2 are one with %3 decimals"_s
-                         .arg(arguments.Text(lsl), arguments.Text(usl))
-                         .arg(mostDecimals));
+    throw InputError(Words::Command::limitsAreOne(arguments.Text(lsl), arguments.Text(usl), mostDecimals));
   }
   data.SetUpperSpecLimit(upper);
   data.SetLowerSpecLimit(lower);
@@ -73,16 +68,13 @@ void FillLimits(const Arguments& arguments, CData& data) {
 }
 
 QString VerdictOf(const CData& data) {
-  if (data.NumberOfPlotPoints() == 0) return u"no points yet"_s;
-  return data.IsInControl() ? u"in control"_s : u"out of control, rule %1"_s.arg(data.RuleViolation());
+  if (data.NumberOfPlotPoints() == 0) return Words::Command::noPoints();
+  return data.IsInControl() ? Words::Command::inControl() : Words::Command::ruleBroken(data.RuleViolation());
 }
 
 void WarnOfDecimals(const CData& data) {
   if (data.OwnDecimals() <= data.PrecisionValue()) return;
-  Console::Warn(
-      u"the values have %1 decimals, of which %2 are shown and judged: a smaller unit would keep them all"_s
-          .arg(data.OwnDecimals())
-          .arg(data.PrecisionValue()));
+  Console::Warn(Words::Command::moreDecimals(data.OwnDecimals(), data.PrecisionValue()));
 }
 
 // What is to be known of the limits that the points are judged by; `before` is the number of points that were
@@ -91,13 +83,9 @@ QString LimitsOf(const CData& data, qsizetype before) {
   constexpr int enough = QCGlobalFunctions::pointsForLimits;
   const int points = data.NumberOfPlotPoints();
   if (points == 0) return {};
-  if (!QCGlobalFunctions::LimitsCanBeKept(data))
-    return u"; no limits are kept yet, for they need two points with a spread"_s;
-  if (points < enough)
-    return u"; the limits are preliminary, with fewer than %1 points: append --recalculate renews them"_s.arg(
-        enough);
-  if (before > 0 && before < enough)
-    return u"; the limits may rest on %1 points only: append --recalculate renews them"_s.arg(before);
+  if (!QCGlobalFunctions::LimitsCanBeKept(data)) return Words::Command::noLimits();
+  if (points < enough) return Words::Command::preliminary(enough);
+  if (before > 0 && before < enough) return Words::Command::restOnFew(before);
   return {};
 }
 
@@ -106,11 +94,9 @@ void PrintResult(const CData& data, qsizetype added, bool renewed = false) {
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
   const auto before = renewed ? 0 : (values - added) / data.SubGroupSize();
-  const QString rest = left > 0 ? u" and %1 values left over"_s.arg(left) : QString();
-  const QString counts =
-      u": %1 values added, %2 in all, %3 plot points"_s.arg(added).arg(values).arg(data.NumberOfPlotPoints());
-  Console::Tell(data.Description() + counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) +
-                u'\n');
+  const QString rest = left > 0 ? Words::Command::leftOver(left) : QString();
+  const QString counts = Words::Command::added(data.Description(), added, values, data.NumberOfPlotPoints());
+  Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) + u'\n');
 }
 
 QStringList ValuesToAppend(const Arguments& arguments) {
@@ -119,7 +105,7 @@ QStringList ValuesToAppend(const Arguments& arguments) {
   QStringList values;
   for (const QString& word : words) values += WrittenNumbers::ReadList(word, notation, values.size());
   if (words.isEmpty()) values = WrittenNumbers::ReadList(QString::fromUtf8(Console::ReadInput()), notation);
-  if (values.isEmpty() && !arguments.Has(recalculate)) throw InputError(u"there are no values to append"_s);
+  if (values.isEmpty() && !arguments.Has(recalculate)) throw InputError(Words::Command::nothingToAppend());
   return values;
 }
 
@@ -132,7 +118,7 @@ int RunImport(const Arguments& arguments) {
   CData data;
   data.SetFollowsItsDecimals(true);
   data.SetDescription(arguments.Text(description).trimmed());
-  if (data.Description().isEmpty()) throw InputError(u"--description: the description is empty"_s);
+  if (data.Description().isEmpty()) throw InputError(Words::Command::emptyDescription());
   FillLimits(arguments, data);
   data.SetSubGroupSize(static_cast<qint16>(arguments.Whole(subGroup)));
   data.SetSensitivityValue(arguments.Choice(sensitivity));
@@ -162,19 +148,12 @@ int RunAppend(const Arguments& arguments) {
 int RunConvert(const Arguments& arguments) {
   AccessImport::Counts counts;
   {
-    Console::Progress progress(u"converting"_s);
+    Console::Progress progress(Words::Command::converting());
     counts = AccessImport::Convert(arguments.Operands()[0], arguments.Operands()[1],
                                    [&](qint64 done, qint64 total) { progress.Show(done, total); });
   }
   Console::Tell(
-      u"%1: %2 data sets, %3 samples, %4 units\n"
-      "Compare these counts with Access: its files have no checksum. No reader can see a digit that was "
-      "changed\n"
-      "within a text, a number that became empty, or texts that changed places.\n"_s
-          .arg(arguments.Operands()[1])
-          .arg(counts.dataSets)
-          .arg(counts.samples)
-          .arg(counts.units));
+      Words::Command::converted(arguments.Operands()[1], counts.dataSets, counts.samples, counts.units));
   return 0;
 }
 
@@ -182,48 +161,42 @@ int RunConvert(const Arguments& arguments) {
 
 const Command& New() {
   static const Command command = {.name = u"new"_s,
-                                  .purpose = u"makes an empty library"_s,
+                                  .purpose = Words::Command::newPurpose(),
                                   .operands = {libraryFile},
                                   .options = {},
-                                  .details = u"An existing file is never overwritten.\n"_s,
+                                  .details = Words::Command::newDetails(),
                                   .run = RunNew};
   return command;
 }
 
 const Command& Import() {
-  static const Command command = {
-      .name = u"import"_s,
-      .purpose = u"adds a data set from one column of a CSV file"_s,
-      .operands = {libraryFile, {u"CSV"_s, u"the CSV file"_s}},
-      .options = {description, usl.Required(), lsl.Required(), nominal, unit, subGroup, sensitivity, period,
-                  column, decimal, separator},
-      .details =
-          u"The control limits are calculated from the data and kept, once two points have a spread.\n"_s,
-      .run = RunImport};
+  static const Command command = {.name = u"import"_s,
+                                  .purpose = Words::Command::importPurpose(),
+                                  .operands = {libraryFile, {u"CSV"_s, Words::Command::csvFile()}},
+                                  .options = {description, usl.Required(), lsl.Required(), nominal, unit,
+                                              subGroup, sensitivity, period, column, decimal, separator},
+                                  .details = Words::Command::importDetails(),
+                                  .run = RunImport};
   return command;
 }
 
 const Command& Append() {
-  static const Command command = {
-      .name = u"append"_s,
-      .purpose = u"adds values to a data set"_s,
-      .operands = {libraryFile, {u"VALUE"_s, {}, true}},
-      .options = {description, recalculate, decimal, separator},
-      .details =
-          u"Without values on the line they are read from standard input. Kept control limits stay as they "
-          "are.\n"_s,
-      .run = RunAppend};
+  static const Command command = {.name = u"append"_s,
+                                  .purpose = Words::Command::appendPurpose(),
+                                  .operands = {libraryFile, {u"VALUE"_s, {}, true}},
+                                  .options = {description, recalculate, decimal, separator},
+                                  .details = Words::Command::appendDetails(),
+                                  .run = RunAppend};
   return command;
 }
 
 const Command& Convert() {
-  static const Command command = {
-      .name = u"convert"_s,
-      .purpose = u"makes a library from an Access file"_s,
-      .operands = {{u"ACCESSFILE"_s, u"the Access file"_s}, libraryFile},
-      .options = {},
-      .details = u"The Access file is only read; an existing file is never overwritten.\n"_s,
-      .run = RunConvert};
+  static const Command command = {.name = u"convert"_s,
+                                  .purpose = Words::Command::convertPurpose(),
+                                  .operands = {{u"ACCESSFILE"_s, Words::Command::accessFile()}, libraryFile},
+                                  .options = {},
+                                  .details = Words::Command::convertDetails(),
+                                  .run = RunConvert};
   return command;
 }
 

@@ -24,8 +24,10 @@
 #include "library/Library.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/CommandWords.h"
 #include "texts/DetectionRules.h"
 #include "texts/LibraryWords.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,11 +37,11 @@ namespace {
 
 using SharedOptions::libraryFile;
 
-const Option json = Option::Flag(u"json"_s, u"an array with one object per data set"_s);
-const Option check = Option::Flag(u"check"_s, u"exit status 1 when a data set is out of control"_s);
-const Option format = Option::Choice(u"format"_s, {u"pdf"_s, u"png"_s, u"svg"_s}, u"pdf, png or svg"_s, 0);
-const Option fit =
-    Option::Flag(u"fit"_s, u"value axes that fit the points, in place of the standard scale"_s);
+const Option json = Option::Flag(u"json"_s, Words::Command::jsonOption());
+const Option check = Option::Flag(u"check"_s, Words::Command::checkOption());
+const Option format =
+    Option::Choice(u"format"_s, {u"pdf"_s, u"png"_s, u"svg"_s}, Words::Command::formatOption(), 0);
+const Option fit = Option::Flag(u"fit"_s, Words::Command::fitOption());
 
 // Data sets with their statistics, and the exit status that those without leave.
 struct Loaded {
@@ -83,7 +85,8 @@ struct TableColumn {
 
 QString InControlText(const CData& data) {
   if (data.NumberOfPlotPoints() == 0) return u"-"_s;
-  return data.IsInControl() ? u"yes"_s : u"NO, rule %1"_s.arg(data.RuleViolation());
+  return data.IsInControl() ? Words::Command::isControlled()
+                            : Words::Command::isNotControlled(data.RuleViolation());
 }
 
 const std::vector<TableColumn>& StatusColumns() {
@@ -91,16 +94,19 @@ const std::vector<TableColumn>& StatusColumns() {
     return [read](const CData& data) { return Conversions::CStr((data.*read)()); };
   };
   static const std::vector<TableColumn> columns = {
-      {u"Data description"_s, false, [](const CData& data) { return data.Description(); }},
-      {u"State"_s, false, [](const CData& data) { return ProcessState::Name(data.ProcessState()); }},
-      {u"In control"_s, false, InControlText},
-      {u"Cpk"_s, true, [](const CData& data) { return QString::number(data.CPKValue(), 'f', 2); }},
-      {u"Samples"_s, true, [](const CData& data) { return QString::number(data.SampleQty()); }},
-      {u"n"_s, true, [](const CData& data) { return QString::number(data.SubGroupSize()); }},
-      {u"Mean"_s, true, number(&CData::XBarMean)},
-      {u"LCL"_s, true, number(&CData::XBarLCL)},
-      {u"UCL"_s, true, number(&CData::XBarUCL)},
-      {u"Unit"_s, false, [](const CData& data) { return data.UnitOfMeasurement(); }}};
+      {Words::Command::dataDescription(), false, [](const CData& data) { return data.Description(); }},
+      {Words::Command::state(), false,
+       [](const CData& data) { return ProcessState::Name(data.ProcessState()); }},
+      {Words::Command::controlled(), false, InControlText},
+      {Words::Figure::cpk(), true,
+       [](const CData& data) { return QString::number(data.CPKValue(), 'f', 2); }},
+      {Words::Figure::samples(), true, [](const CData& data) { return QString::number(data.SampleQty()); }},
+      {Words::Command::subgroupSize(), true,
+       [](const CData& data) { return QString::number(data.SubGroupSize()); }},
+      {Words::Figure::mean(), true, number(&CData::XBarMean)},
+      {Words::Figure::lcl(), true, number(&CData::XBarLCL)},
+      {Words::Figure::ucl(), true, number(&CData::XBarUCL)},
+      {Words::Command::unit(), false, [](const CData& data) { return data.UnitOfMeasurement(); }}};
   return columns;
 }
 
@@ -160,7 +166,7 @@ class FileNames {
 
 QString OutputFolder(const Arguments& arguments) {
   const QString folder = arguments.Text(SharedOptions::out);
-  if (!QDir().mkpath(folder)) throw Error(u"%1: the folder cannot be made"_s.arg(folder));
+  if (!QDir().mkpath(folder)) throw Error(Words::Command::noFolder(folder));
   return folder;
 }
 
@@ -202,7 +208,7 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
         }
       }));
   int status = loaded.status;
-  Console::Progress progress(u"writing"_s);
+  Console::Progress progress(Words::Command::writing());
   for (const Output& output : outputs) {
     try {
       const std::exception_ptr failure = failures.futures()[0].resultAt(output.number - 1);
@@ -210,7 +216,7 @@ int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) 
       Console::Print(output.path + u'\n');
     } catch (const std::exception& error) {
       const QString name = output.data->Description();
-      Console::Complain(u"%1: data set \"%2\": %3"_s.arg(library, name, ErrorText(error)));
+      Console::Complain(Words::Library::refusedValues(library, name, ErrorText(error)));
       status = std::max(status, CommandLine::StatusOf(error));
     }
     progress.Show(output.number, output.count);
@@ -226,7 +232,7 @@ int RunStatus(const Arguments& arguments) {
     for (const CDataPtr& data : dataSets) array.append(Json::ReadProperties(*data));
     Console::Print(QString::fromUtf8(QJsonDocument(array).toJson()));
   } else if (!dataSets.empty() || failed == CommandLine::Fine) {
-    Console::Print(dataSets.empty() ? u"The library holds no data sets.\n"_s : Table(dataSets));
+    Console::Print(dataSets.empty() ? Words::Command::noDataSets() + u'\n' : Table(dataSets));
   }
   const bool outOfControl = std::any_of(dataSets.begin(), dataSets.end(),
                                         [](const CDataPtr& data) { return !data->IsInControl(); });
@@ -266,7 +272,7 @@ int RunExport(const Arguments& arguments) {
 
 const Command& Status() {
   static const Command command = {.name = u"status"_s,
-                                  .purpose = u"shows the state of every data set"_s,
+                                  .purpose = Words::Command::statusPurpose(),
                                   .operands = {libraryFile},
                                   .options = {json, check},
                                   .details = {},
@@ -276,10 +282,10 @@ const Command& Status() {
 
 const Command& Report() {
   static const Command command = {.name = u"report"_s,
-                                  .purpose = u"writes the page of charts"_s,
+                                  .purpose = Words::Command::reportPurpose(),
                                   .operands = {libraryFile, SharedOptions::descriptions},
                                   .options = {SharedOptions::out, format, fit},
-                                  .details = u"One file for each data set, or for those named.\n"_s,
+                                  .details = Words::Command::reportDetails(),
                                   .run = RunReport,
                                   .needsGraphics = true};
   return command;
@@ -287,7 +293,7 @@ const Command& Report() {
 
 const Command& Export() {
   static const Command command = {.name = u"export"_s,
-                                  .purpose = u"writes data sets and their results as .csf files"_s,
+                                  .purpose = Words::Command::exportPurpose(),
                                   .operands = {libraryFile, SharedOptions::descriptions},
                                   .options = {SharedOptions::out},
                                   .details = {},

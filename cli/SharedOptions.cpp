@@ -8,8 +8,7 @@ namespace SharedOptions {
 
 void CheckSpecLimits(const Arguments& arguments) {
   if (*arguments.Number(lsl) < *arguments.Number(usl)) return;
-  throw InputError(u"the lower specification limit %1 is not below the upper one %2"_s.arg(
-      arguments.Text(lsl), arguments.Text(usl)));
+  throw InputError(Words::Command::limitsReversed(arguments.Text(lsl), arguments.Text(usl)));
 }
 
 WrittenNumbers::Notation Notation(const Arguments& arguments) {

@@ -13,6 +13,7 @@
 #include "engine/Engine.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
+#include "texts/CommandWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,20 +23,18 @@ namespace {
 
 using namespace SharedOptions;
 
-const Option start = Option::Whole(u"start"_s, u"the first plot point that the limits are calculated from"_s,
-                                   0, engine::maximumSamples);
-const Option stop = Option::Whole(u"stop"_s, u"the last one"_s, 0, engine::maximumSamples);
-const Option limitsKept = Option::Text(u"limits"_s, u"XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s,
-                                       u"limits to keep; 0 has one calculated"_s);
-const Option precision = Option::Whole(
-    u"precision"_s, u"decimals of the texts and of the rules' judgement, in place of the data's own"_s, 0,
-    engine::maximumPrecision);
-const Option reverse = Option::Flag(u"reverse"_s, u"the values are given newest first"_s);
+const Option start = Option::Whole(u"start"_s, Words::Command::startOption(), 0, engine::maximumSamples);
+const Option stop = Option::Whole(u"stop"_s, Words::Command::stopOption(), 0, engine::maximumSamples);
+const Option limitsKept =
+    Option::Text(u"limits"_s, u"XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s, Words::Command::limitsOption());
+const Option precision =
+    Option::Whole(u"precision"_s, Words::Command::precisionOption(), 0, engine::maximumPrecision);
+const Option reverse = Option::Flag(u"reverse"_s, Words::Command::reverseOption());
 
 void ReadSpecLimits(const Arguments& arguments, engine::Inputs& inputs) {
   const auto upper = arguments.Number(usl);
   const auto lower = arguments.Number(lsl);
-  if (upper.has_value() != lower.has_value()) throw InputError(u"--usl and --lsl belong together"_s);
+  if (upper.has_value() != lower.has_value()) throw InputError(Words::Command::bothSpecLimits());
   if (!upper) return;
   CheckSpecLimits(arguments);
   inputs.upperSpecLimit = *upper;
@@ -46,11 +45,11 @@ void ReadControlLimits(const Arguments& arguments, engine::Inputs& inputs) {
   if (!arguments.Has(limitsKept)) return;
   const QStringList words = arguments.Text(limitsKept).split(u',');
   if (words.size() != std::ssize(engine::controlLimitFields)) {
-    throw InputError(u"--limits takes six numbers: XUCL,XLCL,XMEAN,RUCL,RLCL,RMEAN"_s);
+    throw InputError(Words::Command::sixLimits(limitsKept.value));
   }
   auto word = words.begin();
   for (const auto& [limit, name] : engine::controlLimitFields) {
-    if (!Conversions::IsNumeric(*word)) throw InputError(u"--limits: \"%1\" is not a number"_s.arg(*word));
+    if (!Conversions::IsNumeric(*word)) throw InputError(Words::Command::limitIsNoNumber(*word));
     inputs.limits.*limit = Conversions::CDbl(*word++);
   }
 }
@@ -140,7 +139,7 @@ int RunStats(const Arguments& arguments) {
 
 const Command& Stats() {
   static const Command command = {.name = u"stats"_s,
-                                  .purpose = u"statistics of values on standard input, as JSON"_s,
+                                  .purpose = Words::Command::statsPurpose(),
                                   .operands = {},
                                   .options = {subGroup, usl, lsl, sensitivity, period, start, stop,
                                               limitsKept, precision, reverse, decimal, separator},

@@ -4,6 +4,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "texts/CommandWords.h"
 #include "texts/Version.h"
 #include "verify/VerificationReport.h"
 
@@ -13,8 +14,8 @@ namespace Commands {
 
 namespace {
 
-const Option json = Option::Flag(u"json"_s, u"an object with every figure, expected and found"_s);
-const Option pdf = Option::Text(u"pdf"_s, u"FILE"_s, u"a report for the file of records as well"_s);
+const Option json = Option::Flag(u"json"_s, Words::Command::figuresOption());
+const Option pdf = Option::Text(u"pdf"_s, u"FILE"_s, Words::Command::pdfOption());
 
 int RunVerify(const Arguments& arguments) {
   VerificationReport report{{}, Version::text, QDateTime::currentDateTime()};
@@ -33,16 +34,13 @@ int RunVerify(const Arguments& arguments) {
 }  // namespace
 
 const Command& Verify() {
-  static const Command command = {
-      .name = u"verify"_s,
-      .purpose = u"checks the program's own figures"_s,
-      .operands = {},
-      .options = {json, pdf},
-      .details =
-          u"Compares with certified, published and independently calculated figures on this machine. Exit\n"
-          "status 1 when anything differs.\n"_s,
-      .run = RunVerify,
-      .needsGraphics = true};
+  static const Command command = {.name = u"verify"_s,
+                                  .purpose = Words::Command::verifyPurpose(),
+                                  .operands = {},
+                                  .options = {json, pdf},
+                                  .details = Words::Command::verifyDetails(),
+                                  .run = RunVerify,
+                                  .needsGraphics = true};
   return command;
 }
 

@@ -18,6 +18,8 @@ inline constexpr Text<2> andMore{u"%1 and %2 more"};
 inline constexpr Text<> decimalPoint{u"--decimal point"};
 inline constexpr Text<> decimalComma{u"--decimal comma"};
 inline constexpr Text<> separatorComma{u"--separator comma"};
+inline constexpr Text<> separatorSemicolon{u"--separator semicolon"};
+inline constexpr Text<> separatorTab{u"--separator tab"};
 inline constexpr Text<> pointAndSemicolon{u"--decimal point --separator semicolon"};
 
 }  // namespace Words::Numbers

@@ -1,5 +1,5 @@
-// The texts that have a name and no number, by theme; those of libraries are in
-// LibraryWords.h, those of the page of charts in PageWords.h.
+// The texts that have a name and no number, by theme: those of the desktop. Those of one room or theme alone
+// have a file of their own, such as CommandWords.h.
 #pragma once
 
 #include "texts/Texts.h"

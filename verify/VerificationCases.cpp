@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "engine/Engine.h"
+#include "texts/VerifyWords.h"
 #include "verify/PiDigits.h"
 #include "verify/ReferenceData.h"
 #include "verify/Verification.h"
@@ -20,18 +21,19 @@ bool RunEngine(engine::Inputs inputs, const QString& values, engine::Results& re
   inputs.delimitedInputString = std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
   engine::Engine engine;
   if (engine.Run(inputs, results)) return true;
-  check.quantities = {Quantity::OfTexts(u"calculation"_s, {}, QString::fromStdString(engine.LastError()))};
+  check.quantities = {
+      Quantity::OfTexts(Words::Verify::calculation(), {}, QString::fromStdString(engine.LastError()))};
   return false;
 }
 
 Check CertifiedSet(const QString& name, const QString& values, const QString& mean,
                    const QString& deviation) {
-  Check check{u"NIST's certified sets: mean and standard deviation"_s, name,
-              u"NIST Statistical Reference Datasets"_s};
+  Check check{Words::Verify::certified(), name, Words::Verify::certifiedSource()};
   engine::Results results;
   if (RunEngine({}, values, results, check)) {
-    check.quantities = {Quantity::OfNumbers(u"mean"_s, mean, results.limits.xBarCentre),
-                        Quantity::OfNumbers(u"standard deviation"_s, deviation, results.stdDevValue)};
+    check.quantities = {
+        Quantity::OfNumbers(Words::Verify::mean(), mean, results.limits.xBarCentre),
+        Quantity::OfNumbers(Words::Verify::standardDeviation(), deviation, results.stdDevValue)};
   }
   return check;
 }
@@ -103,7 +105,7 @@ std::vector<Quantity> Compare(const QJsonObject& figures, const QJsonObject& tex
       quantities.push_back(Quantity::OfNumbers(key, figures[key].toString(), *actual));
     } else {
       quantities.push_back(
-          Quantity::OfTexts(key, figures[key].toString(), actual ? u"present"_s : QString()));
+          Quantity::OfTexts(key, figures[key].toString(), actual ? Words::Verify::present() : QString()));
     }
   }
   return quantities;

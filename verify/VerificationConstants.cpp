@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "engine/Constants.h"
+#include "texts/VerifyWords.h"
 #include "verify/Verification.h"
 
 using namespace Qt::StringLiterals;
@@ -60,12 +61,12 @@ RangeMoments IntegrateRange() {
 }  // namespace
 
 std::vector<Check> Constants() {
-  const QString group = u"Chart constants"_s;
-  const QString source = u"Integration of the distribution of the range of n normal values"_s;
   // What the integration can tell where a long double has no more digits than a double.
   constexpr int required = 12;
-  Check means{group, u"d2 for n = 2 to 20"_s, source, required};
-  Check deviations{group, u"d3 for n = 2 to 20"_s, source, required};
+  Check means{Words::Verify::constants(), Words::Verify::d2(largest), Words::Verify::constantsSource(),
+              required};
+  Check deviations{Words::Verify::constants(), Words::Verify::d3(largest), Words::Verify::constantsSource(),
+                   required};
   const RangeMoments moments = IntegrateRange();
   for (int n = 2; n <= largest; ++n) {
     const auto i = static_cast<std::size_t>(n);

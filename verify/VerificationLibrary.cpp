@@ -6,6 +6,7 @@
 #include "data/Json.h"
 #include "library/Library.h"
 #include "platform/error/Error.h"
+#include "texts/VerifyWords.h"
 #include "verify/ReferenceData.h"
 #include "verify/Verification.h"
 
@@ -40,10 +41,9 @@ QString Shown(const CData& data) {
 }  // namespace
 
 Check SaveAndLoad() {
-  Check check{u"Library file"_s, u"Data sets saved and loaded again"_s,
-              u"The program before and after, in a temporary file"_s};
+  Check check{Words::Verify::library(), Words::Verify::savedAndLoaded(), Words::Verify::librarySource()};
   const QTemporaryDir folder;
-  if (!folder.isValid()) throw Error(u"no temporary folder can be made: "_s + folder.errorString());
+  if (!folder.isValid()) throw Error(Words::Verify::noFolder(folder.errorString()));
   const QString path = folder.filePath(u"verify.mdb"_s);
   Library::Create(path);
   std::vector<CDataPtr> saved;

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "texts/VerifyWords.h"
+
 using namespace Qt::StringLiterals;
 using Verification::Check;
 using Verification::Quantity;
@@ -34,12 +36,11 @@ QStringList Differences(const Check& check) {
   QStringList lines;
   for (const Quantity& quantity : check.quantities) {
     if (quantity.digits >= check.requiredDigits) continue;
-    lines << u"%1: expected \"%2\", is \"%3\""_s.arg(quantity.name,
-                                                     Excerpt(quantity.expected, quantity.actual),
-                                                     Excerpt(quantity.actual, quantity.expected));
+    lines << Words::Verify::difference(quantity.name, Excerpt(quantity.expected, quantity.actual),
+                                       Excerpt(quantity.actual, quantity.expected));
   }
   if (lines.size() <= most) return lines;
-  return lines.first(most) << u"and %1 more"_s.arg(lines.size() - most);
+  return lines.first(most) << Words::Verify::moreDifferences(lines.size() - most);
 }
 
 QJsonObject JsonOf(const Check& check) {
@@ -61,26 +62,27 @@ QJsonObject JsonOf(const Check& check) {
 
 QString SystemText() { return QSysInfo::prettyProductName() + u", "_s + QSysInfo::currentCpuArchitecture(); }
 
+QString Verdict(const Check& check) {
+  return check.Passed() ? Words::Verify::agrees() : Words::Verify::differs();
+}
+
 }  // namespace
 
 QString VerificationReport::Summary() const {
   const auto failed =
       std::count_if(checks.begin(), checks.end(), [](const Check& check) { return !check.Passed(); });
-  return failed == 0 ? u"All %1 checks agree."_s.arg(checks.size())
-                     : u"%1 of %2 checks DIFFER."_s.arg(failed).arg(checks.size());
+  return failed == 0 ? Words::Verify::allAgree(checks.size())
+                     : Words::Verify::someDiffer(failed, checks.size());
 }
 
 QString VerificationReport::Text() const {
-  QString text =
-      u"Kestrel %1 checked itself on %2 (%3).\n"
-      "Digits that agree with the expected figures, and how many have to:\n"_s.arg(
-          version, date.toString(Qt::ISODate), SystemText());
+  QString text = Words::Verify::checked(version, date.toString(Qt::ISODate), SystemText());
   QString group;
   for (const Check& check : checks) {
     if (check.group != group) text += u"\n%1\n"_s.arg(group = check.group);
-    text += u"  %1 of %2  %3  %4\n"_s.arg(DigitsText(check.Digits()), 4)
-                .arg(check.requiredDigits, 2)
-                .arg(check.Passed() ? u"agrees "_s : u"DIFFERS"_s, check.name);
+    const QString digits = Words::Verify::digits(DigitsText(check.Digits()).rightJustified(4),
+                                                 QString::number(check.requiredDigits).rightJustified(2));
+    text += u"  %1  %2  %3\n"_s.arg(digits, Verdict(check).leftJustified(7), check.name);
     for (const QString& line : Differences(check)) text += u"            %1\n"_s.arg(line);
   }
   return text + u"\n%1\n"_s.arg(Summary());
@@ -99,13 +101,12 @@ QByteArray VerificationReport::Json() const {
 }
 
 QString VerificationReport::Html() const {
-  QString html =
-      u"<h1>Verification report</h1>"
-      "<p>Kestrel %1, checked on this machine on %2 (%3).</p><p><b>%4</b></p>"
-      "<p>The table gives the significant digits in which each calculation agrees with the expected figures, "
-      "fifteen at most, and how many have to agree.</p>"
-      "<table width='100%' cellspacing='0' cellpadding='1'>"_s.arg(
-          version, date.toString(u"yyyy-MM-dd HH:mm"_s), SystemText().toHtmlEscaped(), Summary());
+  QString html = u"<h1>%1</h1><p>%2</p><p><b>%3</b></p><p>%4</p>"_s.arg(
+                     Words::Verify::heading(),
+                     Words::Verify::checkedHere(version, date.toString(u"yyyy-MM-dd HH:mm"_s), SystemText())
+                         .toHtmlEscaped(),
+                     Summary(), Words::Verify::tableTells()) +
+                 u"<table width='100%' cellspacing='0' cellpadding='1'>"_s;
   QString group;
   for (const Check& check : checks) {
     if (check.group != group) {
@@ -117,7 +118,7 @@ QString VerificationReport::Html() const {
         "<td align='right'>%3&nbsp;of&nbsp;%4</td><td style='padding-left:6px'>%5</td></tr>"_s
             .arg(check.name.toHtmlEscaped(), check.source.toHtmlEscaped(), DigitsText(check.Digits()))
             .arg(check.requiredDigits)
-            .arg(check.Passed() ? u"agrees"_s : u"<b style='color:#b00000'>DIFFERS</b>"_s);
+            .arg(check.Passed() ? Verdict(check) : u"<b style='color:#b00000'>%1</b>"_s.arg(Verdict(check)));
     for (const QString& line : Differences(check)) {
       html += u"<tr><td colspan='4' style='color:#b00000'>%1</td></tr>"_s.arg(line.toHtmlEscaped());
     }
@@ -130,7 +131,7 @@ QByteArray VerificationReport::Pdf() const {
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   QPdfWriter writer(&buffer);
-  writer.setTitle(u"Kestrel %1: verification report"_s.arg(version));
+  writer.setTitle(Words::Verify::title(version));
   writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}));
   QTextDocument document;
   QFont font(u"DejaVu Sans"_s);
