@@ -74,23 +74,22 @@ TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   watch.start(QStringLiteral(KESTREL_PROGRAM),
               {u"watch"_s, library, u"--exec"_s, u"echo \"$KESTREL_ID $KESTREL_DESCRIPTION\""_s});
   ASSERT_TRUE(watch.waitForStarted());
-  const auto await = [&](const QString& text) {
-    QString seen;
-    while (!seen.contains(text) && watch.waitForReadyRead(10'000))
-      seen += QString::fromUtf8(watch.readAllStandardOutput());
-    EXPECT_TRUE(seen.contains(text)) << seen.toStdString();
+  const auto await = [&](const QByteArray& text) {
+    QByteArray seen = watch.readAllStandardOutput();
+    while (!seen.contains(text) && watch.waitForReadyRead(10'000)) seen += watch.readAllStandardOutput();
+    EXPECT_TRUE(seen.contains(text)) << seen.constData();
   };
   // A new data set is told as well: from then on the watch is at work.
   for (int i = 0; i < 50 && watch.bytesAvailable() == 0; ++i) {
     Import(u"New %1"_s.arg(i));
     watch.waitForReadyRead(200);
   }
-  await(u"New"_s);
+  await("New");
   Run({u"append"_s, library, u"--description"_s, u"Shaft"_s, u"10"_s});
   Run({u"append"_s, library, u"--description"_s, u"Bore"_s, u"1000"_s});
-  await(u"\n2 Bore\n"_s);
+  await("\n2 Bore\n");
   Delete(2);
-  await(u"Bore\tdeleted"_s);
+  await("Bore\tdeleted");
   watch.kill();
   watch.waitForFinished();
 }
