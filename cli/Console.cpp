@@ -26,8 +26,12 @@ bool IsTerminal() {
 #endif
 }
 
+// Nothing in it moves a terminal's cursor.
 QString OnOneLine(QString text) {
-  return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\t', u' ').trimmed();
+  text.replace(u"\r\n"_s, u" "_s);
+  for (QChar& c : text)
+    if (c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line) c = u' ';
+  return text.trimmed();
 }
 
 void PutLine(const QString& line) { std::fprintf(stderr, "%s\n", line.toUtf8().constData()); }

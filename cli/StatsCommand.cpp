@@ -111,9 +111,11 @@ int RunStats(const Arguments& arguments) {
   bool succeeded = engine.Read(inputs.delimitedInputString, inputs.stringDelimiter, inputs.reverseDataString);
   if (succeeded) {
     if (!arguments.Has(precision)) {
-      inputs.precisionValue = engine::DecimalsToShow(
-          std::max({engine.SampleDecimals(), engine::DecimalsRead(inputs.upperSpecLimit),
-                    engine::DecimalsRead(inputs.lowerSpecLimit)}));
+      const int own = std::max({engine.SampleDecimals(), engine::DecimalsRead(inputs.upperSpecLimit),
+                                engine::DecimalsRead(inputs.lowerSpecLimit)});
+      inputs.precisionValue = engine::DecimalsToShow(own);
+      if (own > inputs.precisionValue)
+        Console::Warn(Words::Command::moreDecimals(own, inputs.precisionValue));
     }
     succeeded = engine.Calculate(inputs, results);
   }

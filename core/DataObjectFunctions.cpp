@@ -9,7 +9,6 @@
 #include "platform/language/Conversions.h"
 #include "platform/system/EventPump.h"
 #include "texts/LibraryWords.h"
-#include "texts/Texts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,8 +36,7 @@ void ReportBadRows(const std::vector<Library::Row>& rows) {
   const QString text = lines.join(u"\r\n"_s);
   Globals().gLoadTrouble = lines.join(u'\n');
   if (rows.front().refusedByEngine)
-    ShowErrorMessage(
-        true, LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s + text, {});
+    ReportRefusal(text);
   else
     ReportProcedureError(u"DataObjectFunctions::InitializeCDataCollection"_s, text);
 }

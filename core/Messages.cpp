@@ -18,6 +18,11 @@ void ReportProcedureError(const QString& source, const QString& errorText) {
   ShowErrorMessage(true, source + u' ' + LoadResText(u"failed;104"), errorText);
 }
 
+void ReportRefusal(const QString& reason) {
+  ShowErrorMessage(
+      true, LoadResText(u"Failed to generate statistical data with error;112") + u"\r\n"_s + reason, {});
+}
+
 void ShowInformationMessage(const QString& message) {
   MessageBox::Show({message, Words::information(), Icon::Information, Buttons::Ok});
 }

@@ -12,6 +12,9 @@ void ShowErrorMessage(bool isCritical, const QString& message, const QString& de
 // The critical box for the procedure `source` ("Module::Procedure") with the error's own text.
 void ReportProcedureError(const QString& source, const QString& errorText);
 
+// The critical box for what the engine refuses, with its reason.
+void ReportRefusal(const QString& reason);
+
 // Title "Information", information icon.
 void ShowInformationMessage(const QString& message);
 

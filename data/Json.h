@@ -7,7 +7,21 @@
 
 namespace Json {
 
-QJsonObject ReadProperties(const CData& data);    // rounded, as the program shows them
-QJsonObject StoredProperties(const CData& data);  // with every digit
+// Rounded, as the program shows them.
+inline QJsonObject ReadProperties(const CData& data) {
+  QJsonObject object;
+  data.ForEachProperty(
+      [&](const char* name, const auto& read, const auto&, auto) { object[QLatin1StringView(name)] = read; });
+  return object;
+}
+
+// With every digit.
+inline QJsonObject StoredProperties(const CData& data) {
+  QJsonObject object;
+  data.ForEachProperty([&](const char* name, const auto&, const auto& stored, auto) {
+    object[QLatin1StringView(name)] = stored;
+  });
+  return object;
+}
 
 }  // namespace Json

@@ -9,7 +9,7 @@
 
 namespace ReferenceData {
 
-// "certified" or "cases" of app/reference/cases.json.
+// "certified" or "cases" of reference/cases.json.
 QJsonArray Part(const QString& name);
 
 // A case's inputs, but for its values.

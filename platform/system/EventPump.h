@@ -1,5 +1,9 @@
 // Lets the user interface process what is pending, from inside a long loop.
 #pragma once
 
+#include <QCoreApplication>
+
 // Does nothing where no application object exists.
-void DoEvents();
+inline void DoEvents() {
+  if (QCoreApplication::instance()) QCoreApplication::processEvents();
+}

@@ -96,10 +96,13 @@ class SymbolEngine : public QIconEngine {
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
     const QColor ink = QGuiApplication::palette().color(QPalette::ButtonText);
-    const QString key =
-        u"symbol %1 %2 %3 %4"_s.arg(int(symbol_)).arg(size.width()).arg(ink.rgb()).arg(int(mode));
+    const QString key = u"symbol %1 %2x%3 %4 %5"_s.arg(int(symbol_))
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(ink.rgb())
+                            .arg(int(mode));
     QPixmap picture;
-    if (QPixmapCache::find(key, &picture)) return picture;
+    if (size.isEmpty() || QPixmapCache::find(key, &picture)) return picture;
     picture = QPixmap(size);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);

@@ -107,8 +107,9 @@ TEST_F(CommandLineTest, SmallValuesAndLimitsKeepTheirDecimals) {
   }
   EXPECT_EQ(RunIn(u"stats", values.toUtf8()).Json()[u"PrecisionValue"_s], 8);
   EXPECT_EQ(RunIn(u"stats --precision 4", values.toUtf8()).Json()[u"PrecisionValue"_s], 4);
-  const ProgramRun unseen = RunIn(u"append @plant --description Shaft 0.0001500001");
-  EXPECT_TRUE(unseen.status == 0 && unseen.error.contains(u"10 decimals")) << unseen.error.toStdString();
+  for (const ProgramRun& unseen :
+       {RunIn(u"append @plant --description Shaft 0.0001500001"), RunIn(u"stats", "0.0001500001 1 2")})
+    EXPECT_TRUE(unseen.status == 0 && unseen.error.contains(u"10 decimals")) << unseen.error.toStdString();
 }
 
 TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
@@ -246,7 +247,7 @@ TEST_F(CommandLineTest, WrongUsageNamesTheWord) {
   Fails(2, u"stats --usl 1", {u"--lsl"_s});
   Fails(2, u"stats --limits 1,2", {u"--limits"_s});
   Fails(2, u"report @plant --out @o --format gif", {u"gif"_s});
-  Fails(2, u"append @plant --description None 1", {u"None"_s});
+  Fails(2, u"append @plant --description \"No\rne\" 1", {u"\"No ne\""_s});
   Fails(2, u"report @plant --out @o Nothing", {u"Nothing"_s});
 }
 
