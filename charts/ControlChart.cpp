@@ -116,17 +116,23 @@ void SetScale(ControlChart& chart) {
   chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
 }
 
-// The words for the rules whose numbers stand at the points.
-QString RuleLegend(const ControlChart& chart) {
+// The words for the rules whose numbers stand at the points, at length and in brief.
+QStringList RuleLegend(const ControlChart& chart) {
   unsigned broken = 0;
   for (const std::uint8_t bits : ShownOf(chart, chart.rules)) {
     if (bits != 0) broken |= 1u << std::countr_zero(bits);
   }
-  QStringList shown;
+  if (broken == 0) return {};
+  const QString brief[] = {Words::Page::ruleOne(), Words::Page::ruleTwo(), Words::Page::ruleThree(),
+                           Words::Page::ruleFour()};
+  QStringList words, briefWords;
   for (int rule = 1; rule <= 4; ++rule) {
-    if (broken & (1u << rule)) shown.append(DetectionRules::ShortText(rule));
+    if (!(broken & (1u << rule))) continue;
+    words.append(DetectionRules::ShortText(rule));
+    briefWords.append(brief[rule - 1]);
   }
-  return shown.isEmpty() ? QString() : Words::Page::rules(shown.join(u"  \u00b7  "_s));
+  const QString separator = u"  \u00b7  "_s;
+  return {Words::Page::rules(words.join(separator)), briefWords.join(separator)};
 }
 
 std::vector<ChartGraph::LineLabel> LabelsOf(const ControlChart& chart) {
@@ -135,14 +141,6 @@ std::vector<ChartGraph::LineLabel> LabelsOf(const ControlChart& chart) {
   };
   return {label(Words::Figure::ucl(), chart.upperLimit), label(Words::Figure::mean(), chart.mean),
           label(Words::Figure::lcl(), chart.lowerLimit)};
-}
-
-// The labels of both charts are of one size, so each is sized by all six.
-void AddLabels(ControlCharts& charts) {
-  charts.xbar.labels = LabelsOf(charts.xbar);
-  charts.r.labels = LabelsOf(charts.r);
-  charts.xbar.alikeLabels = charts.r.labels;
-  charts.r.alikeLabels = charts.xbar.labels;
 }
 
 void DefineDataSets(ChartGraph& graph, const ControlChart& chart) {
@@ -179,8 +177,7 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"Zero Data Set"_s, {0, 0, Palette::Black}});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"LCL Data Set"_s, limit});
-  graph.Draw(ChartGraph::LineLabels{
-      Direction::Horizontal, chart.labels, {Palette::Black, 16, 4, 0}, chart.alikeLabels});
+  graph.Draw(ChartGraph::LineLabels{Direction::Horizontal, LabelsOf(chart), {Palette::Black, 16, 4, 0}});
 }
 
 }  // namespace
@@ -210,7 +207,6 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
               .isFitted = fittedScale,
               .scaleFailure = u"Could not generate scaling data;228"_s};
   charts.xbar.labelDecimals = charts.r.labelDecimals = LimitDecimals(data, results, charts);
-  AddLabels(charts);
   if (data.SubGroupSize() <= 1) {
     charts.xbar.subtitle = Words::Page::individuals();
     charts.r.subtitle = Words::Page::movingRange();
@@ -222,7 +218,7 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
   if (!IsReversed(charts.xbar) && charts.xbar.upperLimit > charts.xbar.lowerLimit)
     charts.xbar.sigmaLines = {-2, -1, 1, 2};
   if (!data.RangesOutside().empty())
-    charts.r.legend = Words::Page::rangesOutside(PointList(data.RangesOutside()));
+    charts.r.legend = {Words::Page::rangesOutside(PointList(data.RangesOutside()))};
   // The first single value has no predecessor, so there is no first moving range.
   if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
     charts.r.values.front() = std::numeric_limits<double>::quiet_NaN();
@@ -262,35 +258,42 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
   graph.Title(chart.title, {Palette::Black, 16, 8, 0});
-  QStringList notes;
-  if (isPart) notes.append(Words::Page::part(first, last, count));
-  if (chart.isBeyondStandardScale) notes.append(Words::Page::beyondStandardScale());
+  QStringList notes, shortNotes;
+  if (isPart) {
+    notes.append(Words::Page::part(first, last, count));
+    shortNotes.append(Words::Page::partShort(first, last));
+  }
+  if (chart.isBeyondStandardScale) {
+    notes.append(Words::Page::beyondStandardScale());
+    shortNotes.append(Words::Page::fitted());
+  }
   if (!notes.isEmpty()) {
     graph.Draw(ChartGraph::Text{{0.01, 0.035},
                                 ChartGraph::Alignment::LeftMiddle,
                                 notes.join(u" \u00b7 "_s),
                                 {Palette::Black, 16, 5, 3},
-                                0.38});
+                                0.38,
+                                {shortNotes.join(u" \u00b7 "_s)}});
   }
   const QString limits =
       Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
                           Conversions::CStr(chart.upperLimit));
-  graph.Draw(ChartGraph::Text{{0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68});
+  const QString rounded = Words::Page::limits(LimitText(chart.lowerLimit, chart.labelDecimals),
+                                              LimitText(chart.mean, chart.labelDecimals),
+                                              LimitText(chart.upperLimit, chart.labelDecimals));
+  graph.Draw(ChartGraph::Text{
+      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68, {rounded, QString()}});
   if (!chart.subtitle.isEmpty()) {
-    graph.Draw(ChartGraph::Text{{0.985, 0.065},
-                                ChartGraph::Alignment::RightMiddle,
-                                chart.subtitle,
-                                {Palette::Black, 16, 4, 0},
-                                0.14});
+    graph.Draw(ChartGraph::Text{
+        {0.985, 0.035}, ChartGraph::Alignment::RightMiddle, chart.subtitle, {Palette::Black, 16, 4, 0}, 0.3});
   }
-  if (IsReversed(chart)) {
+  const QStringList legend = IsReversed(chart) ? QStringList{Words::Page::limitsReversed()} : chart.legend;
+  if (!legend.isEmpty()) {
     graph.Draw(ChartGraph::Text{{0.01, 0.965},
                                 ChartGraph::Alignment::LeftMiddle,
-                                Words::Page::limitsReversed(),
-                                {Palette::Red, 16, 4, 0},
-                                0.98});
-  } else if (!chart.legend.isEmpty()) {
-    graph.Draw(ChartGraph::Text{
-        {0.01, 0.965}, ChartGraph::Alignment::LeftMiddle, chart.legend, {Palette::Black, 16, 4, 0}, 0.98});
+                                legend[0],
+                                {IsReversed(chart) ? Palette::Red : Palette::Black, 16, 4, 0},
+                                0.98,
+                                legend.mid(1)});
   }
 }

@@ -46,11 +46,9 @@ struct ControlChart {
   // Per point, bit n set: it breaks active rule n. Of the chart of ranges, bit 1: it is beyond a limit.
   std::vector<std::uint8_t> rules{};
   bool marksArePoints = false;  // a mark shows its point's number instead of the rule's
-  QString legend{};             // of the marks; empty for none
+  QStringList legend{};         // of the marks, at length and in brief; empty for none
   QString scaleFailure{};       // the text reference of what is said when the scale cannot be made
   QString subtitle{};
-  std::vector<ChartGraph::LineLabel> labels{};       // of the limits and the centre line
-  std::vector<ChartGraph::LineLabel> alikeLabels{};  // of the other chart
   int baseFirst = 0;  // the points that the limits are calculated from, where that is a part; 0 for none
   int baseLast = 0;
   std::vector<double> sigmaLines{};  // sigmas from the centre line

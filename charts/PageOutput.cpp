@@ -21,6 +21,7 @@ namespace {
 constexpr int dotsPerInch = 600;
 constexpr double pictureWidth = 277;  // in millimetres
 constexpr double inch = 25.4;
+constexpr double smallestPoints = 7;  // of letters on paper
 
 }  // namespace
 
@@ -30,6 +31,7 @@ QPageLayout LandscapeA4() {
 
 void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target) {
   page.Select(GraphId::None);
+  page.SetSmallestText(smallestPoints / 72 * device.logicalDpiY());
   QPainter painter;
   if (!painter.begin(&device)) throw Error(Words::Page::notPainted());
   page.Paint(painter, target);

@@ -108,12 +108,21 @@ void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
   }
 }
 
+// A strip has a part of the page's height, or what its two lines of letters need.
+double StatPage::StripHeight(double part, const QRectF& target, int upper, int lower) const {
+  constexpr double lineHeight = 1.3;
+  const auto line = [&](int size) {
+    return lineHeight * TextPixels(size, PageUnit(target), page_.SmallestText());
+  };
+  return std::max(part * target.height(), line(upper) + line(lower));
+}
+
 QRectF StatPage::HeadArea(const QRectF& target) const {
-  return {target.x(), target.y(), target.width(), head_ ? target.height() * headHeight : 0};
+  return {target.x(), target.y(), target.width(), head_ ? StripHeight(headHeight, target, 10, 6) : 0};
 }
 
 QRectF StatPage::VerdictArea(const QRectF& target) const {
-  return {target.x(), HeadArea(target).bottom(), target.width(), target.height() * verdictHeight};
+  return {target.x(), HeadArea(target).bottom(), target.width(), StripHeight(verdictHeight, target, 7, 4)};
 }
 
 QRectF StatPage::PageArea(const QRectF& target) const {
@@ -123,7 +132,7 @@ QRectF StatPage::PageArea(const QRectF& target) const {
 void StatPage::Paint(QPainter& painter, const QRectF& target) const {
   const auto paintStrip = [&](const ChartGraph& strip, const QRectF& area) {
     painter.fillRect(area, Palette::Colour(Palette::White));
-    PaintGraph(painter, strip, {area, area, strip.Scale(), PageUnit(target)});
+    PaintGraph(painter, strip, LayOut(strip, {}, area, PageUnit(target), page_.SmallestText()));
   };
   if (head_) paintStrip(*head_, HeadArea(target));
   paintStrip(verdict_, VerdictArea(target));

@@ -62,6 +62,8 @@ class StatPage {
   GraphId Selected() const { return static_cast<GraphId>(page_.WGGetSelectedGraph()); }
   void Blowup(GraphId graph) { page_.WGBlowupGraph(static_cast<int>(graph)); }  // it fills the page
   void Restore() { page_.WGBlowupGraph(ChartPage::NoGraph); }
+  // No letters are painted smaller than so many units of the painter: 9, the pixels of a screen.
+  void SetSmallestText(double height) { page_.SetSmallestText(height); }
   bool IsBlownUp() const { return page_.BlownUpGraph() != ChartPage::NoGraph; }
 
   // The control charts show only these points, or the nearest that there are, and say so; limits, verdict and
@@ -80,6 +82,7 @@ class StatPage {
   void Record(const CData& data, const StatPageOptions& options,
               const std::function<const engine::Results&()>& results);
   void RecordHead(const CData& data, const StatPageOptions& options);
+  double StripHeight(double part, const QRectF& target, int upper, int lower) const;
   QRectF HeadArea(const QRectF& target) const;
   QRectF VerdictArea(const QRectF& target) const;
   QRectF PageArea(const QRectF& target) const;

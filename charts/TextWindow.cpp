@@ -15,41 +15,48 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Alignment = ChartGraph::Alignment;
 using TextParameters = ChartGraph::TextParameters;
 
 constexpr double labelsLeft = 0.08;
 constexpr double valuesLeft = 0.52;
 constexpr double right = 0.98;
+constexpr double summaryPitch = 0.056;
+constexpr double capabilityPitch = 0.054;
+constexpr double betweenBlocks = 0.016;
+constexpr int documented = 10;  // importance of the rows of the summary: all others go first
 constexpr TextParameters small{Palette::Black, 16, 5, 0};
 constexpr TextParameters smallValue{Palette::Blue, 16, 5, 0};
 constexpr TextParameters absent{Palette::Grey, 16, 5, 0};
 
-// A row's label, or its value, in the room between two positions across the graph.
+// A text with what stands in its place where there is less room.
+struct Wording {
+  QString text;
+  QStringList shorter{};
+};
+
 class Rows {
  public:
-  Rows(ChartGraph& graph, double first, double pitch) : graph_(graph), y_(first), pitch_(pitch) {}
-
-  void Put(double from, double to, const QString& text, const TextParameters& parameters) {
-    graph_.Draw(ChartGraph::Text{{from, y_}, Alignment::LeftMiddle, text, parameters, to - from - 0.01});
+  void Add(double pitch, int importance) { table_.lines.push_back({{}, pitch, importance}); }
+  void Put(double from, double to, const Wording& words, const TextParameters& parameters) {
+    table_.lines.back().cells.push_back({from, to, words.text, parameters, words.shorter});
   }
-  void Next() { y_ += pitch_; }
+  void Space(double height) { table_.lines.back().pitch += height; }
+  ChartGraph::Table Take() { return std::move(table_); }
 
  private:
-  ChartGraph& graph_;
-  double y_;
-  double pitch_;
+  ChartGraph::Table table_{0.045, {}};
 };
 
 // What the summary says of a value that there is not.
-QString WhyAbsent(const CData& data) {
+Wording WhyAbsent(const CData& data) {
+  const QStringList shorter{Words::Capability::none()};
   switch (SpecificationOf(data)) {
     case Specification::None:
-      return Words::Capability::noSpecification();
+      return {Words::Capability::noSpecification(), shorter};
     case Specification::Reversed:
-      return Words::Capability::limitsReversed();
+      return {Words::Capability::limitsReversed(), shorter};
     default:
-      return Words::Capability::noVariation();
+      return {Words::Capability::noVariation(), shorter};
   }
 }
 
@@ -70,75 +77,85 @@ QString Percent(double part) {
 }
 
 void DrawSummary(Rows& rows, const CData& data) {
-  const auto add = [&](const QString& label, const QString& value, const TextParameters& parameters) {
+  const auto add = [&](const Wording& label, const Wording& value, const TextParameters& parameters) {
+    rows.Add(summaryPitch, documented);
     rows.Put(labelsLeft, valuesLeft, label, {Palette::Black, 16, 9, 0});
     rows.Put(valuesLeft, right, value, parameters);
   };
-  const auto row = [&](const QString& label, const QString& value) {
+  const auto row = [&](const Wording& label, const Wording& value) {
     add(label, value, {Palette::Blue, 16, 9, 0});
-    rows.Next();
   };
-  const auto text = [](double value) { return Conversions::CStr(value); };
+  const auto text = [](double value) { return Wording{Conversions::CStr(value)}; };
   const bool isSpecified = SpecificationOf(data) != Specification::None;
-  const auto limit = [&](double value) { return isSpecified ? text(value) : Words::Capability::notGiven(); };
-  row(Words::Figure::sampleQty(), text(data.SampleQty()));
-  row(Words::Figure::subGroupSize(), text(data.SubGroupSize()));
-  row(Words::Figure::min(), text(data.MinValue()));
-  row(Words::Figure::max(), text(data.MaxValue()));
-  row(Words::Figure::stdDev(), text(data.StdDevValue()));
-  row(Words::Figure::upperSpecLimit(), limit(data.UpperSpecLimit()));
-  row(Words::Figure::lowerSpecLimit(), limit(data.LowerSpecLimit()));
+  const auto limit = [&](double value) {
+    return isSpecified ? text(value) : Wording{Words::Capability::notGiven()};
+  };
+  row({Words::Figure::sampleQty()}, text(data.SampleQty()));
+  row({Words::Figure::subGroupSize()}, text(data.SubGroupSize()));
+  row({Words::Figure::min()}, text(data.MinValue()));
+  row({Words::Figure::max()}, text(data.MaxValue()));
+  row({Words::Figure::stdDev()}, text(data.StdDevValue()));
+  row({Words::Figure::upperSpecLimit(), {Words::Figure::usl()}}, limit(data.UpperSpecLimit()));
+  row({Words::Figure::lowerSpecLimit(), {Words::Figure::lsl()}}, limit(data.LowerSpecLimit()));
   if (!data.Capability().cpk) {
-    add(Words::Figure::cpk(), WhyAbsent(data), {Palette::Grey, 16, 9, 0});
+    add({Words::Figure::cpk()}, WhyAbsent(data), {Palette::Grey, 16, 9, 0});
   } else {
     const bool isCapable = data.CPKValue() >= 1.0;
-    add(Words::Figure::cpk(), QString::number(data.CPKValue(), 'f', 2),
+    add({Words::Figure::cpk()}, {QString::number(data.CPKValue(), 'f', 2)},
         {isCapable ? Palette::Green : Palette::Red, 16, 10, 0});
     if (isCapable && !data.IsInControl())
-      rows.Put(0.67, right, Words::Capability::caution(), {Palette::Red, 16, 4, 0});
+      rows.Put(0.67, right,
+               {Words::Capability::caution(),
+                {Words::Capability::cautionShort(), Words::Capability::cautionShortest()}},
+               {Palette::Red, 16, 4, 0});
   }
-  rows.Next();
-  row(Words::Figure::lastModified(), data.LastModified());
+  row({Words::Figure::lastModified()}, {data.LastModified(), {data.LastModified().section(u' ', 0, 0)}});
+  rows.Space(betweenBlocks);
 }
 
 void DrawCapability(Rows& rows, const CData& data) {
   const engine::Capability& capability = data.Capability();
-  const QString none = WhyAbsent(data);
-  const auto half = [&](double from, const QString& label, const std::optional<QString>& value) {
-    const double middle = from + 0.17;
+  const Wording none = WhyAbsent(data);
+  const auto put = [&](double from, double middle, double to, const Wording& label,
+                       const std::optional<QString>& value) {
     rows.Put(from, middle, label, small);
-    rows.Put(middle, from + 0.44, value.value_or(none), value ? smallValue : absent);
+    rows.Put(middle, to, value ? Wording{*value} : none, value ? smallValue : absent);
   };
   const auto index = [](const std::optional<double>& value) {
     return value ? std::optional(Index(*value)) : std::nullopt;
   };
-  const auto pair = [&](const Text<>& one, const std::optional<QString>& oneValue, const Text<>& other,
-                        const std::optional<QString>& otherValue) {
-    half(labelsLeft, one(), oneValue);
-    half(valuesLeft, other(), otherValue);
-    rows.Next();
+  const auto pair = [&](int importance, const Text<>& one, const std::optional<QString>& oneValue,
+                        const Wording& other, const std::optional<QString>& otherValue) {
+    rows.Add(capabilityPitch, importance);
+    put(labelsLeft, 0.25, valuesLeft, {one()}, oneValue);
+    put(valuesLeft, 0.69, right, other, otherValue);
   };
-  const auto row = [&](const QString& label, const std::optional<QString>& value) {
-    rows.Put(labelsLeft, valuesLeft, label, small);
-    rows.Put(valuesLeft, right, value.value_or(none), value ? smallValue : absent);
-    rows.Next();
+  const auto row = [&](int importance, const Wording& label, const std::optional<QString>& value) {
+    rows.Add(capabilityPitch, importance);
+    put(labelsLeft, valuesLeft, right, label, value);
   };
   const bool isSpecified = SpecificationOf(data) != Specification::None;
-  pair(Words::Figure::mean, Figure(data, capability.mean), Words::Figure::nominal,
+  pair(4, Words::Figure::mean, Figure(data, capability.mean),
+       {Words::Figure::nominal(), {Words::Capability::nominalShort()}},
        isSpecified ? Conversions::CStr(data.NominalSpecLimit()) : Words::Capability::notGiven());
-  pair(Words::Capability::cp, index(capability.cp), Words::Capability::pp, index(capability.pp));
-  pair(Words::Figure::cpk, index(capability.cpk), Words::Capability::ppk, index(capability.ppk));
+  pair(8, Words::Capability::cp, index(capability.cp), {Words::Capability::pp()}, index(capability.pp));
+  pair(7, Words::Figure::cpk, index(capability.cpk), {Words::Capability::ppk()}, index(capability.ppk));
   const bool hasSubgroups = data.SubGroupSize() > 1;
-  row(hasSubgroups ? Words::Capability::sigmaFromRanges() : Words::Capability::sigmaFromMovingRanges(),
+  row(3,
+      {hasSubgroups ? Words::Capability::sigmaFromRanges() : Words::Capability::sigmaFromMovingRanges(),
+       {Words::Capability::sigmaWithin()}},
       Figure(data, capability.sigmaWithin));
-  row(Words::Capability::sigmaOverall(), Figure(data, capability.sigmaOverall));
+  row(2, {Words::Capability::sigmaOverall(), {Words::Capability::sigmaOverallShort()}},
+      Figure(data, capability.sigmaOverall));
   const auto outside = capability.samplesOutside;
-  row(Words::Capability::outside(),
+  row(6, {Words::Capability::outside(), {Words::Capability::outsideShort()}},
       outside ? std::optional(Words::Capability::countedOf(*outside, data.SampleQty())) : std::nullopt);
   const auto expected = capability.ExpectedOutside();
-  row(Words::Capability::expected(), expected ? std::optional(Percent(*expected)) : std::nullopt);
+  row(5, {Words::Capability::expected(), {Words::Capability::expectedShort()}},
+      expected ? std::optional(Percent(*expected)) : std::nullopt);
+  rows.Add(capabilityPitch, 1);
   rows.Put(labelsLeft, right,
-           hasSubgroups ? Words::Page::cpkFromRanges() : Words::Page::cpkFromMovingRanges(),
+           {hasSubgroups ? Words::Page::cpkFromRanges() : Words::Page::cpkFromMovingRanges()},
            {Palette::Grey, 16, 4, 0});
 }
 
@@ -149,8 +166,8 @@ void DrawTavelTextWindow(ChartGraph& graph, const CData& data) {
     graph.Title(Words::Page::tooFewToSumUp(), {Palette::Yellow, 16, 12, 3});
     return;
   }
-  Rows summary(graph, 0.045, 0.056);
-  DrawSummary(summary, data);
-  Rows capability(graph, 0.565, 0.054);
-  DrawCapability(capability, data);
+  Rows rows;
+  DrawSummary(rows, data);
+  DrawCapability(rows, data);
+  graph.Draw(rows.Take());
 }

@@ -1,5 +1,7 @@
 #include "charts/VerdictStrip.h"
 
+#include <algorithm>
+
 #include "charts/PointList.h"
 #include "platform/chart/Palette.h"
 #include "texts/DetectionRules.h"
@@ -14,21 +16,28 @@ QString BrokenRules(const CData& data, qsizetype mostPieces) {
   QStringList broken;
   for (const int rule : DetectionRules::ActiveRules(data.SensitivityValue())) {
     const std::vector<qint16>& points = data.ViolatingPoints().at(static_cast<size_t>(rule - 1));
-    if (!points.empty()) broken.append(Words::Verdict::ruleAt(rule, PointList(points, mostPieces)));
+    if (points.empty()) continue;
+    broken.append(mostPieces > 0 ? Words::Verdict::ruleAt(rule, PointList(points, mostPieces))
+                                 : QString::number(rule));
   }
-  return broken.join(u"; "_s);
+  if (mostPieces > 0 || broken.isEmpty()) return broken.join(u"; "_s);
+  return Words::Verdict::rules(broken.join(u", "_s));
 }
 
-QString RulesInForce(const CData& data) {
+QString ActiveRules(const CData& data) {
   QStringList rules;
   for (const int rule : DetectionRules::ActiveRules(data.SensitivityValue()))
     rules.append(QString::number(rule));
+  return rules.join(u", "_s);
+}
+
+QString RulesInForce(const CData& data) {
   const qint32 sensitivity = data.SensitivityValue();
   const Text<>& name = sensitivity == 0   ? Words::Verdict::low
                        : sensitivity == 1 ? Words::Verdict::medium
                                           : Words::Verdict::high;
   return Words::Verdict::rulesInForce(
-      rules.join(u", "_s), name(),
+      ActiveRules(data), name(),
       data.DetectionPeriod() == 0 ? Words::Verdict::shortTerm() : Words::Verdict::longTerm());
 }
 
@@ -49,36 +58,43 @@ int VerdictInk(const CData& data) {
   return data.RangesOutside().empty() ? Palette::Green : Palette::Black;
 }
 
+// Without pieces, only the rules are named.
 QString LineWith(const CData& data, qsizetype mostPieces) {
   QString verdict = data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl();
   const QString broken = BrokenRules(data, mostPieces);
   if (!data.IsInControl() && !broken.isEmpty()) verdict = Words::Verdict::because(verdict, broken);
   QStringList parts{verdict, ProcessState::Name(data.ProcessState())};
   if (!data.RangesOutside().empty())
-    parts.append(Words::Verdict::rangesAt(PointList(data.RangesOutside(), mostPieces)));
+    parts.append(
+        Words::Verdict::rangesAt(PointList(data.RangesOutside(), std::max<qsizetype>(1, mostPieces))));
   return parts.join(u" \u00b7 "_s);
+}
+
+// The verdict, and the same in fewer and fewer words: for a narrow page.
+QStringList VerdictLines(const CData& data) {
+  if (data.NumberOfPlotPoints() == 0) return {ProcessState::Name(0)};
+  QStringList lines;
+  for (qsizetype pieces = MostPointPieces; pieces >= 0; --pieces) lines.append(LineWith(data, pieces));
+  lines.append((data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl()) +
+               u" \u00b7 "_s + ProcessState::Name(data.ProcessState()));
+  return lines;
 }
 
 }  // namespace
 
-QString VerdictLine(const CData& data) {
-  if (data.NumberOfPlotPoints() == 0) return ProcessState::Name(0);
-  // More than that is too small to be read across the page: the lists are shortened before it is.
-  constexpr qsizetype longest = 130;
-  QString line = LineWith(data, MostPointPieces);
-  for (qsizetype pieces = MostPointPieces - 1; line.size() > longest && pieces > 0; --pieces)
-    line = LineWith(data, pieces);
-  return line;
-}
-
 void DrawVerdict(ChartGraph& strip, const CData& data, const std::optional<LimitsOrigin>& origin,
                  const QString& libraryName) {
   using enum ChartGraph::Alignment;
-  strip.Draw(
-      ChartGraph::Text{{0.01, 0.32}, LeftMiddle, VerdictLine(data), {VerdictInk(data), 16, 7, 3}, 0.98});
+  const auto draw = [&](double y, const QStringList& lines, const ChartGraph::TextParameters& parameters) {
+    strip.Draw(ChartGraph::Text{{0.01, y}, LeftMiddle, lines[0], parameters, 0.98, lines.mid(1)});
+  };
+  draw(0.32, VerdictLines(data), {VerdictInk(data), 16, 7, 3});
   QStringList facts{RulesInForce(data)};
   if (origin) facts.append(OriginText(*origin));
   if (!libraryName.isEmpty()) facts.append(Words::Verdict::library(libraryName));
-  strip.Draw(ChartGraph::Text{
-      {0.01, 0.77}, LeftMiddle, facts.join(u"  \u00b7  "_s), {Palette::Black, 16, 4, 0}, 0.98});
+  QStringList shorter = facts;
+  shorter[0] = Words::Verdict::rulesInForceShort(ActiveRules(data));
+  QStringList lines;
+  for (const QStringList& some : {facts, shorter, shorter.mid(0, 2)}) lines << some.join(u"  \u00b7  "_s);
+  draw(0.77, lines, {Palette::Black, 16, 4, 0});
 }

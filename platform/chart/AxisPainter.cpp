@@ -36,8 +36,9 @@ class AxisLayout {
         axis_(axis),
         geometry_(geometry),
         horizontal_(axis.direction == ChartGraph::Direction::Horizontal),
-        font_(TextFont(axis.labelText, geometry.unit)),
-        tickLength_(geometry.unit * 0.006) {
+        font_(axis.direction == ChartGraph::Direction::Horizontal ? geometry.TextFont(axis.labelText)
+                                                                  : FontOf(geometry.valueLabelPixels)),
+        tickLength_(geometry.TickLength()) {
     const QRectF& scale = geometry.scale;
     const double start = horizontal_ ? scale.left() : scale.top();
     const double extent = horizontal_ ? scale.width() : scale.height();
@@ -49,7 +50,6 @@ class AxisLayout {
   }
 
   void Paint() {
-    FitLabelWidth();
     const Thinning thinning = horizontal_ ? ThinHorizontal() : ThinVertical();
     painter_.setPen(LinePen({0, 0, Palette::Black}, geometry_.unit));
     PaintLine();
@@ -65,11 +65,10 @@ class AxisLayout {
   // The first tick of those that are so many apart.
   int FirstOf(int step) const { return (first_ + step - 1) / step * step; }
   QFontMetricsF Metrics() const { return QFontMetricsF(font_, painter_.device()); }
-  double LabelGap() const { return geometry_.unit * 0.009; }
   double TitleHeight() const {
     return axis_.title.isEmpty()
                ? 0
-               : QFontMetricsF(TextFont(axis_.titleText, geometry_.unit), painter_.device()).height();
+               : QFontMetricsF(geometry_.TextFont(axis_.titleText), painter_.device()).height();
   }
 
   QString Label(int tick) const {
@@ -81,26 +80,11 @@ class AxisLayout {
 
   double WidestLabel() const {
     const QFontMetricsF metrics = Metrics();
-    if (!axis_.labels.isEmpty()) {
-      double widest = 0;
-      for (const QString& label : axis_.labels) widest = std::max(widest, metrics.horizontalAdvance(label));
-      return widest;
-    }
     // Along a numbered horizontal axis the last number is the longest.
-    if (horizontal_) return metrics.horizontalAdvance(Label(ticks_ - 1));
+    if (axis_.labels.isEmpty()) return metrics.horizontalAdvance(Label(ticks_ - 1));
     double widest = 0;
-    for (int tick = 0; tick < std::min(ticks_, 1000); ++tick) {
-      widest = std::max(widest, metrics.horizontalAdvance(Label(tick)));
-    }
+    for (const QString& label : axis_.labels) widest = std::max(widest, metrics.horizontalAdvance(label));
     return widest;
-  }
-
-  // The numbers of a vertical axis have the room between its title and the axis.
-  void FitLabelWidth() {
-    if (horizontal_) return;
-    const double room = geometry_.plot.left() - geometry_.frame.left() - TitleHeight() - 3 * tickLength_;
-    const double widest = WidestLabel();
-    if (widest > room) font_.setPixelSize(std::max(1, static_cast<int>(font_.pixelSize() * room / widest)));
   }
 
   // 1, 2, 4, 10, 20, 40, 100, ...: multiples that are round numbers with a spacing of 5, 10, 20 or 50.
@@ -116,14 +100,14 @@ class AxisLayout {
 
   Thinning ThinHorizontal() const {
     const double widest = WidestLabel();
-    if (axis_.labels.isEmpty()) return {RoundStepFor(widest + LabelGap()), false};
+    if (axis_.labels.isEmpty()) return {RoundStepFor(widest + geometry_.LabelGap()), false};
     const double height = Metrics().height();
     const double below = geometry_.frame.bottom() - geometry_.plot.bottom() - 3 * tickLength_ - TitleHeight();
     // Beyond every second label, turned ones tell more.
     const bool canTurn = height <= pitch_ && widest <= below;
     for (const int step : std::array{1, 2, 3, 4, 6}) {
       if (step > 2 && canTurn) return {1, true};
-      if (step * pitch_ >= widest + LabelGap()) return {step, false};
+      if (step * pitch_ >= widest + geometry_.LabelGap()) return {step, false};
     }
     return {ticks_, false};
   }
@@ -158,7 +142,7 @@ class AxisLayout {
     if (At(next) < *axis_.labelsFrom) next += step;
     const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(next));
     const double distance = geometry_.X(At(next)) - geometry_.X(*axis_.labelsFrom);
-    if (distance >= widths / 2 + LabelGap()) PaintLabel(*axis_.labelsFrom, first, false);
+    if (distance >= widths / 2 + geometry_.LabelGap()) PaintLabel(*axis_.labelsFrom, first, false);
   }
 
   void PaintLabel(double value, const QString& text, bool turned) const {
@@ -167,6 +151,9 @@ class AxisLayout {
     const double width = metrics.horizontalAdvance(text);
     const double middle = (metrics.ascent() - metrics.descent()) / 2;
     const QRectF& plot = geometry_.plot;
+    const double half = (turned ? metrics.height() : width) / 2;
+    const double left = geometry_.X(value) - half;
+    if (horizontal_ && (left < geometry_.frame.left() || left + 2 * half > geometry_.frame.right())) return;
     if (!horizontal_) {
       painter_.drawText(QPointF(plot.left() - 1.6 * tickLength_ - width, geometry_.Y(value) + middle), text);
     } else if (turned) {
@@ -186,7 +173,7 @@ class AxisLayout {
   }
 
   void PaintTitle(bool belowTurned) const {
-    const QFont font = TextFont(axis_.titleText, geometry_.unit);
+    const QFont font = geometry_.TextFont(axis_.titleText);
     const QFontMetricsF metrics(font, painter_.device());
     const QRectF& plot = geometry_.plot;
     const double room = horizontal_ ? geometry_.frame.width() * 0.9 : geometry_.frame.height() * 0.9;
@@ -205,9 +192,10 @@ class AxisLayout {
 
   // Below turned labels the title stands at the very bottom, else so that one more line of text fits beneath.
   double TitleBaseline(const QFontMetricsF& metrics, bool belowTurned) const {
-    const double bottom = geometry_.frame.bottom();
+    const double top = geometry_.plot.bottom(), bottom = geometry_.frame.bottom();
     if (belowTurned) return bottom - tickLength_ * 0.7 - metrics.descent();
-    return geometry_.plot.bottom() + 0.55 * (bottom - geometry_.plot.bottom()) + metrics.descent();
+    return std::max(top + 0.55 * (bottom - top) + metrics.descent(),
+                    top + 1.4 * tickLength_ + Metrics().height() + metrics.ascent());
   }
 
   QPainter& painter_;
@@ -223,6 +211,17 @@ class AxisLayout {
 };
 
 }  // namespace
+
+QStringList AxisNumbers(const Axis& axis, const QRectF& scale) {
+  constexpr int most = 1000;
+  const bool horizontal = axis.direction == ChartGraph::Direction::Horizontal;
+  const double start = horizontal ? scale.left() : scale.top();
+  const double extent = horizontal ? scale.width() : scale.height();
+  QStringList numbers;
+  for (int tick = 0; tick < most && tick * axis.spacing <= extent * (1 + 1e-9); ++tick)
+    numbers.append(NumberLabel(start + tick * axis.spacing, axis.spacing));
+  return numbers;
+}
 
 void PaintAxis(QPainter& painter, const ChartGraph::Axis& axis, const GraphGeometry& geometry) {
   AxisLayout(painter, axis, geometry).Paint();

@@ -85,17 +85,36 @@ class ChartGraph {
     Direction direction = Direction::Horizontal;  // of the levels
     std::vector<LineLabel> labels;
     TextParameters text;
-    std::vector<LineLabel> alike{};  // labels elsewhere that are to be of the same size
   };
-  // A line of text at a graph-relative point. It never grows wider than its room.
+  // A line of text at a graph-relative point. It never grows wider than its room: it is made smaller, then
+  // one of its shorter forms, the longest first, then it is cut short.
   struct Text {
     QPointF position;
     Alignment alignment = Alignment::LeftMiddle;
     QString text;
     TextParameters parameters;
     double maxWidth = 1;  // fraction of the graph
+    QStringList shorter{};
   };
-  using Operation = std::variant<Axis, Level, Bars, Curve, LineLabels, Text, Outline, Shade>;
+  // Lines of texts below each other. Where the graph is too low for all, they move together, then their
+  // letters get smaller, then the least important lines are left out.
+  struct Cell {
+    double from = 0;  // fractions across the graph
+    double to = 1;
+    QString text;
+    TextParameters parameters;
+    QStringList shorter{};
+  };
+  struct Line {
+    std::vector<Cell> cells;
+    double pitch = 0;  // to the middle of the next line
+    int importance = 0;
+  };
+  struct Table {
+    double top = 0;  // the middle of the first line
+    std::vector<Line> lines;
+  };
+  using Operation = std::variant<Axis, Level, Bars, Curve, LineLabels, Text, Table, Outline, Shade>;
 
   explicit ChartGraph(const QRectF& frame, bool bordered = true) : frame_(frame), bordered_(bordered) {}
 

@@ -1,5 +1,7 @@
 #include "platform/chart/ChartPage.h"
 
+#include <vector>
+
 #include "platform/chart/Palette.h"
 
 namespace {
@@ -19,15 +21,21 @@ ChartGraph& ChartPage::WGCreateGraph(double left, double top, double right, doub
   return graphs_.emplace_back(QRectF(QPointF(left, top), QPointF(right, bottom)));
 }
 
+QRectF ChartPage::FrameOf(int index, const QRectF& target) const {
+  return Within(target, blownUp_ == index ? wholePage : Graph(index).Frame());
+}
+
 GraphGeometry ChartPage::Geometry(int index, const QRectF& target) const {
   const ChartGraph& graph = Graph(index);
-  const bool whole = blownUp_ == index;
-  GraphGeometry geometry;
-  geometry.frame = Within(target, whole ? wholePage : graph.Frame());
-  geometry.plot = Within(geometry.frame, graph.PlotArea());
-  geometry.scale = graph.Scale();
-  geometry.unit = PageUnit(target) * (whole ? blownUpText : 1.0);
-  return geometry;
+  const auto isAbove = [&](const ChartGraph& other) {
+    return other.Frame().left() == graph.Frame().left() && other.Frame().right() == graph.Frame().right();
+  };
+  std::vector<const ChartGraph*> column;
+  for (const ChartGraph& other : graphs_) {
+    if (isAbove(other)) column.push_back(&other);
+  }
+  const double unit = PageUnit(target) * (blownUp_ == index ? blownUpText : 1.0);
+  return LayOut(graph, column, FrameOf(index, target), unit, smallestText_);
 }
 
 void ChartPage::Paint(QPainter& painter, const QRectF& target) const {
@@ -42,7 +50,7 @@ void ChartPage::Paint(QPainter& painter, const QRectF& target) const {
 
 int ChartPage::GraphAt(QPointF position, const QRectF& target) const {
   for (int index = 0; index < GraphCount(); ++index) {
-    if (IsShown(index) && Geometry(index, target).frame.contains(position)) return index;
+    if (IsShown(index) && FrameOf(index, target).contains(position)) return index;
   }
   return NoGraph;
 }

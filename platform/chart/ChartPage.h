@@ -30,10 +30,16 @@ class ChartPage {
   // Where a graph and its points lie on the page painted into target.
   GraphGeometry Geometry(int index, const QRectF& target) const;
 
+  // No letters get smaller than so many units of the painter.
+  void SetSmallestText(double height) { smallestText_ = height; }
+  double SmallestText() const { return smallestText_; }
+
  private:
   bool IsShown(int index) const { return blownUp_ == NoGraph || blownUp_ == index; }
+  QRectF FrameOf(int index, const QRectF& target) const;
 
   std::deque<ChartGraph> graphs_;
   int selected_ = NoGraph;
   int blownUp_ = NoGraph;
+  double smallestText_ = 9;
 };

@@ -1,66 +1,11 @@
 #include "platform/chart/GraphPainter.h"
 
-#include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
 
 #include "platform/chart/Palette.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-// A text is made smaller down to this part of its size before it is cut short.
-constexpr double smallestText = 0.65;
-
-struct FittedText {
-  QFont font;
-  QString text;
-  QRectF bounds;  // ascent, descent and advance around the start of the base line
-};
-
-FittedText FitText(QPainter& painter, const QString& text, QFont font, double maxWidth) {
-  const auto advance = [&] { return QFontMetricsF(font, painter.device()).horizontalAdvance(text); };
-  const int smallest = static_cast<int>(std::ceil(font.pixelSize() * smallestText));
-  double width = advance();
-  while (width > maxWidth && font.pixelSize() > std::max(1, smallest)) {
-    const int wanted = static_cast<int>(font.pixelSize() * maxWidth / width);
-    font.setPixelSize(std::clamp(wanted, std::max(1, smallest), font.pixelSize() - 1));
-    width = advance();
-  }
-  const QFontMetricsF metrics(font, painter.device());
-  const QString shown = width > maxWidth ? metrics.elidedText(text, Qt::ElideRight, maxWidth) : text;
-  return {
-      font, shown,
-      QRectF(0, -metrics.ascent(), metrics.horizontalAdvance(shown), metrics.ascent() + metrics.descent())};
-}
-
-// Bright inks cannot be read on white paper; they get a dark plate.
-void PaintPlate(QPainter& painter, const QRectF& bounds, const QColor& ink) {
-  if (qGray(ink.rgb()) < 200) return;
-  const double rim = bounds.height() * 0.4;
-  painter.fillRect(bounds.adjusted(-rim, 0, rim, 0), QColor(64, 64, 64));
-}
-
-void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeometry& geometry) {
-  using enum ChartGraph::Alignment;
-  const FittedText fitted = FitText(painter, text.text, TextFont(text.parameters, geometry.unit),
-                                    text.maxWidth * geometry.frame.width());
-  const QPointF anchor(geometry.frame.x() + text.position.x() * geometry.frame.width(),
-                       geometry.frame.y() + text.position.y() * geometry.frame.height());
-  const QRectF& bounds = fitted.bounds;
-  QPointF start = anchor - bounds.center();
-  if (text.alignment == LeftMiddle) start.setX(anchor.x());
-  if (text.alignment == RightMiddle) start.setX(anchor.x() - bounds.width());
-  if (text.alignment == BelowCentred) start.setY(anchor.y() - bounds.top());
-  if (text.alignment == AboveCentred) start.setY(anchor.y() - bounds.bottom());
-
-  const QColor ink = Palette::Colour(text.parameters.colour);
-  PaintPlate(painter, bounds.translated(start), ink);
-  painter.setFont(fitted.font);
-  painter.setPen(ink);
-  painter.drawText(start, fitted.text);
-}
 
 // Whether a faint level lies too near to another level to be told from it.
 bool IsCrowded(const ChartGraph& graph, double value, const GraphGeometry& geometry) {
@@ -147,27 +92,11 @@ struct OperationPainter {
     PaintOutline(painter, graph, outline, geometry);
   }
   void operator()(const ChartGraph::Shade& shade) const { PaintShade(painter, shade, geometry); }
+  void operator()(const ChartGraph::Table& table) const { PaintTable(painter, table, geometry); }
   void operator()(const ChartGraph::Text& text) const { PaintText(painter, text, geometry); }
 };
 
 }  // namespace
-
-double GraphGeometry::Y(double value) const {
-  const double heights = (value - scale.top()) / scale.height();
-  return plot.bottom() - std::clamp(heights, -20.0, 20.0) * plot.height();
-}
-
-double PageUnit(const QRectF& target) { return std::min(target.height(), 0.7 * target.width()); }
-
-QFont TextFont(const ChartGraph::TextParameters& parameters, double unit) {
-  QFont font;
-  font.setFamilies({u"DejaVu Sans"_s, u"sans-serif"_s});
-  font.setStyleHint(QFont::SansSerif);
-  // The smallest library size has to stay legible, so sizes grow from a base and not from zero.
-  font.setPixelSize(std::max(1, static_cast<int>(std::lround(unit * (0.0065 + 0.0018 * parameters.size)))));
-  font.setBold(parameters.style == 3);
-  return font;
-}
 
 QPen LinePen(const ChartGraph::LineStyle& line, double unit) {
   QPen pen(Palette::Colour(line.colour), std::max(1.0, std::round(unit * 0.0014)) * (1 + line.width));

@@ -1,27 +1,13 @@
-// Paints one recorded graph into its place on a page: frame, texts, levels and bars here, the other parts
-// each in a file of its own.
+// Paints one recorded graph into its place on a page: frame, levels and bars here, the other parts each in
+// a file of its own.
 #pragma once
 
 #include <QPainter>
 #include <QRectF>
+#include <QStringList>
 
 #include "platform/chart/ChartGraph.h"
-
-// Where a graph lies in the painter's coordinates.
-struct GraphGeometry {
-  QRectF frame;
-  QRectF plot;
-  QRectF scale;     // as ChartGraph::Scale
-  double unit = 1;  // what texts and lines are sized by: about the height of the page
-
-  double X(double value) const { return plot.left() + (value - scale.left()) / scale.width() * plot.width(); }
-  // Far outside the scale it stops at some heights of the plot area, which a painter can still clip.
-  double Y(double value) const;
-  bool IsOutside(double value) const { return value < scale.top() || value > scale.bottom(); }
-};
-
-// The unit of a page that is painted into target; a page too narrow for its height has smaller texts.
-double PageUnit(const QRectF& target);
+#include "platform/chart/GraphLayout.h"
 
 // Restores the painter's state at the end of a scope.
 class PainterSaver {
@@ -35,11 +21,14 @@ class PainterSaver {
   QPainter& painter_;
 };
 
-QFont TextFont(const ChartGraph::TextParameters& parameters, double unit);
 QPen LinePen(const ChartGraph::LineStyle& line, double unit);
 
 void PaintGraph(QPainter& painter, const ChartGraph& graph, const GraphGeometry& geometry);
 void PaintFrame(QPainter& painter, const GraphGeometry& geometry, int colour, int width);
+
+// Lines of text: each as large as its room lets it be, in its longest form that fits.
+void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeometry& geometry);
+void PaintTable(QPainter& painter, const ChartGraph::Table& table, const GraphGeometry& geometry);
 
 // Line, ticks, title, and as many labels as have room.
 void PaintAxis(QPainter& painter, const ChartGraph::Axis& axis, const GraphGeometry& geometry);
@@ -48,6 +37,9 @@ void PaintAxis(QPainter& painter, const ChartGraph::Axis& axis, const GraphGeome
 // and arrows for points outside the scale.
 void PaintCurve(QPainter& painter, const ChartGraph& graph, const ChartGraph::Curve& curve,
                 const GraphGeometry& geometry);
+
+// The numbers along an axis, without exponents and without what rounding left over.
+QStringList AxisNumbers(const ChartGraph::Axis& axis, const QRectF& scale);
 
 // The names and values of levels, beside the plot area at the ends of their lines.
 void PaintLineLabels(QPainter& painter, const ChartGraph::LineLabels& labels, const GraphGeometry& geometry);

@@ -1,6 +1,7 @@
 // Paints the names and values of levels.
 #include <QFontMetricsF>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/chart/GraphPainter.h"
 #include "platform/chart/Palette.h"
@@ -10,9 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Labels are made smaller down to this part of their size rather than broken into two lines.
-constexpr double smallestInOneLine = 0.9;
-
 class LabelRow {
  public:
   LabelRow(QPainter& painter, const ChartGraph::LineLabels& labels, const GraphGeometry& geometry)
@@ -20,15 +18,14 @@ class LabelRow {
         labels_(labels),
         geometry_(geometry),
         horizontal_(labels.direction == ChartGraph::Direction::Horizontal),
-        font_(TextFont(labels.text, geometry.unit)),
-        gap_(geometry.unit * (horizontal_ ? 0.009 : 0.005)),
-        rim_(geometry.unit * 0.004) {
+        font_(horizontal_ ? FontOf(geometry.levelLabelPixels) : geometry.TextFont(labels.text)),
+        gap_(horizontal_ ? geometry.LabelGap() : geometry.unit * 0.005),
+        rim_(geometry.Rim()) {
     for (const ChartGraph::LineLabel& label : labels.labels) ends_.push_back(EndOf(label));
-    for (const ChartGraph::LineLabel& label : labels.alike) alike_.append(label.name + u' ' + label.number);
+    if (!horizontal_) FitBesideEachOther();
   }
 
   void Paint() {
-    FitRoom();
     const QFontMetricsF metrics(font_, painter_.device());
     std::vector<double> wanted, sizes;
     for (const End& end : ends_) {
@@ -50,16 +47,15 @@ class LabelRow {
     double wanted;  // where along the edge of the plot area the level ends
   };
 
-  // A level outside the scale is named at the edge, with an arrow towards it.
+  // A level outside the scale is named at the edge.
   End EndOf(const ChartGraph::LineLabel& label) const {
     const QRectF& scale = geometry_.scale;
-    const double low = horizontal_ ? scale.top() : scale.left();
-    const double high = horizontal_ ? scale.bottom() : scale.right();
-    QString number = label.number;
-    if (label.value < low) number.append(horizontal_ ? u" \u2193"_s : u" \u2190"_s);
-    if (label.value > high) number.append(horizontal_ ? u" \u2191"_s : u" \u2192"_s);
-    const double shown = std::clamp(label.value, low, high);
-    return {{label.name + u' ' + number}, horizontal_ ? geometry_.Y(shown) : geometry_.X(shown)};
+    const auto [name, number] = LevelLabel(label, labels_.direction, scale);
+    const double shown = horizontal_ ? std::clamp(label.value, scale.top(), scale.bottom())
+                                     : std::clamp(label.value, scale.left(), scale.right());
+    QStringList lines{name + u' ' + number};
+    if (horizontal_ && geometry_.levelLabelsBroken) lines = {name, number};
+    return {lines, horizontal_ ? geometry_.Y(shown) : geometry_.X(shown)};
   }
 
   double LineHeight() const {
@@ -73,28 +69,20 @@ class LabelRow {
     for (const End& end : ends_) {
       for (const QString& line : end.lines) widest = std::max(widest, metrics.horizontalAdvance(line));
     }
-    for (const QString& text : alike_) widest = std::max(widest, metrics.horizontalAdvance(text));
     return widest;
   }
 
-  // All labels of a chart are of one size.
-  void FitRoom() {
-    const QRectF& plot = geometry_.plot;
-    const double edge = geometry_.frame.right() - rim_;
-    const double room = horizontal_
-                            ? edge - plot.right() - gap_
-                            : (edge - plot.left()) / double(std::max<size_t>(1, ends_.size())) - 3 * rim_;
-    if (horizontal_ && Widest() * smallestInOneLine > room) {
-      for (End& end : ends_) {
-        const qsizetype space = end.lines.first().indexOf(u' ');
-        end.lines = {end.lines.first().first(space), end.lines.first().sliced(space + 1)};
-      }
-      for (QString& text : alike_) text = text.sliced(text.indexOf(u' ') + 1);
-    }
-    while (Widest() > room && font_.pixelSize() > 1) {
+  // Where not even the smallest letters have room for all, the names stand without their numbers.
+  void FitBesideEachOther() {
+    const double room =
+        (geometry_.frame.right() - rim_ - geometry_.plot.left()) / double(std::max<size_t>(1, ends_.size())) -
+        3 * rim_;
+    const int smallest = static_cast<int>(std::ceil(geometry_.smallestText));
+    while (Widest() > room && font_.pixelSize() > smallest)
       font_.setPixelSize(
-          std::min(font_.pixelSize() - 1, static_cast<int>(font_.pixelSize() * room / Widest()) + 1));
-    }
+          std::clamp(static_cast<int>(font_.pixelSize() * room / Widest()), smallest, font_.pixelSize() - 1));
+    if (Widest() <= room) return;
+    for (size_t i = 0; i < ends_.size(); ++i) ends_[i].lines = {labels_.labels[i].name};
   }
 
   void PaintLabel(const End& end, double centre, double size) {
@@ -126,7 +114,6 @@ class LabelRow {
   double gap_;
   double rim_;
   std::vector<End> ends_;
-  QStringList alike_;
 };
 
 }  // namespace

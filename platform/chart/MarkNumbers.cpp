@@ -29,7 +29,7 @@ MarkNumbers::MarkNumbers(QPainter& painter, const ChartGraph& graph, const Chart
                          const GraphGeometry& geometry)
     : painter_(painter),
       geometry_(geometry),
-      font_(TextFont(text, geometry.unit)),
+      font_(geometry.TextFont(text)),
       ink_(Palette::Colour(text.colour)),
       metrics_(font_, painter.device()),
       gap_(std::max(1.0, geometry.unit * 0.002)),

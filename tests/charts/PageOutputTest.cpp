@@ -42,6 +42,7 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   PageOutput::WritePng(page, png, {640, 400});
   PageOutput::WriteSvg(page, svg, {640, 400});
   page.Select(GraphId::None);  // its frame is not for paper
+  page.SetSmallestText(7 / 72.0 * QImage(png).logicalDpiY());
   QImage painted(640, 400, QImage::Format_RGB32), drawn = painted;
   QPainter painter(&painted), drawing(&drawn);
   page.Paint(painter, {0, 0, 640, 400});

@@ -1,6 +1,7 @@
 // The page as painted: nothing lies on anything else.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <random>
 #include <set>
 
@@ -25,7 +26,12 @@ bool Touches(const QPolygonF& corners, const QRectF& box) {
   return false;
 }
 
-void ExpectNothingOverlaps(const StatPage& page, QSize size) {
+bool IsMark(const PaintedShape& shape) {
+  return shape.kind == PaintedShape::Polygon && shape.fill == QColor(255, 0, 0);
+}
+
+// No text on another one, on a point or on a mark, none outside the page and none too small to read.
+void ExpectNothingOverlaps(const StatPage& page, QSize size, int smallest) {
   RecordingDevice device(size);
   {
     QPainter painter(&device);
@@ -33,41 +39,77 @@ void ExpectNothingOverlaps(const StatPage& page, QSize size) {
   }
   const QRectF whole(QPointF(0, 0), QSizeF(size));
   const auto texts = device.Of(PaintedShape::Text, whole);
-  const auto marks = device.Where([](const auto& shape) {
-    return shape.kind == PaintedShape::Ellipse || shape.kind == PaintedShape::Polygon;
-  });
+  const auto points =
+      device.Where([](const auto& shape) { return shape.kind == PaintedShape::Ellipse || IsMark(shape); });
   ASSERT_GT(texts.size(), 20u);
   for (size_t i = 0; i < texts.size(); ++i) {
     const QRectF ink = texts[i].Place().adjusted(0.5, 0.5, -0.5, -0.5);
-    EXPECT_TRUE(whole.contains(ink)) << texts[i].text.toStdString();
-    for (size_t j = 0; j < i; ++j) {
-      EXPECT_FALSE(ink.intersects(texts[j].Place()))
-          << texts[i].text.toStdString() << " on " << texts[j].text.toStdString();
-    }
-    for (const PaintedShape& mark : marks) {
-      ASSERT_FALSE(ink.intersects(mark.Place())) << texts[i].text.toStdString() << " on a mark";
-    }
+    const std::string text = texts[i].text.toStdString();
+    EXPECT_TRUE(whole.contains(ink)) << text;
+    EXPECT_GE(texts[i].font.pixelSize(), smallest) << text;
+    for (size_t j = 0; j < i; ++j)
+      EXPECT_FALSE(ink.intersects(texts[j].Place())) << text << " on " << texts[j].text.toStdString();
+    for (const PaintedShape& point : points)
+      ASSERT_FALSE(ink.intersects(point.Place())) << text << " on a point";
   }
 }
 
+std::map<std::string, CData> AllKinds() {
+  using PageData::Random;
+  std::map<std::string, CData> kinds = {
+      {"8 points", Random({.subgroups = 8, .subgroupSize = 1, .decimals = 1})},
+      {"25 points", Random({.subgroups = 25})},
+      {"200 points", Random({.subgroups = 200})},
+      {"5,000 points", Random({.subgroups = 5000})},
+      {"32,767 points", Random({.subgroups = 32767, .subgroupSize = 1})},
+      {"constant", Random({.subgroups = 30, .mean = 5, .deviation = 0})},
+      {"about 0.00012",
+       Random({.subgroups = 60, .mean = 0.00012, .deviation = 1e-5, .decimals = 6, .precision = 7})},
+      {"about 123456.7", Random({.mean = 123456.7, .deviation = 400, .decimals = 1, .precision = 4})},
+      {"about 123456789", Random({.mean = 123456789, .deviation = 4000, .decimals = 2, .precision = 5})},
+      {"about -5", Random({.subgroups = 60, .mean = -5, .deviation = 2})},
+      {"a far scale", Random({.subgroups = 40, .mean = 9e6, .deviation = 1, .precision = 8})}};
+  const auto change = [&](const char* name, auto&& set) {
+    CData data = Random({.subgroups = 40});
+    set(data);
+    if (!QCGlobalFunctions::CalculateStatistics(data)) throw std::runtime_error(name);
+    kinds.emplace(name, data);
+  };
+  change("no specification", [](CData& data) {
+    data.SetLowerSpecLimit(0);
+    data.SetNominalSpecLimit(0);
+    data.SetUpperSpecLimit(0);
+  });
+  change("limits the wrong way round", [](CData& data) {
+    data.SetXBarLCL(74.05);
+    data.SetXBarUCL(73.95);
+    data.SetLowerSpecLimit(75);
+    data.SetUpperSpecLimit(73);
+  });
+  change("every point marked", [](CData& data) {
+    data.SetXBarLCL(73.8);
+    data.SetXBarMean(73.85);
+    data.SetXBarUCL(73.9);
+  });
+  change("a long description", [](CData& data) {
+    data.SetDescription(QString(u"Cylinder bore at station 4 "_s).repeated(3).left(80));
+    data.SetUnitOfMeasurement({});
+  });
+  return kinds;
+}
+
 TEST(PaintedPage, NothingLiesOnAnythingElse) {
-  const std::vector<PageData::Shape> shapes = {
-      {.subgroups = 8, .subgroupSize = 1, .decimals = 1},
-      {.subgroups = 25},
-      {.subgroups = 60, .mean = -5, .deviation = 2},
-      {.subgroups = 200, .mean = 0.00012, .deviation = 1e-5, .decimals = 6, .precision = 7},
-      {.subgroups = 25, .mean = 123456.7, .deviation = 400, .precision = 1},
-      {.subgroups = 40, .mean = 9e6, .deviation = 1, .precision = 8},
-      {.subgroups = 30, .mean = 5, .deviation = 0},
-      {.subgroups = 2000, .subgroupSize = 3}};
-  for (PageData::Shape shape : shapes) {
-    for (const QSize size : {QSize(1280, 800), QSize(900, 500), QSize(3840, 2160), QSize(3508, 2480)}) {
-      for (const bool fitted : {false, true}) {
-        SCOPED_TRACE(testing::Message() << shape.subgroups << " subgroups of mean " << shape.mean << ", "
-                                        << size.width() << " wide, fitted " << fitted);
-        ++shape.seed;
-        const StatPage page(PageData::Random(shape), {.fittedScale = fitted, .printedHead = fitted});
-        ExpectNothingOverlaps(page, size);
+  const std::tuple<QSize, int> papers[] = {{{640, 400}, 9},   {{800, 600}, 9},   {{800, 600}, 16},
+                                           {{1280, 800}, 9},  {{1280, 800}, 16}, {{3840, 2160}, 9},
+                                           {{3508, 2480}, 29}};
+  for (const auto& [name, data] : AllKinds()) {
+    for (const bool fitted : {false, true}) {
+      StatPage page(data, {.fittedScale = fitted, .printedHead = fitted, .libraryName = u"line.db"_s});
+      for (const auto& [size, smallest] : papers) {
+        SCOPED_TRACE(testing::Message() << name << ", " << size.width() << " wide, letters from " << smallest
+                                        << ", fitted " << fitted);
+        page.SetSmallestText(smallest);
+        ExpectNothingOverlaps(page, size, smallest);
       }
     }
   }
@@ -80,7 +122,7 @@ TEST(PaintedPage, LabelsOfNearLimitsMoveApart) {
     data.SetXBarUCL(10 + 0.01 * run);
     data.SetLowerSpecLimit(10 - 0.02 * run);
     data.SetUpperSpecLimit(10 + 0.02 * run);
-    ExpectNothingOverlaps(PageData::Page(data, {.fittedScale = run % 2 == 0}), {1280, 800});
+    ExpectNothingOverlaps(PageData::Page(data, {.fittedScale = run % 2 == 0}), {1280, 800}, 9);
   }
 }
 
