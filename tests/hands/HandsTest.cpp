@@ -1,0 +1,336 @@
+// Many hands on one library for a while: scripts that append and import, desktops, an editor of units; each
+// is killed now and then. Whatever one of them was told is saved must be there, and nobody's work may be
+// changed without a question.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QThread>
+#include <atomic>
+#include <functional>
+#include <map>
+#include <set>
+#include <thread>
+
+#include "data/Names.h"
+#include "library/Library.h"
+#include "tests/support/TestProgram.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Words = QStringList;
+
+int Setting(const char* name, int otherwise) {
+  return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
+}
+
+// What the hands have tried and were told (see Hand.cpp).
+class Story {
+ public:
+  std::multiset<QString> tried, made;  // samples and units; names of data sets
+  std::set<QString> saved, removed, deleted;
+  struct Figure {
+    std::set<QString> before;
+    bool isSaved = false;
+    bool wasAsked = false;
+  };
+  std::map<QString, Figure> figures;
+  std::map<QString, int> boxes;
+  int conflicts = 0;
+
+  void Read(const std::vector<Words>& log) {
+    std::set<QString> open;  // the figures that were tried since the last one was saved
+    for (const Words& words : log) {
+      const QString& kind = words[0];
+      const Words rest = words.mid(1);
+      if (kind == u"try") tried.insert(rest.begin(), rest.end());
+      if (kind == u"saved") saved.insert(rest.begin(), rest.end());
+      if (kind == u"remove") removed.insert(rest.begin(), rest.end());
+      if (kind == u"new") made.insert(Names::Key(rest[0]));
+      if (kind == u"deleted") deleted.insert(rest[0]);
+      if (kind == u"box") ++boxes[rest[0]];
+      if (kind == u"figure") figures[rest[1]].before.insert(rest[0]), open.insert(rest[1]);
+      if (kind == u"figure saved") figures[rest[0]].isSaved = true, open.clear();
+      if (kind != u"conflict") continue;
+      ++conflicts;
+      for (const QString& figure : open) figures[figure].wasAsked = true;
+    }
+  }
+};
+
+class HandsTest : public testing::Test {
+ protected:
+  static constexpr const char* names[] = {"ONE", "TWO", "THREE", "FOUR"};
+
+  HandsTest() {
+    Run({u"new"_s, library});
+    Connection connection;
+    connection.OpenWith(library);
+    // Every change of what a hand can overwrite, in its order.
+    const auto note = [&](const QString& name, const QString& event, const QString& kind, const QString& was,
+                          const QString& is) {
+      connection.Execute(
+          u"CREATE TRIGGER %1 AFTER %2 BEGIN INSERT INTO Changes (Kind, Was, \"Is\") VALUES ('%3', %4, %5); END"_s
+              .arg(name, event, kind, was, is));
+    };
+    connection.Execute(u"CREATE TABLE Changes (Seq INTEGER PRIMARY KEY, Kind, Was, \"Is\")"_s);
+    note(u"C1"_s, u"UPDATE OF UpperSpecLimit ON StatData WHEN OLD.UpperSpecLimit IS NOT NEW.UpperSpecLimit"_s,
+         u"figure"_s, u"OLD.UpperSpecLimit"_s, u"NEW.UpperSpecLimit"_s);
+    note(u"C2"_s, u"UPDATE OF Description ON Units WHEN OLD.Description IS NOT NEW.Description"_s,
+         u"figure"_s, u"OLD.Description"_s, u"NEW.Description"_s);
+    note(u"C3"_s, u"INSERT ON StatData"_s, u"new"_s, u"NEW.ID"_s, u"NEW.Description"_s);
+    note(u"C4"_s, u"INSERT ON StatData"_s, u"with"_s, u"NEW.ID"_s, u"NEW.UpperSpecLimit"_s);
+    note(u"C5"_s, u"INSERT ON Units"_s, u"with"_s, u"NEW.ID"_s, u"NEW.Description"_s);
+  }
+
+  int Run(const Words& words, int killAfter = -1) const {
+    QProcess process;
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(QStringLiteral(KESTREL_PROGRAM), words);
+    if (killAfter >= 0 && !process.waitForFinished(killAfter)) process.kill();
+    process.waitForFinished(-1);
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+  }
+
+  // Runs a script's step again and again; it gets the numbers of its hand and the samples for this time.
+  class Loop {
+   public:
+    Loop(int hand, std::function<void(Loop&)> step, const std::atomic<bool>& stop)
+        : dice(seed + static_cast<quint32>(hand)), hand_(hand), thread_([this, step, &stop] {
+            while (!stop) step(*this);
+          }) {}
+    void Join() { thread_.join(); }
+
+    Words Samples(int count) {
+      Words samples;
+      for (int i = 0; i < count; ++i)
+        samples << u"9.%1%2%3"_s.arg(hand_, 2, 10, QChar(u'0')).arg(++count_, 5, 10, QChar(u'0')).arg(1);
+      log.push_back(Words{u"try"_s} + samples);
+      return samples;
+    }
+    void Saved(const Words& samples) { log.push_back(Words{u"saved"_s} + samples); }
+    int KillAfter() { return dice.bounded(100) < 15 ? int(dice.bounded(60)) : -1; }
+
+    std::vector<Words> log;
+    QRandomGenerator dice;
+    int runs = 0;
+    int done = 0;
+
+   private:
+    const int hand_;
+    int count_ = 0;
+    std::thread thread_;
+  };
+
+  void Append(Loop& loop) const {
+    const Words samples = loop.Samples(1 + int(loop.dice.bounded(3)));
+    const QString name = QString::fromLatin1(names[loop.dice.bounded(4)]);
+    ++loop.runs;
+    if (Run(Words{u"append"_s, library, u"--description"_s, name} + samples, loop.KillAfter()) != 0) return;
+    ++loop.done;
+    loop.Saved(samples);
+  }
+
+  void ImportAs(Loop& loop, const QString& name, int count) const {
+    const Words samples = loop.Samples(count);
+    const QString csv = folder.filePath(u"values.csv"_s);
+    QFile file(csv);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(samples.join(u'\n').toUtf8() + '\n');
+    file.close();
+    loop.log.push_back({u"new"_s, name});
+    ++loop.runs;
+    const Words command{u"import"_s,    library,          csv,          u"--description"_s,
+                        name,           u"--usl=12"_s,    u"--lsl=8"_s, u"--nominal=10"_s,
+                        u"--unit=MM"_s, u"--subgroup=2"_s};
+    if (Run(command, loop.KillAfter()) != 0) return;
+    ++loop.done;
+    loop.Saved(samples);
+  }
+
+  // A desktop: killed and started again every few seconds, each time as another hand.
+  struct Desk {
+    QString role;
+    int number = 0;
+    std::unique_ptr<QProcess> process = {};
+    QElapsedTimer since = {};
+    int lives = 0;
+  };
+  void Start(Desk& desk) {
+    desk.number = nextHand_++;
+    const QString session = folder.filePath(u"session"_s + desk.role);
+    QDir().mkpath(session);
+    QFile::setPermissions(session, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_RUNTIME_DIR"_s, session);
+    environment.insert(u"KESTREL_SETTINGS"_s, session + u"/settings.json"_s);
+    environment.insert(u"TMPDIR"_s, folder.path());
+    desk.process = std::make_unique<QProcess>();
+    desk.process->setProcessEnvironment(environment);
+    desk.process->setStandardErrorFile(QProcess::nullDevice());
+    const QString role = desk.role == u"units" ? u"units"_s : u"desk"_s;
+    desk.process->start(
+        QStringLiteral(HAND_PROGRAM),
+        {library, LogOf(desk.number), QString::number(desk.number), role, QString::number(seed)});
+    desk.since.start();
+    desk.lives = 5000 + int(dice_.bounded(10000));
+  }
+  QString LogOf(int number) const { return folder.filePath(u"%1.log"_s.arg(number)); }
+
+  std::vector<Words> ReadLog(int number) const {
+    std::vector<Words> log;
+    QFile file(LogOf(number));
+    if (file.open(QIODevice::ReadOnly))
+      while (!file.atEnd()) log.push_back(QString::fromUtf8(file.readLine()).chopped(1).split(u'\t'));
+    return log;
+  }
+
+  void Round(int milliseconds) {
+    std::atomic<bool> stop = false;
+    const auto append = [this](Loop& loop) { Append(loop); };
+    std::vector<std::unique_ptr<Loop>> loops;
+    loops.push_back(std::make_unique<Loop>(
+        1,
+        [&, next = 0](Loop& loop) mutable {
+          while (next < 4) ImportAs(loop, QString::fromLatin1(names[next]), 40), next += loop.done > next;
+          ImportAs(loop, u"IMPORT %1"_s.arg(loop.runs), 16);
+          QThread::msleep(200);
+        },
+        stop));
+    while (RowsOf(library, u"SELECT ID FROM StatData"_s).size() < 4) QThread::msleep(20);
+    for (const int hand : {2, 3}) loops.push_back(std::make_unique<Loop>(hand, append, stop));
+    Desk desks[] = {{u"first"_s}, {u"second"_s}, {u"units"_s}};
+    for (Desk& desk : desks) Start(desk);
+    QElapsedTimer time;
+    for (time.start(); time.elapsed() < milliseconds;) {
+      QThread::msleep(50);
+      for (Desk& desk : desks) {
+        if (desk.process->state() != QProcess::NotRunning) desk.process->waitForFinished(1);
+        const bool ended = desk.process->state() == QProcess::NotRunning;
+        EXPECT_FALSE(ended) << "the desktop has ended by itself: " << desk.process->exitCode();
+        if (ended || desk.since.elapsed() < desk.lives) continue;
+        Kill(desk);
+        Start(desk);
+      }
+    }
+    stop = true;
+    for (Desk& desk : desks) Kill(desk);
+    for (const auto& loop : loops) {
+      loop->Join();
+      story.Read(loop->log);
+      runs += loop->runs;
+      runsDone += loop->done;
+    }
+    for (int hand = firstDesk; hand < nextHand_; ++hand) story.Read(ReadLog(hand));
+  }
+  void Kill(Desk& desk) {
+    desk.process->kill();
+    desk.process->waitForFinished(-1);
+    ++kills;
+  }
+
+  void Fault(const QString& what) {
+    ADD_FAILURE() << what.toStdString() << " in " << folder.path().toStdString();
+  }
+
+  void CheckSamples() {
+    std::set<QString> present;
+    for (const char* table : {"StatData", "DeletedStatData"}) {
+      if (RowsOf(library, u"SELECT name FROM sqlite_master WHERE name = '%1'"_s.arg(QLatin1String(table)))
+              .empty())
+        continue;
+      for (const QVariantList& row :
+           RowsOf(library, u"SELECT ID, Description, \"Values\" FROM %1"_s.arg(QLatin1String(table)))) {
+        std::map<QString, QString> last;  // of each hand
+        std::set<QString> seen;
+        Words samples = row[2].toString().split(u',');
+        samples.removeLast();
+        for (const QString& sample : samples) {
+          const QString which = u"%1 of row %2 (%3)"_s.arg(sample, row[0].toString(), row[1].toString());
+          if (!seen.insert(sample).second) Fault(u"twice: "_s + which);
+          if (!story.tried.contains(sample)) Fault(u"nobody's: "_s + which);
+          if (sample.endsWith(u'1') && std::exchange(last[sample.mid(2, 2)], sample) > sample)
+            Fault(u"out of order: "_s + which);
+        }
+        present.merge(seen);
+      }
+    }
+    for (const QVariantList& unit : RowsOf(library, u"SELECT Name FROM Units"_s))
+      present.insert(unit[0].toString());
+    for (const QString& sample : story.saved)
+      if (!present.contains(sample) && !story.removed.contains(sample)) Fault(u"lost: "_s + sample);
+  }
+
+  void CheckChanges() {
+    std::set<QString> written;
+    for (const QVariantList& change :
+         RowsOf(library, u"SELECT Kind, Was, \"Is\" FROM Changes ORDER BY Seq"_s)) {
+      const QString was = change[1].toString(), is = change[2].toString();
+      if (change[0] == u"new"_s) {
+        const auto made = story.made.find(Names::Key(is));
+        if (made == story.made.end()) {
+          Fault(u"made again: "_s + is);
+        } else {
+          story.made.erase(made);
+        }
+        continue;
+      }
+      if (change[0] == u"with"_s) {
+        written.insert(is);
+        continue;
+      }
+      const auto figure = story.figures.find(is);
+      if (figure == story.figures.end()) {
+        Fault(u"nobody's: "_s + is);
+        continue;
+      }
+      written.insert(is);
+      const auto isWas = [&](const QString& before) {
+        return before == was || (before.toDouble() == was.toDouble() && was.toDouble() != 0);
+      };
+      if (!figure->second.wasAsked && std::ranges::none_of(figure->second.before, isWas))
+        Fault(u"%1 was overwritten by %2 unasked"_s.arg(was, is));
+    }
+    for (const auto& [is, figure] : story.figures)
+      if (figure.isSaved && !written.contains(is)) Fault(u"lost: "_s + is);
+    std::set<QString> known;
+    for (const QVariantList& row : RowsOf(library, u"SELECT Description FROM StatData"_s))
+      if (!known.insert(Names::Key(row[0].toString())).second)
+        Fault(u"two of the name "_s + row[0].toString());
+    EXPECT_EQ(RowsOf(library, u"PRAGMA integrity_check"_s), std::vector<QVariantList>{{u"ok"_s}});
+  }
+
+  static constexpr int firstDesk = 10;
+  static inline const quint32 seed = 100 * static_cast<quint32>(Setting("KESTREL_HANDS_SEED", 1));
+  QTemporaryDir folder;
+  QString library = folder.filePath(u"plant.kestrel"_s);
+  Story story;
+  int runs = 0;
+  int runsDone = 0;
+  int kills = 0;
+
+ private:
+  int nextHand_ = firstDesk;
+  QRandomGenerator dice_{seed};
+};
+
+// KESTREL_HANDS: how many seconds. The long run has many such rounds, each with another KESTREL_HANDS_SEED.
+TEST_F(HandsTest, NobodysWorkIsLost) {
+  Round(Setting("KESTREL_HANDS", 8) * 1000);
+  CheckSamples();
+  CheckChanges();
+  if (HasFailure()) folder.setAutoRemove(false);
+  std::printf(
+      "%d of %d script runs reported saved, %zu samples and units, %zu figures tried, %d conflicts, "
+      "%zu deletions, %d desktops killed\n",
+      runsDone, runs, story.saved.size(), story.figures.size(), story.conflicts, story.deleted.size(), kills);
+  if (qEnvironmentVariableIsSet("KESTREL_HANDS_BOXES"))
+    for (const auto& [text, count] : story.boxes) std::printf("%6d  %s\n", count, qPrintable(text));
+}
+
+}  // namespace
