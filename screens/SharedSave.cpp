@@ -34,6 +34,9 @@ SharedSave::Result AddAgain(const CDataPtr& data) {
   }
   data->SetID(static_cast<qint32>(Tables::IdOf(data->RowAsKnown())));
   if (MainScreen* screen = Globals().mainScreen) screen->AddListRow(*data);
+  // The main window may not have looked yet.
+  DataObjectFunctions::DeleteDataObjectByID(before.ID());
+  DataObjectFunctions::DeleteDataObjectfromListview(before.ID());
   return {Outcome::Saved};
 }
 

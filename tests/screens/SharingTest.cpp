@@ -211,6 +211,12 @@ TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
     program.boxes.Expect(u"All data successfully saved.");
     SaveIn(editor);
     EXPECT_EQ(Stored(u"ID"_s), 3) << "a number is never given twice";
+    // Deleted once more, and saved before the main window has looked.
+    program.Execute(u"DELETE FROM StatData WHERE ID = 3"_s);
+    Type(editor, "txtUSL", u"12.5"_s);
+    program.boxes.Expect(Answer::Yes, u"as a new data set?");
+    program.boxes.Expect(u"All data successfully saved.");
+    SaveIn(editor);
     Tick("WatchTimer");
     Type(editor, "txtUSL", u"14"_s);
     program.boxes.Expect(u"All data successfully saved.");
@@ -219,7 +225,7 @@ TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
   });
   EXPECT_EQ(Rows(), (QStringList{u"Shaft"_s, u"Bore"_s}));
   EXPECT_EQ(program.state.gDataCollection.size(), 2U);
-  EXPECT_EQ(program.state.gDataCollection.at(1)->ID(), 3);
+  EXPECT_EQ(program.state.gDataCollection.at(1)->ID(), 4);
 }
 
 TEST_F(SharingTest, WhatWasDeletedIsRestored) {
