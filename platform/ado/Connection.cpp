@@ -17,12 +17,16 @@ QString PlainReason(int extendedCode, const QString& libraryText) {
   constexpr int movedWhileOpen = 0x408;
   if (extendedCode == movedWhileOpen) return u"the file has been moved or deleted"_s;
   switch (extendedCode & 0xff) {  // the primary code
+    case 1:
+      if (libraryText.startsWith(u"no such "_s))
+        return u"its tables are not a library's (%1)"_s.arg(libraryText);
+      break;
     case 3:
     case 23:
       return u"access is denied"_s;
     case 5:
     case 6:
-      return u"the file is in use by another program"_s;
+      return u"the file is in use by another program; try again in a moment"_s;
     case 8:
       return u"the file is read-only"_s;
     case 10:
@@ -30,7 +34,7 @@ QString PlainReason(int extendedCode, const QString& libraryText) {
     case 11:
       return u"the file is damaged"_s;
     case 13:
-      return u"the disk is full"_s;
+      return u"the disk is full; make room and try again"_s;
     case 14:
       return u"the file cannot be opened"_s;
     case 18:
@@ -38,8 +42,9 @@ QString PlainReason(int extendedCode, const QString& libraryText) {
     case 26:
       return u"the file is not a database"_s;
     default:
-      return libraryText;
+      break;
   }
+  return u"the database refuses it (%1)"_s.arg(libraryText);
 }
 
 // The driver's texts repeat the statement's name for the failed step; the database's own is the last part.
@@ -216,7 +221,11 @@ void Connection::CommitTransaction() {
     BeforeOperation(u"commit"_s);
     if (!Database().commit()) throw Failure(Database().lastError());
   } else {
-    Control(u"commit"_s, u"COMMIT"_s);  // the driver's own tells no result code
+    try {
+      Control(u"commit"_s, u"COMMIT"_s);  // the driver's own tells no result code
+    } catch (const DatabaseError& error) {
+      throw DatabaseError(error.Text() + u"; nothing was written"_s, error.code);
+    }
   }
   inTransaction_ = false;
 }

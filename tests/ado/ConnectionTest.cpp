@@ -70,6 +70,23 @@ TEST_F(ConnectionTest, ASecondStatementInOneTextIsRefusedAndTheFirstDoesNotRun) 
   EXPECT_EQ(connection.Execute(u"  delete *  from T WHERE Name = 'ONE';\n"_s), 1) << "the row is still there";
 }
 
+TEST_F(ConnectionTest, ACommitThatFailsSaysThatNothingWasWritten) {
+  Connection connection;
+  connection.OpenWith(MakeTable(u"a.mdb"_s));
+  connection.Execute(u"PRAGMA foreign_keys = ON"_s);
+  connection.Execute(u"CREATE TABLE C (T INTEGER REFERENCES T (ID) DEFERRABLE INITIALLY DEFERRED)"_s);
+  try {
+    Transaction transaction(connection);
+    connection.Execute(u"INSERT INTO C VALUES (7)"_s);
+    transaction.Commit();
+    ADD_FAILURE() << "written";
+  } catch (const DatabaseError& error) {
+    EXPECT_TRUE(error.Text().contains(u"a.mdb: the database refuses it ("_s)) << error.what();
+    EXPECT_TRUE(error.Text().endsWith(u"; nothing was written"_s)) << error.what();
+  }
+  EXPECT_EQ(connection.Execute(u"DELETE FROM C"_s), 0);
+}
+
 TEST_F(ConnectionTest, WithoutAnOdbcDriverOpeningFails) {
   Connection connection;
   connection.Provider = Connection::OdbcProvider;

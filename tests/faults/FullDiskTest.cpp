@@ -78,7 +78,7 @@ TEST_F(FullDiskTest, SaysThatTheDiskIsFull) {
     connection.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {QString(100'000, u'x')});
     ADD_FAILURE() << "there was room";
   } catch (const DatabaseError& error) {
-    EXPECT_EQ(QString::fromUtf8(error.what()), library + u": the disk is full"_s);
+    EXPECT_EQ(QString::fromUtf8(error.what()), library + u": the disk is full; make room and try again"_s);
   }
   ExpectUntouched();
 }
