@@ -35,7 +35,7 @@ void ReportBadRows(const std::vector<Library::Row>& rows) {
   if (rows.size() > mostNamed) lines << Words::Library::andMore(QString::number(rows.size() - mostNamed));
   const QString text = lines.join(u"\r\n"_s);
   Globals().gLoadTrouble = lines.join(u'\n');
-  if (rows.front().refusedByEngine)
+  if (rows.front().failure->GetKind() == Error::Kind::BadInput)
     ReportRefusal(text);
   else
     ReportProcedureError(u"DataObjectFunctions::InitializeCDataCollection"_s, text);

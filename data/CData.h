@@ -182,7 +182,7 @@ class CData {
   qint32 ErrorType() const { return errorType_; }
   void SetErrorType(qint32 value) { errorType_ = value; }
 
-  // Documented, and not in use: always 0.
+  // Always 0: no failure has a number yet.
   qint32 ErrorNumber() const { return errorNumber_; }
   void SetErrorNumber(qint32 value) { errorNumber_ = value; }
 

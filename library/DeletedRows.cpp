@@ -11,8 +11,8 @@ std::vector<Entry> All(Connection& connection) {
   if (!ExtraTables::HasDeleted(connection)) return entries;
   const Table& table = Tables::StatData();
   QSqlQuery query = connection.Run(
-      u"select"_s,
-      u"SELECT Entry, DeletedAt, %1 FROM DeletedStatData ORDER BY Entry DESC"_s.arg(table.ColumnList()));
+      u"select"_s, u"SELECT Entry, DeletedAt, %1 FROM DeletedStatData ORDER BY Entry DESC"_s.arg(
+                       table.ColumnList(u"DeletedStatData"_s)));
   while (connection.NextRow(query)) {
     Entry& entry = entries.emplace_back();
     entry.number = query.value(0).toLongLong();
@@ -24,19 +24,21 @@ std::vector<Entry> All(Connection& connection) {
 
 void Keep(Connection& connection, qint64 id, const QDateTime& now) {
   ExtraTables::Make(connection);
-  const QString columns = Tables::StatData().ColumnList();
+  const Table& table = Tables::StatData();
   connection.Execute(
-      u"INSERT INTO DeletedStatData (DeletedAt, %1) SELECT ?, %1 FROM StatData WHERE ID = ?"_s.arg(columns),
+      u"INSERT INTO DeletedStatData (DeletedAt, %1) SELECT ?, %2 FROM StatData WHERE ID = ?"_s.arg(
+          table.ColumnList(), table.ColumnList(table.name)),
       {Tables::DateText(now), id});
   connection.Execute(u"DELETE FROM StatData WHERE ID = ?"_s, {id});
 }
 
 void PutBack(Connection& connection, qint64 number, const QString& description) {
-  const QString columns = Tables::StatData().ColumnList();
+  const Table& table = Tables::StatData();
   const qint64 id =
       connection
           .Run(u"insert"_s,
-               u"INSERT INTO StatData (%1) SELECT %1 FROM DeletedStatData WHERE Entry = ?"_s.arg(columns),
+               u"INSERT INTO StatData (%1) SELECT %2 FROM DeletedStatData WHERE Entry = ?"_s.arg(
+                   table.ColumnList(), table.ColumnList(u"DeletedStatData"_s)),
                {number})
           .lastInsertId()
           .toLongLong();

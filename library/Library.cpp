@@ -85,6 +85,7 @@ void Library::Create(const QString& place) { LibraryFile::Create(place); }
 void Library::CopyTo(const QString& place) { LibraryFile::Copy(connection_, place); }
 
 Library::Library(const QString& place, const QString& provider) : place_(place) {
+  LibraryFile::RequireNoServer(place);
   connection_.Provider = provider;
   connection_.OpenWith(place);
 }
@@ -101,8 +102,10 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
   if (revision.isNull()) refuse(Words::Library::noLibrary());
   try {
     if (!Revision::IsAccepted(revision)) refuse(Revision::RefusalOnOneLine(revision));
-  } catch (const Conversions::Failure& failure) {
-    refuse(failure.Text());
+  } catch (const Conversions::Failure&) {
+    refuse(Words::Library::noLibrary());
+  } catch (const Error& error) {
+    refuse(error.Text());
   }
   library->Guard(news);
   return library;
@@ -130,7 +133,7 @@ Library::RawRows Library::Select(const QString& clause, const QVariantList& valu
   const Table& table = Tables::StatData();
   const auto count = static_cast<int>(table.columns.size());
   QSqlQuery query = connection_.Run(
-      u"select"_s, u"SELECT %1 FROM %2 %3"_s.arg(table.ColumnList(), table.name, clause), values);
+      u"select"_s, u"SELECT %1 FROM %2 %3"_s.arg(table.ColumnList(table.name), table.name, clause), values);
   RawRows rows;
   while (connection_.NextRow(query)) {
     QVariantList& row = rows.emplace_back();
@@ -141,6 +144,13 @@ Library::RawRows Library::Select(const QString& clause, const QVariantList& valu
 }
 
 Library::RawRows Library::SelectId(qint64 id) { return Select(u"WHERE ID = ?"_s, {id}); }
+
+// What a statement before in the same transaction has left there.
+QVariantList Library::WrittenRow(qint64 id) {
+  const RawRows rows = SelectId(id);
+  if (rows.empty()) throw Error(Words::Library::notKept(place_, QString::number(id)));
+  return rows.front();
+}
 
 void Library::ReadEach(const std::function<bool(const Row&)>& take) {
   qint64 last = std::numeric_limits<qint64>::min();
@@ -205,7 +215,7 @@ QVariantList Library::Insert(const CData& data, const QDateTime& now) {
   QSqlQuery query = connection_.Run(
       u"insert"_s, u"INSERT INTO StatData (%1) VALUES (%2)"_s.arg(names.join(u", "_s), places.join(u", "_s)),
       values);
-  return SelectId(query.lastInsertId().toLongLong()).at(0);
+  return WrittenRow(query.lastInsertId().toLongLong());
 }
 
 // Writes what differs between the two.
@@ -222,7 +232,7 @@ QVariantList Library::Update(const QVariantList& before, const QVariantList& aft
   }
   connection_.Run(u"update"_s, u"UPDATE StatData SET %1 WHERE ID = ?"_s.arg(assignments.join(u", "_s)),
                   values << id);
-  return SelectId(id).at(0);
+  return WrittenRow(id);
 }
 
 Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* over) {
@@ -233,6 +243,7 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
   saved.isNew = known.isEmpty();
   QVariantList written;
   if (saved.isNew) {
+    RequireFree(data.Description());  // whoever has looked before may have been overtaken
     ExtraTables::Make(connection_);
     written = Insert(data, now);
   } else {
@@ -267,9 +278,7 @@ void Library::Add(CData& data, const QDateTime& now) {
   RequireStatistics(data, place_);
   RequireFree(data.Description());  // before a backup is made for nothing
   Expect(Backup::Change::Adds);
-  // One transaction, so that nobody adds the same description in between.
   Transaction transaction(connection_);
-  RequireFree(data.Description());
   const bool kept = QCGlobalFunctions::LimitsCanBeKept(data);
   if (!kept) QCGlobalFunctions::ClearControlLimits(data);
   Save(data, now);
@@ -281,8 +290,9 @@ void Library::Add(CData& data, const QDateTime& now) {
 // The data set with the values behind its own, and with its statistics.
 CDataPtr Library::Extended(const QString& description, const QStringList& values, Limits limits) {
   const auto id = FindDataSet(description);
-  if (!id) throw InputError(Words::Library::notThere(place_, description), description);
-  const Row row = Rows::Make(SelectId(*id).at(0));
+  const RawRows rows = id ? SelectId(*id) : RawRows();
+  if (rows.empty()) throw InputError(Words::Library::notThere(place_, description), description);
+  const Row row = Rows::Make(rows.front());
   if (row.failure) throw Error(place_ + u": "_s + row.failure->Text(), row.failure->GetKind(), place_);
   QString text = row.data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';

@@ -44,8 +44,7 @@ class Library {
   // What became of one row: a data set with its statistics, or why there is none.
   struct Row {
     CDataPtr data;
-    std::optional<Error> failure;
-    bool refusedByEngine = false;
+    std::optional<Error> failure;  // bad input where the engine refuses the values
     qint64 id = 0;
     QString description = {};
   };
@@ -116,6 +115,7 @@ class Library {
   using RawRows = std::vector<QVariantList>;
   RawRows Select(const QString& clause = {}, const QVariantList& values = {});
   RawRows SelectId(qint64 id);
+  QVariantList WrittenRow(qint64 id);
   std::optional<qint64> FindId(const QString& sql, const QString& name);
   std::optional<qint64> FindDataSet(const QString& description);
   void Expect(Backup::Change change);

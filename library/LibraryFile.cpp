@@ -1,10 +1,13 @@
 #include "library/LibraryFile.h"
 
+#include <QRegularExpression>
+#include <QUrl>
 #include <optional>
 
 #include "library/Revision.h"
 #include "library/Tables.h"
 #include "platform/system/NewFile.h"
+#include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +40,7 @@ void Place(const QString& path, const std::function<void(const QString& unfinish
   const auto refuse = [&](const QString& reason) {
     throw Error(u"%1: %2"_s.arg(path, reason), Error::Kind::Unavailable, path);
   };
+  LibraryFile::RequireNoServer(path);
   std::optional<NewFile> file;
   try {
     file.emplace(path);
@@ -70,6 +74,13 @@ QString LibraryFile::DeclarationOf(Column::Kind kind) {
       break;
   }
   return {};
+}
+
+void LibraryFile::RequireNoServer(const QString& place) {
+  static const QRegularExpression scheme(u"^postgres(ql)?:"_s, QRegularExpression::CaseInsensitiveOption);
+  if (!scheme.match(place).hasMatch()) return;
+  const QString shown = QUrl(place).toDisplayString(QUrl::RemoveQuery);
+  throw InputError(Words::Library::isOnServer(shown.isEmpty() ? u"postgresql:"_s : shown), shown);
 }
 
 void LibraryFile::Create(const QString& path, const std::function<void(Connection&)>& fill) {

@@ -20,6 +20,9 @@ void Create(const QString& path, const std::function<void(Connection&)>& fill = 
 // the same conditions.
 void Copy(Connection& from, const QString& path);
 
+// Refuses the address of a server, and shows no password that stands in it.
+void RequireNoServer(const QString& place);
+
 // What stands behind a column's name where a table is made.
 QString DeclarationOf(Column::Kind kind);
 

@@ -127,8 +127,8 @@ LibraryWatch::State LibraryWatch::ReadVersions() {
 
 LibraryWatch::State LibraryWatch::ReadContents() {
   State state;
-  QSqlQuery query =
-      connection_->Run(u"watch"_s, u"SELECT %1 FROM StatData"_s.arg(Tables::StatData().ColumnList()));
+  QSqlQuery query = connection_->Run(
+      u"watch"_s, u"SELECT %1 FROM StatData"_s.arg(Tables::StatData().ColumnList(u"StatData"_s)));
   while (connection_->NextRow(query)) {
     QCryptographicHash hash(QCryptographicHash::Sha1);
     for (int i = 0; i < static_cast<int>(Tables::StatData().columns.size()); ++i) {

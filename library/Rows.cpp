@@ -34,7 +34,6 @@ void Calculate(Library::Row& row) {
   if (row.failure || QCGlobalFunctions::CalculateStatistics(*row.data)) return;
   const QString name = NameOf(row.data->RowAsKnown());
   row.failure = InputError(name + u": "_s + row.data->ErrorMessage(), name);
-  row.refusedByEngine = true;
 }
 
 }  // namespace Rows

@@ -96,6 +96,12 @@ QString Table::ColumnList() const {
   return names.join(u", "_s);
 }
 
+QString Table::ColumnList(const QString& from) const {
+  QStringList names;
+  for (const Column& column : columns) names << from + u'.' + column.Quoted();
+  return names.join(u", "_s);
+}
+
 qsizetype Table::IndexOf(QStringView column) const {
   return std::ranges::find(columns, column, &Column::name) - columns.begin();
 }

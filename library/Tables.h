@@ -41,7 +41,9 @@ struct Table {
   std::vector<Column> columns;
 
   QStringList ColumnNames() const;
-  QString ColumnList() const;  // quoted, as it stands in a statement
+  QString ColumnList() const;  // quoted, as it stands in a statement that names the table already
+  // Each with the table that it is read from: else the database takes an unknown quoted name for a text.
+  QString ColumnList(const QString& from) const;
   qsizetype IndexOf(QStringView column) const;
 };
 

@@ -32,6 +32,10 @@ inline constexpr Text<1> notCopied{u"%1: the file cannot be copied"};
 inline constexpr Text<> laterLayout{u"a later version of the program has changed this library; use that one"};
 inline constexpr Text<2> idTaken{
     u"%1 has another data set with the ID %2; the deleted one cannot be brought back"};
+inline constexpr Text<2> notKept{
+    u"%1: the data set with the ID %2 was not kept as it was written; nothing was changed"};
+inline constexpr Text<1> isOnServer{
+    u"%1: a library on a server cannot be used by this version; name a library file"};
 inline constexpr Text<1> andMore{u"and %1 more"};
 }  // namespace Library
 

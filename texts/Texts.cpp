@@ -13,8 +13,8 @@ struct Entry {
   QStringView text;
 };
 
-// Blanks at either end belong to the texts: callers join them with values. Odd spellings stay as users know
-// them. 101, 103, 116, 122, 193 to 195, 198, 199, 253, 293 and 294 are documented, but shown nowhere.
+// Blanks at either end belong to the texts: callers join them with values. Odd spellings stay as users and
+// their scripts know them. 101, 103, 116, 122, 193 to 195, 198, 199, 253, 293 and 294 are shown nowhere.
 constexpr auto table = std::to_array<Entry>({
     {101, u"Failed to open database"},
     {102, u"Error opening database:"},

@@ -1,10 +1,10 @@
 // An ADO-like connection to one database: provider and connect string in, SQL text out to Qt Sql.
 //
 // "Microsoft.Jet.OLEDB.4.0" is the embedded file (SQLite); the connect string is its path. "MSDASQL" is ODBC;
-// the connect string is the driver's. Opening never creates a file. SQL is the old engine's dialect: "DELETE
-// * FROM" is translated, a second statement in one text is refused. Every failure is a DatabaseError whose
-// text names the file and the reason. A file that another program has locked is a failure after a short wait,
-// never a hang.
+// the connect string is the driver's. Opening never creates a file. SQL may say "DELETE
+// * FROM", which is translated; a second statement in one text is refused. Every failure is a DatabaseError
+// whose text names the file and the reason. A file that another program has locked is a failure after a short
+// wait, never a hang.
 #pragma once
 
 #include <QSqlDatabase>
@@ -70,7 +70,7 @@ class Connection {
 
   QSqlDatabase Database() const;
 
-  // The old dialect's statement in the embedded database's words.
+  // The statement in the embedded database's own words.
   static QString Translate(const QString& sql);
 
   // For tests: called with the operation's name before each database operation of every connection; it may

@@ -147,12 +147,6 @@ const QVariant& Recordset::Field(const QString& name) const {
   return edited_.empty() ? rows_[static_cast<size_t>(position_ - 1)][column] : edited_[column];
 }
 
-QVariantList Recordset::Fields() const {
-  RequireRow();
-  const std::vector<QVariant>& row = edited_.empty() ? rows_[static_cast<size_t>(position_ - 1)] : edited_;
-  return {row.begin(), row.end()};
-}
-
 void Recordset::SetField(const QString& name, const QVariant& value) {
   const size_t column = Column(name);
   RequireRow();

@@ -1,4 +1,4 @@
-// The conversions between text and numbers, with the rules of the language the program grew up with.
+// The conversions between text and numbers, with the ranges and the rounding of the columns' types.
 //
 // Numbers in text are decimal, by the grammar of the statistics engine (engine/Parse.h), so that what
 // IsNumeric accepts the engine accepts. No group separators, no currency, no "&H". The separator is "."
