@@ -6,6 +6,7 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "library/LibraryFile.h"
 #include "platform/error/Error.h"
 #include "texts/CommandWords.h"
 #include "texts/Version.h"
@@ -61,6 +62,7 @@ int Dispatch(const QStringList& words) {
   }
   const Command* command = Find(first);
   if (!command) {
+    LibraryFile::RequireNoServer(first);
     const auto& refusal = first.startsWith(u'-') ? Words::Usage::noSuchOption
                           : rest.isEmpty()       ? Words::Usage::noCommandAndNoFile
                                                  : Words::Usage::noCommand;
@@ -75,9 +77,7 @@ int Dispatch(const QStringList& words) {
 bool IsCommand(const QStringList& words) {
   if (words.isEmpty()) return false;
   const QString& first = words.first();
-  const bool isLibrary =
-      QFileInfo::exists(first) || first.startsWith("postgresql://"_L1) || first.startsWith("postgres://"_L1);
-  return words.size() > 1 || first == "help"_L1 || Find(first) || !isLibrary;
+  return words.size() > 1 || first == "help"_L1 || Find(first) || !QFileInfo::exists(first);
 }
 
 bool NeedsGraphics(const QStringList& words) {

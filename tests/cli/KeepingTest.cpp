@@ -116,6 +116,7 @@ TEST_F(KeepingTest, OneBadRowIsNamedAndTheOthersAreTold) {
 TEST_F(KeepingTest, WordsThatAreNeitherCommandNorFile) {
   ExpectFailure(Run({u"frobnicate"_s}), 2, {u"frobnicate"_s});
   ExpectFailure(Run({Path(u"missing.kestrel"_s)}), 2, {u"missing.kestrel"_s});
+  ExpectFailure(Run({u"postgresql://host/plant"_s}), 2, {u"host/plant: a library on a server"_s});
   EXPECT_EQ(Shell(u"KESTREL new \"$(printf '%1/a\\377')\""_s.arg(folder_.path())), 2);
   EXPECT_EQ(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
   ExpectFailure(Run({u"status"_s, Path(u"pipe"_s)}), 3, {u"not an ordinary file"_s});

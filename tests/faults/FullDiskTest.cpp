@@ -120,12 +120,19 @@ TEST_F(FullDiskTest, KeepsTheSettingsThatWere) {
 }
 
 TEST_F(FullDiskTest, AReadOnlyLibraryIsReadAndNeverCopied) {
-  QFile::setPermissions(library, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
-  const WithoutPrivileges ordinaryUser(folder.path());
-  if (!ordinaryUser.Effective()) GTEST_SKIP() << "permissions do not bind this user";
-  EXPECT_EQ(RunCommand({u"status"_s, library}).status, 0);
-  RunCommand(append).ExpectRefusal({library, u"read-only"_s});
-  ExpectUntouched();
+  const QFile::Permissions mayRead = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+  const QFile::Permissions mayWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+  for (const auto& [permissions, reason] :
+       {std::pair(mayRead, u"the file is read-only"_s), {mayRead | mayWrite, u"the folder is read-only"_s}}) {
+    QFile::setPermissions(library, permissions);
+    QFile::setPermissions(folder.path(), mayRead | QFile::ExeOwner | QFile::ExeOther);
+    const WithoutPrivileges ordinaryUser(folder.path());
+    if (!ordinaryUser.Effective()) GTEST_SKIP() << "permissions do not bind this user";
+    EXPECT_EQ(RunCommand({u"status"_s, library}).status, 0);
+    RunCommand(append).ExpectRefusal({library, reason});
+    ExpectUntouched();
+  }
+  QFile::setPermissions(folder.path(), mayRead | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 TEST_F(FullDiskTest, ALibraryThatAnotherProgramHoldsIsLeftAlone) {

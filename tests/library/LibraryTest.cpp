@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "library/LibraryFile.h"
 #include "tests/library/LibraryFixture.h"
 
@@ -173,6 +175,18 @@ TEST_F(LibraryTest, AFileThatAppearsMeanwhileIsNotReplaced) {
   EXPECT_EQ(QFile(other).size(), 6);
   EXPECT_EQ(Files(), QStringList({u"other"_s, u"plant.kestrel"_s}));
   EXPECT_THROW(Library::Create(folder.filePath(QString(250, u'n'))), Error);
+}
+
+TEST_F(LibraryTest, AnInterruptedFileLeavesNothing) {
+  const QStringList before = Files();
+  const auto interrupted = [this] {
+    LibraryFile::Create(folder.filePath(u"new"_s), [](Connection& connection) {
+      connection.Execute(u"INSERT INTO DBRevision VALUES ('2.0')"_s);
+      std::raise(SIGINT);
+    });
+  };
+  EXPECT_EXIT(interrupted(), testing::KilledBySignal(SIGINT), "");
+  EXPECT_EQ(Files(), before);
 }
 
 class BackupsTest : public LibraryFixture {
