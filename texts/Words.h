@@ -246,40 +246,6 @@ inline constexpr Text<4> limitsWere{u"The X-bar control limits were %1 to %2, an
 inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %2, and are now %3 to %4."};
 }  // namespace Saving
 
-// The chart screen, printing, and the recalculation.
-namespace Chart {
-inline constexpr Text<> controlCharts{u"Control Charts"};
-inline constexpr Text<> keys{
-    u"Arrow keys select a graph, Enter zooms it; Page Up and Page Down explain the points of a chart."};
-inline constexpr Text<2> average{u"Average %1: %2"};
-inline constexpr Text<2> range{u"Range %1: %2"};
-inline constexpr Text<> rangeOutside{u"Beyond a limit of the range chart"};
-inline constexpr Text<> fitScale{u"&Fit scale"};
-inline constexpr Text<> fitScaleTip{u"Draw the control charts on a scale that shows their variation"};
-inline constexpr Text<> exportTitle{u"Export chart to .csf file"};
-inline constexpr Text<> csfFiles{u"csf Files (*.csf)"};
-inline constexpr Text<> fileName{u"Chart"};
-inline constexpr Text<> noPrinter{u"No printer is installed on this system."};
-inline constexpr Text<> printToFile{
-    u"No printer is installed on this system. Do you wish to print to a PDF file instead?"};
-inline constexpr Text<> printToFileTitle{u"Print to PDF file"};
-inline constexpr Text<> pdfFiles{u"PDF Files (*.pdf)"};
-}  // namespace Chart
-
-namespace Recalculate {
-inline constexpr Text<> all{u"All"};
-inline constexpr Text<> allTip{u"Calculate the limits from all points"};
-inline constexpr Text<> range{u"Range"};
-inline constexpr Text<> rangeTip{u"Calculate the limits from the points of the range"};
-inline constexpr Text<> cancel{u"Cancel"};
-inline constexpr Text<> cancelTip{u"Keep the limits as they are"};
-inline constexpr Text<> dataRange{u"Data Range"};
-inline constexpr Text<> startPoint{u"Start Point:"};
-inline constexpr Text<> endPoint{u"End Point:"};
-inline constexpr Text<> notNumeric{u"Not a valid numerical value"};
-inline constexpr Text<> invalidRange{u"Invalid range"};
-}  // namespace Recalculate
-
 // The units of measurement and the bar that leads through their records.
 namespace Units {
 inline constexpr Text<> noneShown{u"No unit is shown. Refresh list shows the units, Add makes a new one."};
