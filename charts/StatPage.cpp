@@ -54,6 +54,8 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   const auto run = [&](const char* procedure, const std::function<void()>& step) {
     options.runStep ? options.runStep(procedure, step) : step();
   };
+  samples_ = data.DelimitedInputString();
+  subgroupSize_ = std::max<int>(1, data.SubGroupSize());
   const std::optional<LimitsOrigin> origin = KnownOrigin(data);
   run("SetupControlCharts", [&] {
     charts_ = SetupControlCharts(data, results(), options.fittedScale);
@@ -174,18 +176,6 @@ std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, co
     if (bits & (1u << rule)) point.rules.push_back(rule);
   }
   return point;
-}
-
-int StatPage::NextMark(GraphId graph, int number, bool forward) const {
-  const ControlChart* chart = Chart(graph);
-  if (!chart) return 0;
-  const auto& [first, last] = chart->shown;
-  const int step = forward ? 1 : -1;
-  const int from = forward ? std::max(number + 1, first) : std::min(number - 1, last);
-  for (int point = from; point >= first && point <= last; point += step) {
-    if (HasMark(*chart, point)) return point;
-  }
-  return 0;
 }
 
 std::optional<StatPage::PointInfo> StatPage::PointAt(QPointF position, const QRectF& target) const {

@@ -55,8 +55,27 @@ class StatPage {
   int PointCount(GraphId graph) const;  // also of those not shown; 0 for a graph without points
   // The plotted point with that number; none where it has no value, or the graph does not show it.
   std::optional<PointInfo> Point(GraphId graph, int number, const QRectF& target) const;
-  // The next shown point with a mark after that number, or before it; 0 for none.
-  int NextMark(GraphId graph, int number, bool forward) const;
+  // The number of the point that stands nearest above or below the position; 0 for a graph without points.
+  int NumberAt(GraphId graph, QPointF position, const QRectF& target) const;
+  // The ground that the points stand on, cut off at the ends of the plot area; empty where none is shown.
+  QRectF GroundOf(GraphId graph, PointRange points, const QRectF& target) const;
+
+  QStringList SamplesOf(const PointInfo& point) const;
+  int FirstSampleOf(int number) const;  // of that subgroup, counted from 1
+
+  // A point and why it is marked: by a rule, or, with rule 0, as a range beyond a limit.
+  struct Mark {
+    GraphId graph = GraphId::None;
+    int number = 0;
+    int rule = 0;
+    bool operator==(const Mark&) const = default;
+  };
+  std::vector<Mark> Marks() const;  // also those of points not shown: the ranges, then rule by rule
+
+  // The points that the limits are calculated from, where that is a part.
+  std::optional<PointRange> BasePoints() const;
+  // The scale of a chart leaves its limits less than a fifth of the height.
+  bool IsFlat() const;
 
   void Select(GraphId graph) { page_.SelectGraph(static_cast<int>(graph)); }  // shown by a frame
   GraphId Selected() const { return static_cast<GraphId>(page_.WGGetSelectedGraph()); }
@@ -89,6 +108,8 @@ class StatPage {
   const ControlChart* Chart(GraphId graph) const;  // null for a graph without points
 
   QString description_;
+  QString samples_;
+  int subgroupSize_ = 1;
   ControlCharts charts_;
   ChartPage page_;
   std::optional<ChartGraph> head_;

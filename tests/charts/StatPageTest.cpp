@@ -119,22 +119,20 @@ TEST(StatPage, RefusesWhatItCannotDraw) {
   }
 }
 
-TEST(StatPage, PrefersMarkedPointsAndStepsFromOneToTheNext) {
-  StatPage page(PageData::Random({.subgroups = 1000}), {.fittedScale = true});
-  std::vector<int> steps;
-  for (int mark = 0; (mark = page.NextMark(GraphId::XBar, mark, true)) != 0;) steps.push_back(mark);
-  ASSERT_GT(steps.size(), 10u);
-  EXPECT_EQ(page.NextMark(GraphId::XBar, 1001, false), steps.back());
-  EXPECT_EQ(page.NextMark(GraphId::Text, 1, true), 0);
-  for (const int mark : steps) {
-    const auto point = page.Point(GraphId::XBar, mark, target);
-    EXPECT_FALSE(point->rules.empty()) << mark;
+TEST(StatPage, ListsItsMarksAndPrefersThemUnderTheMouse) {
+  const CData data = PageData::Random({.subgroups = 1000});
+  const StatPage page(data, {.fittedScale = true});
+  std::map<int, std::vector<qint16>> listed;  // by rule; 0 for the ranges
+  for (const StatPage::Mark& mark : page.Marks()) {
+    listed[mark.rule].push_back(qint16(mark.number));
+    const auto point = page.Point(mark.graph, mark.number, target);
     // What lies between two marks has none, and is as near.
-    EXPECT_FALSE(page.PointAt(point->position + QPointF(2, 2), target)->rules.empty()) << mark;
+    const auto meant = page.PointAt(point->position + QPointF(2, 2), target);
+    EXPECT_TRUE(mark.rule == 0 ? meant->isRangeOutside : !meant->rules.empty()) << mark.number;
   }
-  page.ShowPoints({steps[2], steps[4]});
-  EXPECT_EQ(page.NextMark(GraphId::XBar, 0, true), steps[2]);
-  EXPECT_EQ(page.NextMark(GraphId::XBar, steps[4], true), 0);
+  EXPECT_EQ(listed[0], data.RangesOutside());
+  for (int rule = 1; rule <= 4; ++rule) EXPECT_EQ(listed[rule], data.ViolatingPoints()[size_t(rule - 1)]);
+  EXPECT_GT(listed[1].size() + listed[2].size() + listed[3].size(), 10u);
 }
 
 TEST(StatPage, ShowsAStretchOfThePointsAndSaysSo) {
