@@ -1,0 +1,25 @@
+// The settings that the screens keep for themselves, beside those of the configuration: one table.
+#pragma once
+
+#include <QString>
+
+#include "platform/registry/Registry.h"
+
+namespace Settings {
+
+struct Setting {
+  QStringView key;
+  Registry::Type type;
+  QStringView standard;  // where nothing is stored
+};
+
+// 1: the chart screen draws on the fitted scale, 0: on the standard scale
+inline constexpr Setting chartFittedScale{u"ChartFittedScale", Registry::Dword, u"0"};
+
+QString Read(const Setting& setting);
+void Write(const Setting& setting, const QString& value);
+
+inline bool IsOn(const Setting& setting) { return Read(setting) != u'0'; }
+inline void SetOn(const Setting& setting, bool on) { Write(setting, on ? QString(u'1') : QString(u'0')); }
+
+}  // namespace Settings
