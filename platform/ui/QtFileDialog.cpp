@@ -3,8 +3,24 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// "PNG Pictures (*.png)" gives "png".
+QString SuffixOf(const QString& filter) {
+  return QRegularExpression(uR"(\*\.(\w+))"_s).match(filter).captured(1);
+}
+
+// A name without an ending gets that of the kind of file that is chosen.
+void FollowFilter(QFileDialog& dialog) {
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                   [&dialog](const QString& filter) { dialog.setDefaultSuffix(SuffixOf(filter)); });
+}
+
+}  // namespace
 
 QString QtFileDialog::Ask(const FileDialog::Request& request) {
   QFileDialog dialog(QApplication::activeWindow(), request.title, {}, request.filter);
@@ -14,6 +30,7 @@ QString QtFileDialog::Ask(const FileDialog::Request& request) {
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite, request.keepsExisting);
   dialog.setDefaultSuffix(request.defaultSuffix);
+  if (save && !request.defaultSuffix.isEmpty()) FollowFilter(dialog);
   const QFileInfo start(request.folder);
   if (start.isDir()) {
     dialog.setDirectory(start.filePath());

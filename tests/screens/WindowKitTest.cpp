@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -195,6 +196,21 @@ TEST(QtFileDialogTest, AsksForWhatTheRequestSays) {
     };
     WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
     EXPECT_EQ(QtFileDialog().Ask({kind, u"Title"_s, filter, start, u"pdf"_s, keepsExisting}), chosen);
+  }
+}
+
+TEST(QtFileDialogTest, AnotherKindOfFileHasAnotherEnding) {
+  const QTemporaryDir folder;
+  for (const auto& [typed, expected] : {std::pair{QString(), u"ring 1.5.png"_s}, {u"x"_s, u"x.png"_s}}) {
+    const auto act = [&typed = typed](QFileDialog* dialog) {
+      QTest::keyClick(dialog->findChild<QComboBox*>(u"fileTypeCombo"_s), Qt::Key_Down);
+      if (!typed.isEmpty()) dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(typed);
+      dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
+    };
+    WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
+    EXPECT_EQ(QtFileDialog().Ask({FileDialog::Kind::Save, u"Title"_s, u"P (*.pdf);;G (*.png)"_s,
+                                  folder.filePath(u"ring 1.5.pdf"_s), u"pdf"_s}),
+              folder.filePath(expected));
   }
 }
 
