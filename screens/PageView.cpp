@@ -1,5 +1,6 @@
 #include "screens/PageView.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPaintEvent>
@@ -12,8 +13,8 @@
 #include "platform/chart/Palette.h"
 #include "platform/language/Conversions.h"
 #include "screens/Controls.h"
+#include "texts/ChartWords.h"
 #include "texts/DetectionRules.h"
-#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,7 +22,7 @@ PageView::PageView(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
-  setMinimumSize(360, 260);
+  setMinimumSize(320, 180);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setAccessibleName(Words::Chart::controlCharts());
   setAccessibleDescription(Words::Chart::keys());
@@ -58,6 +59,23 @@ void PageView::Redraw() {
   update();
 }
 
+bool PageView::ShowPoint(GraphId graph, int number) {
+  const auto point = page_ ? page_->Point(graph, number, rect()) : std::nullopt;
+  if (!point) return false;
+  Select(graph);
+  if (IsZoomed() && page_->Page().BlownUpGraph() != static_cast<int>(graph)) {
+    page_->Blowup(graph);
+    Redraw();
+  }
+  Explain(page_->Point(graph, number, rect()));
+  return true;
+}
+
+void PageView::SetStretch(const std::optional<PointRange>& stretch) {
+  stretch_ = stretch;
+  update();
+}
+
 void PageView::Select(GraphId graph) {
   if (!page_ || page_->Selected() == graph) return;
   page_->Select(graph);
@@ -77,9 +95,10 @@ bool PageView::ToggleZoom() {
   return true;
 }
 
-QString PageView::Explanation(const StatPage::PointInfo& point) {
+QString PageView::Explanation(const StatPage::PointInfo& point) const {
   QString text = (point.graph == GraphId::XBar ? Words::Chart::average : Words::Chart::range)(
       point.number, Conversions::CStr(point.value));
+  text += u'\n' + Words::Chart::samples(page_->SamplesOf(point).join(u"  "_s));
   if (point.isRangeOutside) text += u'\n' + Words::Chart::rangeOutside();
   for (const int rule : point.rules) {
     text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
@@ -132,6 +151,7 @@ void PageView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setClipRegion(event->region());
   painter.drawPixmap(0, 0, picture_);
+  PaintStretch(painter);
   // A selected graph shows by its frame where the keys go; without one the whole page does.
   const bool byKeys = window()->testAttribute(Qt::WA_KeyboardFocusChange);
   if (hasFocus() && byKeys && page_ && page_->Selected() == GraphId::None) {
@@ -145,20 +165,57 @@ void PageView::paintEvent(QPaintEvent* event) {
   painter.drawEllipse(QRectF(RingAround(*point_)).adjusted(2, 2, -2, -2));
 }
 
+void PageView::PaintStretch(QPainter& painter) const {
+  if (!page_ || !stretch_) return;
+  QColor ground = Palette::Colour(Palette::Blue);
+  ground.setAlpha(36);
+  for (const GraphId graph : {GraphId::XBar, GraphId::R}) {
+    if (const QRectF area = page_->GroundOf(graph, *stretch_, rect()); !area.isEmpty())
+      painter.fillRect(area, ground);
+  }
+}
+
 void PageView::resizeEvent(QResizeEvent*) { Redraw(); }
 
 void PageView::mousePressEvent(QMouseEvent* event) {
   if (!page_ || event->button() != Qt::LeftButton) return;
   const GraphId graph = page_->GraphAt(event->position(), rect());
-  if (graph != GraphId::None) Select(graph);
+  if (graph == GraphId::None) return;
+  Select(graph);
+  const int number = page_->NumberAt(graph, event->position(), rect());
+  if (number > 0) press_ = Press{graph, event->position(), number, false};
+}
+
+// A click without a drag takes a stretch back.
+void PageView::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !press_) return;
+  const bool isDrag = press_->isDrag;
+  press_.reset();
+  if (!isDrag && !stretch_) return;
+  if (!isDrag) SetStretch(std::nullopt);
+  Q_EMIT StretchSelected();
+}
+
+bool PageView::Drag(QPointF position) {
+  if (!press_) return false;
+  const double moved = std::abs(position.x() - press_->position.x());
+  press_->isDrag = press_->isDrag || moved >= QApplication::startDragDistance();
+  if (!press_->isDrag) return false;
+  const auto [first, last] = std::minmax(press_->number, page_->NumberAt(press_->graph, position, rect()));
+  SetStretch(PointRange{first, last});
+  return true;
 }
 
 void PageView::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) Q_EMIT ZoomRequested();
+  if (event->button() != Qt::LeftButton || !page_) return;
+  if (const auto point = page_->PointAt(event->position(), rect()))
+    Q_EMIT PointActivated(point->number);
+  else
+    Q_EMIT ZoomRequested();
 }
 
 void PageView::mouseMoveEvent(QMouseEvent* event) {
-  if (page_) Explain(page_->PointAt(event->position(), rect()));
+  if (page_ && !Drag(event->position())) Explain(page_->PointAt(event->position(), rect()));
 }
 
 void PageView::leaveEvent(QEvent*) { Explain(std::nullopt); }
@@ -178,31 +235,43 @@ bool PageView::MoveSelection(int key) {
   return true;
 }
 
-bool PageView::MovePoint(int key) {
+bool PageView::MovePoint(int key, bool selects) {
   const GraphId graph = page_->Selected();
   const int current = point_ && point_->graph == graph ? point_->number : 0;
-  const int last = page_->PointCount(graph);
-  const std::map<int, int> targets{{Qt::Key_Home, 1},
+  const auto [first, last] = page_->ShownPoints();
+  const std::map<int, int> targets{{Qt::Key_Home, first},
                                    {Qt::Key_End, last},
-                                   {Qt::Key_PageUp, std::max(current - 1, 1)},
-                                   {Qt::Key_PageDown, std::min(current + 1, last)}};
+                                   {Qt::Key_PageUp, std::max(current - 1, first)},
+                                   {Qt::Key_PageDown, std::clamp(current + 1, first, last)}};
   const auto target = targets.find(key);
   if (target == targets.end()) return false;
   // A point without a value is stepped over.
   const int step = key == Qt::Key_Home || key == Qt::Key_PageDown ? 1 : -1;
-  for (int number = target->second; number >= 1 && number <= last; number += step) {
+  for (int number = target->second; number >= first && number <= last; number += step) {
     const auto point = page_->Point(graph, number, rect());
     if (!point) continue;
     Explain(point);
+    SelectTo(number, selects ? current : 0);
     break;
   }
   return true;
 }
 
+void PageView::SelectTo(int number, int before) {
+  if (before == 0) {
+    anchor_ = 0;
+    return;
+  }
+  if (anchor_ == 0) anchor_ = before;
+  const auto [first, last] = std::minmax(anchor_, number);
+  SetStretch(PointRange{first, last});
+  Q_EMIT StretchSelected();
+}
+
 void PageView::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-  if (page_ && (MoveSelection(key) || MovePoint(key))) return;
+  if (page_ && (MoveSelection(key) || MovePoint(key, event->modifiers().testFlag(Qt::ShiftModifier)))) return;
   if (enter || (key == Qt::Key_Plus && !IsZoomed()) || (key == Qt::Key_Minus && IsZoomed())) {
     Q_EMIT ZoomRequested();
   } else {

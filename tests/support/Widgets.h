@@ -34,3 +34,9 @@ inline void Type(const QObject& form, QAnyStringView name, const QString& text) 
   QTest::keyClick(&box, Qt::Key_Delete);
   QTest::keyClicks(&box, text);
 }
+
+inline void Drag(QWidget& widget, QPoint from, QPoint to) {
+  QTest::mousePress(&widget, Qt::LeftButton, {}, from);
+  QTest::mouseMove(&widget, to);
+  QTest::mouseRelease(&widget, Qt::LeftButton, {}, to);
+}
