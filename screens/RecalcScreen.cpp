@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
@@ -17,6 +18,8 @@
 #include "platform/ui/Mnemonics.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
+#include "screens/PageView.h"
+#include "texts/ChartWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -25,6 +28,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int fewestBetween = 5;  // from the first to the last point of a range
+
+// What stands in a point box; a number of any size is one, since the end of a 16-bit number is no point's.
+std::optional<int> PointIn(const QLineEdit* box) {
+  const QString text = box->text().trimmed();
+  if (!Conversions::IsNumeric(text)) return std::nullopt;
+  constexpr double beyondAll = 99999;
+  return Conversions::CLng(Conversions::CStr(std::clamp(Conversions::CDbl(text), -beyondAll, beyondAll)));
+}
 
 // The two inks need a light ground, whatever the desktop's colours are.
 void SetInk(QLineEdit* box, const QColor& ink) {
@@ -36,11 +47,12 @@ void SetInk(QLineEdit* box, const QColor& ink) {
 
 }  // namespace
 
-RecalcScreen::RecalcScreen(QWidget* parent, CDataPtr dataSet) : QDialog(parent), data_(std::move(dataSet)) {
-  Trap(u"RecalcScreen::Form_Load"_s, [this] {
+RecalcScreen::RecalcScreen(QWidget* parent, CDataPtr dataSet, const std::optional<PointRange>& stretch)
+    : QDialog(parent), data_(std::move(dataSet)) {
+  Trap(u"RecalcScreen::Form_Load"_s, [&] {
     Globals().gLimitsRecalculated = false;
     BuildControls();
-    LoadDataSet();
+    LoadDataSet(stretch);
     InstallHelpKey(this, HelpTopics::Recalculate);
   });
 }
@@ -52,7 +64,10 @@ QLineEdit* RecalcScreen::MakePointBox(const QString& name) {
   box->setAlignment(Qt::AlignRight);
   box->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
   box->installEventFilter(this);
-  connect(box, &QLineEdit::textChanged, this, [box] { SetInk(box, Qt::blue); });
+  connect(box, &QLineEdit::textChanged, this, [this, box] {
+    SetInk(box, Qt::blue);
+    ShowRange();
+  });
   return box;
 }
 
@@ -67,9 +82,10 @@ void RecalcScreen::BuildControls() {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(BuildDescription());
   layout->addWidget(BuildDataRange(mnemonics));
-  layout->addStretch();
+  layout->addWidget(BuildChart(), 1);
   layout->addLayout(BuildButtons(mnemonics));
-  setMinimumWidth(fontMetrics().height() * 24);
+  const int em = fontMetrics().height();
+  resize(em * 44, em * 36);
   connect(&TextReset, &QTimer::timeout, this, [this] {
     TextReset.stop();
     lblDescription->setText(data_->Description());
@@ -127,7 +143,44 @@ QWidget* RecalcScreen::BuildDataRange(Mnemonics& mnemonics) {
   return frameDataRange;
 }
 
-void RecalcScreen::LoadDataSet() {
+QWidget* RecalcScreen::BuildChart() {
+  chartBox_ = Named(new QWidget(this), u"chartBox"_s);
+  auto* lblDrag = TextLabel(u"lblDrag"_s, chartBox_, Words::Recalculate::drag());
+  view_ = Named(new PageView(chartBox_), u"PageView"_s);
+  auto* column = new QVBoxLayout(chartBox_);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(lblDrag);
+  column->addWidget(view_, 1);
+  connect(view_, &PageView::StretchSelected, this, &RecalcScreen::TakeStretch);
+  return chartBox_;
+}
+
+// The averages as they are. A data set that cannot be drawn is recalculated without being seen.
+void RecalcScreen::ShowChart() {
+  try {
+    auto page = std::make_unique<StatPage>(*data_, StatPageOptions{.fittedScale = true});
+    page->Select(GraphId::XBar);
+    page->Blowup(GraphId::XBar);
+    view_->SetPage(std::move(page));
+  } catch (const std::exception&) {
+    chartBox_->hide();
+  }
+}
+
+void RecalcScreen::TakeStretch() {
+  const auto stretch = view_->Stretch();
+  if (!stretch) return;
+  txtStartPoint->setText(QString::number(stretch->first));
+  txtStopPoint->setText(QString::number(stretch->last));
+}
+
+void RecalcScreen::ShowRange() {
+  const auto start = PointIn(txtStartPoint), stop = PointIn(txtStopPoint);
+  const bool isRange = start && stop && *start <= *stop;
+  view_->SetStretch(isRange ? std::optional(PointRange{*start, *stop}) : std::nullopt);
+}
+
+void RecalcScreen::LoadDataSet(const std::optional<PointRange>& stretch) {
   if (!data_) DataObjectFunctions::GetDataObjectByID(Globals().gCurrentDataID, data_);
   if (!data_) {
     ShowSystemMessage(LoadResText(u"error attempting to get the current data for the item selected: ;203") +
@@ -135,8 +188,9 @@ void RecalcScreen::LoadDataSet() {
                       MessageBox::Icon::Critical);
     return;
   }
-  txtStartPoint->setText(u"1"_s);
-  txtStopPoint->setText(QString::number(data_->NumberOfPlotPoints()));
+  ShowChart();
+  txtStartPoint->setText(QString::number(stretch ? stretch->first : 1));
+  txtStopPoint->setText(QString::number(stretch ? stretch->last : data_->NumberOfPlotPoints()));
   lblDescription->setText(data_->Description());
   txtStartPoint->setFocus();
   txtStartPoint->selectAll();
@@ -158,33 +212,29 @@ bool RecalcScreen::Reject(QLineEdit* box, const QString& message) {
 
 bool RecalcScreen::ValidateRange() {
   return Trap(u"RecalcScreen::ValidateRange"_s, false, [this] {
-    const QString startText = txtStartPoint->text().trimmed();
-    const QString stopText = txtStopPoint->text().trimmed();
     const QString notNumeric = Words::Recalculate::notNumeric();
     const QString invalid = Words::Recalculate::invalidRange();
-    if (!Conversions::IsNumeric(startText)) return Reject(txtStartPoint, notNumeric);
-    if (!Conversions::IsNumeric(stopText)) return Reject(txtStopPoint, notNumeric);
-    const qint16 start = Conversions::CInt(startText);
-    const qint16 stop = Conversions::CInt(stopText);
-    if (start >= stop || start < 0) return Reject(txtStartPoint, invalid);
-    if (stop > data_->NumberOfPlotPoints()) return Reject(txtStopPoint, invalid);
-    if (stop - start < fewestBetween) return Reject(txtStartPoint, invalid);
+    const std::optional<int> start = PointIn(txtStartPoint), stop = PointIn(txtStopPoint);
+    if (!start) return Reject(txtStartPoint, notNumeric);
+    if (!stop) return Reject(txtStopPoint, notNumeric);
+    if (*start >= *stop || *start < 0) return Reject(txtStartPoint, invalid);
+    if (*stop > data_->NumberOfPlotPoints()) return Reject(txtStopPoint, invalid);
+    if (*stop - *start < fewestBetween) return Reject(txtStartPoint, invalid);
     return true;
   });
 }
 
 void RecalcScreen::RecalculateRange() {
   Trap(u"RecalcScreen::RecalculateRange"_s, [this] {
-    if (!ValidateRange()) return;
-    Recalculate(Conversions::CInt(txtStartPoint->text().trimmed()),
-                Conversions::CInt(txtStopPoint->text().trimmed()));
+    if (ValidateRange())
+      Recalculate(static_cast<qint16>(*PointIn(txtStartPoint)), static_cast<qint16>(*PointIn(txtStopPoint)));
   });
 }
 
 void RecalcScreen::RecalculateAll() {
   Trap(u"RecalcScreen::cmdAll_Click"_s, [this] {
     // 0 stands for the whole series, which the first point, 1, does not.
-    if (Conversions::CLng(txtStopPoint->text()) >= 1) Recalculate(0, data_->NumberOfPlotPoints());
+    if (data_->NumberOfPlotPoints() > 0) Recalculate(0, data_->NumberOfPlotPoints());
   });
 }
 

@@ -3,19 +3,24 @@
 
 #include <QDialog>
 #include <QTimer>
+#include <optional>
 
+#include "charts/ControlChart.h"
 #include "data/CData.h"
 #include "screens/LibraryView.h"
 
 class Mnemonics;
+class PageView;
 class QLabel;
 class QLineEdit;
 
 class RecalcScreen : public QDialog, public LibraryView {
   Q_OBJECT
  public:
-  // Works on `dataSet`, which a caller may have made a copy of; without one on the current data set.
-  explicit RecalcScreen(QWidget* parent = nullptr, CDataPtr dataSet = nullptr);
+  // Works on `dataSet`, which a caller may have made a copy of; without one on the current data set. The
+  // boxes start with the stretch of points, where there is one.
+  explicit RecalcScreen(QWidget* parent = nullptr, CDataPtr dataSet = nullptr,
+                        const std::optional<PointRange>& stretch = std::nullopt);
 
   void LibraryChanged() override {}  // the screen below says so
   int exec() override;               // rejected at once where the data set could not be had
@@ -29,7 +34,11 @@ class RecalcScreen : public QDialog, public LibraryView {
   QWidget* BuildDataRange(Mnemonics& mnemonics);
   QLayout* BuildButtons(Mnemonics& mnemonics);
   QLineEdit* MakePointBox(const QString& name);
-  void LoadDataSet();
+  void LoadDataSet(const std::optional<PointRange>& stretch);
+  QWidget* BuildChart();
+  void ShowChart();
+  void TakeStretch();
+  void ShowRange();
   bool ValidateRange();
   bool Reject(QLineEdit* box, const QString& message);
   void RecalculateRange();
@@ -37,6 +46,8 @@ class RecalcScreen : public QDialog, public LibraryView {
   void Recalculate(qint16 start, qint16 stop);
 
   CDataPtr data_;
+  QWidget* chartBox_ = nullptr;
+  PageView* view_ = nullptr;
   QLabel* lblDescription = nullptr;
   QLineEdit* txtStartPoint = nullptr;
   QLineEdit* txtStopPoint = nullptr;

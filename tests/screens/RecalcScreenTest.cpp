@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/CreateStatistics.h"
+#include "screens/PageView.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
 
@@ -51,7 +52,8 @@ TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
   } const cases[] = {{u"abc"_s, u"xyz"_s, notNumeric, start}, {u"1"_s, u"xyz"_s, notNumeric, stop},
                      {u""_s, u"10"_s, notNumeric, start},     {u"12"_s, u"12"_s, invalid, start},
                      {u"-1"_s, u"11"_s, invalid, start},      {u"9"_s, u"11"_s, invalid, stop},
-                     {u"1"_s, u"5"_s, invalid, start},        {u"5.5"_s, u"10"_s, invalid, start}};
+                     {u"1"_s, u"5"_s, invalid, start},        {u"5.5"_s, u"10"_s, invalid, start},
+                     {u"1"_s, u"99999"_s, invalid, stop},     {u"1E+300"_s, u"1E+301"_s, invalid, start}};
   RecalcScreen screen;
   EXPECT_EQ(TextOf(screen, start) + u' ' + TextOf(screen, stop), u"1 10");
   const double limit = data->XBarUCL();
@@ -98,24 +100,49 @@ TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
   }
 }
 
-TEST_F(RecalcScreenTest, AllTakesTheWholeSeriesUnchecked) {
-  data->SetXBarUCL(99);
+TEST_F(RecalcScreenTest, AllTakesTheWholeSeriesWhateverTheBoxesHold) {
+  for (const auto& stop : {u"2"_s, u"0"_s, u"99999999999"_s, u"xyz"_s, QString()}) {
+    data->SetXBarUCL(99);
+    data->SetDataStopPoint(6);
+    RecalcScreen screen;
+    Run(screen, u"abc"_s, stop, "cmdAll");
+    EXPECT_FALSE(screen.isVisible());
+    EXPECT_TRUE(program.state.gLimitsRecalculated);
+    EXPECT_EQ(data->DataStartPoint(), 0);
+    EXPECT_EQ(data->DataStopPoint(), 10);
+    EXPECT_LT(data->XBarUCL(), 12);
+  }
+  data->SetNumberOfPlotPoints(0);
   RecalcScreen screen;
-  Run(screen, u"1"_s, u"0"_s, "cmdAll");
+  Run(screen, u"1"_s, u"10"_s, "cmdAll");
   EXPECT_TRUE(screen.isVisible()) << "there is nothing to calculate from";
-  Run(screen, u"abc"_s, u"2"_s, "cmdAll");
-  EXPECT_FALSE(screen.isVisible());
-  EXPECT_TRUE(program.state.gLimitsRecalculated);
-  EXPECT_EQ(data->DataStartPoint(), 0);
+}
+
+TEST_F(RecalcScreenTest, TakesTheRangeFromTheChart) {
+  RecalcScreen screen(nullptr, data, PointRange{2, 9});
+  EXPECT_EQ(TextOf(screen, "txtStartPoint") + u' ' + TextOf(screen, "txtStopPoint"), u"2 9");
+  screen.show();
+  auto& view = Get<PageView>(screen, "PageView");
+  const auto at = [&](int number) {
+    return view.Page()->Point(GraphId::XBar, number, view.rect())->position.toPoint();
+  };
+  Drag(view, at(3), at(8));
+  Type(screen, "txtStopPoint", u"10"_s);
+  EXPECT_EQ(view.Stretch()->first, 3);
+  EXPECT_EQ(view.Stretch()->last, 10) << "what is typed shows on the chart";
+  Click(screen, "cmdRange");
+  EXPECT_EQ(data->DataStartPoint(), 3);
   EXPECT_EQ(data->DataStopPoint(), 10);
-  EXPECT_LT(data->XBarUCL(), 12);
+
+  data->SetDelimitedInputString(u"1,2,x,"_s);
+  RecalcScreen blind(nullptr, data);
+  blind.show();
+  EXPECT_FALSE(Get<PageView>(blind, "PageView").isVisible());
 }
 
 TEST_F(RecalcScreenTest, AFailureLeavesTheDataSetAsItWas) {
   const double limit = data->XBarUCL();
   RecalcScreen screen;
-  program.boxes.Expect(u"RecalcScreen::ValidateRange failed with error: \r\nOverflow");
-  Run(screen, u"1"_s, u"99999"_s, "cmdRange");
   data->SetSubGroupSize(21);
   program.boxes.Expect(u"Failed to generate statistical data");
   Run(screen, u"1"_s, u"10"_s, "cmdAll");
