@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLibrary>
 #include <QMimeData>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
@@ -14,7 +15,9 @@
 
 #include "charts/PageOutput.h"
 #include "core/Messages.h"
+#include "platform/error/Error.h"
 #include "platform/ui/FileDialog.h"
+#include "texts/ChartWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -33,6 +36,17 @@ QString FileName(QString description) {
 }  // namespace
 
 bool PrinterDialogs::HasPrinter() { return !QPrinterInfo::availablePrinterNames().isEmpty(); }
+
+// The printing of Qt does not tell what became of the job; the client library of the print server does, where
+// there is one.
+QString PrinterDialogs::Rejection() {
+  constexpr int lastGoodStatus = 0x00ff;
+  const auto status = reinterpret_cast<int (*)()>(QLibrary::resolve(u"cups"_s, 2, "cupsLastError"));
+  const auto text =
+      reinterpret_cast<const char* (*)()>(QLibrary::resolve(u"cups"_s, 2, "cupsLastErrorString"));
+  if (!status || !text || (status() >= 0 && status() <= lastGoodStatus)) return {};
+  return QString::fromUtf8(text());
+}
 
 void PrinterDialogs::PrinterSetup(QPrinter& printer, QWidget* parent) {
   QPrintDialog dialog(&printer, parent);
@@ -68,7 +82,10 @@ void PagePrinting::PrintPage(const StatPage& page) {
   if (!file_.isEmpty() || !printer.outputFileName().isEmpty()) return PrintToFile(page);
   if (dialogs_->HasPrinter()) {
     printer.setDocName(page.Description());
-    return PageOutput::PaintOn(printer, page, QRectF(0, 0, printer.width(), printer.height()));
+    PageOutput::PaintOn(printer, page, QRectF(0, 0, printer.width(), printer.height()));
+    if (const QString reason = dialogs_->Rejection(); !reason.isEmpty())
+      throw Error(Words::Chart::printRejected(printer.printerName(), reason));
+    return;
   }
   const QString question = Words::Chart::printToFile();
   if (ShowSystemMessage(question, MessageBox::Icon::Question, MessageBox::Buttons::YesNo) ==
@@ -86,6 +103,16 @@ void PagePrinting::PrintToFile(const StatPage& page) {
   if (file.isEmpty()) return;
   PageOutput::WritePdf(page, file, Printer().pageLayout());
   file_ = file;
+}
+
+void PagePrinting::SavePage(const StatPage& page) {
+  const QDir folder = saved_.isEmpty() ? QDir::home() : QFileInfo(saved_).dir();
+  const QString file =
+      FileDialog::Ask({FileDialog::Kind::Save, Words::Chart::savePageTitle(), Words::Chart::pageFiles(),
+                       folder.filePath(FileName(page.Description()) + u".pdf"_s), u"pdf"_s});
+  if (file.isEmpty()) return;
+  PageOutput::WritePage(page, file);
+  saved_ = file;
 }
 
 void PagePrinting::PrinterSetup(QWidget* parent) {

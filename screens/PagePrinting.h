@@ -11,6 +11,8 @@ class PrinterDialogs {
  public:
   virtual ~PrinterDialogs() = default;
   virtual bool HasPrinter();
+  // Why the last page was not taken by the printer's queue; empty where it was.
+  virtual QString Rejection();
   // They change the printer where the user accepts.
   virtual void PrinterSetup(QPrinter& printer, QWidget* parent);
   virtual void PageSetup(QPrinter& printer, QWidget* parent);
@@ -25,6 +27,8 @@ class PagePrinting {
   // Prints on the printer that was set up. Where that is a file, or no printer is installed and the user
   // agrees to a file instead, it asks for the name and writes a PDF file.
   void PrintPage(const StatPage& page);
+  // Asks for the name of a PDF, PNG or SVG file, and writes it.
+  void SavePage(const StatPage& page);
   void PrinterSetup(QWidget* parent);
   void PageSetup(QWidget* parent);
 
@@ -35,6 +39,7 @@ class PagePrinting {
   std::unique_ptr<PrinterDialogs> dialogs_;
   std::unique_ptr<QPrinter> printer_;  // made when first needed: finding the printers takes its time
   QString file_;                       // the last one printed to
+  QString saved_;                      // the last one saved to
 };
 
 // The page on the clipboard: as a picture, as SVG and as PDF.
