@@ -15,5 +15,6 @@ class MainScreen {
   virtual void SetupMainFormDisplay() = 0;            // captions, tool tips and states of the commands
   virtual void AddListRow(const CData& data) = 0;     // icon from ProcessState, Description, ID
   virtual void UpdateListRow(const CData& data) = 0;  // the row with the same ID: icon, refresh, summary
+  virtual void SelectListRow(qint32 id) = 0;          // makes that data set the current one
   virtual void RemoveListRow(qint32 id) = 0;          // every row with that ID
 };

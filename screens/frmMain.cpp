@@ -192,6 +192,11 @@ void frmMain::UpdateListRow(const CData& dataSet) {
   ShowCurrentSummary();
 }
 
+void frmMain::SelectListRow(qint32 id) {
+  if (ListView1->SelectRow(ListView1->RowOf(DataObjectFunctions::GetDataObjectDescription(id))))
+    MakeCurrent(id);
+}
+
 void frmMain::RemoveListRow(qint32 id) {
   ListView1->RemoveRows(id);
   if (ListView1->topLevelItemCount() > 0) return;

@@ -50,6 +50,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void SetupMainFormDisplay() override;
   void AddListRow(const CData& dataSet) override;
   void UpdateListRow(const CData& dataSet) override;
+  void SelectListRow(qint32 id) override;
   void RemoveListRow(qint32 id) override;
 
  Q_SIGNALS:

@@ -28,6 +28,15 @@ TEST_F(MainCommandsTest, OpensTheOtherScreens) {
   EXPECT_EQ(opened.join(u' '), u"chart editor settings about chart editor chart chart editor editor");
 }
 
+TEST_F(MainCommandsTest, FollowsAFormToAnotherDataSet) {
+  StartLoaded({u"Bore"_s, u"Shaft"_s});
+  main->SelectListRow(program.state.gDataCollection[1]->ID());
+  EXPECT_EQ(List().currentItem()->text(1), u"Shaft");
+  EXPECT_EQ(program.state.gCurrentDataID, program.state.gDataCollection[1]->ID());
+  main->SelectListRow(99);
+  EXPECT_EQ(List().currentItem()->text(1), u"Shaft");
+}
+
 TEST_F(MainCommandsTest, ThePopUpMenuOpensByMouseAndKey) {
   StartLoaded({u"Bore"_s});
   auto& menu = Get<QMenu>(*main, "MyMenu");

@@ -40,6 +40,7 @@ class RecordedMainScreen : public MainScreen {
   void UpdateListRow(const CData& data) override {
     calls << QStringLiteral("UpdateListRow ") + data.Description();
   }
+  void SelectListRow(qint32 id) override { calls << QStringLiteral("SelectListRow %1").arg(id); }
   void RemoveListRow(qint32 id) override { calls << QStringLiteral("RemoveListRow %1").arg(id); }
 };
 
