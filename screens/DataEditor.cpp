@@ -44,6 +44,11 @@ DataEditor::DataEditor(QWidget* parent) : QDialog(parent) {
 
 int DataEditor::exec() { return isLoaded_ ? QDialog::exec() : int(Rejected); }
 
+// Later than the events that lay the box out for the first time.
+void DataEditor::ShowSample(qsizetype number) {
+  QTimer::singleShot(0, this, [this, number] { txtRawData->GoToLine(number); });
+}
+
 bool DataEditor::LoadDataSet() {
   try {
     const ProgramState& state = Globals();

@@ -30,6 +30,7 @@ class DataEditor : public QDialog, public LibraryView {
   // Accepted when a data set was added: the library has to be read again. Rejected at once where the data set
   // to edit could not be had.
   int exec() override;
+  void ShowSample(qsizetype number);  // selected and in view as the editor opens; counted from 1
   void LibraryChanged() override;
   void reject() override;  // Close and Escape: asks first where something would be lost
 

@@ -330,6 +330,15 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
     QCoreApplication::processEvents();
     EXPECT_EQ(Get(*editor, name).selectedText(), Text(name));
   }
+  editor->resize(editor->width(), 0);
+  editor->ShowSample(39);
+  QCoreApplication::processEvents();
+  const auto& samples = Get<QPlainTextEdit>(*editor, "txtRawData");
+  EXPECT_EQ(samples.textCursor().blockNumber(), 38);
+  EXPECT_EQ(samples.textCursor().selectedText(), samples.toPlainText().section(u'\n', 38, 38));
+  EXPECT_TRUE(samples.viewport()->rect().contains(samples.cursorRect()));
+  EXPECT_EQ(editor->focusWidget(), &samples);
+
   // A unit added in the units screen is in the list at once.
   InModalWindow([this](QWidget& units) {
     program.Execute(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
