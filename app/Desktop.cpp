@@ -35,12 +35,21 @@ void ShowModal() {
 }
 
 void ShowChartScreen(PagePrinting& printing) {
-  StatGraphics(
-      {.openRecalcScreen = [](QWidget* parent, const CDataPtr& data) { RecalcScreen(parent, data).exec(); },
-       .openAddMeasurements = [](QWidget* parent) { AddMeasurements(parent).exec(); },
-       .callUpHelp = CallUpHelp,
-       .helpTopic = HelpTopics::ChartScreen},
-      printing, QApplication::activeWindow())
+  StatGraphics({.openRecalcScreen =
+                    [](QWidget* parent, const CDataPtr& data, std::optional<PointRange> stretch) {
+                      RecalcScreen(parent, data, stretch).exec();
+                    },
+                .openAddMeasurements = [](QWidget* parent) { AddMeasurements(parent).exec(); },
+                .openEditor =
+                    [](QWidget* parent, int sample) {
+                      Globals().gAddMode = false;
+                      DataEditor editor(parent);
+                      editor.ShowSample(sample);
+                      editor.exec();
+                    },
+                .callUpHelp = CallUpHelp,
+                .helpTopic = HelpTopics::ChartScreen},
+               printing, QApplication::activeWindow())
       .exec();
 }
 

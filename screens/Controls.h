@@ -18,3 +18,11 @@ inline QLabel* TextLabel(const QString& name, QWidget* parent, const QString& te
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
 }
+
+// The font of what heads a window or a panel.
+inline QFont HeadingFont(const QWidget& widget) {
+  QFont font = widget.font();
+  font.setBold(true);
+  font.setPointSizeF(font.pointSizeF() * 1.25);
+  return font;
+}

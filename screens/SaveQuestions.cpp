@@ -113,13 +113,13 @@ QString ReplacedLimits(const CData& before, const CData& after) {
   return texts.join(u"\r\n"_s);
 }
 
-QString LimitsHint(const CData& data) {
+QString LimitsHint(const CData& data, std::optional<int> basePoints) {
   constexpr int enoughPoints = 20;
+  const int points = basePoints.value_or(data.NumberOfPlotPoints());
   const engine::ControlLimits limits = data.ControlLimits();
   if (data.NumberOfPlotPoints() == 0) return {};
   if (limits.xBarLower == limits.xBarUpper) return Words::Adding::withoutSpread();
-  if (data.NumberOfPlotPoints() >= enoughPoints) return {};
-  return Words::Adding::preliminary(data.NumberOfPlotPoints());
+  return points < enoughPoints ? Words::Adding::preliminary(points) : QString();
 }
 
 QString Unit(const QString& unit, const QStringList& list, const CData* before) {

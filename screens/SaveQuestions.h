@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "data/CData.h"
 #include "data/RawDataReadings.h"
@@ -25,8 +26,8 @@ QString StrangeLimits(const CData& data, bool keepsControlLimits, const CData* b
 // The control limits that a save replaced.
 QString ReplacedLimits(const CData& before, const CData& after);
 
-// That control limits rest on few points, or on nothing.
-QString LimitsHint(const CData& data);
+// That control limits rest on few points, or on nothing; they rest on all where no number is given.
+QString LimitsHint(const CData& data, std::optional<int> basePoints = std::nullopt);
 
 // The unit as it is stored: as it stands where the list or the data set has it, else in upper case. A letter
 // whose capital is not in code page 1252 stays.

@@ -4,27 +4,26 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QGroupBox>
-#include <QHBoxLayout>
+#include <QFrame>
 #include <QLabel>
+#include <QPushButton>
 #include <QScopedValueRollback>
-#include <QScreen>
-#include <QShortcut>
-#include <QVBoxLayout>
+#include <QToolButton>
 
 #include "charts/CsfExport.h"
 #include "core/DataObjectFunctions.h"
 #include "core/Globals.h"
 #include "core/Messages.h"
+#include "core/Settings.h"
 #include "core/Trap.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/FileDialog.h"
-#include "screens/Controls.h"
-#include "screens/Indicators.h"
+#include "screens/MarkList.h"
 #include "screens/PageView.h"
+#include "screens/PointsBar.h"
 #include "screens/SharedSave.h"
-#include "screens/StatSummary.h"
-#include "texts/DetectionRules.h"
+#include "screens/VerdictPanel.h"
+#include "texts/ChartWords.h"
 #include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -37,8 +36,6 @@ namespace {
 
 constexpr int fewestToOpen = 8;
 constexpr int fewestToRecalculate = 5;
-
-enum ToolbarButton { Print = 1, SaveChanges, Zoom, Recalc, Utilities, Help, Close };
 
 QString TimeText() { return Globals().clock->Now().toString(u"HH:mm:ss"_s); }
 
@@ -92,114 +89,6 @@ bool StatGraphics::LoadDataSet() {
   return true;
 }
 
-void StatGraphics::BuildControls() {
-  setObjectName(u"StatGraphics"_s);
-  setModal(true);
-  setSizeGripEnabled(true);
-
-  Toolbar1 = BuildToolbar();
-  lblDescription = TextLabel(u"lblDescription"_s, this);
-  QFont heading = font();
-  heading.setBold(true);
-  heading.setPointSizeF(heading.pointSizeF() * 1.25);
-  lblDescription->setFont(heading);
-  checkFitScale = Named(new QCheckBox(Words::Chart::fitScale(), this), u"checkFitScale"_s);
-  checkFitScale->setToolTip(Words::Chart::fitScaleTip());
-  view_ = Named(new PageView(this), u"PageView"_s);
-  lblNews = TextLabel(u"lblNews"_s, this);
-  lblNews->setForegroundRole(QPalette::PlaceholderText);
-  lblNews->setMinimumHeight(fontMetrics().height());  // so that the page stays where it is
-  QWidget* verdict = BuildVerdict();
-
-  auto* head = new QHBoxLayout;
-  head->addWidget(lblDescription, 1);
-  head->addWidget(checkFitScale);
-  auto* charts = new QVBoxLayout;
-  charts->addLayout(head);
-  charts->addWidget(view_, 1);
-  charts->addWidget(lblNews);
-  auto* body = new QHBoxLayout;
-  body->setContentsMargins(9, 0, 9, 9);
-  body->addLayout(charts, 1);
-  body->addWidget(verdict);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(Toolbar1);
-  layout->addLayout(body, 1);
-  setTabOrder(checkFitScale, view_);
-  view_->setFocus();
-  const QSize room = screen()->availableSize();
-  resize(std::min(1280, room.width() * 19 / 20), std::min(800, room.height() * 9 / 10));
-  ConnectControls();
-}
-
-ButtonBar* StatGraphics::BuildToolbar() {
-  auto* bar = new ButtonBar(u"Toolbar1"_s, this, u"F"_s);
-  bar->AddButton(LoadResText(u"Print;206"), LoadResText(u"Print Options;207"), Symbol::Print);
-  bar->AddButton(LoadResText(u"Save;210"), LoadResText(u"Save Changes;211"), Symbol::Save)
-      ->setShortcut(QKeySequence::Save);
-  bar->AddButton(LoadResText(u"Zoom In;212"), LoadResText(u"Chart Zoom;213"), Symbol::ZoomIn);
-  bar->AddButton(LoadResText(u"Recalculate;214"), LoadResText(u"Recalculate control limits;215"),
-                 Symbol::Recalculate);
-  bar->AddButton(LoadResText(u"Utilities;216"), LoadResText(u"Utilities;216"), Symbol::Utilities);
-  bar->AddButton(LoadResText(u"Help;219"), LoadResText(u"Application Help;220"), Symbol::Help);
-  bar->AddButton(LoadResText(u"Close;221"), LoadResText(u"Close the current screen;222"), Symbol::Close);
-
-  bar->AddEntry(Print, LoadResText(u"Print;206"), Symbol::Print)->setShortcut(QKeySequence::Print);
-  bar->AddEntry(Print, LoadResText(u"Printer Setup;208"), Symbol::Printer);
-  bar->AddEntry(Print, LoadResText(u"Page Setup;209"), Symbol::Page);
-  bar->AddEntry(Utilities, LoadResText(u"Export;217"), Symbol::Export);
-  bar->AddEntry(Utilities, LoadResText(u"Copy;218"), Symbol::Copy)->setShortcut(QKeySequence::Copy);
-  bar->AddEntry(Utilities, Words::Adding::command(), Symbol::Add);
-  return bar;
-}
-
-QWidget* StatGraphics::BuildVerdict() {
-  ProcessStateIndicator1 = Named(new ProcessStateIndicator(this), u"ProcessStateIndicator1"_s);
-  ProcessStateIndicator1->SetCaption(LoadResText(u"ProcessControlIndicator;268"));
-
-  StatSummary1 = Named(new StatSummary(this), u"StatSummary1"_s);
-  StatSummary1->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-  auto* verdict = new QWidget(this);
-  verdict->setFixedWidth(fontMetrics().height() * 14);
-  auto* column = new QVBoxLayout(verdict);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(ProcessStateIndicator1);
-  column->addWidget(BuildRuleViolation());
-  column->addWidget(StatSummary1);
-  column->addStretch();
-  return verdict;
-}
-
-QWidget* StatGraphics::BuildRuleViolation() {
-  auto* panelRuleViolation =
-      Named(new QGroupBox(LoadResText(u"Rule Violation;269"), this), u"panelRuleViolation"_s);
-  orvLEDControl1 = Named(new Led(panelRuleViolation), u"orvLEDControl1"_s);
-  panelRuleViolationValue = Named(new QLabel(panelRuleViolation), u"panelRuleViolationValue"_s);
-  panelRuleViolationValue->setTextFormat(Qt::PlainText);
-  panelRuleViolationValue->setFont(lblDescription->font());
-  panelMessage = TextLabel(u"panelMessage"_s, panelRuleViolation);
-  auto* value = new QHBoxLayout;
-  value->addWidget(orvLEDControl1);
-  value->addWidget(panelRuleViolationValue, 1);
-  auto* panel = new QVBoxLayout(panelRuleViolation);
-  panel->addLayout(value);
-  panel->addWidget(panelMessage);
-  return panelRuleViolation;
-}
-
-void StatGraphics::ConnectControls() {
-  connect(Toolbar1, &ButtonBar::ButtonClick, this, &StatGraphics::ButtonClick);
-  connect(Toolbar1, &ButtonBar::ButtonMenuClick, this, &StatGraphics::ButtonMenuClick);
-  connect(checkFitScale, &QCheckBox::toggled, this, &StatGraphics::FitScale);
-  connect(view_, &PageView::ZoomRequested, this, &StatGraphics::ZoomOnSelectedGraph);
-  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [] {
-    if (MainScreen* screen = Globals().mainScreen) screen->ReadLibraryNews();
-  });
-  connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
-          [this] { links_.callUpHelp(links_.helpTopic); });
-}
-
 void StatGraphics::ButtonClick(int button) {
   switch (button) {
     case SaveChanges:
@@ -223,21 +112,36 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
     if (entry == 3) Trap(u"StatGraphics::PageSetup"_s, [this] { printing_.PageSetup(this); });
   } else if (entry == 1) {
     ExportQCReport();
-  } else if (entry == 3) {
-    AddMeasurements();
-  } else {
+  } else if (entry == 2) {
     Trap(u"StatGraphics::CopyPage"_s, [this] {
-      CopyPage(*view_->Page());
+      CopyPage(*PageForOutput());
       ShowSystemMessage(LoadResText(u"The graphics page has been copied.;224"), Icon::Information);
     });
+  } else if (entry == 3) {
+    AddMeasurements();
+  } else if (entry == 4) {
+    Trap(u"StatGraphics::SavePage"_s, [this] { printing_.SavePage(*PageForOutput()); });
+  } else if (entry == 5) {
+    pointsBar_->show();
+    pointsBar_->TakeFocus();
+  } else {
+    EditPoint(view_->ShownPoint() ? view_->ShownPoint()->number : 0);
   }
 }
 
 std::unique_ptr<StatPage> StatGraphics::MakePage(StatPageOptions options) const {
   options.fittedScale = checkFitScale->isChecked();
+  options.points = points_;
   options.runStep = RunStep;
   if (const auto& library = Globals().gLibrary) options.libraryName = QFileInfo(library->Place()).fileName();
   return std::make_unique<StatPage>(*data_, options);
+}
+
+// For paper, files and the clipboard: what is in view, with a head.
+std::unique_ptr<StatPage> StatGraphics::PageForOutput() const {
+  auto page = MakePage({.printedHead = true, .printedAt = Globals().clock->Now()});
+  if (view_->IsZoomed()) page->Blowup(view_->Page()->Selected());
+  return page;
 }
 
 // False where there is no scale to draw on, which has then been said.
@@ -245,6 +149,7 @@ bool StatGraphics::StartStatGraphics() {
   return Trap(u"StatGraphics::StartStatGraphics"_s, true, [this] {
     try {
       view_->SetPage(MakePage({}));
+      ShowScaleNotice();
       return true;
     } catch (const ScaleError& error) {
       ShowSystemMessage(LoadResText(error.Reference()), Icon::Critical);
@@ -253,19 +158,22 @@ bool StatGraphics::StartStatGraphics() {
   });
 }
 
+void StatGraphics::ShowScaleNotice() {
+  const bool isBeyond = view_->Page()->IsBeyondStandardScale();
+  const bool isFlat = !isBeyond && !checkFitScale->isChecked() && view_->Page()->IsFlat();
+  lblScale->setText(isBeyond ? Words::Chart::alwaysFitted() : Words::Chart::flatScale());
+  cmdFitScale->setVisible(isFlat);
+  checkFitScale->setEnabled(!isBeyond);
+  scaleNotice_->setVisible(isBeyond || isFlat);
+}
+
 void StatGraphics::UpdateStatGraphicsText() {
   Trap(u"StatGraphics::UpdateStatGraphicsText"_s, [this] {
     lblDescription->setText(data_->Description());
-    // A data set in control may still carry the number of an older verdict.
-    const bool inControl = data_->IsInControl();
-    const qint16 violation = inControl ? qint16(0) : data_->RuleViolation();
-    orvLEDControl1->SetColorValue(inControl ? Led::Go : Led::Stop);
-    orvLEDControl1->SetOn(true);
-    panelRuleViolationValue->setText(inControl ? LoadResText(u"<none>;295") : QString::number(violation));
-    panelMessage->setText(GlobalFunctions::RuleViolationText(violation));
-    ProcessStateIndicator1->SetValue(data_->ProcessState());
-
-    StatSummary1->Show(*data_);
+    if (view_->Page()) verdict_->Show(*data_, *view_->Page());
+    cmdPrevious->setEnabled(Neighbour(-1) != nullptr);
+    cmdNext->setEnabled(Neighbour(1) != nullptr);
+    OfferStretch();
   });
 }
 
@@ -275,7 +183,7 @@ void StatGraphics::ShowAnew() {
 }
 
 void StatGraphics::FitScale(bool fitted) {
-  if (StartStatGraphics()) return;
+  if (StartStatGraphics()) return Settings::SetOn(Settings::chartFittedScale, fitted);
   // The page in view still has the other scale.
   const QSignalBlocker blocker(checkFitScale);
   checkFitScale->setChecked(!fitted);
@@ -301,11 +209,7 @@ void StatGraphics::ExportQCReport() {
 }
 
 void StatGraphics::PrintPage() {
-  Trap(u"StatGraphics::PrintPage"_s, [this] {
-    const auto page = MakePage({.printedHead = true, .printedAt = Globals().clock->Now()});
-    if (view_->IsZoomed()) page->Blowup(view_->Page()->Selected());
-    printing_.PrintPage(*page);
-  });
+  Trap(u"StatGraphics::PrintPage"_s, [this] { printing_.PrintPage(*PageForOutput()); });
 }
 
 void StatGraphics::Recalculate() {
@@ -316,7 +220,7 @@ void StatGraphics::Recalculate() {
     }
     {
       const QScopedValueRollback recalculating(isRecalculating_, true);
-      links_.openRecalcScreen(this, data_);
+      links_.openRecalcScreen(this, data_, view_->Stretch());
     }
     if (!Globals().gLimitsRecalculated) return LibraryChanged();
     dataChanged_ = true;
@@ -324,15 +228,27 @@ void StatGraphics::Recalculate() {
   });
 }
 
+// The change goes to what the library holds, so new limits are settled first.
+void StatGraphics::ChangeBelow(const std::function<void()>& change) {
+  if (!Form_Unload()) return;
+  dataChanged_ = false;
+  TakeFromCollection();
+  change();
+  TakeFromCollection();
+  if (data_->NumberOfPlotPoints() >= fewestToOpen) return ShowAnew();
+  ShowSystemMessage(LoadResText(u"A minimum of 8 data points are required;185"), Icon::Exclamation);
+  reject();
+}
+
 void StatGraphics::AddMeasurements() {
-  Trap(u"StatGraphics::AddMeasurements"_s, [this] {
-    // What is added is judged by the limits that the library holds.
-    if (!Form_Unload()) return;
-    dataChanged_ = false;
-    TakeFromCollection();
-    links_.openAddMeasurements(this);
-    TakeFromCollection();
-    ShowAnew();
+  Trap(u"StatGraphics::AddMeasurements"_s,
+       [this] { ChangeBelow([this] { links_.openAddMeasurements(this); }); });
+}
+
+void StatGraphics::EditPoint(int number) {
+  Trap(u"StatGraphics::EditPoint"_s, [&] {
+    if (number == 0) return ShowInformationMessage(Words::Marks::choosePoint());
+    ChangeBelow([&] { links_.openEditor(this, view_->Page()->FirstSampleOf(number)); });
   });
 }
 
@@ -385,6 +301,68 @@ void StatGraphics::LibraryChanged() {
     return ShowNews(Words::Sharing::changedBeneath(TimeText()));
   Show(*present);
   ShowNews(Words::Sharing::updated(TimeText()));
+}
+
+// The bar offers the stretch that is selected, or the points that are shown.
+void StatGraphics::OfferStretch() {
+  if (!view_->Page()) return;
+  const auto& stretch = view_->Stretch();
+  pointsBar_->Offer(stretch.value_or(view_->Page()->ShownPoints()), data_->NumberOfPlotPoints());
+  pointsBar_->ShowAs(points_.has_value());
+  pointsBar_->setVisible(stretch || points_);
+}
+
+void StatGraphics::ShowPoints(std::optional<PointRange> points) {
+  Trap(u"StatGraphics::ShowPoints"_s, [&] {
+    points_ = points;
+    view_->SetStretch(std::nullopt);
+    StartStatGraphics();
+    OfferStretch();
+  });
+}
+
+// Where the part in view does not have it, another part of the same length does.
+void StatGraphics::ShowMark(GraphId graph, int number) {
+  if (view_->ShowPoint(graph, number) || !points_) return;
+  const int length = points_->last - points_->first;
+  const int first = std::max(1, number - length / 2);
+  ShowPoints(PointRange{first, first + length});
+  view_->ShowPoint(graph, number);
+}
+
+void StatGraphics::StepMark(int step) {
+  const auto& point = view_->ShownPoint();
+  verdict_->Marks().Step(point ? point->graph : GraphId::None, point ? point->number : 0, step);
+}
+
+CDataPtr StatGraphics::Neighbour(int step, QStringList* skipped) const {
+  const std::vector<CDataPtr>& all = Globals().gDataCollection;
+  const auto here = std::ranges::find(all, data_->ID(), &CData::ID);
+  if (here == all.end()) return nullptr;
+  for (auto i = here - all.begin() + step; i >= 0 && i < std::ssize(all); i += step) {
+    const CDataPtr& candidate = all[size_t(i)];
+    if (candidate->NumberOfPlotPoints() >= fewestToOpen) return candidate;
+    if (skipped) *skipped << candidate->Description();
+  }
+  return nullptr;
+}
+
+void StatGraphics::ShowNeighbour(int step) {
+  Trap(u"StatGraphics::ShowNeighbour"_s, [&] {
+    QStringList skipped;
+    const CDataPtr neighbour = Neighbour(step, &skipped);
+    if (!neighbour || !Form_Unload()) return;
+    dataChanged_ = false;
+    Globals().gCurrentDataID = neighbour->ID();
+    if (MainScreen* screen = Globals().mainScreen) screen->SelectListRow(neighbour->ID());
+    *data_ = *neighbour;
+    points_.reset();
+    view_->SetStretch(std::nullopt);
+    ShowNews(skipped.isEmpty()     ? QString()
+             : skipped.size() == 1 ? Words::Neighbour::oneSkipped(skipped.first())
+                                   : Words::Neighbour::skipped(skipped.size()));
+    ShowAnew();
+  });
 }
 
 void StatGraphics::reject() {

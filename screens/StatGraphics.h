@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <functional>
+#include <optional>
 
 #include "charts/StatPage.h"
 #include "data/CData.h"
@@ -10,21 +11,26 @@
 #include "screens/PagePrinting.h"
 
 class ButtonBar;
-class Led;
 class PageView;
-class ProcessStateIndicator;
+class PointsBar;
 class QCheckBox;
+class QFrame;
 class QLabel;
-class StatSummary;
+class QPushButton;
+class QToolButton;
+class VerdictPanel;
 
 class StatGraphics : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   // The ways to what lies outside of this screen.
   struct Links {
-    // Modal; calculates new limits for `data` and tells by gLimitsRecalculated whether it did.
-    std::function<void(QWidget* parent, const CDataPtr& data)> openRecalcScreen;
-    std::function<void(QWidget* parent)> openAddMeasurements;  // modal
+    // Modal; calculates new limits for `data` and tells by gLimitsRecalculated whether it did. The stretch of
+    // points, where there is one, is what the user has chosen for it.
+    std::function<void(QWidget* parent, const CDataPtr& data, std::optional<PointRange> stretch)>
+        openRecalcScreen;
+    std::function<void(QWidget* parent)> openAddMeasurements;     // modal
+    std::function<void(QWidget* parent, int sample)> openEditor;  // modal; of the current data set
     std::function<void(qint32 topic)> callUpHelp;
     qint32 helpTopic = 0;  // of this screen
   };
@@ -38,22 +44,33 @@ class StatGraphics : public QDialog, public LibraryView {
  public Q_SLOTS:
   void reject() override;  // every way of closing; the user may keep the screen open
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  enum ToolbarButton { Print = 1, SaveChanges, Zoom, Recalc, Utilities, Help, Close };
+
+  // What the screen looks like (StatGraphicsLayout.cpp).
+  void BuildControls();
+  ButtonBar* BuildToolbar();
+  QLayout* BuildHead();
+  QToolButton* BuildNeighbour(const QString& name, int step);
+  QWidget* BuildScaleNotice();
+  void ConnectControls();
+  void ConnectPoints();
+
   void Form_Load();
   bool LoadDataSet();
   void Show(const CData& dataSet);
   void TakeFromCollection();
   void ShowNews(const QString& news);
-  void BuildControls();
-  ButtonBar* BuildToolbar();
-  QWidget* BuildVerdict();
-  QWidget* BuildRuleViolation();
-  void ConnectControls();
   void ButtonClick(int button);
   void ButtonMenuClick(int button, int entry);
 
   std::unique_ptr<StatPage> MakePage(StatPageOptions options) const;
+  std::unique_ptr<StatPage> PageForOutput() const;
   bool StartStatGraphics();
+  void ShowScaleNotice();
   void UpdateStatGraphicsText();
   void ShowAnew();
   void FitScale(bool fitted);
@@ -62,8 +79,20 @@ class StatGraphics : public QDialog, public LibraryView {
   void PrintPage();
   void Recalculate();
   void AddMeasurements();
+  void EditPoint(int number);
+  void ChangeBelow(const std::function<void()>& change);
   bool Save();
   bool Form_Unload();
+
+  // Points and marks.
+  void OfferStretch();
+  void ShowPoints(std::optional<PointRange> points);
+  void ShowMark(GraphId graph, int number);
+  void StepMark(int step);
+
+  // The next data set that can be drawn, that many steps away in the list; null where there is none.
+  CDataPtr Neighbour(int step, QStringList* skipped = nullptr) const;
+  void ShowNeighbour(int step);
 
   Links links_;
   PagePrinting& printing_;
@@ -71,15 +100,18 @@ class StatGraphics : public QDialog, public LibraryView {
   bool dataChanged_ = false;
   bool isRecalculating_ = false;
   bool loaded_ = false;
+  std::optional<PointRange> points_;  // that the charts show, where that is a part
 
   ButtonBar* Toolbar1 = nullptr;
   PageView* view_ = nullptr;
+  QToolButton* cmdPrevious = nullptr;
+  QToolButton* cmdNext = nullptr;
   QLabel* lblDescription = nullptr;
   QLabel* lblNews = nullptr;
   QCheckBox* checkFitScale = nullptr;
-  ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
-  Led* orvLEDControl1 = nullptr;
-  QLabel* panelRuleViolationValue = nullptr;
-  QLabel* panelMessage = nullptr;
-  StatSummary* StatSummary1 = nullptr;
+  QFrame* scaleNotice_ = nullptr;
+  QLabel* lblScale = nullptr;
+  QPushButton* cmdFitScale = nullptr;
+  PointsBar* pointsBar_ = nullptr;
+  VerdictPanel* verdict_ = nullptr;
 };

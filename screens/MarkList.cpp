@@ -1,0 +1,114 @@
+#include "screens/MarkList.h"
+
+#include <QAbstractListModel>
+#include <algorithm>
+
+#include "texts/ChartWords.h"
+#include "texts/DetectionRules.h"
+
+using namespace Qt::StringLiterals;
+
+// A heading, which has no point, above the marks of each kind.
+class MarkList::Rows : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  void Set(const std::vector<StatPage::Mark>& marks) {
+    beginResetModel();
+    rows_.clear();
+    int rule = -1;
+    for (const StatPage::Mark& mark : marks) {
+      if (mark.rule != rule) rows_.push_back({mark.graph, 0, mark.rule});
+      rule = mark.rule;
+      rows_.push_back(mark);
+    }
+    endResetModel();
+  }
+  const StatPage::Mark& At(int row) const { return rows_.at(static_cast<size_t>(row)); }
+  bool IsHeading(int row) const { return At(row).number == 0; }
+
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+  }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    return IsHeading(index.row()) ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    const StatPage::Mark& mark = At(index.row());
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+      return mark.number == 0 ? Heading(mark) : Point(mark);
+    if (role == Qt::FontRole && mark.number == 0) return Bold();
+    return {};
+  }
+
+ private:
+  static QString Heading(const StatPage::Mark& mark) {
+    return mark.rule == 0 ? Words::Marks::ranges() : Words::Marks::rule(DetectionRules::ShortText(mark.rule));
+  }
+  static QString Point(const StatPage::Mark& mark) {
+    return mark.rule == 0 ? Words::Marks::range(mark.number) : Words::Marks::average(mark.number);
+  }
+  static QFont Bold() {
+    QFont font;
+    font.setBold(true);
+    return font;
+  }
+
+  std::vector<StatPage::Mark> rows_;
+};
+
+std::pair<bool, int> MarkList::PlaceOnPath(const Stop& stop) {
+  return {stop.graph != GraphId::R, stop.number};
+}
+
+MarkList::MarkList(QWidget* parent) : QListView(parent), rows_(new Rows(this)) {
+  setModel(rows_);
+  setUniformItemSizes(true);
+  setEditTriggers(NoEditTriggers);
+  setAccessibleName(Words::Marks::title());
+  const auto choose = [this](const QModelIndex& index) { Choose(index); };
+  connect(this, &QListView::clicked, this, choose);
+  connect(this, &QListView::activated, this, choose);
+}
+
+void MarkList::Show(const StatPage& page) {
+  const std::vector<StatPage::Mark> marks = page.Marks();
+  rows_->Set(marks);
+  path_.clear();
+  for (int row = 0; row < rows_->rowCount(); ++row) {
+    if (!rows_->IsHeading(row)) path_.push_back({rows_->At(row).graph, rows_->At(row).number, row});
+  }
+  // The ranges stand first on the way, and a point that several rules mark stands on it once.
+  std::ranges::stable_sort(path_, {}, PlaceOnPath);
+  path_.erase(std::ranges::unique(path_, {}, PlaceOnPath).begin(), path_.end());
+}
+
+void MarkList::Step(GraphId graph, int number, int step) {
+  if (path_.empty()) return;
+  const auto here = PlaceOnPath({graph == GraphId::None ? GraphId::R : graph, number, 0});
+  auto stop = step > 0 ? std::ranges::upper_bound(path_, here, {}, PlaceOnPath)
+                       : std::ranges::lower_bound(path_, here, {}, PlaceOnPath);
+  if (step > 0 && stop == path_.end()) stop = path_.begin();
+  if (step < 0) stop = std::prev(stop == path_.begin() ? path_.end() : stop);
+  const QModelIndex row = rows_->index(stop->row);
+  scrollTo(row);
+  if (row == currentIndex())
+    Choose(row);
+  else
+    setCurrentIndex(row);
+}
+
+QSize MarkList::sizeHint() const {
+  return {fontMetrics().averageCharWidth() * 20, fontMetrics().height() * 8};
+}
+
+void MarkList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QListView::currentChanged(current, previous);
+  Choose(current);
+}
+
+void MarkList::Choose(const QModelIndex& index) {
+  if (!index.isValid() || rows_->IsHeading(index.row())) return;
+  const StatPage::Mark& mark = rows_->At(index.row());
+  Q_EMIT Chosen(mark.graph, mark.number);
+}
