@@ -131,8 +131,8 @@ QStringList Words(const QString& text, const Notation& notation) {
 
 // Between thousands a blank would make two values of one.
 void RefuseBlankBetweenThousands(const QString& text, const Notation& notation) {
-  if (!notation.separator.isNull() || notation.decimal != Decimal::Comma) return;
-  static const QRegularExpression form(u"(?<!\\S)[-+\u2212]?[1-9]\\d{0,2}(?:[ \\t]\\d{3})+,\\d+(?!\\S)"_s);
+  if (!notation.separator.isNull()) return;
+  static const QRegularExpression form(u"(?<!\\S)[-+\u2212]?[1-9]\\d{0,2}(?: \\d{3})+[.,]\\d+(?!\\S)"_s);
   const QString found = form.match(text).captured();
   if (found.isEmpty()) return;
   throw InputError(Numbers::oneOrSeveral(found));

@@ -7,7 +7,8 @@ namespace Words::Numbers {
 
 inline constexpr Text<2> isNone{u"value %1 (\"%2\") is not a number"};
 inline constexpr Text<2> isNoneWithComma{u"value %1 (\"%2\") is not a number with a decimal comma"};
-inline constexpr Text<1> oneOrSeveral{u"\"%1\" may be one value or several: write thousands without a blank"};
+inline constexpr Text<1> oneOrSeveral{
+    u"\"%1\" may be one value or several: write thousands without a blank, values on lines of their own"};
 inline constexpr Text<3> onlyWith{u"\"%1\" is %2 only with %3"};
 inline constexpr Text<2> mayBe{u"\"%1\" may be %2"};
 inline constexpr Text<2> reading{u"%1 (%2)"};

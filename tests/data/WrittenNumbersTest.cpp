@@ -78,6 +78,9 @@ TEST(WrittenNumbers, ACommaInAListIsNeverGuessed) {
   for (const QString& text :
        {u"1,234.5"_s, u"1.234,5"_s, u"1,234,567"_s, u"1e3,5"_s, u"10,11,12"_s, u"2.0,3"_s, u",5"_s})
     EXPECT_EQ(List(text).rfind('"' + text.toStdString() + "\" ", 0), 0U) << List(text);
+  for (const QString& text : {u"1 234.5"_s, u"1 234,5"_s, u"8 1 234 567.5 9"_s})
+    EXPECT_NE(List(text).find("may be one value or several"), std::string::npos) << List(text);
+  EXPECT_EQ(List(u"1\n234.5\t100.5"_s), "1 234.5 100.5");
   EXPECT_EQ(List(u"1 2,x"_s), "value 2 (\"2,x\") is not a number");
 }
 
