@@ -18,13 +18,6 @@ using namespace CsvReadings;
 
 namespace {
 
-QString SeparatorOption(QChar separator) {
-  const auto& option = separator == u','    ? Words::Numbers::separatorComma
-                       : separator == u'\t' ? Words::Numbers::separatorTab
-                                            : Words::Numbers::separatorSemicolon;
-  return option();
-}
-
 // Tries every separator that the text allows, and insists on one result.
 class Reader {
  public:
@@ -54,18 +47,18 @@ class Reader {
     if (!options_.notation.separator.isNull()) return {options_.notation.separator};
     const auto divides = [&](QChar separator) {
       const CsvTable table(text_, separator, firstLine_);
-      return !table.rows.empty() && table.rows[0].fields.size() > 1 && table.IsEven() && !CutsNumbers(table);
+      return !table.rows.empty() && table.rows[0].fields.size() > 1 && table.IsEven() &&
+             !LeavesTwoNumbers(table);
     };
     if (divides(u'\t')) return {u'\t'};
     std::vector<QChar> separators;
     for (const QChar separator : {QChar(u';'), QChar(u',')})
       if (divides(separator)) separators.push_back(separator);
     if (separators.empty() || separators[0] == u',') {
+      if (separators.empty()) AddForItsFault(separators);
       const CsvTable whole(text_, QChar(), firstLine_);
-      if (separators.empty() && !CsvTable(text_, u',', firstLine_).IsEven() &&
-          text_.section(u'\n', 0, 0).contains(u','))
-        separators.push_back(u',');  // for its fault
       if (whole.wellFormed || separators.empty()) separators.push_back(QChar());
+      if (separators[0] == u',') RequireThatCommasSeparate(whole);
     }
     // Where commas are said to be decimal they are the last to divide.
     if (options_.notation.decimal == Decimal::Comma)
@@ -73,20 +66,47 @@ class Reader {
     return separators;
   }
 
+  // What divides the first line, but not all lines alike.
+  void AddForItsFault(std::vector<QChar>& separators) const {
+    const QString first = text_.section(u'\n', 0, 0);
+    for (const QChar separator : {QChar(u'\t'), QChar(u';'), QChar(u',')}) {
+      if (!first.contains(separator) || CsvTable(text_, separator, firstLine_).IsEven()) continue;
+      return separators.push_back(separator);
+    }
+  }
+
   // Whether commas are no separators, since they would leave two numbers with a semicolon between in one
-  // field, or a line's one value, with its unit, in two: "10,5 mm".
-  static bool CutsNumbers(const CsvTable& table) {
+  // field.
+  static bool LeavesTwoNumbers(const CsvTable& table) {
     if (table.separator != u',') return false;
     static const QRegularExpression two(u"^[-+.,\\d]*\\d;[-+.,]*\\d[-+.,\\d]*$"_s);
-    static const QRegularExpression end(u"^\\d+\\s*[^\\s\\d.:/-]\\D*$"_s);
     return std::ranges::any_of(table.rows, [](const CsvRow& row) {
-      const std::vector<CsvField>& fields = row.fields;
-      if (fields.size() == 2 && !fields[0].quoted && IsNumber(fields[0].text) &&
-          end.match(fields[1].text).hasMatch())
-        return true;
-      return std::ranges::any_of(
-          fields, [](const CsvField& field) { return !field.quoted && two.match(field.text).hasMatch(); });
+      return std::ranges::any_of(row.fields, [](const CsvField& field) {
+        return !field.quoted && two.match(field.text).hasMatch();
+      });
     });
+  }
+
+  // Refuses commas that may as well stand within a value in front of its unit ("10,5 m3"), or in the heading
+  // of a single column ("Length, mm").
+  void RequireThatCommasSeparate(const CsvTable& whole) const {
+    static const QRegularExpression withUnit(u"^(.*,[\\d.]*\\d\\.?)\\s*(?![.:/-]\\s*\\d)[^\\s\\d.,][^,]*$"_s);
+    static const QRegularExpression bareComma(u",(?! )"_s);
+    const QString heading = whole.rows.empty() ? QString() : whole.rows.front().fields[0].text;
+    bool isOneColumn = options_.notation.decimal != Decimal::Comma && heading.contains(u',') &&
+                       !heading.contains(bareComma) && !heading.contains(u'"');
+    bool hasComma = false;
+    for (const CsvRow& row : whole.rows) {
+      const QString& line = row.fields[0].text;
+      if (row.fields[0].quoted) continue;
+      if (const auto match = withUnit.match(line); match.hasMatch() && IsNumber(match.captured(1)))
+        throw InputError(Words::Csv::unitOrColumns(name_, row.line, Shown(line)));
+      const bool isHeading = &row == &whole.rows.front();
+      isOneColumn &= IsNumber(line) != isHeading;
+      hasComma |= !isHeading && line.contains(u',');
+    }
+    if (isOneColumn && hasComma)
+      throw InputError(Words::Csv::headingOrColumns(name_, whole.rows.front().line, Shown(heading)));
   }
 
   void Try(QChar separator) {
@@ -111,7 +131,9 @@ class Reader {
   QString OptionFor(const Outcome& outcome, bool separatorTells) const {
     if (!separatorTells) return WrittenNumbers::Option(outcome.mark);
     if (outcome.separator.isNull() && !options_.notation.decimal) return WrittenNumbers::Option(outcome.mark);
-    return SeparatorOption(outcome.separator);
+    const QString option = SeparatorOption(outcome.separator);
+    const auto alike = std::ranges::count(outcomes_, outcome.separator, &Outcome::separator);
+    return alike > 1 ? option + u' ' + WrittenNumbers::Option(outcome.mark) : option;
   }
 
   void RequireOne() const {

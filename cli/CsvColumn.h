@@ -19,13 +19,14 @@ struct CsvOptions {
 //
 // The file is UTF-8, UTF-16 with a byte order mark, or Latin-1; line ends are of every kind. Fields may be
 // quoted; a tab, semicolon or comma separates, whichever divides all lines alike, or a first line "sep="
-// says. A first line whose field is no number is the heading, and so is one that was chosen by name. Empty
-// fields below the last number are passed over.
+// says. A first line whose field is a text, unlike any number, is the heading, and so is one that was chosen
+// by name. Empty fields below the last number are passed over.
 //
 // All fields are read with one decimal mark. What the file leaves open (a comma that may be decimal or
 // separate columns or thousands, a point that may separate thousands) is never guessed: unless the options
-// settle it, an InputError names the place and the readings. Only a point with three digits behind it is a
-// decimal point unasked, where that gives a value expected and thousands do not. Bad contents are an
+// settle it, an InputError names the place and the readings. Only where every value has a point, with three
+// digits behind it, it is a decimal point unasked, if that gives a value expected and thousands do not; and a
+// blank sets thousands apart unasked where its sides are not values expected. Bad contents are an
 // InputError that names file, line and column; a file that cannot be read is an Error.
 QStringList ReadCsvColumn(const QString& path, const CsvOptions& options);
 

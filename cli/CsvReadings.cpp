@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <optional>
 
+#include "data/RawDataLines.h"
 #include "platform/language/Conversions.h"
 #include "texts/CsvWords.h"
+#include "texts/NumberWords.h"
 
 using namespace Qt::StringLiterals;
 using WrittenNumbers::Decimal;
@@ -13,15 +15,28 @@ namespace CsvReadings {
 
 namespace {
 
-// A mistyped number in the first line is no heading: it would be lost as one.
+bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+
+bool HasDigit(const QString& text) { return std::ranges::any_of(text, IsDigit); }
+
 bool BeginsLikeNumber(const QString& text) { return text[0].isDigit() || u"+-.,\u2212"_s.contains(text[0]); }
+
+// A mistyped number in the first line is no heading ("<0.5", "O.5", "(5.2 mm)"): it would be lost as one.
+bool LooksLikeValue(const QString& text) {
+  if (!HasDigit(text)) return false;
+  const auto isLetterOrDigit = [](QChar c) { return c.isLetterOrNumber(); };
+  const auto start = std::ranges::find_if(text, isLetterOrDigit);
+  return std::ranges::count_if(text, [](QChar c) { return c.isLetter(); }) < 2 ||
+         RawDataLines::ReadingsOf(QStringView(start, text.end())).Any();
+}
 
 // Finds the column in a table and reads it in every way that it allows.
 class Column {
  public:
   Column(const QString& name, const CsvTable& table, const CsvOptions& options)
       : name_(name), table_(table), options_(options) {
-    if (table.rows.empty()) return;
+    if (table.openQuote > 0) throw InputError(Words::Csv::openQuote(name, table.openQuote));
+    if (table.rows.empty()) throw NoSuchColumn(Words::Csv::noValues(name));
     for (const CsvRow& row : table.rows) RequireFields(row);
     const bool byName = Find();
     TakeHeading(byName);
@@ -38,6 +53,7 @@ class Column {
     }
     if (outcomes.empty()) ThrowFault();
     if (outcomes.size() > 1 && PointIsDecimal(outcomes[0], outcomes[1])) outcomes.pop_back();
+    if (options_.notation.separator.isNull()) RequireNoList(outcomes[0]);
     return outcomes;
   }
 
@@ -91,10 +107,12 @@ class Column {
   void TakeHeading(bool byName) {
     const QString first = First()[index_].text;
     const bool isText = !first.isEmpty() && !BeginsLikeNumber(first);
+    const int line = table_.rows.front().line;
+    if (!byName && isText && LooksLikeValue(first))
+      throw InputError(Words::Csv::headingOrFault(name_, line, Shown(first)));
     if (!byName && !isText) {
       if (!OthersAreHeadings() && !IsAlone(first)) return;
-      if (IsNumber(first))
-        throw InputError(Words::Csv::headingOrValue(name_, table_.rows.front().line, first));
+      if (IsNumber(first)) throw InputError(Words::Csv::headingOrValue(name_, line, first));
       if (!first.isEmpty()) return;
     }
     heading_ = first;
@@ -104,7 +122,7 @@ class Column {
   // Whether a whole number in the first line, such as a year, lies where no value is expected, unlike all
   // others.
   bool IsAlone(const QString& first) const {
-    const bool isWhole = !first.isEmpty() && std::ranges::all_of(first, [](QChar c) { return c.isDigit(); });
+    const bool isWhole = !first.isEmpty() && std::ranges::all_of(first, IsDigit);
     if (!isWhole || !options_.expected || IsExpected(first) || table_.rows.size() < 2) return false;
     return std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
       if (index_ >= row.fields.size() || row.fields[index_].text.isEmpty()) return true;
@@ -121,19 +139,26 @@ class Column {
     return value >= options_.expected->first && value <= options_.expected->second;
   }
 
-  // Whether another column has a text in the first line, and numbers in all others.
+  // Whether another column has a text in the first line, and numbers in all others; or no digit there, and
+  // some in all others, as times have.
   bool OthersAreHeadings() const {
     for (std::size_t i = 0; i < First().size(); ++i) {
-      if (i == index_ || First()[i].text.isEmpty() || IsNumber(First()[i].text)) continue;
-      qsizetype numbers = 0;
-      const bool onlyNumbers =
-          std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
-            if (i >= row.fields.size() || row.fields[i].text.isEmpty()) return true;
-            return IsNumber(row.fields[i].text) && ++numbers > 0;
-          });
-      if (onlyNumbers && numbers > 0) return true;
+      if (i == index_ || First()[i].text.isEmpty()) continue;
+      if (IsUnlikeOthers(i, IsNumber) || IsUnlikeOthers(i, HasDigit)) return true;
     }
     return false;
+  }
+
+  // Whether the first line's field is not such, and all others are, as far as there are any.
+  bool IsUnlikeOthers(std::size_t column, bool (*isSuch)(const QString&)) const {
+    if (isSuch(First()[column].text)) return false;
+    qsizetype such = 0;
+    return std::all_of(table_.rows.begin() + 1, table_.rows.end(),
+                       [&](const CsvRow& row) {
+                         if (column >= row.fields.size() || row.fields[column].text.isEmpty()) return true;
+                         return isSuch(row.fields[column].text) && ++such > 0;
+                       }) &&
+           such > 0;
   }
 
   void CollectFields() {
@@ -149,7 +174,9 @@ class Column {
       fields_.push_back({row.line, field.text, {}});
       hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
     }
-    if (fields_.empty() && emptyLine != 0) throw NoSuchColumn(Words::Csv::noNumber(Place(emptyLine)));
+    if (fields_.empty())
+      throw NoSuchColumn(emptyLine != 0 ? Words::Csv::noNumber(Place(emptyLine))
+                                        : Words::Csv::noValues(name_));
   }
 
   std::optional<Outcome> Read(Decimal mark) const {
@@ -161,16 +188,35 @@ class Column {
     return outcome;
   }
 
-  // Whether by the values expected every point is a decimal one, and none separates thousands.
+  // Whether every value has a point, and by the values expected it is a decimal one that separates no
+  // thousands.
   bool PointIsDecimal(const Outcome& points, const Outcome& commas) const {
     if (!options_.expected) return false;
     bool pointExpected = false;
     for (std::size_t i = 0; i < fields_.size(); ++i) {
+      if (!fields_[i].text.contains(u'.')) return false;
       if (!WrittenNumbers::HasTwoReadings(fields_[i].text)) continue;
       if (fields_[i].text.contains(u',') || IsExpected(commas.numbers[i].value)) return false;
       pointExpected = pointExpected || IsExpected(points.numbers[i].value);
     }
     return pointExpected;
+  }
+
+  // Refuses a plain blank between thousands where it may as well stand between values, by the values
+  // expected.
+  void RequireNoList(const Outcome& outcome) const {
+    for (const Number& number : outcome.numbers) {
+      const QStringList pieces = number.text.split(u' ', Qt::SkipEmptyParts);
+      const auto mayBeValue = [&](const QString& piece) {
+        return !options_.expected || IsExpected(WrittenNumbers::Read(piece, outcome.mark));
+      };
+      const bool isOne = pieces.size() < 2 || (options_.expected && IsExpected(number.value) &&
+                                               !std::ranges::all_of(pieces, mayBeValue));
+      if (isOne) continue;
+      const WrittenNumbers::Reading joined{number.value, SeparatorOption(outcome.separator)};
+      throw InputError(
+          Words::Csv::line(name_, number.line, WrittenNumbers::Doubt(Shown(number.text), {joined})));
+    }
   }
 
   [[noreturn]] void ThrowFault() const {
@@ -204,6 +250,13 @@ class Column {
 };
 
 }  // namespace
+
+QString SeparatorOption(QChar separator) {
+  const auto& option = separator == u','    ? Words::Numbers::separatorComma
+                       : separator == u'\t' ? Words::Numbers::separatorTab
+                                            : Words::Numbers::separatorSemicolon;
+  return option();
+}
 
 bool SameValues(const Outcome& a, const Outcome& b) {
   return std::ranges::equal(a.numbers, b.numbers, {}, &Number::value, &Number::value);

@@ -30,6 +30,9 @@ struct Outcome {
   std::vector<Number> numbers;
 };
 
+// The option that says so; of a single column, one that no comma or blank divides.
+QString SeparatorOption(QChar separator);
+
 bool SameValues(const Outcome& a, const Outcome& b);
 
 // Whether one of the decimal marks makes a number of it.

@@ -31,6 +31,7 @@ class RowParser {
   // From the opening quote to the closing one.
   void ReadQuoted() {
     const qsizetype start = at_;
+    const int startLine = line_;
     QString quoted;
     for (++at_; at_ < text_.size(); ++at_) {
       const QChar c = text_[at_];
@@ -46,7 +47,9 @@ class RowParser {
     qsizetype next = at_ + 1;
     while (next < text_.size() && text_[next] == u' ') ++next;
     const bool ends = next >= text_.size() || text_[next] == table_.separator || text_[next] == u'\n';
-    table_.wellFormed = table_.wellFormed && ends;
+    const bool isOpen = at_ >= text_.size() || (!ends && line_ > startLine);
+    table_.wellFormed = table_.wellFormed && ends && !isOpen;
+    if (isOpen && table_.openQuote == 0) table_.openQuote = startLine;
     field_ = ends ? CsvField{quoted, true} : CsvField{text_.mid(start, at_ - start + 1), false};
   }
 
@@ -77,6 +80,7 @@ CsvTable::CsvTable(const QString& text, QChar fieldSeparator, int firstLine) : s
 }
 
 bool CsvTable::IsEven() const {
+  if (!wellFormed) return false;
   return std::ranges::all_of(
       rows, [&](const CsvRow& row) { return row.fields.size() <= rows.front().fields.size(); });
 }

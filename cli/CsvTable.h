@@ -20,10 +20,12 @@ struct CsvTable {
   // null separator makes one column of everything. Line ends are "\n"; the first line has the number given.
   CsvTable(const QString& text, QChar separator, int firstLine = 1);
 
-  // Whether no row has more fields than the first one.
+  // Whether the separator divides all lines alike: quotes are in order, and no row has more fields than the
+  // first one.
   bool IsEven() const;
 
   QChar separator;
   std::vector<CsvRow> rows;
   bool wellFormed = true;  // no text stands behind a closing quote; where it does it stays with its quotes
+  int openQuote = 0;       // the first line with a quote that is not closed, or only by another line's; or 0
 };

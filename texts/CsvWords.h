@@ -13,6 +13,15 @@ inline constexpr Text<3> columnsOrDecimals{
     u"%1 has %2 columns (%3); name one with --column, or say --decimal comma"};
 inline constexpr Text<3> oneHeadingTwice{u"%1 has %2 columns \"%3\"; choose by number"};
 inline constexpr Text<3> noSuchColumn{u"%1 has no column \"%2\" (its first line is: %3)"};
+inline constexpr Text<2> openQuote{u"%1 line %2: a quote is not closed"};
+inline constexpr Text<1> noValues{u"%1 holds no values"};
+inline constexpr Text<3> unitOrColumns{
+    u"%1 line %2: \"%3\" may be one value with a unit, which is not read, or several columns (--separator "
+    u"comma)"};
+inline constexpr Text<3> headingOrColumns{
+    u"%1 line %2: \"%3\" may be the heading of one column, or of several (--separator comma)"};
+inline constexpr Text<3> headingOrFault{
+    u"%1 line %2: \"%3\" is not a number; if it is the heading, --column \"%3\" says so"};
 inline constexpr Text<3> headingOrValue{
     u"%1 line %2: \"%3\" may be a heading (--column \"%3\" says so) or a value (below a heading it is one)"};
 
