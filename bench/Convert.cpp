@@ -1,5 +1,6 @@
-// Taking over a library of 5,000 data sets of 500 values, and one of 300,000 of 6 values, from an Access
-// file, against copying the same rows from one library into another.
+// Taking over a library from an Access file: 5,000 data sets of 500 values, against copying the same rows
+// from one library into another; and 300,000 of 6 values, against what the database needs to copy them by
+// itself.
 #include <benchmark/benchmark.h>
 
 #include <QSqlQuery>
@@ -149,9 +150,13 @@ void Convert(benchmark::State& state, const Libraries& files) {
   }
 }
 void ConvertLibrary(benchmark::State& state) { Convert(state, LongRows()); }
-BENCHMARK(ConvertLibrary)->Unit(benchmark::kMillisecond)->Repetitions(5);
+BENCHMARK(ConvertLibrary)->Unit(benchmark::kMillisecond)->Repetitions(5)->MeasureProcessCPUTime();
 void ConvertShortRows(benchmark::State& state) { Convert(state, ShortRows()); }
-BENCHMARK(ConvertShortRows)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
+BENCHMARK(ConvertShortRows)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->MeasureProcessCPUTime();
 
 void CopyTheRows(Connection& from, Connection& to) {
   QSqlQuery rows(from.Database());
@@ -166,7 +171,8 @@ void CopyTheRows(Connection& from, Connection& to) {
   }
 }
 
-void Copy(benchmark::State& state, const Libraries& files) {
+void CopyRows(benchmark::State& state) {
+  const Libraries& files = LongRows();
   for ([[maybe_unused]] auto _ : state) {
     QFile::remove(files.target);
     Connection from;
@@ -174,9 +180,23 @@ void Copy(benchmark::State& state, const Libraries& files) {
     LibraryFile::Create(files.target, [&](Connection& to) { CopyTheRows(from, to); });
   }
 }
-void CopyRows(benchmark::State& state) { Copy(state, LongRows()); }
-BENCHMARK(CopyRows)->Unit(benchmark::kMillisecond)->Repetitions(5);
-void CopyShortRows(benchmark::State& state) { Copy(state, ShortRows()); }
-BENCHMARK(CopyShortRows)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
+BENCHMARK(CopyRows)->Unit(benchmark::kMillisecond)->Repetitions(5)->MeasureProcessCPUTime();
+
+void CopyShortRows(benchmark::State& state) {
+  const Libraries& files = ShortRows();
+  for ([[maybe_unused]] auto _ : state) {
+    QFile::remove(files.target);
+    LibraryFile::Create(files.target);
+    Connection to;
+    to.OpenWith(files.target);
+    to.Execute(u"ATTACH DATABASE ? AS source"_s, {files.library});
+    to.Execute(u"INSERT INTO StatData SELECT * FROM source.StatData"_s);
+  }
+}
+BENCHMARK(CopyShortRows)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->MeasureProcessCPUTime();
 
 }  // namespace

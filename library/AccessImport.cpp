@@ -6,7 +6,10 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <algorithm>
+#include <cctype>
 #include <cmath>
+#include <exception>
+#include <future>
 #include <limits>
 
 #include "library/LibraryFile.h"
@@ -50,34 +53,19 @@ QVariant ValueToStore(const QVariant& value, const Column& column) {
   throw Error(Words::Access::wrongType());
 }
 
-QSqlQuery PrepareInsert(Connection& connection, const Table& table) {
-  QStringList places;
-  for (const Column& column : table.columns) places += column.IsText() ? u"CAST(? AS TEXT)"_s : u"?"_s;
-  QSqlQuery query(connection.Database());
-  if (!query.prepare(
-          u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(table.name, table.ColumnList(), places.join(u','))))
-    throw DatabaseError(query.lastError().databaseText());
-  return query;
-}
-
-void BindRow(QSqlQuery& insert, const Table& table, const std::vector<QVariant>& values) {
-  for (std::size_t i = 0; i < table.columns.size(); ++i) {
-    const Column& column = table.columns[i];
-    try {
-      insert.bindValue(static_cast<int>(i), ValueToStore(values[i], column));
-    } catch (const Error& error) {
-      throw JetError(Words::Access::column(column.name, ErrorText(error)));
+// The elements between commas that are not blank.
+qint64 CountSamples(QByteArrayView values) {
+  qint64 count = 0;
+  bool blank = true;
+  for (const char c : values) {
+    if (c == ',') {
+      blank = true;
+    } else if (blank && !std::isspace(static_cast<unsigned char>(c))) {
+      blank = false;
+      ++count;
     }
   }
-}
-
-void Write(QSqlQuery& insert) {
-  constexpr int constraintFailed = 19;  // the library's code for a key that is there already
-  Connection::BeforeOperation(u"execute"_s);
-  if (insert.exec()) return;
-  if ((insert.lastError().nativeErrorCode().toInt() & 0xFF) == constraintFailed)
-    throw JetError(Words::Access::sameID());
-  throw DatabaseError(insert.lastError().databaseText());
+  return count;
 }
 
 // Opened once for all tables, so that the total is known before the first row.
@@ -86,19 +74,131 @@ struct Source {
   JetTable definition;
 };
 
-// Calls rowCopied with each row's values.
-void CopyRows(JetFile& file, const Source& source, Connection& connection,
-              const std::function<void(const std::vector<QVariant>&)>& rowCopied) {
-  QSqlQuery insert = PrepareInsert(connection, source.table);
-  JetRows rows = file.Rows(source.definition, source.table.ColumnNames());
-  for (qint64 row = 1; rows.Next(); ++row) {
+[[noreturn]] void RefuseRow(const Table& table, qint64 row, const QString& reason) {
+  throw JetError(Words::Access::row(table.name, row, reason));
+}
+
+// Some rows as they are to be stored, and what they end with.
+struct Portion {
+  std::vector<QVariant> values;  // row after row
+  qint64 samples = 0;
+  bool isLast = false;
+  std::exception_ptr failure;  // behind these rows
+};
+
+class Reader {
+ public:
+  Reader(JetFile& file, const Source& source)
+      : table_(source.table), rows_(file.Rows(source.definition, source.table.ColumnNames())) {}
+
+  Portion Read() {
+    constexpr std::size_t mostValues = 10'000;
+    constexpr qsizetype mostText = 1 << 20;
+    Portion portion;
     try {
-      BindRow(insert, source.table, rows.Values());
-      Write(insert);
-    } catch (const JetError& error) {
-      throw JetError(Words::Access::row(source.table.name, row, error.Text()));
+      for (qsizetype text = 0; portion.values.size() < mostValues && text < mostText;) {
+        portion.isLast = !rows_.Next();
+        if (portion.isLast) break;
+        ++row_;
+        text += Take(rows_.Values(), portion);
+      }
+    } catch (...) {
+      portion.failure = std::current_exception();
     }
-    rowCopied(rows.Values());
+    return portion;
+  }
+
+ private:
+  // Gives how long its texts are.
+  qsizetype Take(const std::vector<QVariant>& row, Portion& portion) const {
+    qsizetype text = 0;
+    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+      const Column& column = table_.columns[i];
+      try {
+        portion.values.push_back(ValueToStore(row[i], column));
+      } catch (const Error& error) {
+        portion.values.resize(portion.values.size() - i);
+        RefuseRow(table_, row_, Words::Access::column(column.name, ErrorText(error)));
+      }
+      if (column.IsText()) text += portion.values.back().toByteArray().size();
+      if (column.unit == Column::Unit::Values)
+        portion.samples += CountSamples(portion.values.back().toByteArray());
+    }
+    return text;
+  }
+
+  const Table& table_;
+  JetRows rows_;
+  qint64 row_ = 0;
+};
+
+// Writes so many rows in one statement.
+class Writer {
+ public:
+  Writer(Connection& connection, const Table& table, int rows) : insert_(connection.Database()) {
+    QStringList rowsOfPlaces;
+    for (int row = 0; row < rows; ++row) {
+      QStringList places;
+      for (const Column& column : table.columns) {
+        names_ << ShortName(names_.size());
+        places << (column.IsText() ? u"CAST(%1 AS TEXT)"_s : u"%1"_s).arg(names_.last());
+      }
+      rowsOfPlaces << u'(' + places.join(u',') + u')';
+    }
+    if (!insert_.prepare(
+            u"INSERT INTO %1 (%2) VALUES %3"_s.arg(table.name, table.ColumnList(), rowsOfPlaces.join(u','))))
+      throw DatabaseError(insert_.lastError().databaseText());
+  }
+
+  // False, and nothing is written, where a row with one of their keys is there already.
+  bool Write(const QVariant* values) {
+    constexpr int constraintFailed = 19;
+    for (const QString& name : names_) insert_.bindValue(name, *values++);
+    Connection::BeforeOperation(u"execute"_s);
+    if (insert_.exec()) return true;
+    if ((insert_.lastError().nativeErrorCode().toInt() & 0xFF) == constraintFailed) return false;
+    throw DatabaseError(insert_.lastError().databaseText());
+  }
+
+ private:
+  // Values are bound quickest by short names.
+  static QString ShortName(qsizetype number) {
+    constexpr qsizetype letters = 26;
+    const auto letter = [](qsizetype at) { return QChar(static_cast<char16_t>(u'a' + at)); };
+    return u':' + QString(letter(number / letters)) + letter(number % letters);
+  }
+
+  QSqlQuery insert_;
+  QStringList names_;
+};
+
+// Reads the next rows while those before are written. Gives the number of the samples.
+qint64 CopyRows(JetFile& file, const Source& source, Connection& connection,
+                const std::function<void()>& rowCopied) {
+  constexpr int together = 16;
+  const std::size_t columns = source.table.columns.size();
+  Reader reader(file, source);
+  Writer many(connection, source.table, together);
+  Writer one(connection, source.table, 1);
+  const auto read = [&reader] { return std::async(std::launch::async, [&reader] { return reader.Read(); }); };
+  qint64 samples = 0;
+  qint64 rows = 0;
+  for (auto next = read();;) {
+    const Portion portion = next.get();
+    const bool isEnd = portion.isLast || portion.failure;
+    if (!isEnd) next = read();
+    for (auto left = static_cast<std::ptrdiff_t>(portion.values.size() / columns); left > 0;) {
+      const QVariant* values =
+          portion.values.data() + portion.values.size() - static_cast<std::size_t>(left) * columns;
+      const int written = left >= together && many.Write(values) ? together : 1;
+      if (written == 1 && !one.Write(values)) RefuseRow(source.table, rows + 1, Words::Access::sameID());
+      for (int i = 0; i < written; ++i) rowCopied();
+      rows += written;
+      left -= written;
+    }
+    if (portion.failure) std::rethrow_exception(portion.failure);
+    samples += portion.samples;
+    if (isEnd) return samples;
   }
 }
 
@@ -115,21 +215,6 @@ void KeepLastNumber(const Source& source, Connection& connection) {
   connection.Execute(u"UPDATE sqlite_sequence SET seq = ? WHERE name = ? AND seq < ?"_s, {last, name, last});
 }
 
-// The elements between commas that are not blank.
-qint64 CountSamples(QStringView values) {
-  qint64 count = 0;
-  bool blank = true;
-  for (const QChar c : values) {
-    if (c == u',') {
-      blank = true;
-    } else if (blank && !c.isSpace()) {
-      blank = false;
-      ++count;
-    }
-  }
-  return count;
-}
-
 AccessImport::Counts CopyTables(const QString& accessPath, Connection& connection,
                                 const AccessImport::Progress& progress) {
   JetFile file(accessPath);
@@ -144,16 +229,14 @@ AccessImport::Counts CopyTables(const QString& accessPath, Connection& connectio
   qint64 done = 0;
   AccessImport::Counts counts;
   for (const Source& source : sources) {
-    const bool areDataSets = source.table.name == Tables::StatData().name;
-    const auto valuesAt = static_cast<std::size_t>(source.table.IndexOf(u"Values"));
-    qint64 rows = 0;
-    CopyRows(file, source, connection, [&](const std::vector<QVariant>& values) {
-      ++rows;
-      if (areDataSets) counts.samples += CountSamples(values[valuesAt].toString());
-      if (progress) progress(++done, total);
+    const qint64 before = done;
+    counts.samples += CopyRows(file, source, connection, [&] {
+      ++done;
+      if (progress) progress(done, total);
     });
+    const qint64 rows = done - before;
     KeepLastNumber(source, connection);
-    if (areDataSets) counts.dataSets = rows;
+    if (source.table.name == Tables::StatData().name) counts.dataSets = rows;
     if (source.table.name == Tables::Units().name) counts.units = rows;
   }
   if (state() != stateBefore) throw JetError(Words::Access::changedWhileRead());

@@ -117,5 +117,15 @@ QString JetValues::DateTime(double days) {
   // A time within half a second of midnight belongs to the next day.
   const QDate date = QDate(1899, 12, 30).addDays(static_cast<qint64>(day) + seconds / 86400);
   const QTime time = QTime(0, 0).addSecs(seconds % 86400);
-  return date.toString(Qt::ISODate) + u' ' + time.toString(Qt::ISODate);
+  QString text = u"0000-00-00 00:00:00"_s;
+  const auto put = [&](qsizetype end, int number) {
+    for (; number > 0; number /= 10) text[--end] = QChar(u'0' + number % 10);
+  };
+  put(4, date.year());
+  put(7, date.month());
+  put(10, date.day());
+  put(13, time.hour());
+  put(16, time.minute());
+  put(19, time.second());
+  return text;
 }

@@ -152,6 +152,16 @@ TEST_F(AccessImportTest, RefusesWhatWouldChange) {
   Put(file, FixedAt(file, firstRowOfPlant, "ID"), 2);
   EXPECT_EQ(Refusal(file),
             "The table \"StatData\" cannot be taken over at row 2: another row has the same ID.");
+  // Among so many that they are written together.
+  file = Bytes(u"shrunk.mdb.z"_s);
+  const quint32 owner = Open(file)->Table(u"StatData"_s).page;
+  quint32 page = 1;
+  while (Get<quint8>(file, PageAt(page)) != JetPages::DataPage ||
+         Get<quint32>(file, PageAt(page) + 4) != owner)
+    ++page;
+  Put(file, FixedAt(file, (page << 8) + 2, "ID"), Get<qint32>(file, FixedAt(file, page << 8, "ID")));
+  EXPECT_EQ(Refusal(file),
+            "The table \"StatData\" cannot be taken over at row 3: another row has the same ID.");
   const QString text = Expected(u"plant"_s)[u"StatData"_s][7][u"Values"_s].toString();
   const qsizetype textAt = RecordAt(plant, Get<quint32>(plant, LongFieldAt(plant, text) + 4)) + 4;
   for (const quint16 unit : std::initializer_list<quint16>{0xD834, 0xFFFE, 0xFFFF}) {
