@@ -1,5 +1,5 @@
 // Paints the values of a chart.
-#include <QFontMetricsF>
+#include <QImage>
 #include <QList>
 #include <QPaintEngine>
 #include <QPolygonF>
@@ -20,6 +20,8 @@ namespace {
 constexpr size_t mostPoints = 200;
 // A line finer than this shows no more, not even on paper, and costs time and room in a file.
 constexpr int mostColumns = 2000;
+// Marks that lie nearer to each other, in parts of the page's unit, show as one on paper.
+constexpr double finestDots = 2000;
 // Up to so many marks, a number may stand away from its mark, at the end of a leader.
 constexpr size_t mostFarNumbers = 40;
 
@@ -84,7 +86,7 @@ class CurvePicture {
 
   void PaintPolyline(const QPolygonF& line) {
     numbers_.TakeLine(line);
-    if (painter_.paintEngine()->type() != QPaintEngine::Raster) {
+    if (!IsRaster()) {
       painter_.drawPolyline(line);
       return;
     }
@@ -112,51 +114,89 @@ class CurvePicture {
     }
   }
 
-  // Every mark is painted but those that lie under another; what was painted is the result.
+  // Every mark, once for each pixel of the device that marks lie on.
   std::vector<size_t> PaintMarks() {
-    std::vector<size_t> shown;
-    Placement::Occupancy centres(geometry_.plot, std::max(1.0, markRadius_));
+    std::vector<size_t> marks;
+    Placement::Occupancy centres(geometry_.plot, Pixel());
     for (size_t i = 0; i < curve_.marks.size(); ++i) {
       if (MarkOf(i) == 0 || std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
-      if (centres.TakeCell(At(i)) || single_) shown.push_back(i);
+      if (centres.TakeCell(At(i)) || single_) marks.push_back(i);
     }
     painter_.setPen(Qt::NoPen);
     painter_.setRenderHint(QPainter::Antialiasing, single_);
-    for (const size_t i : shown) {
-      // On the solid band of a crowded line the shape shows by its rim, in black and white too.
-      if (!single_) PaintDiamond(At(i), OuterRadius(), Palette::White);
-      PaintDiamond(At(i), markRadius_, Palette::Red);
-      numbers_.Take(Around(At(i), OuterRadius()));
+    // Thousands of polygons would take longer than a picture may that follows the mouse.
+    const QImage stamp = IsRaster() && !single_ ? MarkStamp() : QImage();
+    const QPointF corner = -QPointF(stamp.width(), stamp.height()) / stamp.devicePixelRatio() / 2;
+    for (const size_t i : marks) {
+      const QPointF at = At(i);
+      if (stamp.isNull()) {
+        PaintMark(painter_, at);
+      } else {
+        painter_.drawImage(at + corner, stamp);
+      }
+      numbers_.Take(Around(at, OuterRadius()));
     }
-    return shown;
+    return marks;
   }
 
-  void PaintDiamond(QPointF centre, double radius, int colour) {
+  bool IsRaster() const { return painter_.paintEngine()->type() == QPaintEngine::Raster; }
+  double Pixel() const { return IsRaster() ? 1 / DeviceScale() : geometry_.unit / finestDots; }
+  double DeviceScale() const { return std::max(1.0, painter_.deviceTransform().m11()); }
+
+  QImage MarkStamp() const {
+    const double scale = DeviceScale();
+    const int side = 2 * static_cast<int>(std::ceil(OuterRadius() * scale)) + 1;
+    QImage stamp(side, side, QImage::Format_ARGB32_Premultiplied);
+    stamp.fill(Qt::transparent);
+    QPainter painter(&stamp);
+    painter.setPen(Qt::NoPen);
+    painter.scale(scale, scale);
+    PaintMark(painter, QPointF(side, side) / scale / 2);
+    painter.end();
+    stamp.setDevicePixelRatio(scale);
+    return stamp;
+  }
+
+  // On the solid band of a crowded line the shape shows by its rim, in black and white too.
+  void PaintMark(QPainter& painter, QPointF at) const {
+    if (!single_) PaintDiamond(painter, at, OuterRadius(), Palette::White);
+    PaintDiamond(painter, at, markRadius_, Palette::Red);
+  }
+
+  static void PaintDiamond(QPainter& painter, QPointF centre, double radius, int colour) {
     const QPointF corners[] = {centre + QPointF(0, -radius), centre + QPointF(radius, 0),
                                centre + QPointF(0, radius), centre + QPointF(-radius, 0)};
-    painter_.setBrush(Palette::Colour(colour));
-    painter_.drawConvexPolygon(corners, 4);
+    painter.setBrush(Palette::Colour(colour));
+    painter.drawConvexPolygon(corners, 4);
   }
 
-  // A point outside the scale shows as an arrow at the edge.
+  // A point outside the scale shows as an arrow at the edge; those of marks lie on the others.
   std::vector<size_t> PaintArrows() {
     const double size = ArrowSize();
-    Placement::Occupancy centres(geometry_.plot, std::max(1.0, size * 0.4));
-    std::vector<size_t> arrows;
+    Placement::Occupancy crowded(geometry_.plot, std::max(1.0, size * 0.4)), marked(geometry_.plot, Pixel());
+    std::vector<size_t> plain, marks;
     for (size_t i = 0; i < values_.size(); ++i) {
       if (std::isnan(values_[i]) || !geometry_.IsOutside(values_[i])) continue;
-      if (centres.TakeCell(EdgeOf(i)) || (single_ && MarkOf(i) != 0)) arrows.push_back(i);
+      if (MarkOf(i) == 0) {
+        if (crowded.TakeCell(EdgeOf(i))) plain.push_back(i);
+      } else if (marked.TakeCell(EdgeOf(i)) || single_) {
+        marks.push_back(i);
+      }
     }
     painter_.setPen(Qt::NoPen);
-    for (const size_t i : arrows) {
-      const QPointF tip = EdgeOf(i);
-      const double base = IsAbove(i) ? 1.3 * size : -1.3 * size;
-      const QPointF arrow[] = {tip, tip + QPointF(size * 0.75, base), tip + QPointF(-size * 0.75, base)};
-      painter_.setBrush(Palette::Colour(MarkOf(i) == 0 ? curve_.line.colour : int{Palette::Red}));
-      painter_.drawConvexPolygon(arrow, 3);
-      numbers_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
+    for (const auto& [arrows, colour] :
+         {std::pair{&plain, curve_.line.colour}, {&marks, int{Palette::Red}}}) {
+      painter_.setBrush(Palette::Colour(colour));
+      for (const size_t i : *arrows) {
+        const QPointF tip = EdgeOf(i);
+        const double base = IsAbove(i) ? 1.3 * size : -1.3 * size;
+        const QPointF arrow[] = {tip, tip + QPointF(size * 0.75, base), tip + QPointF(-size * 0.75, base)};
+        painter_.drawConvexPolygon(arrow, 3);
+        numbers_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
+      }
     }
-    return arrows;
+    marks.insert(marks.end(), plain.begin(), plain.end());
+    return marks;
   }
 
   // A mark has the number of what it tells, an arrow that of its point behind it.
@@ -182,8 +222,13 @@ class CurvePicture {
     painter_.setBrush(Qt::NoBrush);
     painter_.setRenderHint(QPainter::Antialiasing, true);
     numbers_.AllowFar(ends.size() + insides.size() <= mostFarNumbers);
+    // Where one mark lies on another, there is no room for a second number.
+    Placement::Occupancy tried(geometry_.plot, std::max(1.0, markRadius_));
     for (const auto& some : {ends, insides, unmarked}) {
-      for (const size_t i : some) numbers_.Paint(NumberOf(i));
+      for (const size_t i : some) {
+        const MarkNumbers::Number number = NumberOf(i);
+        if (tried.TakeCell(number.mark) || single_) numbers_.Paint(number);
+      }
     }
   }
 

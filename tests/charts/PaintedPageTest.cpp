@@ -30,6 +30,22 @@ bool IsMark(const PaintedShape& shape) {
   return shape.kind == PaintedShape::Polygon && shape.fill == QColor(255, 0, 0);
 }
 
+// Every mark of a chart lies where its point does, as a diamond, or as an arrow at the edge of the plot area.
+void ExpectEveryMark(const StatPage& page, const QRectF& target, const std::vector<QPointF>& drawn) {
+  std::set<std::pair<int, int>> places;
+  for (const QPointF at : drawn) places.emplace(int(std::floor(at.x())), int(std::floor(at.y())));
+  int left = 0;
+  for (const StatPage::Mark& mark : page.Marks()) {
+    const QPointF at = page.Point(mark.graph, mark.number, target)->position;
+    bool isThere = false;
+    for (int dx = -1; dx <= 1; ++dx)
+      for (int dy = -1; dy <= 1; ++dy)
+        isThere |= places.contains({int(std::floor(at.x())) + dx, int(std::floor(at.y())) + dy});
+    left += !isThere;
+  }
+  EXPECT_EQ(left, 0) << "marks left out";
+}
+
 // No text on another one, on a point or on a mark, none outside the page and none too small to read.
 void ExpectNothingOverlaps(const StatPage& page, QSize size, int smallest) {
   RecordingDevice device(size);
@@ -38,6 +54,10 @@ void ExpectNothingOverlaps(const StatPage& page, QSize size, int smallest) {
     page.Paint(painter, QRectF(QPointF(0, 0), QSizeF(size)));
   }
   const QRectF whole(QPointF(0, 0), QSizeF(size));
+  std::vector<QPointF> marks;
+  for (const PaintedShape& mark : device.Where(IsMark))
+    marks.push_back(mark.corners.size() == 3 ? mark.corners[0] : mark.Place().center());
+  ExpectEveryMark(page, whole, marks);
   const auto texts = device.Of(PaintedShape::Text, whole);
   const auto points =
       device.Where([](const auto& shape) { return shape.kind == PaintedShape::Ellipse || IsMark(shape); });
@@ -112,6 +132,22 @@ TEST(PaintedPage, NothingLiesOnAnythingElse) {
         ExpectNothingOverlaps(page, size, smallest);
       }
     }
+  }
+}
+
+// On a screen the marks of a crowded chart are stamped and not drawn.
+TEST(PaintedPage, EveryMarkIsStampedOnAPicture) {
+  const StatPage page(PageData::Random({.subgroups = 5000}), {.fittedScale = true});
+  for (const double scale : {1.0, 2.0}) {
+    QImage picture(QSize(1280, 800) * scale, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    QPainter painter(&picture);
+    page.Paint(painter, {0, 0, 1280, 800});
+    std::vector<QPointF> red;
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 0; x < picture.width(); ++x)
+        if (picture.pixelColor(x, y) == QColor(255, 0, 0)) red.emplace_back(x / scale, y / scale);
+    ExpectEveryMark(page, {0, 0, 1280, 800}, red);
   }
 }
 
