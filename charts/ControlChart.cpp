@@ -44,11 +44,27 @@ bool ReadAlike(const ControlChart& chart, int decimals) {
   return false;
 }
 
+// The decimals that the samples were written with, also where they are zeros.
+int WrittenDecimals(const QString& samples) {
+  int most = 0, decimals = -1;  // -1 for none, before the point
+  for (const QChar c : samples) {
+    if (c == u'.') {
+      decimals = 0;
+    } else if (decimals >= 0 && c.isDigit()) {
+      most = std::max(most, ++decimals);
+    } else {
+      decimals = -1;
+    }
+  }
+  return most;
+}
+
 // One decimal more than the samples, and as many as tell the lines of a chart apart, but no more than the
 // limits themselves are given with.
 int LimitDecimals(const CData& data, const engine::Results& results, const ControlCharts& charts) {
   const int most = std::max<int>(0, data.PrecisionValue());
-  int decimals = std::clamp(results.sampleDecimals + 1, 0, most);
+  const int written = std::max(results.sampleDecimals, WrittenDecimals(data.DelimitedInputString()));
+  int decimals = std::clamp(written + 1, 0, most);
   while (decimals < most && (ReadAlike(charts.xbar, decimals) || ReadAlike(charts.r, decimals))) ++decimals;
   return decimals;
 }

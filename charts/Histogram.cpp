@@ -84,9 +84,8 @@ int CountTickSpacing(double largest) {
 
 void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Results& results) {
   const std::vector<double> counts(results.histogramCounts.begin(), results.histogramCounts.end());
-  QStringList labels;
-  for (const double start : results.histogramBinStarts)
-    labels.append(QString::number(start, 'f', results.xBarSeries.decimals));
+  const QStringList labels =
+      QString::fromStdString(results.histogramLabelsOutputString).split(data.StringDelimiter());
   const auto atEnds = [&](double value) { return std::vector<double>(2, BinPosition(data, value)); };
   graph.WGDefineDataSetVB(u" Histogram"_s, counts);
   graph.WGDefineDataSetVB(u" LL Data Set"_s, atEnds(data.LowerSpecLimit()));

@@ -11,16 +11,31 @@ namespace {
 
 using Axis = ChartGraph::Axis;
 
-// A tick's number without an exponent and without what rounding left over.
-QString NumberLabel(double value, double spacing) {
+// The decimals that a tick's number needs without what rounding left over.
+int DecimalsOf(double value, double spacing) {
   constexpr int mostDecimals = 15;
-  if (std::abs(value) >= 1e15) return QString::number(value, 'g', 12);
   double unit = 1;
   for (int decimals = 0; decimals < mostDecimals; ++decimals, unit /= 10) {
-    const double rounded = std::round(value / unit) * unit;
-    if (std::abs(rounded - value) < spacing * 1e-6) return QString::number(rounded + 0.0, 'f', decimals);
+    if (std::abs(std::round(value / unit) * unit - value) < spacing * 1e-6) return decimals;
   }
-  return QString::number(value, 'f', mostDecimals);
+  return mostDecimals;
+}
+
+// Without an exponent.
+QString NumberLabel(double value, int decimals) {
+  if (std::abs(value) >= 1e15) return QString::number(value, 'g', 12);
+  const double unit = std::pow(10, -decimals);
+  return QString::number(std::round(value / unit) * unit + 0.0, 'f', decimals);
+}
+
+constexpr int mostNumbers = 1000;
+
+// All numbers of an axis have as many decimals as one of them needs.
+int AxisDecimals(const Axis& axis, double start, double extent) {
+  int decimals = 0;
+  for (int tick = 0; tick < mostNumbers && tick * axis.spacing <= extent * (1 + 1e-9); ++tick)
+    decimals = std::max(decimals, DecimalsOf(start + tick * axis.spacing, axis.spacing));
+  return decimals;
 }
 
 // How labels of an axis are shown: every how many ticks, and whether turned to read upwards.
@@ -46,6 +61,7 @@ class AxisLayout {
     first_ = static_cast<int>(std::ceil((start - origin_) / axis.spacing));
     // The last tick may miss the end of the scale by a rounding error.
     ticks_ = static_cast<int>(std::floor((start - origin_ + extent) / axis.spacing * (1 + 1e-9))) + 1;
+    decimals_ = AxisDecimals(axis, start, extent);
     pitch_ = axis.spacing / extent * (horizontal_ ? geometry.plot.width() : geometry.plot.height());
   }
 
@@ -73,8 +89,7 @@ class AxisLayout {
 
   QString Label(int tick) const {
     if (axis_.labels.isEmpty())
-      return axis_.labelsFrom && At(tick) < *axis_.labelsFrom ? QString()
-                                                              : NumberLabel(At(tick), axis_.spacing);
+      return axis_.labelsFrom && At(tick) < *axis_.labelsFrom ? QString() : NumberLabel(At(tick), decimals_);
     return tick < axis_.labels.size() ? axis_.labels[tick] : QString();
   }
 
@@ -137,7 +152,7 @@ class AxisLayout {
 
   void PaintFirstNumber(int step) const {
     const QFontMetricsF metrics = Metrics();
-    const QString first = NumberLabel(*axis_.labelsFrom, axis_.spacing);
+    const QString first = NumberLabel(*axis_.labelsFrom, decimals_);
     int next = FirstOf(step);
     if (At(next) < *axis_.labelsFrom) next += step;
     const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(next));
@@ -207,19 +222,20 @@ class AxisLayout {
   double origin_;  // of tick 0
   int first_;
   int ticks_;
+  int decimals_;  // of all numbers
   double pitch_;
 };
 
 }  // namespace
 
 QStringList AxisNumbers(const Axis& axis, const QRectF& scale) {
-  constexpr int most = 1000;
   const bool horizontal = axis.direction == ChartGraph::Direction::Horizontal;
   const double start = horizontal ? scale.left() : scale.top();
   const double extent = horizontal ? scale.width() : scale.height();
+  const int decimals = AxisDecimals(axis, start, extent);
   QStringList numbers;
-  for (int tick = 0; tick < most && tick * axis.spacing <= extent * (1 + 1e-9); ++tick)
-    numbers.append(NumberLabel(start + tick * axis.spacing, axis.spacing));
+  for (int tick = 0; tick < mostNumbers && tick * axis.spacing <= extent * (1 + 1e-9); ++tick)
+    numbers.append(NumberLabel(start + tick * axis.spacing, decimals));
   return numbers;
 }
 

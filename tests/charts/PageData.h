@@ -75,7 +75,7 @@ inline engine::Results NumbersOf(const CData& data) {
   std::ranges::copy(numbers(data.HistogramLabelsOutputString()), results.histogramBinStarts.begin());
   std::ranges::transform(numbers(data.HistogramBinValuesOutputString()), results.histogramCounts.begin(),
                          [](double count) { return static_cast<int>(count); });
-  results.xBarSeries.decimals = 1;
+  results.histogramLabelsOutputString = data.HistogramLabelsOutputString().toStdString();
   results.sampleDecimals = 1;
   return results;
 }

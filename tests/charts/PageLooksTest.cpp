@@ -193,6 +193,11 @@ TEST(PageLooks, LabelsRoundAsFiguresDoAndTellLinesApart) {
   near.Text(u"UCL 10.1252"_s);
   near.Text(u"Mean 10.1250"_s);
   near.Text(u"Mean 0.2000"_s);
+
+  data = Sample();
+  data.SetPrecisionValue(4);
+  data.SetDelimitedInputString(u"10.00,12.50,"_s);
+  Painted(data).Text(u"UCL 10.300"_s);
 }
 
 TEST(PageLooks, ZonesShowWhereThereIsRoomForThem) {
@@ -342,7 +347,7 @@ TEST(PageLooks, AxesWithTheirTicksLabelsAndTitles) {
     size_t ticks;
   } const expected[] = {
       {GraphId::XBar, u"1 5"_s, u"-20 -5 10 25 40"_s, u"Sample"_s, u"mm"_s, 7},
-      {GraphId::R, u"1 5"_s, u"-0.3 -0.05 0.2 0.45 0.7"_s, u"Sample"_s, u"mm"_s, 7},
+      {GraphId::R, u"1 5"_s, u"-0.30 -0.05 0.20 0.45 0.70"_s, u"Sample"_s, u"mm"_s, 7},
       {GraphId::Histogram, u"9.0 9.3 9.7 10.0 10.3 10.7"_s, u"0 10"_s, u"mm"_s, u"Count"_s, 15}};
   for (const auto& [graph, across, up, acrossTitle, upTitle, tickCount] : expected) {
     SCOPED_TRACE(int(graph));
