@@ -34,11 +34,25 @@ QString OnOneLine(QString text) {
   return text.trimmed();
 }
 
-void PutLine(const QString& line) { std::fprintf(stderr, "%s\n", line.toUtf8().constData()); }
+// What stands on the terminal's last line; what is printed takes its place.
+qsizetype progressWidth = 0;
+
+void ClearProgress() {
+  if (progressWidth == 0) return;
+  std::fprintf(stderr, "\r%*s\r", static_cast<int>(progressWidth), "");
+  std::fflush(stderr);
+  progressWidth = 0;
+}
+
+void PutLine(const QString& line) {
+  ClearProgress();
+  std::fprintf(stderr, "%s\n", line.toUtf8().constData());
+}
 
 }  // namespace
 
 void Print(const QString& text) {
+  ClearProgress();
   const QByteArray bytes = text.toUtf8();
   const auto size = static_cast<std::size_t>(bytes.size());
   if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
@@ -66,18 +80,18 @@ QByteArray ReadInput() {
   return bytes;
 }
 
-Progress::~Progress() {
-  if (shown_) std::fputs("\n", stderr);
-}
+Progress::~Progress() { ClearProgress(); }
 
 void Progress::Show(qint64 done, qint64 total) {
   if (total <= 0) return;
   const qint64 percent = done * 100 / total;
-  if (percent == percent_) return;
-  percent_ = percent;
   if (!IsTerminal()) return;
-  shown_ = true;
-  std::fprintf(stderr, "\r%s %lld %%", what_.toUtf8().constData(), static_cast<long long>(percent));
+  const QString line = u"%1 %2 %"_s.arg(what_).arg(percent);
+  if (line == line_ && progressWidth > 0) return;
+  ClearProgress();
+  line_ = line;
+  progressWidth = line.size();
+  std::fputs(line.toUtf8().constData(), stderr);
 }
 
 }  // namespace Console

@@ -22,7 +22,8 @@ void Warn(const QString& text);
 // Standard input as a whole; a Error where it cannot be read.
 QByteArray ReadInput();
 
-// A line on standard error that is written over as work goes on; nothing where that is no terminal.
+// A line on standard error that is written over as work goes on, and by what else is printed; nothing where
+// that is no terminal.
 class Progress {
  public:
   explicit Progress(QString what) : what_(std::move(what)) {}
@@ -31,8 +32,7 @@ class Progress {
 
  private:
   QString what_;
-  bool shown_ = false;
-  qint64 percent_ = -1;
+  QString line_;
 };
 
 }  // namespace Console
