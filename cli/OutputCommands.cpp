@@ -1,9 +1,11 @@
 // The commands that show a library: status, report, export.
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QFutureSynchronizer>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSet>
 #include <QtConcurrentMap>
 #include <algorithm>
@@ -42,6 +44,10 @@ const Option check = Option::Flag(u"check"_s, Words::Command::checkOption());
 const Option format =
     Option::Choice(u"format"_s, {u"pdf"_s, u"png"_s, u"svg"_s}, Words::Command::formatOption(), 0);
 const Option fit = Option::Flag(u"fit"_s, Words::Command::fitOption());
+const Option points =
+    Option::Text(u"points"_s, Words::Command::pointsValue(), Words::Command::pointsOption());
+const Option last = Option::Whole(u"last"_s, Words::Command::lastOption(), 1, engine::maximumSamples);
+const Option date = Option::Flag(u"date"_s, Words::Command::dateOption());
 
 // Data sets with their statistics, and the exit status that those without leave.
 struct Loaded {
@@ -63,7 +69,7 @@ Loaded Load(const std::vector<Library::Row>& rows, const QString& place) {
   return loaded;
 }
 
-// Those of these descriptions, in their order; all where none is named.
+// Those of these descriptions, each once and in their order; all where none is named.
 std::vector<Library::Row> Select(const std::vector<Library::Row>& all, const QStringList& descriptions,
                                  const QString& place) {
   if (descriptions.isEmpty()) return all;
@@ -72,7 +78,8 @@ std::vector<Library::Row> Select(const std::vector<Library::Row>& all, const QSt
     const auto found = Names::Find(all.begin(), all.end(), description,
                                    [](const Library::Row& row) { return row.description; });
     if (found == all.end()) throw InputError(Words::Library::notThere(place, description), description);
-    selected.push_back(*found);
+    const auto isIt = [&](const Library::Row& row) { return row.description == found->description; };
+    if (std::ranges::none_of(selected, isIt)) selected.push_back(*found);
   }
   return selected;
 }
@@ -138,29 +145,38 @@ QString Table(const std::vector<CDataPtr>& dataSets) {
   return text;
 }
 
-// A file name from a description: letters, digits and what is harmless stay, and no two are alike.
+// File names made of descriptions alone, so that a data set keeps its name whichever others are written with
+// it. Letters, digits and blanks give a name that no other description gives; what cannot stand in every file
+// system's names brings a code of the whole description behind a point, which no name has otherwise.
 class FileNames {
  public:
-  explicit FileNames(QString folder, QString suffix)
-      : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
+  FileNames(QString folder, QString ending) : folder_(std::move(folder)), ending_(std::move(ending)) {}
 
   QString Next(const CData& data) {
-    QString base;
-    for (const QChar c : data.Description()) {
-      base += c.isLetterOrNumber() || c.isSurrogate() || u"-_+=()[]"_s.contains(c) ? c : QChar(u'_');
-    }
-    constexpr qsizetype mostBytes = 200;  // file systems take 255, the suffix and a number included
-    while (base.toUtf8().size() > mostBytes) base.chop(base.back().isLowSurrogate() ? 2 : 1);
-    if (base.isEmpty()) base = u"data-set"_s;
-    QString name = base;
-    for (int i = 2; used_.contains(name.toCaseFolded()); ++i) name = base + u"-%1"_s.arg(i);
-    used_ << name.toCaseFolded();
-    return QDir(folder_).filePath(name + u'.' + suffix_);
+    QString name = NameOf(data.Description());
+    // A damaged library may hold one description twice.
+    if (used_.contains(Names::Key(name))) name += u'.' + QString::number(data.ID());
+    used_ << Names::Key(name);
+    return QDir(folder_).filePath(name + ending_);
   }
 
  private:
+  static QString NameOf(const QString& description) {
+    QString name;
+    for (const QChar c : description) {
+      const bool isKept = c.isLetterOrNumber() || c.isSurrogate() || u"-+=()[]"_s.contains(c);
+      name += isKept ? c : QChar(u'_');
+    }
+    constexpr qsizetype mostBytes = 200;  // file systems take 255, with the code and the ending
+    while (name.toUtf8().size() > mostBytes) name.chop(name.back().isLowSurrogate() ? 2 : 1);
+    QString plain = name;
+    if (plain.replace(u'_', u' ') == description && !description.isEmpty()) return name;
+    const QByteArray code = QCryptographicHash::hash(description.toUtf8(), QCryptographicHash::Sha256);
+    return name + u'.' + QString::fromLatin1(code.toHex().first(8));
+  }
+
   QString folder_;
-  QString suffix_;
+  QString ending_;
   QSet<QString> used_;
 };
 
@@ -179,8 +195,8 @@ struct Output {
 };
 
 std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString& folder,
-                            const QString& suffix) {
-  FileNames names(folder, suffix);
+                            const QString& ending) {
+  FileNames names(folder, ending);
   std::vector<Output> outputs;
   for (const CDataPtr& data : selected) {
     const int number = static_cast<int>(outputs.size()) + 1;
@@ -192,11 +208,11 @@ std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString
 // Writes one file for each selected data set, several at once, and prints in their order where they are. One
 // that cannot be written keeps none of the others from it; it is named, and the exit status tells.
 template <class Write>
-int WriteEach(const Arguments& arguments, const QString& suffix, Write&& write) {
+int WriteEach(const Arguments& arguments, const QString& ending, Write&& write) {
   const QString library = arguments.Operands()[0];
   const auto rows = Library::Open(library, Console::Warn)->ReadAll();
   const Loaded loaded = Load(Select(rows, arguments.Operands().mid(1), library), library);
-  const std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), suffix);
+  const std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), ending);
   // The failure of each, null for none. What is below does not leave before all are written.
   QFutureSynchronizer<std::exception_ptr> failures(
       QtConcurrent::mapped(outputs, [&write](const Output& output) -> std::exception_ptr {
@@ -240,31 +256,48 @@ int RunStatus(const Arguments& arguments) {
                        arguments.Has(check) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine);
 }
 
+// The points that the charts of a data set with so many are to show.
+using Stretch = std::function<std::optional<PointRange>(int count)>;
+
+Stretch StretchOf(const Arguments& arguments) {
+  if (arguments.Has(points) && arguments.Has(last)) throw InputError(Words::Command::pointsOrLast());
+  if (arguments.Has(last)) {
+    return [most = arguments.Whole(last)](int count) {
+      return PointRange{std::max(1, count - most + 1), count};
+    };
+  }
+  if (!arguments.Has(points)) return [](int) { return std::nullopt; };
+  static const QRegularExpression range(u"^([0-9]{1,5})-([0-9]{1,5})$"_s);
+  const auto match = range.match(arguments.Text(points));
+  const PointRange wanted{match.captured(1).toInt(), match.captured(2).toInt()};
+  if (!match.hasMatch() || wanted.first < 1 || wanted.last < wanted.first)
+    throw InputError(Words::Command::notPoints(arguments.Text(points)));
+  return [wanted](int count) {
+    if (wanted.first > count) throw InputError(Words::Command::noSuchPoints(wanted.first, count));
+    return wanted;
+  };
+}
+
 int RunReport(const Arguments& arguments) {
-  const int chosen = arguments.Choice(format);
+  const Stretch stretch = StretchOf(arguments);
   StatPageOptions options;
   options.fittedScale = arguments.Has(fit);
   options.printedHead = true;
   options.libraryName = QFileInfo(arguments.Operands()[0]).fileName();
   options.printedAt = QDateTime::currentDateTime();
-  return WriteEach(arguments, format.choices[chosen], [&](const Output& output) {
-    StatPageOptions own = options;
-    own.pageNumber = output.number;
-    own.pageCount = output.count;
-    const StatPage page(*output.data, own);
-    switch (chosen) {
-      case 0:
-        return PageOutput::WritePdf(page, output.path);
-      case 1:
-        return PageOutput::WritePng(page, output.path);
-      default:
-        return PageOutput::WriteSvg(page, output.path);
-    }
-  });
+  const QString day = arguments.Has(date) ? options.printedAt.toString(u".yyyy-MM-dd"_s) : QString();
+  return WriteEach(arguments, day + u'.' + format.choices[arguments.Choice(format)],
+                   [&](const Output& output) {
+                     StatPageOptions own = options;
+                     own.pageNumber = output.number;
+                     own.pageCount = output.count;
+                     own.points = stretch(output.data->NumberOfPlotPoints());
+                     PageOutput::WritePage(StatPage(*output.data, own), output.path);
+                   });
 }
 
 int RunExport(const Arguments& arguments) {
-  return WriteEach(arguments, u"csf"_s,
+  return WriteEach(arguments, u".csf"_s,
                    [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
 }
 
@@ -284,7 +317,7 @@ const Command& Report() {
   static const Command command = {.name = u"report"_s,
                                   .purpose = Words::Command::reportPurpose(),
                                   .operands = {libraryFile, SharedOptions::descriptions},
-                                  .options = {SharedOptions::out, format, fit},
+                                  .options = {SharedOptions::out, format, fit, points, last, date},
                                   .details = Words::Command::reportDetails(),
                                   .run = RunReport,
                                   .needsGraphics = true};

@@ -121,7 +121,21 @@ inline constexpr Text<> unit{u"Unit"};
 inline constexpr Text<> noDataSets{u"The library holds no data sets."};
 
 inline constexpr Text<> reportPurpose{u"writes the page of charts"};
-inline constexpr Text<> reportDetails{u"One file for each data set, or for those named.\n"};
+inline constexpr Text<> reportDetails{
+    u"One file for each data set, or for those named. It is named after the data set: a blank becomes "
+    u"\"_\".\n"
+    u"Where the description holds anything but letters, digits, blanks and -+=()[], a code made of it "
+    u"stands\n"
+    u"behind the name. So a data set keeps its file's name, and no two have the same. --points and --last "
+    u"show a\n"
+    u"part of the charts; limits, verdict and summary stay those of all points.\n"};
+inline constexpr Text<> pointsValue{u"A-B"};
+inline constexpr Text<> pointsOption{u"show only the points from A to B"};
+inline constexpr Text<> lastOption{u"show only so many points, the last ones"};
+inline constexpr Text<> dateOption{u"put the day into the files' names"};
+inline constexpr Text<> pointsOrLast{u"--points and --last cannot both be given"};
+inline constexpr Text<1> notPoints{u"--points: \"%1\" is not a stretch of points such as 40-80"};
+inline constexpr Text<2> noSuchPoints{u"there is no point %1, the last one is %2"};
 inline constexpr Text<> formatOption{u"pdf, png or svg"};
 inline constexpr Text<> fitOption{u"value axes that fit the points, in place of the standard scale"};
 inline constexpr Text<> exportPurpose{u"writes data sets and their results as .csf files"};

@@ -69,6 +69,35 @@ TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
   EXPECT_EQ(Read(Path(u"out/deep/Shaft.csf"_s)).count("\r\n"), 28);
 }
 
+TEST_F(CommandLineTest, AFileKeepsItsDataSetWhicheverOthersAreWritten) {
+  const QStringList descriptions{u"X/1"_s, u"X:1"_s, u"X 1"_s};
+  QString each;
+  for (const QString& description : descriptions)
+    Import(u"@shaft.csv --column 1 --description \""_s + description + u'"');
+  for (const QString& description : descriptions)
+    each += RunIn(u"export @plant --out @out \""_s + description + u'"').output;
+  EXPECT_EQ(RunIn(u"export @plant --out @out").output, each);
+  const QStringList files = each.trimmed().split(u'\n');
+  ASSERT_EQ(files.size(), 3);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(QString::fromUtf8(Read(files[i])).section(u"\r\n"_s, 0, 0), descriptions[i]);
+}
+
+TEST_F(CommandLineTest, ReportShowsAStretchAndDatesItsFiles) {
+  Import(u"@shaft.csv --column 1 --subgroup 1"_s);
+  const QString day = QDate::currentDate().toString(u".yyyy-MM-dd"_s);
+  EXPECT_EQ(RunIn(u"report @plant --out @out --format svg --date").output,
+            Path(u"out/Shaft%1.svg\n"_s.arg(day)));
+  for (const auto& [words, said] :
+       {std::pair{u"--points 2-5"_s, "points 2 to 5 of 8"}, {u"--last 3"_s, "points 6 to 8 of 8"}}) {
+    EXPECT_EQ(RunIn(u"report @plant --out @out --format svg "_s + words).status, 0);
+    EXPECT_EQ(Read(Path(u"out/Shaft.svg"_s)).count(said), 2) << said;
+  }
+  Fails(2, u"report @plant --out @out --points 5-2", {u"--points"_s, u"\"5-2\""_s});
+  Fails(2, u"report @plant --out @out --points 9-12", {u"\"Shaft\""_s, u"9"_s, u"8"_s});
+  Fails(2, u"report @plant --out @out --points 1-2 --last 3", {u"--points"_s, u"--last"_s});
+}
+
 TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
   const QJsonObject data =
       RunIn(
@@ -171,13 +200,14 @@ TEST_F(CommandLineTest, ATerminalSeesProgressAndAPipeDoesNot) {
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
   ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
   const QString name = QString::fromLocal8Bit(ptsname(terminal));
-  for (const auto& [words, end] : {std::pair(u"export @plant --out @out"_s, "\rwriting 100 %\r\n"),
-                                   {u"convert %1 @a"_s.arg(access), "\rconverting 100 %\r\n"}}) {
+  for (const auto& [words, end] : {std::pair(u"export @plant --out @out"_s, "writing 100 %"),
+                                   {u"convert %1 @a"_s.arg(access), "converting 100 %"}}) {
     prepare_ = [&](QProcess& process) { process.setStandardErrorFile(name); };
     EXPECT_EQ(RunIn(words).status, 0);
     char seen[4096];
     const auto size = read(terminal, seen, sizeof seen);
-    EXPECT_TRUE(QByteArray(seen, std::max<qsizetype>(size, 0)).endsWith(end)) << end;
+    const QByteArray cleared = end + ('\r' + QByteArray(qstrlen(end), ' ') + '\r');
+    EXPECT_TRUE(QByteArray(seen, std::max<qsizetype>(size, 0)).endsWith(cleared)) << end;
     prepare_ = {};
     EXPECT_EQ(RunIn(QString(words).replace(u"@a"_s, u"@b"_s)).error, QString());
   }

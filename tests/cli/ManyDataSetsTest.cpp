@@ -56,8 +56,7 @@ TEST_F(ManyDataSetsTest, PagesAreNumberedAndNamedInOrderAndOneFailureStopsNoOthe
 
 TEST_F(ManyDataSetsTest, ChosenOnesAreWrittenInTheOrderInWhichTheyAreNamed) {
   const ProgramRun run = Run({u"export"_s, library_, u"--out"_s, out_, Name(9), Name(1), Name(9)});
-  EXPECT_EQ(run.output, u"%1/Set-9.csf\n%1/Set-1.csf\n%1/Set-9-2.csf\n"_s.arg(out_));
-  EXPECT_EQ(Read(out_ + u"/Set-9.csf"_s), Read(out_ + u"/Set-9-2.csf"_s));
+  EXPECT_EQ(run.output, u"%1/Set-9.csf\n%1/Set-1.csf\n"_s.arg(out_)) << "each once";
   EXPECT_EQ(run.status, 0);
 }
 
