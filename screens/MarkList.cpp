@@ -1,6 +1,7 @@
 #include "screens/MarkList.h"
 
 #include <QAbstractListModel>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "texts/ChartWords.h"
@@ -13,16 +14,24 @@ class MarkList::Rows : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;
 
-  void Set(const std::vector<StatPage::Mark>& marks) {
-    beginResetModel();
-    rows_.clear();
+  // False where they are the same as before.
+  bool Set(const std::vector<StatPage::Mark>& marks) {
+    std::vector<StatPage::Mark> rows;
     int rule = -1;
     for (const StatPage::Mark& mark : marks) {
-      if (mark.rule != rule) rows_.push_back({mark.graph, 0, mark.rule});
+      if (mark.rule != rule) rows.push_back({mark.graph, 0, mark.rule});
       rule = mark.rule;
-      rows_.push_back(mark);
+      rows.push_back(mark);
     }
+    if (rows == rows_) return false;
+    beginResetModel();
+    rows_.swap(rows);
     endResetModel();
+    return true;
+  }
+  int RowOf(const StatPage::Mark& mark) const {
+    const auto found = std::ranges::find(rows_, mark);
+    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
   }
   const StatPage::Mark& At(int row) const { return rows_.at(static_cast<size_t>(row)); }
   bool IsHeading(int row) const { return At(row).number == 0; }
@@ -72,8 +81,14 @@ MarkList::MarkList(QWidget* parent) : QListView(parent), rows_(new Rows(this)) {
 }
 
 void MarkList::Show(const StatPage& page) {
-  const std::vector<StatPage::Mark> marks = page.Marks();
-  rows_->Set(marks);
+  const auto before = currentIndex().isValid() ? std::optional(rows_->At(currentIndex().row())) : std::nullopt;
+  const int scrolled = verticalScrollBar()->value();
+  if (!rows_->Set(page.Marks())) return;
+  if (before) {
+    const QSignalBlocker quiet(this);
+    setCurrentIndex(rows_->index(rows_->RowOf(*before)));
+  }
+  verticalScrollBar()->setValue(scrolled);
   path_.clear();
   for (int row = 0; row < rows_->rowCount(); ++row) {
     if (!rows_->IsHeading(row)) path_.push_back({rows_->At(row).graph, rows_->At(row).number, row});

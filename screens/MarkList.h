@@ -11,7 +11,7 @@ class MarkList : public QListView {
  public:
   explicit MarkList(QWidget* parent = nullptr);
 
-  void Show(const StatPage& page);
+  void Show(const StatPage& page);  // a mark that was chosen stays so
   bool IsEmpty() const { return path_.empty(); }
 
   // Goes from that point (of no graph, 0: from before the first) to the next one that is marked, or with -1

@@ -169,7 +169,7 @@ void RecalcScreen::ShowChart() {
 
 void RecalcScreen::TakeStretch() {
   const auto stretch = view_->Stretch();
-  if (!stretch) return;
+  if (!stretch) return ShowRange();
   txtStartPoint->setText(QString::number(stretch->first));
   txtStopPoint->setText(QString::number(stretch->last));
 }

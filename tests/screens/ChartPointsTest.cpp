@@ -68,7 +68,7 @@ TEST_F(ChartPointsTest, ListsTheMarksAndLeadsFromOneToTheNext) {
   for (int row = 0; row < list.model()->rowCount(); ++row)
     rows << list.model()->index(row, 0).data().toString();
   EXPECT_EQ(rows.join(u'|'),
-            u"Ranges beyond their limits: look here first|Range 5|Rule 1 beyond a limit|Average 3|"
+            u"Ranges: look here first|Range 5|Rule 1 beyond a limit|Average 3|"
             u"Rule 4 eight on one side|Average 3|Average 7");
 
   for (const auto begin : {u"Range 5: ", u"Average 3: ", u"Average 7: ", u"Range 5: "}) {
@@ -94,6 +94,14 @@ TEST_F(ChartPointsTest, ListsTheMarksAndLeadsFromOneToTheNext) {
   EXPECT_TRUE(Info().text().startsWith(u"Average 7: "));
   click(2);
   EXPECT_TRUE(Info().text().startsWith(u"Average 7: ")) << "a heading leads nowhere";
+
+  QTest::keyClick(&list, Qt::Key_End);
+  QTest::mouseMove(view, CentreOf(GraphId::R));
+  violations[0].clear();
+  data->SetViolatingPoints(violations);
+  list.Show(StatPage(*data, {}));  // as after a change of the library
+  EXPECT_EQ(list.currentIndex().data(), u"Average 7"_s);
+  EXPECT_FALSE(Info().isVisible()) << "and nothing moves";
 
   data->SetViolatingPoints({});
   data->SetRangesOutside({});

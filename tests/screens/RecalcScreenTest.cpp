@@ -127,6 +127,8 @@ TEST_F(RecalcScreenTest, TakesTheRangeFromTheChart) {
     return view.Page()->Point(GraphId::XBar, number, view.rect())->position.toPoint();
   };
   Drag(view, at(3), at(8));
+  QTest::mouseClick(&view, Qt::LeftButton, {}, at(5));
+  EXPECT_EQ(view.Stretch()->last, 8) << "as in the boxes";
   Type(screen, "txtStopPoint", u"10"_s);
   EXPECT_EQ(view.Stretch()->first, 3);
   EXPECT_EQ(view.Stretch()->last, 10) << "what is typed shows on the chart";
