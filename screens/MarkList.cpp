@@ -81,7 +81,8 @@ MarkList::MarkList(QWidget* parent) : QListView(parent), rows_(new Rows(this)) {
 }
 
 void MarkList::Show(const StatPage& page) {
-  const auto before = currentIndex().isValid() ? std::optional(rows_->At(currentIndex().row())) : std::nullopt;
+  const auto before =
+      currentIndex().isValid() ? std::optional(rows_->At(currentIndex().row())) : std::nullopt;
   const int scrolled = verticalScrollBar()->value();
   if (!rows_->Set(page.Marks())) return;
   if (before) {

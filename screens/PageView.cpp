@@ -18,6 +18,17 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// In pixels of a screen. A user with large fonts gets large letters, as far as the page has room for them.
+double SmallestText(const QWidget& view) {
+  constexpr double least = 9, ofFont = 0.64, ofPage = 1.0 / 32;
+  return std::max(least, std::min(view.fontMetrics().height() * ofFont,
+                                  std::min(view.height() * 1.0, view.width() * 0.7) * ofPage));
+}
+
+}  // namespace
+
 PageView::PageView(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -54,6 +65,7 @@ void PageView::SetPage(std::unique_ptr<StatPage> page) {
 }
 
 void PageView::Redraw() {
+  if (page_) page_->SetSmallestText(SmallestText(*this));
   Explain(std::nullopt);
   picture_ = QPixmap();
   update();
@@ -175,7 +187,11 @@ void PageView::PaintStretch(QPainter& painter) const {
   }
 }
 
-void PageView::resizeEvent(QResizeEvent*) { Redraw(); }
+void PageView::resizeEvent(QResizeEvent*) {
+  const auto explained = point_;
+  Redraw();
+  if (explained) Explain(page_->Point(explained->graph, explained->number, rect()));
+}
 
 void PageView::mousePressEvent(QMouseEvent* event) {
   if (!page_ || event->button() != Qt::LeftButton) return;

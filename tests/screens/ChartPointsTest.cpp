@@ -141,7 +141,10 @@ TEST_F(ChartPointsTest, ShowsAStretchThatTheMouseIsDraggedOver) {
 
   QTest::mouseClick(view, Qt::LeftButton, {}, CentreOf(GraphId::XBar));
   Press(Qt::Key_Home);
-  for (int step = 0; step < 2; ++step) QTest::keyClick(view, Qt::Key_PageDown, Qt::ShiftModifier);
+  for (int step = 0; step < 2; ++step) {
+    QTest::keyClick(view, Qt::Key_PageDown, Qt::ShiftModifier);
+    QCoreApplication::processEvents();  // the bar takes its room from the charts
+  }
   EXPECT_EQ(offeredByBar(), u"1-3");
   QTest::mouseClick(view, Qt::LeftButton, {}, CentreOf(GraphId::XBar));
   EXPECT_FALSE(bar.isVisible()) << "taken back";
