@@ -14,8 +14,6 @@ inline QString Key(const QString& name) {
       .normalized(QString::NormalizationForm_C);
 }
 
-inline bool AreSame(const QString& a, const QString& b) { return a == b || Key(a) == Key(b); }
-
 // The entry that a name means: the one of exactly that name, else the first one of the same.
 template <class Iterator, class NameOf>
 Iterator Find(Iterator begin, Iterator end, const QString& name, NameOf&& nameOf) {

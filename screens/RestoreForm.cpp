@@ -31,11 +31,7 @@ RestoreForm::RestoreForm(QWidget* parent) : QDialog(parent) {
   });
 }
 
-void RestoreForm::BuildControls() {
-  setObjectName(u"RestoreForm"_s);
-  setWindowTitle(Words::Sharing::restoreTitle());
-  setModal(true);
-  setSizeGripEnabled(true);
+void RestoreForm::BuildList() {
   const int em = fontMetrics().height();
   listDeleted = new QTreeWidget(this);
   listDeleted->setObjectName(u"listDeleted"_s);
@@ -49,6 +45,15 @@ void RestoreForm::BuildControls() {
   listDeleted->header()->setStretchLastSection(false);
   listDeleted->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   listDeleted->header()->setSectionResizeMode(Description, QHeaderView::Stretch);
+}
+
+void RestoreForm::BuildControls() {
+  setObjectName(u"RestoreForm"_s);
+  setWindowTitle(Words::Sharing::restoreTitle());
+  setModal(true);
+  setSizeGripEnabled(true);
+  const int em = fontMetrics().height();
+  BuildList();
   auto* caption = new QLabel(Words::Sharing::deletedDataSets(), this);
   caption->setBuddy(listDeleted);
   txtName = new QLineEdit(this);

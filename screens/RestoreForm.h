@@ -21,6 +21,7 @@ class RestoreForm : public QDialog, public LibraryView {
 
  private:
   void BuildControls();
+  void BuildList();
   void Fill();
   void ShowSelected();
   void Restore();

@@ -24,10 +24,6 @@ inline constexpr Text<1> deletedMeanwhile{
 inline constexpr Text<2> noBackup{u"No backup of %1 could be made. The change goes on without one.\r\n%2"};
 inline constexpr Text<1> isNull{u"%1 is Null."};
 inline constexpr Text<1> isNoNumber{u"%1 is no number."};
-inline constexpr Text<> isFolder{u"it is a folder, not a file"};
-inline constexpr Text<> existsAlready{u"the file exists already"};
-inline constexpr Text<> noSuchFolder{u"there is no such folder"};
-inline constexpr Text<1> notMade{u"the file cannot be made (%1)"};
 inline constexpr Text<1> notCopied{u"%1: the file cannot be copied"};
 inline constexpr Text<> laterLayout{u"a later version of the program has changed this library; use that one"};
 inline constexpr Text<2> idTaken{

@@ -57,6 +57,26 @@ QString ViolationText(const engine::ViolatingPoints& violating) {
   return rules.join(u"; "_s);
 }
 
+// What cannot be said has to be absent.
+void CompareCapability(const QJsonObject& figures, const engine::Capability& capability,
+                       std::vector<Quantity>& quantities) {
+  const std::pair<const char*, std::optional<double>> found[] = {
+      {"SigmaWithin", capability.sigmaWithin},
+      {"Cp", capability.cp},
+      {"Pp", capability.pp},
+      {"Ppk", capability.ppk},
+      {"ExpectedOutside", capability.ExpectedOutside()}};
+  for (const auto& [name, actual] : found) {
+    const QString key = QString::fromLatin1(name);
+    if (figures.contains(key) && actual) {
+      quantities.push_back(Quantity::OfNumbers(key, figures[key].toString(), *actual));
+    } else {
+      quantities.push_back(
+          Quantity::OfTexts(key, figures[key].toString(), actual ? Words::Verify::present() : QString()));
+    }
+  }
+}
+
 std::vector<Quantity> Compare(const QJsonObject& figures, const QJsonObject& texts,
                               const engine::Results& r) {
   const std::pair<const char*, double> numbers[] = {{"XBarUCL", r.limits.xBarUpper},
@@ -93,21 +113,7 @@ std::vector<Quantity> Compare(const QJsonObject& figures, const QJsonObject& tex
     const QString key = QString::fromLatin1(name);
     quantities.push_back(Quantity::OfTexts(key, texts[key].toString(), actual));
   }
-  const std::pair<const char*, std::optional<double>> capability[] = {
-      {"SigmaWithin", r.capability.sigmaWithin},
-      {"Cp", r.capability.cp},
-      {"Pp", r.capability.pp},
-      {"Ppk", r.capability.ppk},
-      {"ExpectedOutside", r.capability.ExpectedOutside()}};
-  for (const auto& [name, actual] : capability) {
-    const QString key = QString::fromLatin1(name);
-    if (figures.contains(key) && actual) {
-      quantities.push_back(Quantity::OfNumbers(key, figures[key].toString(), *actual));
-    } else {
-      quantities.push_back(
-          Quantity::OfTexts(key, figures[key].toString(), actual ? Words::Verify::present() : QString()));
-    }
-  }
+  CompareCapability(figures, r.capability, quantities);
   return quantities;
 }
 
