@@ -23,6 +23,10 @@ set(KESTREL_TEST_FOLDER "${memory}" CACHE PATH "Where tests make their folders; 
 # How each test is started: without a display, at one scale, in a time zone that nobody expects.
 set(kestrel_test_launcher
   env QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=1 TZ=Australia/Eucla QT_LOGGING_RULES=qt.qpa.*=false)
+if(KESTREL_SANITIZE MATCHES "thread")
+  list(APPEND kestrel_test_launcher
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp history_size=7")
+endif()
 if(KESTREL_TEST_FOLDER)
   list(APPEND kestrel_test_launcher "TMPDIR=${KESTREL_TEST_FOLDER}")
 endif()
