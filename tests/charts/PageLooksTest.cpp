@@ -315,13 +315,18 @@ TEST(PageLooks, ASpecificationLineAtTheEndOfTheScaleStandsBesideTheAxis) {
   data.SetUpperSpecLimit(13);
   const Painted painted(data);
   const QRectF plot = painted.Plot(GraphId::Histogram);
-  const auto lines = painted.device.Where([&](const PaintedShape& shape) {
-    return !shape.dashes.isEmpty() && painted.Frame(GraphId::Histogram).contains(shape.Place().center());
-  });
+  const auto dashed = [](const Painted& page) {
+    return page.device.Where([&](const PaintedShape& shape) {
+      return !shape.dashes.isEmpty() && page.Frame(GraphId::Histogram).contains(shape.Place().center());
+    });
+  };
+  const auto lines = dashed(painted);
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_GE(lines[0].Place().left(), plot.left() + 1);
   EXPECT_LE(lines[0].Place().left(), plot.left() + 3);
   EXPECT_NEAR(lines[1].Place().left(), plot.right(), 0.01);
+  data.SetUpperSpecLimit(13.5);
+  EXPECT_EQ(dashed(Painted(data)).size(), 1u) << "beyond it there is none";
 }
 
 TEST(PageLooks, EachBarStandsOverItsOwnBinAsHighAsItsCount) {
@@ -514,6 +519,7 @@ TEST(PageLooks, TheVerdictStandsAboveTheGraphsWithWhatItRestsOn) {
   texts = lines(data);
   EXPECT_EQ(texts[0].text, u"IN CONTROL \u00b7 Ideal");
   EXPECT_EQ(texts[0].ink, green);
+  EXPECT_TRUE(lines(PageData::Random({})).at(1).text.contains(u"Limits calculated from all points"_s));
 }
 
 TEST(PageLooks, ARangeOutsideIsMarkedByItsNumber) {

@@ -86,8 +86,12 @@ TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   }
   await("New");
   Run({u"append"_s, library, u"--description"_s, u"Shaft"_s, u"10"_s});
-  Run({u"append"_s, library, u"--description"_s, u"Bore"_s, u"1000"_s});
-  await("\n2 Bore\n");
+  const QStringList append{u"append"_s, library, u"--description"_s, u"Bore"_s};
+  Run(append + QStringList(8, u"10.5"_s));
+  await("rule 4");
+  Run(append + QStringList{u"14"_s});  // out of control as before, for another reason
+  await("rule 1");
+  await("2 Bore\n");
   Delete(2);
   await("Bore\tdeleted");
   watch.kill();

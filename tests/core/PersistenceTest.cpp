@@ -98,6 +98,10 @@ TEST_F(PersistenceTest, ABadRowIsNamedAndTheOthersAreThere) {
               u"Data set \"BAD\" (ID 2): "_s +
                   reason);
   }
+  for (int i = 0; i < 9; ++i) program.Insert(u"MORE"_s);
+  program.Execute(u"UPDATE StatData SET XBarUCL = NULL"_s);
+  program.boxes.Expect(u"(ID 10): XBarUCL is Null.\r\nand 2 more");
+  EXPECT_FALSE(InitializeCDataCollection());
 }
 
 TEST_F(PersistenceTest, AllCoresLoadWhatOneDoes) {

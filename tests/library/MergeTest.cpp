@@ -111,6 +111,12 @@ TEST_F(MergeTest, LimitsOfAllPointsAreCalculatedAgain) {
   EXPECT_EQ(merged.row[At(u"XBarMean")], 4.5) << "of all eight";
   mine.SetXBarUCL(7);  // typed, not calculated
   EXPECT_EQ(Merge::Of(mine, theirs).conflicts, std::vector<Unit>{Unit::ControlLimits});
+  mine.SetSubGroupSize(2);
+  QCGlobalFunctions::ClearControlLimits(mine);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(mine));
+  EXPECT_EQ(Merge::Of(mine, With(Row(), u"SubGroupSize", 4)).conflicts,
+            std::vector<Unit>{Unit::ControlLimits})
+      << "calculated, but for another size";
 }
 
 // Limits of 0 are calculated at each load: that is no change of mine.

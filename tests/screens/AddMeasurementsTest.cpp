@@ -56,18 +56,18 @@ TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
   EXPECT_EQ(QApplication::focusWidget(), &box());
   const QString before = Stored(u"Values"_s).toString();
   EXPECT_EQ(Verdict(), u"In control"_s);
-  Enter(u"14\n14.5\n13.5\n14"_s);
-  EXPECT_EQ(Note(), u"4 new values, 44 in all: 11 subgroups of 4."_s);
-  EXPECT_EQ(Verdict(), u"With these values: Out of control at point 11: rule 1 beyond a limit"_s);
+  Enter(u"14\n14.5\n13.5\n14\n13\n13\n13\n13"_s);
+  EXPECT_EQ(Note(), u"8 new values, 48 in all: 12 subgroups of 4."_s);
+  EXPECT_EQ(Verdict(), u"With these values: Out of control at point 12: rule 1 beyond a limit"_s);
   EXPECT_EQ(Stored(u"Values"_s), before) << "nothing is stored yet";
 
   QTest::keyClick(window.get(), Qt::Key_Return, Qt::ControlModifier);
-  EXPECT_EQ(Stored(u"Values"_s).toString(), before + u"14,14.5,13.5,14,"_s);
+  EXPECT_EQ(Stored(u"Values"_s).toString(), before + u"14,14.5,13.5,14,13,13,13,13,"_s);
   EXPECT_EQ(Stored(u"XBarUCL"_s), 11.0);
   EXPECT_EQ(Stored(u"RBarLCL"_s), 0.0);
   EXPECT_EQ(box().toPlainText(), QString());
-  EXPECT_EQ(Note(), u"Added: 4 new values, 44 in all: 11 subgroups of 4."_s);
-  EXPECT_TRUE(Verdict().startsWith(u"Out of control at point 11: "_s));
+  EXPECT_EQ(Note(), u"Added: 8 new values, 48 in all: 12 subgroups of 4."_s);
+  EXPECT_TRUE(Verdict().startsWith(u"Out of control at point 12: "_s));
   EXPECT_FALSE(data->IsInControl()) << "the program's data set is the one that changed";
   EXPECT_EQ(program.screen.calls, QStringList{u"UpdateListRow BORE"_s});
   QTest::keyClick(window.get(), Qt::Key_Escape);  // and nothing is asked
@@ -101,8 +101,12 @@ TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
 }
 
 TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
-  program.Execute(u"UPDATE StatData SET \"Values\" = \"Values\" || '9.75,'"_s);
+  program.Execute(u"UPDATE StatData SET \"Values\" = \"Values\" || '9.75'"_s);
+  EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+  window->LibraryChanged();
   Enter(u"10.25"_s);
+  EXPECT_TRUE(Note().startsWith(u"1 new value, 42 in all"_s));
+  EXPECT_TRUE(Verdict().startsWith(u"With these values: "_s));
   Click(*window, "cmdAdd");
   EXPECT_TRUE(Stored(u"Values"_s).toString().endsWith(u",9.75,10.25,"_s));
   EXPECT_TRUE(Note().startsWith(u"Added: 1 new value, 42 in all"_s));

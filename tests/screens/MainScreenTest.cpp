@@ -156,16 +156,6 @@ TEST_F(MainScreenTest, NothingDisturbsALoad) {
       << "the user's choice stays";
 }
 
-TEST_F(MainScreenTest, ARowThatCannotBeReadIsNamedAndTheOthersAreShown) {
-  StartLoaded({u"Bore"_s, u"Shaft"_s});
-  program.Execute(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Shaft'"_s);
-  main->EnableLoadTimer();
-  program.boxes.Expect(u"\"Shaft\"");
-  Tick("InitTimer");
-  EXPECT_EQ(Rows().size(), 1);
-  EXPECT_NE(Summary("SampleQty"), QString());
-}
-
 TEST_F(MainScreenTest, TheClockSpeaksEnglishEverywhere) {
   StartLoaded();
   QLocale::setDefault(QLocale(QLocale::German));

@@ -1,5 +1,6 @@
 // The main window beside others who work on the same library, and a second start of the program.
 #include <QApplication>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableWidget>
@@ -87,6 +88,7 @@ TEST_F(SharingTest, TheListFollowsTheLibrary) {
   program.Execute(u"DELETE FROM StatData"_s);
   Tick("WatchTimer");
   EXPECT_EQ(Enabled(), u"-x--x---");
+  EXPECT_TRUE(Action("Toolbar1_2_5").isEnabled()) << "there may be something to restore";
   EXPECT_EQ(Summary("SampleQty"), QString());
   EXPECT_TRUE(List().accessibleDescription().contains(u"Stat Data, Add"));
   program.Insert(u"LAST"_s);
@@ -142,6 +144,10 @@ TEST_F(SharingTest, WhatCannotBeReadIsNamedAndTheRestIsUsable) {
   QTest::keyClick(main.get(), Qt::Key_F5);
   EXPECT_EQ(Rows().size(), 2);
   EXPECT_EQ(Panel(), libraryAttached);
+  program.Execute(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Bore'"_s);
+  Tick("WatchTimer");
+  EXPECT_EQ(Rows(), QStringList{u"Shaft"_s});
+  EXPECT_TRUE(Panel().contains(u"\"Bore\""_s)) << "spoiled while it was shown";
 }
 
 TEST_F(SharingTest, AnOpenEditorKeepsWhatWasTypedAndSavesBoth) {
@@ -192,6 +198,16 @@ TEST_F(SharingTest, AConflictShowsBothVersionsAndAsks) {
     save();
     EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 16);
     EXPECT_EQ(TextOf(editor, "txtUSL"), u"16.0000");
+    auto& raw = Get<QPlainTextEdit>(editor, "txtRawData");
+    raw.moveCursor(QTextCursor::Start);
+    raw.insertPlainText(u"7\n"_s);
+    program.Execute(u"UPDATE StatData SET \"Values\" = '8' || substr(\"Values\", 4)"_s);
+    InConflict("cmdCancel", [](QWidget& question) {
+      EXPECT_TRUE(Cell(question, 1).startsWith(u"41 samples\nno. 1: 7\n"_s))
+          << Cell(question, 1).toStdString();
+      EXPECT_TRUE(Cell(question, 2).startsWith(u"40 samples\nno. 1: 8\n"_s));
+    });
+    save();
   });
   EXPECT_EQ(Summary("UpperSpecLimit"), u"16");
 }
