@@ -94,9 +94,7 @@ void MarkList::Show(const StatPage& page) {
   for (int row = 0; row < rows_->rowCount(); ++row) {
     if (!rows_->IsHeading(row)) path_.push_back({rows_->At(row).graph, rows_->At(row).number, row});
   }
-  // The ranges stand first on the way, and a point that several rules mark stands on it once.
   std::ranges::stable_sort(path_, {}, PlaceOnPath);
-  path_.erase(std::ranges::unique(path_, {}, PlaceOnPath).begin(), path_.end());
 }
 
 void MarkList::Step(GraphId graph, int number, int step) {

@@ -37,5 +37,5 @@ class MarkList : public QListView {
   void Choose(const QModelIndex& index);
 
   Rows* rows_;
-  std::vector<Stop> path_;  // of the steps
+  std::vector<Stop> path_;  // of the steps, the ranges first; a point of several rules stands there for each
 };

@@ -55,7 +55,9 @@ TEST_F(ChartScreenTest, DrawsWhatItCanOfABrokenDataSet) {
 
 TEST_F(ChartScreenTest, RecalculatesFromFivePointsOnAndSavesSilently) {
   Open();
+  EXPECT_TRUE(TextOf(*screen, "lblLimits").contains(u"preliminary: they rest on 10 points"));
   Click(*screen, "Toolbar1_4");
+  EXPECT_TRUE(TextOf(*screen, "lblLimits").contains(u"preliminary: they rest on 6 points"));
   const double limit = DrawnLimit();
   EXPECT_NE(Held().XBarUCL(), limit) << "not before it is saved";
   Click(*screen, "Toolbar1_2");
