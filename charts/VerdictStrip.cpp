@@ -58,12 +58,22 @@ int VerdictInk(const CData& data) {
   return data.RangesOutside().empty() ? Palette::Green : Palette::Black;
 }
 
+QStringList StateAndCapability(const CData& data) {
+  QStringList parts{ProcessState::Name(data.ProcessState())};
+  if (data.Capability().cpk) {
+    const QString cpk = QString::number(data.CPKValue(), 'f', 2);
+    parts.append(data.CPKValue() >= 1.0 ? Words::Verdict::capable(cpk) : Words::Verdict::notCapable(cpk));
+  }
+  return parts;
+}
+
 // Without pieces, only the rules are named.
 QString LineWith(const CData& data, qsizetype mostPieces) {
   QString verdict = data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl();
   const QString broken = BrokenRules(data, mostPieces);
   if (!data.IsInControl() && !broken.isEmpty()) verdict = Words::Verdict::because(verdict, broken);
-  QStringList parts{verdict, ProcessState::Name(data.ProcessState())};
+  QStringList parts{verdict};
+  parts += StateAndCapability(data);
   if (!data.RangesOutside().empty())
     parts.append(
         Words::Verdict::rangesAt(PointList(data.RangesOutside(), std::max<qsizetype>(1, mostPieces))));
@@ -75,8 +85,9 @@ QStringList VerdictLines(const CData& data) {
   if (data.NumberOfPlotPoints() == 0) return {ProcessState::Name(0)};
   QStringList lines;
   for (qsizetype pieces = MostPointPieces; pieces >= 0; --pieces) lines.append(LineWith(data, pieces));
-  lines.append((data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl()) +
-               u" \u00b7 "_s + ProcessState::Name(data.ProcessState()));
+  QStringList least{data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl()};
+  least += StateAndCapability(data);
+  lines.append(least.join(u" \u00b7 "_s));
   return lines;
 }
 

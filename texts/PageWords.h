@@ -50,6 +50,8 @@ inline constexpr Text<2> because{u"%1: %2"};
 inline constexpr Text<2> ruleAt{u"rule %1 at %2"};
 inline constexpr Text<2> andMore{u"%1 and %2 more"};
 inline constexpr Text<1> rules{u"rules %1"};
+inline constexpr Text<1> capable{u"capable (Cpk %1)"};
+inline constexpr Text<1> notCapable{u"not capable (Cpk %1)"};
 inline constexpr Text<1> rangesAt{u"ranges beyond their limits at %1"};
 inline constexpr Text<3> rulesInForce{u"Rules in force: %1 (%2 sensitivity, %3)"};
 inline constexpr Text<1> rulesInForceShort{u"Rules in force: %1"};

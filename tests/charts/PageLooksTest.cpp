@@ -1,126 +1,52 @@
-// What the page looks like: every line, mark, bar and text in its colour, its dash and its place.
+// What the control charts look like: every line, mark and text in its colour, its dash and its place.
 #include <gtest/gtest.h>
 
 #include "charts/StatPage.h"
-#include "tests/charts/PageData.h"
-#include "tests/support/RecordingDevice.h"
+#include "tests/charts/PaintedPages.h"
 
 using namespace Qt::StringLiterals;
+using namespace PaintedPages;
 
 namespace {
 
-using Kind = PaintedShape::Kind;
-
-constexpr QRectF target(0, 0, 1280, 800);
-const QColor black(0, 0, 0), blue(0, 0, 255), red(255, 0, 0), teal(0, 128, 128), green(0, 128, 0),
-    grey(128, 128, 128), lightGrey(192, 192, 192), white(255, 255, 255);
-constexpr GraphId charts[] = {GraphId::XBar, GraphId::R};
-
-// The page as painted, and where things belong on it.
-struct Painted {
-  explicit Painted(const StatPage& shown) : page(shown) {
-    QPainter painter(&device);
-    page.Paint(painter, target);
-  }
-  explicit Painted(const CData& data, const StatPageOptions& options = {})
-      : Painted(PageData::Page(data, options)) {}
-
-  QRectF Frame(GraphId graph, double head = 44) const {
-    static constexpr double ends[][4] = {{0.005, 0.005, 0.6, 0.49},
-                                         {0.005, 0.5, 0.6, 0.99},
-                                         {0.61, 0.005, 0.995, 0.49},
-                                         {0.61, 0.5, 0.995, 0.99}};
-    const auto& [left, top, right, bottom] = ends[int(graph)];
-    const double height = 800 - head;
-    return {QPointF(1280 * left, head + height * top), QPointF(1280 * right, head + height * bottom)};
-  }
-  QRectF Plot(GraphId graph) const {
-    const QRectF frame = Frame(graph);
-    return {frame.left() + 0.15 * frame.width(), frame.top() + 0.1 * frame.height(), 0.75 * frame.width(),
-            0.7 * frame.height()};
-  }
-  QPointF At(GraphId graph, double x, double y) const {
-    const QRectF plot = Plot(graph);
-    const QRectF scale = page.Page().Graph(int(graph)).Scale();
-    return {plot.left() + (x - scale.left()) / scale.width() * plot.width(),
-            plot.bottom() - (y - scale.top()) / scale.height() * plot.height()};
-  }
-  std::vector<PaintedShape> Of(Kind kind, const QRectF& within = target) const {
-    return device.Of(kind, within);
-  }
-
-  // Fails where there is no such shape, or it has another look.
-  void Expect(Kind kind, const QPolygonF& corners, const QColor& ink, bool dashed = false,
-              const QColor& fill = {}) const {
-    const auto there = device.Where([&](const PaintedShape& shape) {
-      return shape.kind == kind && std::ranges::equal(shape.corners, corners, [](QPointF one, QPointF other) {
-               return (one - other).manhattanLength() < 0.01;
-             });
-    });
-    ASSERT_EQ(there.size(), 1u) << testing::PrintToString(PaintedShape{kind, corners, ink, {}, 0, fill});
-    EXPECT_EQ(there[0].ink, ink) << testing::PrintToString(there[0]);
-    EXPECT_EQ(!there[0].dashes.isEmpty(), dashed) << testing::PrintToString(there[0]);
-    EXPECT_EQ(there[0].fill, fill) << testing::PrintToString(there[0]);
-  }
-
-  PaintedShape Text(const QString& text, const QRectF& within = target) const {
-    for (const PaintedShape& shape : Of(Kind::Text, within))
-      if (shape.text == text) return shape;
-    ADD_FAILURE() << "no text " << text.toStdString();
-    return {};
-  }
-
-  StatPage page;
-  RecordingDevice device{target.size().toSize()};
-};
-
-// Eight points: the fourth breaks a rule, the sixth lies below the scale, the eighth above it and breaks two.
-CData Sample() {
-  CData data = PageData::Simple();
-  data.SetXBarOutputString(u"10.0,12.1,5.9,18,10.0,-30,10.2,50.0"_s);
-  data.SetHistoLoScaleValue(8);
-  data.SetHistoHiScaleValue(13);
-  return data;
-}
-const std::vector<double> averages{10, 12.1, 5.9, 18, 10, -30, 10.2, 50},
-    ranges{.1, .2, .3, .2, .1, .2, .3, .2};
-
-TEST(PageLooks, PointsOnBlueLines) {
-  const Painted painted(Sample());
+TEST(PageLooks, PointsOnBlueLinesAndMarksAsRedDiamondsWithTheirNumbers) {
+  const std::vector<double> averages{10, 12.1, 5.9, 18, 10, -30, 10.2, 50},
+      ranges{.1, .2, .3, .2, .1, .2, .3, .2};
+  CData data = Sample();
+  data.SetRangesOutside({3, 5});
+  const Painted painted(data);
+  const auto diamonds = painted.device.Where(
+      [](const PaintedShape& shape) { return shape.kind == Kind::Polygon && shape.corners.size() == 4; });
+  ASSERT_EQ(diamonds.size(), 3u);
+  const double radius = diamonds[0].Place().width() / 2;
+  const auto expectMark = [&](GraphId graph, double x, double y, const QString& number) {
+    const QPointF at = painted.At(graph, x, y), up(0, radius), aside(radius, 0);
+    painted.Expect(Kind::Polygon, QList{at - up, at + aside, at + up, at - aside}, {}, false, red);
+    const PaintedShape text = painted.Text(number, painted.Plot(graph));
+    EXPECT_EQ(text.ink, black);
+    EXPECT_LT((text.Place().center() - at).manhattanLength(), 25);
+  };
+  expectMark(GraphId::XBar, 4, 18, u"1"_s);
+  expectMark(GraphId::R, 3, .3, u"3"_s);
+  expectMark(GraphId::R, 5, .1, u"5"_s);
   for (const GraphId graph : charts) {
     const std::vector<double>& values = graph == GraphId::XBar ? averages : ranges;
     QPolygonF line;
     std::vector<QPointF> points;
     for (size_t i = 0; i < values.size(); ++i) {
       line << painted.At(graph, double(i) + 1, values[i]);
-      if (graph == GraphId::R || (i != 3 && i != 5 && i != 7)) points.push_back(line.back());
+      const bool isPlain = graph == GraphId::XBar ? i != 3 && i != 5 && i != 7 : i != 2 && i != 4;
+      if (isPlain) points.push_back(line.back());
     }
     painted.Expect(Kind::Polyline, line, blue, false, {});
     const auto dots = painted.Of(Kind::Ellipse, painted.Frame(graph));
     ASSERT_EQ(dots.size(), points.size());
     for (size_t i = 0; i < points.size(); ++i) {
       EXPECT_LT((dots[i].Place().center() - points[i]).manhattanLength(), 0.01) << i;
+      EXPECT_LT(dots[i].Place().width() / 2, radius);
       EXPECT_TRUE(dots[i].fill == blue && !dots[i].ink.isValid()) << testing::PrintToString(dots[i]);
     }
   }
-}
-
-TEST(PageLooks, AMarkIsARedDiamondWithItsNumberBesideIt) {
-  const Painted painted(Sample());
-  const QPointF at = painted.At(GraphId::XBar, 4, 18);
-  const auto marks = painted.device.Where(
-      [](const PaintedShape& shape) { return shape.kind == Kind::Polygon && shape.corners.size() == 4; });
-  ASSERT_EQ(marks.size(), 1u);
-  const double radius = marks[0].Place().width() / 2;
-  EXPECT_GT(radius, painted.Of(Kind::Ellipse)[0].Place().width() / 2);
-  painted.Expect(Kind::Polygon,
-                 QList{at - QPointF(0, radius), at + QPointF(radius, 0), at + QPointF(0, radius),
-                       at - QPointF(radius, 0)},
-                 {}, false, red);
-  const PaintedShape number = painted.Text(u"1"_s, painted.Plot(GraphId::XBar));
-  EXPECT_EQ(number.ink, black);
-  EXPECT_LT((number.Place().center() - at).manhattanLength(), 25);
-  EXPECT_FALSE(number.Place().intersects(marks[0].Place()));
 }
 
 TEST(PageLooks, AnArrowAtTheEdgePointsToAPointOutside) {
@@ -219,29 +145,6 @@ TEST(PageLooks, ZonesShowWhereThereIsRoomForThem) {
   EXPECT_EQ(faint(Painted(data), GraphId::XBar).size(), 0u) << "the standard scale has no room";
 }
 
-TEST(PageLooks, LimitsTheWrongWayRoundAreSaidAndTheChartIsDrawn) {
-  CData data = Sample();
-  data.SetXBarLCL(10.3);
-  data.SetXBarUCL(9.7);
-  const Painted painted(data);
-  EXPECT_EQ(painted.Text(u"The lower control limit stands above the upper one."_s).ink, red);
-  const QRectF scale = painted.page.Page().Graph(0).Scale();
-  EXPECT_TRUE(scale.top() <= -30 && scale.bottom() >= 50) << "all points lie on the axis";
-}
-
-TEST(PageLooks, SingleValuesAreNamedSo) {
-  CData data = Sample();
-  const auto named = [&] {
-    int count = 0;
-    for (const PaintedShape& text : Painted(data).Of(Kind::Text))
-      count += text.text == u"individuals" || text.text == u"moving range";
-    return count;
-  };
-  EXPECT_EQ(named(), 0);
-  data.SetSubGroupSize(1);
-  EXPECT_EQ(named(), 2);
-}
-
 TEST(PageLooks, TheBasePeriodHasAPaleGround) {
   CData data = PageData::Random({.subgroups = 30});
   const auto ground = [&] {
@@ -261,87 +164,6 @@ TEST(PageLooks, TheBasePeriodHasAPaleGround) {
   data.SetDataStopPoint(20);
   ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
   EXPECT_EQ(ground(), 2u) << "on both charts";
-}
-
-TEST(PageLooks, TheNormalCurvePeaksAtTheMean) {
-  CData data = Sample();
-  const Painted painted(data);
-  const auto curves = painted.device.Where([&](const PaintedShape& shape) {
-    return shape.kind == Kind::Polyline && shape.ink == teal &&
-           painted.Frame(GraphId::Histogram).contains(shape.Place().center());
-  });
-  ASSERT_EQ(curves.size(), 1u);
-  const QPointF peak = std::ranges::min(curves[0].corners, {}, &QPointF::y);
-  // 16 samples, bins of 5 / 12, sigma 0.5: 16 * 0.41667 / 0.5 * 0.39894.
-  const QPointF expected = painted.At(GraphId::Histogram, (10.05 - 8) / 5 * 12, 5.3192);
-  EXPECT_NEAR(peak.x(), expected.x(), 3);
-  EXPECT_NEAR(peak.y(), expected.y(), 2);
-}
-
-TEST(PageLooks, SpecificationLinesStandAtTheirValuesAlsoAtZero) {
-  using Three = std::array<double, 3>;
-  CData data = Sample();
-  for (const auto& limits :
-       {Three{9, 10, 11.5}, Three{0, 1, 3}, Three{-4, -2, 0}, Three{-1, 0, 2}, Three{}}) {
-    data.SetLowerSpecLimit(limits[0]);
-    data.SetNominalSpecLimit(limits[1]);
-    data.SetUpperSpecLimit(limits[2]);
-    data.SetHistoLoScaleValue(limits[0] - 1);
-    data.SetHistoHiScaleValue(limits[2] + 2);
-    const Painted painted(data);
-    const QRectF frame = painted.Frame(GraphId::Histogram);
-    const auto dashed = painted.device.Where([&](const PaintedShape& shape) {
-      return !shape.dashes.isEmpty() && frame.contains(shape.Place().center());
-    });
-    EXPECT_EQ(dashed.size(), limits == Three{} ? 0u : 2u) << "none where there is no specification";
-    if (limits == Three{}) continue;
-    for (size_t i = 0; i < 3; ++i) {
-      const double x = (limits[i] - limits[0] + 1) / (limits[2] - limits[0] + 3) * 12;
-      const QPointF top = painted.At(GraphId::Histogram, x, 10);
-      painted.Expect(Kind::Line, QList{painted.At(GraphId::Histogram, x, 0), top}, i == 1 ? black : red,
-                     i != 1);
-      const QString name =
-          QStringList{u"LSL "_s, u"Nominal "_s, u"USL "_s}[qsizetype(i)] + QString::number(limits[i]);
-      const QRectF label = painted.Text(name, frame).Place();
-      EXPECT_LT(label.bottom(), top.y());
-      EXPECT_NEAR(label.center().x(), top.x(), 60);
-    }
-  }
-}
-
-TEST(PageLooks, ASpecificationLineAtTheEndOfTheScaleStandsBesideTheAxis) {
-  CData data = Sample();
-  data.SetLowerSpecLimit(8);
-  data.SetUpperSpecLimit(13);
-  const Painted painted(data);
-  const QRectF plot = painted.Plot(GraphId::Histogram);
-  const auto dashed = [](const Painted& page) {
-    return page.device.Where([&](const PaintedShape& shape) {
-      return !shape.dashes.isEmpty() && page.Frame(GraphId::Histogram).contains(shape.Place().center());
-    });
-  };
-  const auto lines = dashed(painted);
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_GE(lines[0].Place().left(), plot.left() + 1);
-  EXPECT_LE(lines[0].Place().left(), plot.left() + 3);
-  EXPECT_NEAR(lines[1].Place().left(), plot.right(), 0.01);
-  data.SetUpperSpecLimit(13.5);
-  EXPECT_EQ(dashed(Painted(data)).size(), 1u) << "beyond it there is none";
-}
-
-TEST(PageLooks, EachBarStandsOverItsOwnBinAsHighAsItsCount) {
-  CData data = Sample();
-  data.SetHistogramBinValuesOutputString(u"0,7,1,2,0,4,3,12,1,0,0,5"_s);
-  const Painted painted(data);
-  const double counts[] = {0, 7, 1, 2, 0, 4, 3, 12, 1, 0, 0, 5};
-  for (int bin = 0; bin < 12; ++bin) {
-    if (counts[bin] == 0) continue;
-    const QPointF top = painted.At(GraphId::Histogram, bin + 0.05, counts[bin]);
-    painted.Expect(Kind::Rectangle, QRectF(top, painted.At(GraphId::Histogram, bin + 0.95, 0)), black, false,
-                   teal);
-  }
-  const auto filled = painted.device.Where([](const PaintedShape& shape) { return shape.fill == teal; });
-  EXPECT_EQ(filled.size(), 8u);
 }
 
 TEST(PageLooks, AxesWithTheirTicksLabelsAndTitles) {
@@ -395,187 +217,44 @@ TEST(PageLooks, AxesWithTheirTicksLabelsAndTitles) {
   }
 }
 
-struct Wanted {
-  QString text;
-  double x, y;  // where it starts, or ends, and its middle
-  QColor ink;
-};
-
-void ExpectTexts(const Painted& painted, const QRectF& area, const std::vector<Wanted>& wanted) {
-  EXPECT_EQ(painted.Of(Kind::Text, area).size(), wanted.size());
-  for (const auto& [text, x, y, ink] : wanted) {
-    const bool ends = x > 0.9;
-    auto shapes = painted.Of(Kind::Text, area);
-    std::erase_if(shapes, [&, &wanted = text](const PaintedShape& shape) { return shape.text != wanted; });
-    ASSERT_FALSE(shapes.empty()) << "no text " << text.toStdString();
-    const QPointF place(area.left() + x * area.width(), area.top() + y * area.height());
-    const PaintedShape shape = std::ranges::min(shapes, {}, [&](const PaintedShape& one) {
-      return (one.Place().center() - place).manhattanLength();
-    });
-    EXPECT_NEAR(ends ? shape.Place().right() : shape.Place().left(), area.left() + x * area.width(), 2)
-        << text.toStdString();
-    EXPECT_NEAR(shape.Place().center().y(), area.top() + y * area.height(), 3) << text.toStdString();
-    EXPECT_EQ(shape.ink, ink) << text.toStdString();
-  }
-}
-
-TEST(PageLooks, LinesOfTheTextWindow) {
-  CData data = Sample();
-  const auto addBlock = [](std::vector<Wanted>& wanted) {
-    const struct {
-      QStringList texts;
-      std::vector<double> places;
-    } rows[] = {{u"Mean|10.05|Nominal|10"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
-                {u"Cp|1.88|Pp|1.33"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
-                {u"Cpk|1.00|Ppk|1.27"_s.split(u'|'), {0.08, 0.25, 0.52, 0.69}},
-                {u"Sigma within (R-bar / d2)|0.1773"_s.split(u'|'), {0.08, 0.52}},
-                {u"Sigma overall (n \u2212 1)|0.5"_s.split(u'|'), {0.08, 0.52}},
-                {u"Outside spec. limits|1 of 16"_s.split(u'|'), {0.08, 0.52}},
-                {u"Expected outside|0.27 %"_s.split(u'|'), {0.08, 0.52}}};
-    double y = 0.565;
-    for (const auto& [texts, places] : rows) {
-      for (qsizetype i = 0; i < texts.size(); ++i)
-        wanted.push_back({texts[i], places[size_t(i)], y, i % 2 == 0 ? black : blue});
-      y += 0.054;
-    }
-  };
-  for (const auto& [cpk, shown, ink] : {std::tuple{1.0, u"1.00"_s, green}, {0.99, u"0.99"_s, red}}) {
-    data.SetCPKValue(cpk);
-    const QStringList rows =
-        u"Sample Qty|16|Sub Group Size|2|Min|9.1|Max|10.9|Std. Dev|0.25|Upper Spec Limit|11|"
-        u"Lower Spec Limit|9|Cpk|%1|Last Modified|2024-05-17"_s.arg(shown)
-            .split(u'|');
-    std::vector<Wanted> wanted;
-    for (int row = 0; row < 9; ++row) {
-      const double y = 0.045 + 0.056 * row;
-      wanted.push_back({rows[2 * row], 0.08, y, black});
-      wanted.push_back({rows[2 * row + 1], 0.52, y, row == 7 ? ink : blue});
-    }
-    addBlock(wanted);
-    wanted.push_back({u"Cpk from R-bar / d2"_s, 0.08, 0.565 + 0.054 * 7, grey});
-    if (ink == green) wanted.push_back({u"caution: not in control"_s, 0.67, 0.045 + 0.056 * 7, red});
-    const Painted painted(data);
-    ExpectTexts(painted, painted.Frame(GraphId::Text), wanted);
-  }
-}
-
-TEST(PageLooks, AValueThatThereIsNotIsSaidAndNotZero) {
-  struct {
-    double lower, upper, nominal;
-    QString reason;
-    size_t reasons, notGiven;
-  } const cases[] = {{0, 0, 0, u"no specification"_s, 7, 3},
-                     {11, 9, 10, u"USL is not above LSL"_s, 7, 0},
-                     {9, 11, 10, u"no variation"_s, 6, 0}};
-  for (const auto& [lower, upper, nominal, reason, reasons, notGiven] : cases) {
-    CData data = Sample();
-    data.SetLowerSpecLimit(lower);
-    data.SetUpperSpecLimit(upper);
-    data.SetNominalSpecLimit(nominal);
-    data.SetCPKValue(0);
-    engine::Capability none;
-    if (reasons == 6) none.samplesOutside = 0;
-    data.SetCapability(none);
-    const Painted painted(data);
-    size_t said = 0, without = 0;
-    for (const PaintedShape& text : painted.Of(Kind::Text, painted.Frame(GraphId::Text))) {
-      EXPECT_NE(text.ink, red) << text.text.toStdString();
-      said += text.text == reason;
-      without += text.text == u"none given";
-    }
-    EXPECT_EQ(said, reasons) << reason.toStdString();
-    EXPECT_EQ(without, notGiven);
-  }
-}
-
-TEST(PageLooks, TheVerdictStandsAboveTheGraphsWithWhatItRestsOn) {
-  CData data = Sample();
-  data.SetRangesOutside({3});
-  const QRectF strip(0, 0, 1280, 44);
-  const auto lines = [&](const CData& shown, const QString& library = {}) {
-    const Painted painted(shown, {.libraryName = library});
-    const auto texts = painted.Of(Kind::Text, strip);
-    EXPECT_EQ(texts.size(), 2u);
-    return texts;
-  };
-  auto texts = lines(data, u"line.db"_s);
-  EXPECT_EQ(texts[0].text,
-            u"NOT IN CONTROL: rule 1 at 4, 8; rule 2 at 8 \u00b7 Brink of chaos \u00b7 "
-            u"ranges beyond their limits at 3"_s);
-  EXPECT_TRUE(texts[0].ink == red && texts[0].font.bold());
-  EXPECT_EQ(texts[1].text,
-            u"Rules in force: 1, 2, 3, 4 (high sensitivity, long term: all points)  \u00b7  "
-            u"Limits kept, not calculated from these points  \u00b7  Library: line.db"_s);
-
-  data.SetIsInControl(true);
-  data.SetProcessState(4);
-  data.SetSensitivityValue(0);
-  data.SetDetectionPeriod(0);
-  texts = lines(data);
-  EXPECT_EQ(texts[0].ink, black) << "no plain green while a range lies outside";
-  EXPECT_TRUE(
-      texts[1].text.startsWith(u"Rules in force: 1, 4 (low sensitivity, short term: the last eight points)"));
-  data.SetRangesOutside({});
-  texts = lines(data);
-  EXPECT_EQ(texts[0].text, u"IN CONTROL \u00b7 Ideal");
-  EXPECT_EQ(texts[0].ink, green);
-  EXPECT_TRUE(lines(PageData::Random({})).at(1).text.contains(u"Limits calculated from all points"_s));
-}
-
-TEST(PageLooks, ARangeOutsideIsMarkedByItsNumber) {
-  CData data = Sample();
-  data.SetRangesOutside({3, 5});
-  const Painted painted(data);
-  const auto marks = painted.device.Where([&](const PaintedShape& shape) {
-    return shape.kind == Kind::Polygon && shape.corners.size() == 4 && shape.fill == red &&
-           painted.Plot(GraphId::R).contains(shape.Place().center());
-  });
-  ASSERT_EQ(marks.size(), 2u);
-  EXPECT_LT((marks[0].Place().center() - painted.At(GraphId::R, 3, 0.3)).manhattanLength(), 0.01);
-  painted.Text(u"5"_s, painted.Plot(GraphId::R));
-  painted.Text(u"Beyond a limit:  3, 5"_s, painted.Frame(GraphId::R));
-}
-
-TEST(PageLooks, ThePrintedHeadStandsAboveThePage) {
-  const Painted painted(Sample(), {.printedHead = true,
-                                   .pageNumber = 2,
-                                   .pageCount = 3,
-                                   .printedAt = QDateTime(QDate(2024, 5, 18), QTime(9, 7))});
-  const QRectF head(0, 0, 1280, 60);
-  constexpr double both = 60 + 44;
-  painted.Expect(Kind::Rectangle, head, {}, false, white);
-  ExpectTexts(painted, head,
-              {{u"Shaft"_s, 0.01, 0.36, black},
-               {u"Page 2 of 3"_s, 0.99, 0.36, black},
-               {u"Unit: mm     Samples: 16     Subgroup size: 2"_s, 0.01, 0.79, black},
-               {u"Printed: 2024-05-18 09:07"_s, 0.99, 0.79, black}});
-  EXPECT_TRUE(painted.Text(u"Shaft"_s).font.bold());
-  for (const GraphId graph : {GraphId::XBar, GraphId::R, GraphId::Histogram, GraphId::Text})
-    painted.Expect(Kind::Rectangle, painted.Frame(graph, both), lightGrey);
-}
-
-TEST(PageLooks, TitlesLimitsAndRulesInTheirPlaces) {
-  const Painted painted(Sample());
-  struct {
+TEST(PageLooks, TitlesLimitsAndWordsInTheirPlaces) {
+  CData usual = Sample(), reversed = Sample(), single = Sample();
+  usual.SetRangesOutside({3, 5});
+  reversed.SetXBarLCL(10.3);
+  reversed.SetXBarUCL(9.7);
+  single.SetSubGroupSize(1);
+  const struct {
+    const CData& data;
     GraphId graph;
     QString text;
-    double y;
-    bool centred = true;
-  } const texts[] = {{GraphId::XBar, u" AVERAGE"_s, 0.035},
-                     {GraphId::R, u" RANGE"_s, 0.035},
-                     {GraphId::Histogram, u" HISTOGRAM"_s, 0.035},
-                     {GraphId::XBar, u"LCL=9.7, Mean=10, UCL=10.3"_s, 0.08},
-                     {GraphId::R, u"LCL=0, Mean=0.2, UCL=0.5"_s, 0.08},
-                     {GraphId::XBar, u"Rules:  1 beyond a limit"_s, 0.965, false}};
-  for (const auto& [graph, text, y, centred] : texts) {
-    const QRectF frame = painted.Frame(graph);
-    const PaintedShape shape = painted.Text(text, frame);
-    EXPECT_NEAR(centred ? shape.Place().center().x() - frame.width() / 2
-                        : shape.Place().left() - 0.01 * frame.width(),
-                frame.left(), 1);
-    EXPECT_NEAR(shape.Place().center().y(), frame.top() + y * frame.height(), 6) << text.toStdString();
-    EXPECT_EQ(shape.ink, black);
+    double x, y;  // 0.5 for centred, else where it starts or, above that, ends
+    QColor ink;
+  } texts[] = {
+      {usual, GraphId::XBar, u" AVERAGE"_s, 0.5, 0.035, black},
+      {usual, GraphId::R, u" RANGE"_s, 0.5, 0.035, black},
+      {usual, GraphId::Histogram, u" HISTOGRAM"_s, 0.5, 0.035, black},
+      {usual, GraphId::XBar, u"LCL=9.7, Mean=10, UCL=10.3"_s, 0.5, 0.08, black},
+      {usual, GraphId::R, u"LCL=0, Mean=0.2, UCL=0.5"_s, 0.5, 0.08, black},
+      {usual, GraphId::XBar, u"Rules:  1 beyond a limit"_s, 0.01, 0.965, black},
+      {usual, GraphId::R, u"Beyond a limit:  3, 5"_s, 0.01, 0.965, black},
+      {reversed, GraphId::XBar, u"The lower control limit stands above the upper one."_s, 0.01, 0.965, red},
+      {single, GraphId::XBar, u"individuals"_s, 0.985, 0.035, black},
+      {single, GraphId::R, u"moving range"_s, 0.985, 0.035, black}};
+  for (const auto& [data, graph, text, x, y, ink] : texts) {
+    SCOPED_TRACE(text.toStdString());
+    const Painted painted(data);
+    const QRectF frame = painted.Frame(graph), place = painted.Text(text, frame).Place();
+    EXPECT_NEAR(x == 0.5  ? place.center().x()
+                : x < 0.5 ? place.left()
+                          : place.right(),
+                frame.left() + x * frame.width(), 1);
+    EXPECT_NEAR(place.center().y(), frame.top() + y * frame.height(), 6);
+    EXPECT_EQ(painted.Text(text, frame).ink, ink);
+    for (const PaintedShape& shape : Painted(&data == &single ? usual : single).Of(Kind::Text))
+      EXPECT_FALSE(&data != &usual && shape.text == text) << "only where it is so";
   }
+  const QRectF scale = PageData::Page(reversed).Page().Graph(0).Scale();
+  EXPECT_TRUE(scale.top() <= -30 && scale.bottom() >= 50) << "all points lie on the axis";
 }
 
 TEST(PageLooks, TheSelectedGraphHasABlueFrameOnScreen) {
