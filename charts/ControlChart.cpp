@@ -268,8 +268,13 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
   const bool isPart = first > 1 || last < count;
   const double spacing = isPart && last - first < 10 ? 1 : 5;
-  graph.Draw(
-      ChartGraph::Axis{Direction::Horizontal, spacing, {}, first, normal, Words::Figure::sample(), normal});
+  graph.Draw(ChartGraph::Axis{Direction::Horizontal,
+                              spacing,
+                              {},
+                              std::pair<double, double>(first, last),
+                              normal,
+                              Words::Figure::sample(),
+                              normal});
   graph.Draw(
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);

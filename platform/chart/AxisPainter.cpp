@@ -57,7 +57,7 @@ class AxisLayout {
     const QRectF& scale = geometry.scale;
     const double start = horizontal_ ? scale.left() : scale.top();
     const double extent = horizontal_ ? scale.width() : scale.height();
-    origin_ = axis.labelsFrom ? 0 : start;
+    origin_ = axis.numbered ? 0 : start;
     first_ = static_cast<int>(std::ceil((start - origin_) / axis.spacing));
     // The last tick may miss the end of the scale by a rounding error.
     ticks_ = static_cast<int>(std::floor((start - origin_ + extent) / axis.spacing * (1 + 1e-9))) + 1;
@@ -87,16 +87,21 @@ class AxisLayout {
                : QFontMetricsF(geometry_.TextFont(axis_.titleText), painter_.device()).height();
   }
 
+  bool IsNumbered(double value) const {
+    return !axis_.numbered || (value >= axis_.numbered->first && value <= axis_.numbered->second);
+  }
+
   QString Label(int tick) const {
-    if (axis_.labels.isEmpty())
-      return axis_.labelsFrom && At(tick) < *axis_.labelsFrom ? QString() : NumberLabel(At(tick), decimals_);
+    if (axis_.labels.isEmpty()) return IsNumbered(At(tick)) ? NumberLabel(At(tick), decimals_) : QString();
     return tick < axis_.labels.size() ? axis_.labels[tick] : QString();
   }
 
   double WidestLabel() const {
     const QFontMetricsF metrics = Metrics();
     // Along a numbered horizontal axis the last number is the longest.
-    if (axis_.labels.isEmpty()) return metrics.horizontalAdvance(Label(ticks_ - 1));
+    if (axis_.labels.isEmpty())
+      return metrics.horizontalAdvance(
+          NumberLabel(axis_.numbered ? axis_.numbered->second : At(ticks_ - 1), decimals_));
     double widest = 0;
     for (const QString& label : axis_.labels) widest = std::max(widest, metrics.horizontalAdvance(label));
     return widest;
@@ -145,19 +150,20 @@ class AxisLayout {
 
   void PaintLabels(const Thinning& thinning) const {
     painter_.setPen(Palette::Colour(axis_.labelText.colour));
-    if (axis_.labelsFrom) PaintFirstNumber(thinning.step);
+    if (axis_.numbered) PaintFirstNumber(thinning.step);
     for (int tick = FirstOf(thinning.step); tick < ticks_; tick += thinning.step)
       PaintLabel(At(tick), Label(tick), thinning.turned);
   }
 
   void PaintFirstNumber(int step) const {
     const QFontMetricsF metrics = Metrics();
-    const QString first = NumberLabel(*axis_.labelsFrom, decimals_);
+    const double start = axis_.numbered->first;
+    const QString first = NumberLabel(start, decimals_);
     int next = FirstOf(step);
-    if (At(next) < *axis_.labelsFrom) next += step;
+    if (At(next) < start) next += step;
     const double widths = metrics.horizontalAdvance(first) + metrics.horizontalAdvance(Label(next));
-    const double distance = geometry_.X(At(next)) - geometry_.X(*axis_.labelsFrom);
-    if (distance >= widths / 2 + geometry_.LabelGap()) PaintLabel(*axis_.labelsFrom, first, false);
+    const double distance = geometry_.X(At(next)) - geometry_.X(start);
+    if (distance >= widths / 2 + geometry_.LabelGap()) PaintLabel(start, first, false);
   }
 
   void PaintLabel(double value, const QString& text, bool turned) const {

@@ -27,13 +27,14 @@ class ChartGraph {
   enum class Alignment { LeftMiddle, RightMiddle, BelowCentred, AboveCentred = 6 };
   enum class Direction { Horizontal, Vertical };
 
-  // Ticks from the start of the scale, or at the multiples of the spacing where numbers start somewhere, with
+  // Ticks from the start of the scale, or at the multiples of the spacing where only some are numbered, with
   // numbers or with the given labels; labels thin out before they touch.
   struct Axis {
     Direction direction = Direction::Horizontal;
     double spacing = 1;
-    QStringList labels;                // one for each tick; empty: the numbers
-    std::optional<double> labelsFrom;  // numbers start here, with this number
+    QStringList labels;  // one for each tick; empty: the numbers
+    std::optional<std::pair<double, double>>
+        numbered{};  // the first number and the last one; all where not set
     TextParameters labelText;
     QString title;
     TextParameters titleText;
