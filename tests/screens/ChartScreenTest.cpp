@@ -85,8 +85,9 @@ TEST_F(ChartScreenTest, AsksBeforeNewLimitsAreLost) {
 
   const auto texts = [this] {
     QStringList all;
-    for (const auto& operation : Page().Graph(int(GraphId::Text)).Operations())
-      if (const auto* text = std::get_if<ChartGraph::Text>(&operation)) all << text->text;
+    const auto& summary = Page().Graph(int(GraphId::Text)).Operations().at(0);
+    for (const ChartGraph::Line& line : std::get<ChartGraph::Table>(summary).lines)
+      for (const ChartGraph::Cell& cell : line.cells) all << cell.text;
     return all;
   };
   const QStringList written = texts();
