@@ -105,6 +105,8 @@ engine::Results ResultsOf(const CData& data) {
 
 bool CalculateStatistics(CData& data) {
   Bridge& bridge = TheBridge();
+  const qint16 precision = data.PrecisionValue();
+  const int ownDecimals = data.OwnDecimals();
   bool succeeded = Read(data, bridge);
   if (succeeded) {
     data.SetOwnDecimals(std::max(bridge.engine.SampleDecimals(), data.SpecificationDecimals()));
@@ -115,6 +117,8 @@ bool CalculateStatistics(CData& data) {
     StoreResults(bridge.results, data);
     Record(data, 0, {});
   } else {
+    data.SetPrecisionValue(precision);
+    data.SetOwnDecimals(ownDecimals);
     Record(data, 1, Text(bridge.engine.LastError()));
   }
   return succeeded;

@@ -131,6 +131,20 @@ TEST(CreateStatistics, FollowsTheDecimalsOfSamplesAndLimitsWhereItMay) {
   EXPECT_EQ(shown(false, "1,2.12345,3", 5.00001, 4), std::pair(4, 5));
 }
 
+TEST(CreateStatistics, ARefusalLeavesAllFiguresAsTheyWere) {
+  CData data = DistinctData();
+  data.SetFollowsItsDecimals(true);
+  data.SetPrecisionValue(3);
+  data.SetOwnDecimals(2);
+  data.SetSubGroupSize(21);
+  Figures expected = FiguresOf(data);
+  EXPECT_FALSE(QCGlobalFunctions::CalculateStatistics(data));
+  expected[u"ErrorType"_s] = 1;
+  expected[u"ErrorMessage"_s] = data.ErrorMessage();
+  ExpectFigures(data, expected);
+  EXPECT_EQ(data.OwnDecimals(), 2);
+}
+
 TEST(CreateStatistics, ClearsTheSixControlLimitsAndNothingElse) {
   CData data = DistinctData();
   Figures expected = FiguresOf(data);
