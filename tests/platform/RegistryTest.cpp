@@ -66,4 +66,18 @@ TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {
   }
 }
 
+TEST_F(FileRegistryTest, AValueThatCannotBeMadeOutStaysInTheFile) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
+  WriteFile(R"({"Software\\Orvane Labs\\Kestrel": {"Choice": {"4": "01zz"}, "Other": {"3": "0"}}})");
+  FileRegistry registry(path);
+  EXPECT_EQ(Get(registry, key, u"Choice"_s), "");
+  EXPECT_EQ(Set(registry, key, u"DatabaseName"_s, Registry::String, "a.mdb"), Registry::Success);
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray content = file.readAll();
+  EXPECT_TRUE(content.contains(R"("4": "01zz")") && content.contains(R"("3": "0")")) << content.toStdString();
+  EXPECT_EQ(Set(registry, key, u"Choice"_s, Registry::Dword, "\1"), Registry::Success);
+  EXPECT_EQ(Get(registry, key, u"Choice"_s), "\1") << "until it is set";
+}
+
 }  // namespace
