@@ -86,6 +86,7 @@ void Library::CopyTo(const QString& place) { LibraryFile::Copy(connection_, plac
 
 Library::Library(const QString& place, const QString& provider) : place_(place) {
   LibraryFile::RequireNoServer(place);
+  connection_.CommandTimeout = 30000;
   connection_.Provider = provider;
   connection_.OpenWith(place);
 }
@@ -248,7 +249,9 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
     written = Insert(data, now);
   } else {
     const RawRows present = SelectId(Tables::IdOf(known));
-    if (present.empty()) {
+    // Under another name it is another data set, of a file that was put in the library's place.
+    const qsizetype name = Tables::StatData().IndexOf(u"Description");
+    if (present.empty() || present.front()[name] != known[name]) {
       saved.outcome = Saved::Outcome::Gone;
       return saved;
     }

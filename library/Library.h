@@ -76,7 +76,8 @@ class Library {
     QString takenIn;        // Written: one line on what others had changed; empty where they had not
   };
 
-  // Writes a data set in one transaction. One that was never read from a library is a new row. Else only what
+  // Writes a data set in one transaction. One that was never read from a library is a new row; InputError
+  // where its description is taken, by somebody who was faster. Else only what
   // was changed since its row was read is written (see Merge.h), existing rows keep their description, and
   // the data set is then as loading the row would make it; what is not Written leaves it as it was. A
   // conflict is decided for `data` where the user has seen and turned down `over`, the `theirs` of the save

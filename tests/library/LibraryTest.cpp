@@ -57,6 +57,10 @@ TEST_F(LibraryTest, ARowThatIsGoneIsNotMadeAgain) {
   data->SetRowAsKnown({});  // the user wants it as a new one
   EXPECT_TRUE(library->Save(*data, now).isNew);
   EXPECT_EQ(Number(u"SELECT ID FROM StatData"_s), 2);
+  // A file was put in the library's place: the number is another data set's there.
+  Execute(u"UPDATE StatData SET Description = 'Bore'"_s);
+  data->SetUpperSpecLimit(13);
+  EXPECT_EQ(library->Save(*data, now).outcome, Outcome::Gone);
 }
 
 // Once the next new data set wrote over it.
