@@ -7,6 +7,7 @@
 #include "core/RegistryFunctions.h"
 #include "platform/ui/MessageBox.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +37,7 @@ void AttachConfiguredDatabase() {
   if (!state.gDatabaseForThisRun.isEmpty() || !state.gSetup.DatabaseName.isEmpty())
     GlobalFunctions::AttachDatabase({});
   else
-    MessageBox::Show({LoadResText(u"Error opening database:;304"), LoadResText(u"System Message;165"),
+    MessageBox::Show({LoadResText(u"Error opening database:;304"), Words::systemMessage.toString(),
                       MessageBox::Icon::Information, MessageBox::Buttons::Ok});
 }
 

@@ -46,8 +46,8 @@ bool HasAcceptedRevision(const QString& accessPath) {
   return false;
 }
 
-// Throws Error; false where the user cancelled, and then nothing is left behind.
-bool Convert(const QString& accessPath, const QString& copy, QWidget* parent) {
+// Throws Error; none where the user cancelled, and then nothing is left behind.
+std::optional<AccessImport::Counts> Convert(const QString& accessPath, const QString& copy, QWidget* parent) {
   struct Cancelled {};
   QProgressDialog progress(Words::Main::copying(QFileInfo(accessPath).fileName()), Words::cancel(), 0, 100,
                            parent);
@@ -57,16 +57,15 @@ bool Convert(const QString& accessPath, const QString& copy, QWidget* parent) {
   progress.setMinimumDuration(0);
   progress.setValue(0);
   try {
-    AccessImport::Convert(accessPath, copy, [&progress](qint64 done, qint64 total) {
+    return AccessImport::Convert(accessPath, copy, [&progress](qint64 done, qint64 total) {
       const int percent = total > 0 ? int(done * 100 / total) : 0;
       // Setting the value also processes events, which is too dear for every row.
       if (percent != progress.value()) progress.setValue(percent);
       if (progress.wasCanceled()) throw Cancelled();
     });
   } catch (const Cancelled&) {
-    return false;
+    return std::nullopt;
   }
-  return true;
 }
 
 }  // namespace
@@ -116,7 +115,12 @@ QString DatabaseChoice::LibraryFor(const QString& path, QWidget* parent) {
       Refuse(path, {});
       return {};
     }
-    return agrees(Words::Main::makeACopy) && Convert(path, copy, parent) ? copy : QString();
+    if (!agrees(Words::Main::makeACopy)) return {};
+    const auto counts = Convert(path, copy, parent);
+    if (!counts) return {};
+    ShowInformationMessage(Words::Main::copied(QFileInfo(copy).fileName(), QFileInfo(path).fileName(),
+                                               counts->dataSets, counts->samples, counts->units));
+    return copy;
   } catch (const std::exception& error) {
     Refuse(path, ErrorText(error).remove(path + u": "_s));
     return {};

@@ -12,6 +12,8 @@ inline constexpr Text<> no{u"&No"};
 inline constexpr Text<> cancel{u"&Cancel"};
 inline constexpr Text<> information{u"Information"};
 inline constexpr Text<> error{u"Error"};
+inline constexpr QStringView systemMessage =
+    u"System Message";  // where the title is the same in any language
 inline constexpr Text<1> noSuchDataSet{u"There is no data set with ID %1."};
 inline constexpr Text<> noDatabaseOpen{u"No database is open."};
 inline constexpr Text<1> settingsUnread{u"The settings in %1 cannot be read. The defaults are in use."};
@@ -83,6 +85,8 @@ inline constexpr Text<> newLibraries{u"Kestrel Libraries (*.mdb *.kestrel *.db)"
 inline constexpr Text<> accessFiles{u"Access Database Files(*.mdb)"};
 inline constexpr Text<> databaseNotMade{u"The new database could not be made"};
 inline constexpr Text<1> copying{u"Copying %1 ..."};
+inline constexpr Text<5> copied{
+    u"The copy %1 has all of %2:\r\n\r\n%3 data sets with %4 samples, and %5 units of measurement."};
 inline constexpr Text<2> openTheCopy{
     u"%1 is a Microsoft Access file, and a copy of it for Kestrel exists already:\r\n\r\n%2\r\n\r\n"
     u"The Access file stays as it is.\r\n\r\nDo you wish to open the copy?"};

@@ -191,6 +191,9 @@ TEST_F(MainCommandsTest, TakesOverAnAccessFile) {
 
   for (const QStringView question : {u"make the copy", u"exists already"}) {  // and is opened
     program.boxes.Expect(Answer::Yes, question);
+    if (question == u"make the copy")
+      program.boxes.Expect(
+          u"plant.kestrel has all of plant.mdb:\r\n\r\n12 data sets with 11803 samples, and 6 units");
     Choose(access);
     EXPECT_EQ(Panel(), u"Current Database: plant.kestrel (DB Rev. 2.0)");
     EXPECT_EQ(StoredDatabase(), copy);
