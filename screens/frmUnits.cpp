@@ -174,20 +174,18 @@ bool frmUnits::SettleWithOthers() {
     return false;
   };
   const QString name = txtName->text(), mine = txtDescription->text();
-  Recordset present;
-  present.Open(u"SELECT * FROM Units WHERE Deleted = 0 AND ID = %1"_s.arg(CurrentID()), CurrentConnection());
-  if (present.RecordCount() == 0) {
+  const auto theirs = TextsInTable();
+  if (!theirs) {
     if (ShowSystemMessage(Words::Sharing::addUnitAgain(name), MessageBox::Icon::Question,
                           MessageBox::Buttons::YesNo) != Answer::Yes)
       return callOff();
     IsNewRecord = true;
     return NameIsFree() || callOff();
   }
-  const QString theirs = present.Field(u"Description"_s).toString();
-  if (theirs == recordset_.Field(u"Description"_s).toString()) return true;
-  if (theirs != mine) {
-    ConflictForm question(Words::Sharing::conflict(name), {{Words::Sharing::unitDescription(), mine, theirs}},
-                          this);
+  if (theirs->description == recordset_.Field(u"Description"_s).toString()) return true;
+  if (theirs->description != mine && !mine.isEmpty()) {
+    ConflictForm question(Words::Sharing::unitConflict(name),
+                          {{Words::Sharing::unitDescription(), mine, theirs->description}}, this);
     question.exec();
     if (question.Choice() == ConflictForm::Cancel) return callOff();
     ReadAgain();
@@ -199,9 +197,17 @@ bool frmUnits::SettleWithOthers() {
   return true;
 }
 
+// The current unit as others see it; none where it is deleted.
+std::optional<frmUnits::Texts> frmUnits::TextsInTable() const {
+  Recordset present;
+  present.Open(u"SELECT * FROM Units WHERE Deleted = 0 AND ID = %1"_s.arg(CurrentID()), CurrentConnection());
+  if (present.RecordCount() == 0) return std::nullopt;
+  return Texts{present.Field(u"Name"_s).toString(), present.Field(u"Description"_s).toString()};
+}
+
 // The units as they are now, at the same one.
 void frmUnits::ReadAgain() {
-  const qint32 id = CurrentID();
+  const qint32 id = recordset_.RecordCount() > 0 ? CurrentID() : 0;
   recordset_.Requery();
   if (recordset_.RecordCount() == 0) return;
   for (recordset_.MoveFirst(); !recordset_.EndOfFile() && CurrentID() != id;) recordset_.MoveNext();
@@ -210,25 +216,28 @@ void frmUnits::ReadAgain() {
 
 void frmUnits::LibraryChanged() {
   if (recordset_.GetState() != Recordset::Opened || IsNewRecord) return;
-  Trap(u"frmUnits::LibraryChanged"_s, [this] {
-    if (TextsInBoxes() != snapshot_) {
-      news_ = Words::Sharing::unitChangedWhileOpen(Globals().clock->Now().toString(u"HH:mm:ss"_s));
-    } else if (recordset_.RecordCount() == 0) {
-      recordset_.Requery();
-      if (recordset_.RecordCount() > 0) UpdateScreenFields();
-    } else {
-      ReadAgain();
-      const bool isGone = recordset_.RecordCount() == 0;
-      const Texts present{isGone ? QString() : recordset_.Field(u"Name"_s).toString(),
-                          isGone ? QString() : recordset_.Field(u"Description"_s).toString()};
-      if (present != snapshot_) {
-        txtName->setText(present.name);
-        txtDescription->setText(present.description);
-        TakeSnapshot();
-      }
+  try {
+    if (TextsInBoxes() == snapshot_) {
+      TakePresent();
+    } else if (const auto theirs = TextsInTable(); theirs != snapshot_) {
+      const QString now = Globals().clock->Now().toString(u"HH:mm:ss"_s);
+      news_ = theirs ? Words::Sharing::unitChangedWhileOpen(now) : Words::Sharing::unitDeletedWhileOpen(now);
     }
-    UpdateButtons();
-  });
+  } catch (const Error& error) {
+    news_ = Words::Sharing::unreadable(error.Text());
+  }
+  UpdateButtons();
+}
+
+void frmUnits::TakePresent() {
+  ReadAgain();
+  Texts present;
+  if (recordset_.RecordCount() > 0)
+    present = {recordset_.Field(u"Name"_s).toString(), recordset_.Field(u"Description"_s).toString()};
+  if (present == snapshot_) return;
+  txtName->setText(present.name);
+  txtDescription->setText(present.description);
+  TakeSnapshot();
 }
 
 void frmUnits::DeleteUnit() {

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QTimer>
+#include <optional>
 
 #include "platform/ado/Recordset.h"
 #include "screens/LibraryView.h"
@@ -36,7 +37,9 @@ class frmUnits : public QDialog, public LibraryView {
   void SaveUnit();
   bool SaveCurrentData();
   bool SettleWithOthers();
+  std::optional<Texts> TextsInTable() const;
   void ReadAgain();
+  void TakePresent();
   qint32 CurrentID() const { return recordset_.Field(QStringLiteral("ID")).toInt(); }
   void DeleteUnit();
   void RefreshList();

@@ -21,10 +21,13 @@ inline constexpr Text<1> changedBeneath{
     u"%1: somebody else changed this data set. Your new limits stay; Save takes in what was changed."};
 inline constexpr Text<1> deletedWhileOpen{u"%1: somebody else deleted this data set."};
 inline constexpr Text<1> unitChangedWhileOpen{
-    u"%1: somebody else changed the units. Refresh list shows them."};
+    u"%1: somebody else changed this unit. What you have entered stays; Refresh list shows theirs."};
+inline constexpr Text<1> unitDeletedWhileOpen{u"%1: somebody else deleted this unit."};
 inline constexpr Text<1> deletedByOthers{u"Somebody else deleted \"%1\"."};
 inline constexpr Text<1> unreadable{u"The library cannot be read at present: %1"};
-inline constexpr Text<> replaced{u"Another file stands in the library's place. It has been read."};
+inline constexpr Text<2> unreadableWhileOpen{u"%1: this data set can no longer be read. %2"};
+inline constexpr Text<> readAgain{
+    u"The library's file was another one or could not be read. It has been read again."};
 inline constexpr Text<1> saved{u"saved %1"};
 inline constexpr Text<2> savedAndTakenIn{u"saved %1. %2"};
 
@@ -41,8 +44,7 @@ inline constexpr Text<> subject{u"Changed by both"};
 inline constexpr Text<> mine{u"Yours"};
 inline constexpr Text<> theirs{u"In the library"};
 inline constexpr Text<> takeTheirs{u"Take &theirs"};
-inline constexpr Text<> takeTheirsTip{
-    u"Show the data set as it stands in the library; what you entered is lost"};
+inline constexpr Text<> takeTheirsTip{u"Show what stands in the library; what you entered is lost"};
 inline constexpr Text<> keepMine{u"&Keep mine"};
 inline constexpr Text<> keepMineTip{
     u"Write what you entered in place of theirs; what else they changed stays as it is"};
@@ -61,12 +63,14 @@ inline constexpr Text<> rangeUCL{u"Range UCL"};
 inline constexpr Text<> rangeMean{u"Range mean"};
 inline constexpr Text<> rangeLCL{u"Range LCL"};
 inline constexpr Text<> unitDescription{u"the description"};
+inline constexpr Text<1> unitConflict{
+    u"Somebody else has changed the unit \"%1\" since it was read, and so have you. Nothing has been written "
+    u"yet. Which version is to stand?"};
 inline constexpr Text<1> addAgain{
     u"Somebody else has deleted \"%1\" since you opened it. Nothing has been written. Do you wish to add it "
     u"as a new data set?"};
 inline constexpr Text<1> addUnitAgain{
-    u"Somebody else has deleted the unit \"%1\" since you opened it. Nothing has been written. Do you wish "
-    u"to "
+    u"Somebody else has deleted the unit \"%1\" since it was read. Nothing has been written. Do you wish to "
     u"add it as a new unit?"};
 inline constexpr Text<1> nameIsTaken{
     u"Somebody else has added another data set named \"%1\" meanwhile. Nothing has been written."};

@@ -159,6 +159,9 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   EXPECT_TRUE(TextOf(form, "lblRecord").startsWith(u"Unit 1 of 2"_s));
 
   Describe();
+  program.Execute(u"UPDATE Units SET Description = 'other' WHERE Name = 'bar'"_s);
+  form.LibraryChanged();
+  EXPECT_EQ(TextOf(form, "lblRecord"), u"Unit 1 of 2") << "this one is as it was";
   program.Execute(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'kg'"_s);
   form.LibraryChanged();
   EXPECT_EQ(Description(), u"kilo!");
@@ -174,7 +177,7 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   Fire(form, "ChangeMonitorTimer");
   answer("cmdMine");
   Run(RecordBar::Save);
-  EXPECT_EQ(Stored(), u"kg=kilo!,bar=bar text");
+  EXPECT_EQ(Stored(), u"kg=kilo!,bar=other");
   Describe();
   Fire(form, "ChangeMonitorTimer");
   program.Execute(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'kg'"_s);
@@ -187,10 +190,10 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   program.Execute(u"UPDATE Units SET Deleted = 1 WHERE Name = 'kg'"_s);
   program.boxes.Expect(Answer::No, u"as a new unit?");
   Run(RecordBar::Save);
-  EXPECT_EQ(Stored(), u"xkg=theirs,bar=bar text");
+  EXPECT_EQ(Stored(), u"xkg=theirs,bar=other");
   program.boxes.Expect(Answer::Yes, u"as a new unit?");
   Run(RecordBar::Save);
-  EXPECT_EQ(Stored(), u"xkg=theirs,bar=bar text,kg=theirs!");
+  EXPECT_EQ(Stored(), u"xkg=theirs,bar=other,kg=theirs!");
 }
 
 TEST_F(UnitsTest, AChangeThatCannotBeWrittenIsNotWrittenLater) {
