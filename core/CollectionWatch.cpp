@@ -1,52 +1,82 @@
 #include "core/CollectionWatch.h"
 
-#include <QElapsedTimer>
 #include <algorithm>
 
 #include "core/Globals.h"
 
 namespace {
-constexpr qint64 mostMilliseconds = 50;
-}
+
+constexpr quint32 mostMilliseconds = 50;
+
+// For as long as it lives, a lock that another program holds is a failure at once.
+class WithoutWaiting {
+ public:
+  explicit WithoutWaiting(Connection& connection) : connection_(connection), before_(connection.LockWait) {
+    connection_.SetLockWait(0);
+  }
+  ~WithoutWaiting() { connection_.SetLockWait(before_); }
+  WithoutWaiting(const WithoutWaiting&) = delete;
+  WithoutWaiting& operator=(const WithoutWaiting&) = delete;
+
+ private:
+  Connection& connection_;
+  const int before_;
+};
+
+}  // namespace
 
 CollectionWatch::CollectionWatch() : library_(CurrentLibrary()), watch_(library_->Place()) {}
 
 std::optional<CollectionWatch::News> CollectionWatch::Take() {
-  if (Globals().gLibrary != library_) return std::nullopt;
+  ProgramState& state = Globals();
+  if (state.gLibrary != library_) return std::nullopt;
   News news;
+  const Unread unread = state.gUnread;
   if (const auto change = watch_.Look()) {
     news.others = change->others;
-    news.replaced = change->replaced;
-    news.trouble = change->trouble;
+    if (change->replaced) file_ = File::Replaced;
+    if (!change->trouble.isEmpty()) {
+      file_ = File::Unreadable;
+      state.gUnread.library = change->trouble;
+    }
     pending_.insert(change->changed.begin(), change->changed.end());
     pending_.insert(change->deleted.begin(), change->deleted.end());
   }
-  if (news.replaced) return news;
-  isLocked_ = false;
-  QElapsedTimer spent;
-  spent.start();
-  while (!pending_.empty() && spent.elapsed() < mostMilliseconds) {
-    const qint64 id = *pending_.begin();
-    std::optional<Library::Row> row;
-    try {
-      row = library_->Read(id);
-    } catch (const DatabaseError&) {
-      isLocked_ = true;  // the timer's next tick is soon enough
-      break;
+  news.replaced = file_ == File::Replaced;
+  if (file_ == File::Same && !pending_.empty()) ReadPending(news);
+  news.others = news.others || state.gUnread != unread;
+  const bool isNews =
+      news.others || news.replaced || !news.changed.empty() || !news.added.empty() || !news.gone.empty();
+  return isNews ? std::optional(news) : std::nullopt;
+}
+
+void CollectionWatch::ReadPending(News& news) {
+  waits_ = false;
+  Clock& clock = *Globals().clock;
+  const auto now = [&clock] { return static_cast<quint32>(clock.GetTickCount()); };
+  const quint32 start = now();
+  try {
+    const WithoutWaiting quick(library_->Database());
+    while (!pending_.empty() && now() - start < mostMilliseconds) {
+      const qint64 id = *pending_.begin();
+      const std::optional<Library::Row> row = library_->Read(id);
+      Globals().gUnread.library.clear();
+      pending_.erase(pending_.begin());
+      Bring(id, row, news);
     }
-    pending_.erase(pending_.begin());
-    Bring(id, row, news);
+  } catch (const DatabaseError& error) {
+    waits_ = true;
+    if (!error.IsBusy()) Globals().gUnread.library = error.Text();
   }
-  const bool isEmpty = news.changed.empty() && news.added.empty() && news.gone.empty() && !news.others &&
-                       news.trouble.isEmpty();
-  return isEmpty ? std::nullopt : std::optional(news);
 }
 
 void CollectionWatch::Bring(qint64 id, const std::optional<Library::Row>& row, News& news) {
   auto& collection = Globals().gDataCollection;
+  auto& unread = Globals().gUnread.rows;
+  unread.erase(id);
+  if (row && row->failure) unread[id] = row->failure->Text();
   const auto found = std::ranges::find(collection, id, [](const CDataPtr& data) { return data->ID(); });
   if (!row || row->failure) {
-    if (row) news.trouble = row->failure->Text();
     if (found == collection.end()) return;
     news.gone.push_back(*found);
     collection.erase(found);

@@ -1,7 +1,6 @@
 // Brings what others change in the open library into the program's collection.
 #pragma once
 
-#include <QString>
 #include <memory>
 #include <optional>
 #include <set>
@@ -20,21 +19,22 @@ class CollectionWatch {
     std::vector<CDataPtr> changed = {};  // stand in the collection in the place of those with their IDs
     std::vector<CDataPtr> added = {};    // stand in the collection in the order of the IDs
     std::vector<CDataPtr> gone = {};     // stand there no longer
-    bool others = false;                 // something else: a unit
-    bool replaced = false;  // another file stands in the library's place; nothing is read of it yet
-    QString trouble = {};   // why the library, or a row of it, cannot be read
+    bool others = false;                 // something else: a unit; or Globals().gUnread
+    bool replaced = false;               // the file has to be opened and read again: it may be another one
   };
 
   // What is new since the last time; none where nothing is. Where much is new, takes a part of it, so that
   // the windows do not wait; the rest comes with the next ones.
   std::optional<News> Take();
-  bool HasMore() const { return !pending_.empty() && !isLocked_; }
+  bool HasMore() const { return !pending_.empty() && !waits_; }
 
  private:
+  void ReadPending(News& news);
   void Bring(qint64 id, const std::optional<Library::Row>& row, News& news);
 
   const std::shared_ptr<Library> library_;
   LibraryWatch watch_;
   std::set<qint64> pending_;  // rows that are to be read again
-  bool isLocked_ = false;     // by another program, when they were to be read
+  bool waits_ = false;        // for the timer's next tick, since they cannot be read just now
+  enum class File { Same, Replaced, Unreadable } file_ = File::Same;  // in the library's place
 };

@@ -26,16 +26,10 @@ qint32 IDOfNewRecord(const QString& description) {
 
 // The rows that are not among the data sets, and why; all in one box. A refusal by the engine has a message
 // of its own, a row that cannot be read the procedure's.
-void ReportBadRows(const std::vector<Library::Row>& rows) {
-  if (rows.empty()) return;
-  constexpr std::size_t mostNamed = 10;
-  QStringList lines;
-  for (const Library::Row& row : rows)
-    if (std::size_t(lines.size()) < mostNamed) lines << row.failure->Text();
-  if (rows.size() > mostNamed) lines << Words::Library::andMore(QString::number(rows.size() - mostNamed));
-  const QString text = lines.join(u"\r\n"_s);
-  Globals().gLoadTrouble = lines.join(u'\n');
-  if (rows.front().failure->GetKind() == Error::Kind::BadInput)
+void ReportUnread(bool refusedByEngine) {
+  const QString text = Globals().gUnread.Text().replace(u'\n', u"\r\n"_s);
+  if (text.isEmpty()) return;
+  if (refusedByEngine)
     ReportRefusal(text);
   else
     ReportProcedureError(u"DataObjectFunctions::InitializeCDataCollection"_s, text);
@@ -75,28 +69,30 @@ bool InitializeCDataCollection() {
   return Trap(u"DataObjectFunctions::InitializeCDataCollection"_s, false, [] {
     ProgramState& state = Globals();
     DeleteAllDataObjects();
-    state.gLoadTrouble.clear();
+    state.gUnread = {};
     const quint32 emptied = state.gCollectionEmptied;
     bool overtaken = false;
-    std::vector<Library::Row> badRows;
+    bool refusedByEngine = false;  // the first row that is left out
     try {
       CurrentLibrary()->ReadEach([&](const Library::Row& row) {
         DoEvents();
         // The user may have attached another database or closed the program meanwhile.
         overtaken = state.gCollectionEmptied != emptied;
         if (overtaken) return false;
-        if (row.failure)
-          badRows.push_back(row);
-        else
+        if (!row.failure) {
           state.gDataCollection.push_back(row.data);
+          return true;
+        }
+        if (state.gUnread.rows.empty()) refusedByEngine = row.failure->GetKind() == Error::Kind::BadInput;
+        state.gUnread.rows[row.id] = row.failure->Text();
         return true;
       });
     } catch (const std::exception& error) {
-      state.gLoadTrouble = ErrorText(error);
+      state.gUnread.library = ErrorText(error);
       throw;
     }
     if (overtaken) return false;
-    ReportBadRows(badRows);
+    ReportUnread(refusedByEngine);
     return !state.gDataCollection.empty();
   });
 }
@@ -144,7 +140,7 @@ bool ModifyDataObjectInSystem(const CDataPtr& data) {
 
 bool UpdateCollectionObject(const CDataPtr& data) {
   return Trap(u"DataObjectFunctions::UpdateCollectionObject"_s, false, [&] {
-    if (const auto found = FindByID(data->ID()); IsEntry(found)) *found = data;
+    FindByID(data->ID());
     return true;
   });
 }
@@ -168,6 +164,12 @@ void DeleteAllDataObjects() {
     Globals().gDataCollection.clear();
     ++Globals().gCollectionEmptied;
   });
+}
+
+CDataPtr PresentOf(const CData& data) {
+  CDataPtr present;
+  GetDataObjectByID(data.ID(), present);
+  return present && present->Description() == data.Description() ? present : nullptr;
 }
 
 bool GetDataObjectByID(qint32 id, CDataPtr& data) {

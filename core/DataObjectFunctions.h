@@ -28,11 +28,15 @@ bool AppendToDataObject(const CDataPtr& data, const QStringList& values);
 
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary
-bool UpdateCollectionObject(const CDataPtr& data);    // in the place of the entry with its ID
+bool UpdateCollectionObject(const CDataPtr& data);    // finds its entry, which is as it should be already
 
 bool DeleteDataObjectfromListview(qint32 id);
 bool DeleteDataObjectByID(qint32 id);  // the first entry with that ID
 void DeleteAllDataObjects();
+
+// What the collection now holds of that data set: by its ID and its name, since a file in the library's place
+// may have given the ID to another one. Null where it is gone.
+CDataPtr PresentOf(const CData& data);
 
 // True also when nothing matched: then data is null.
 bool GetDataObjectByID(qint32 id, CDataPtr& data);

@@ -21,9 +21,13 @@ void ShowInDatabasePanel(const QString& text) {
     screen->SetDatabasePanelText(LoadResText(u"Current Database: ;299") + text);
 }
 
+void ShowInDatabasePanel(const QString& path, const QString& revision) {
+  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(QFileInfo(path).fileName(), LoadResText(u"DB Rev. ;300"), revision));
+}
+
 // What the program does with a database once it is open.
 void UseDatabase(const QString& path, const QString& revision, bool keepInSettings) {
-  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(QFileInfo(path).fileName(), LoadResText(u"DB Rev. ;300"), revision));
+  ShowInDatabasePanel(path, revision);
   if (keepInSettings) {
     Globals().gDatabaseForThisRun.clear();
     clsSetup& setup = Globals().gSetup;
@@ -43,13 +47,19 @@ bool OpenDatabaseConnection(bool useODBC, const QString& connectString) {
     // What is open stays open until the other one has proved sound.
     const auto library = std::make_shared<Library>(connectString, ProviderFor(useODBC));
     Connection& connection = library->Database();
-    connection.CommandTimeout = 30000;
     const bool usingODBC = connection.Provider != Connection::JetProvider;
     if (!usingODBC) library->Guard(ShowInformationMessage);
     state.gLibrary = library;
     state.gUsingODBC = usingODBC;
     return true;
   });
+}
+
+void ReopenDatabase() {
+  ProgramState& state = Globals();
+  std::shared_ptr<Library> library = Library::Open(state.gLibrary->Place(), ShowInformationMessage);
+  ShowInDatabasePanel(library->Place(), library->Revision());
+  state.gLibrary = std::move(library);
 }
 
 bool TestDatabaseConnection(bool useODBC, const QString& connectString) {

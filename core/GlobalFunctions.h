@@ -12,6 +12,7 @@
 namespace GlobalFunctions {
 
 bool OpenDatabaseConnection(bool useODBC, const QString& connectString);  // opens Globals().gLibrary
+void ReopenDatabase();  // the file that now stands in the open library's place; throws Error
 bool TestDatabaseConnection(bool useODBC, const QString& connectString);  // a throw-away connection; silent
 
 // The file's revision (the last row of DBRevision) and whether it is one the program accepts: 2.0 or later.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -20,6 +21,15 @@ class clsSetup {
   QString DatabaseName;  // full path of the database file in use
 };
 
+// What of the open library could not be read, and why.
+struct Unread {
+  QString library;                 // nothing more can be; what has been read before is still shown
+  std::map<qint64, QString> rows;  // single data sets, by their IDs
+
+  QString Text() const;  // a line for each of the first ones; empty where all was read
+  bool operator==(const Unread&) const = default;
+};
+
 struct ProgramState {
   std::shared_ptr<Library> gLibrary;  // the one open database; a load that is overtaken holds on to its own
   bool gDatabaseOpen = false;         // AttachDatabase opened gLibrary
@@ -30,8 +40,8 @@ struct ProgramState {
   quint32 gCollectionEmptied = 0;         // how often; a load that finds it changed has been overtaken
   QString gHelpFilePath;
   bool gRunningInDevelopment = false;
-  bool gAddMode = false;             // the data editor adds (else edits)
-  QString gLoadTrouble;              // why data sets could not be read, a line for each; empty where all were
+  bool gAddMode = false;  // the data editor adds (else edits)
+  Unread gUnread;
   qint32 gCurrentDataID = 0;         // the data set selected on the main list
   bool gLimitsRecalculated = false;  // set by the recalculate screen, read by the chart screen
   bool gSettingsSaved = false;       // set by the configuration screen

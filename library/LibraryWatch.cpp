@@ -16,12 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool IsBusy(const DatabaseError& error) {
-  constexpr int busy = 5;
-  constexpr int locked = 6;
-  return error.code == busy || error.code == locked;
-}
-
 // Versions count from 1; a row that is gone has this one's lowest bit.
 constexpr quint64 VersionOf(qint64 version, bool deleted) {
   return static_cast<quint64>(version) * 2 + (deleted ? 1 : 0);
@@ -45,9 +39,9 @@ std::optional<LibraryWatch::File> LibraryWatch::FileAt(const QString& path) {
 #endif
 }
 
-// Starts with the file that is there. Says so where there was another one before, or why it cannot.
+// Starts with the file that is there; where that comes later than it should, everything may be different.
+// Says why it cannot.
 std::optional<LibraryWatch::Change> LibraryWatch::Begin() {
-  const bool isAnother = file_.has_value();
   try {
     const auto file = FileAt(place_);
     auto connection = std::make_unique<Connection>();
@@ -61,14 +55,13 @@ std::optional<LibraryWatch::Change> LibraryWatch::Begin() {
     trouble_.clear();
   } catch (const DatabaseError& error) {
     connection_.reset();
-    if (IsBusy(error)) return std::nullopt;
+    if (error.IsBusy()) return std::nullopt;
     const bool isNews = trouble_ != error.Text();
     trouble_ = error.Text();
     if (isNews) return Change{.trouble = trouble_};
     return std::nullopt;
   }
-  if (isAnother) return Change{.replaced = true};
-  return std::nullopt;
+  return Change{.replaced = true};
 }
 
 std::optional<LibraryWatch::Change> LibraryWatch::Look() {
@@ -84,7 +77,7 @@ std::optional<LibraryWatch::Change> LibraryWatch::Look() {
     dataVersion_ = now;
     return change;
   } catch (const DatabaseError& error) {
-    if (IsBusy(error)) return std::nullopt;  // the next look tells
+    if (error.IsBusy()) return std::nullopt;  // the next look tells
     connection_.reset();
     trouble_ = error.Text();
     return Change{.trouble = trouble_};

@@ -25,7 +25,7 @@ class LibraryWatch {
     std::vector<qint64> changed = {};  // the IDs of new and of changed rows
     std::vector<qint64> deleted = {};
     bool others = false;    // something else in the file: a unit, a deleted row that was purged
-    bool replaced = false;  // another file stands in its place: everything may be different
+    bool replaced = false;  // another file stands in its place, or it was not watched: all may be different
     QString trouble = {};   // why it cannot be read, once when that begins; empty otherwise
   };
 

@@ -22,6 +22,7 @@
 #include "screens/RawDataNotes.h"
 #include "screens/SaveQuestions.h"
 #include "texts/DetectionRules.h"
+#include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -103,17 +104,21 @@ void AddMeasurements::BuildControls() {
 }
 
 void AddMeasurements::LibraryChanged() {
-  CDataPtr present;
-  DataObjectFunctions::GetDataObjectByID(data_->ID(), present);
-  if (!present || present == data_) return;
-  data_ = present;  // what is typed goes behind what is there now
+  const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
+  if (present == data_) return;
+  if (present)
+    data_ = present;  // what is typed goes behind what is there now
+  else
+    gone_ = Words::Sharing::deletedWhileOpen(Globals().clock->Now().toString(u"HH:mm:ss"_s));
   UpdateNotes();
 }
 
 void AddMeasurements::UpdateNotes() {
   Trap(u"AddMeasurements::UpdateNotes"_s, [this] {
     const QString limits = SaveQuestions::LimitsHint(*data_), stay = Words::Adding::limitsStay();
-    lblLimits->setText(limits.isEmpty() ? stay : stay + u'\n' + limits);
+    QStringList lines{gone_, stay, limits};
+    lines.removeAll(QString());
+    lblLimits->setText(lines.join(u'\n'));
     const QString text = txtNewValues->toPlainText();
     const RawDataText::Examination found = AddedSamples::Examine(text, *data_);
     const qsizetype before = AddedSamples::CountOf(*data_);
@@ -124,7 +129,7 @@ void AddMeasurements::UpdateNotes() {
                      : RawDataText::DescribeAdded(found, before, data_->SubGroupSize()),
                  found);
     txtNewValues->MarkSubgroups(data_->SubGroupSize(), before);
-    cmdAdd->setEnabled(found.values > 0);
+    cmdAdd->setEnabled(found.values > 0 && gone_.isEmpty());
     ShowPreview(found.IsUnclear() || found.values == 0 ? QString() : text);
   });
 }

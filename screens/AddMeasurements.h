@@ -36,6 +36,7 @@ class AddMeasurements : public QDialog, public LibraryView {
 
   CDataPtr data_;
   QString news_;  // what the last adding did
+  QString gone_;  // that somebody has deleted the data set
   RawDataBox* txtNewValues = nullptr;
   RawDataNotes* notes_ = nullptr;
   Led* ledVerdict = nullptr;

@@ -267,11 +267,14 @@ void DataEditor::ShowStored(const EditorFields& fields) {
 
 void DataEditor::LibraryChanged() {
   if (!edited_) return;
-  CDataPtr present;
-  DataObjectFunctions::GetDataObjectByID(edited_->ID(), present);
+  const CDataPtr present = DataObjectFunctions::PresentOf(*edited_);
   if (present && present->RowAsKnown() == edited_->RowAsKnown()) return;
   const QString now = Globals().clock->Now().toString(u"HH:mm:ss"_s);
-  news_ = present ? Words::Sharing::changedWhileOpen(now) : Words::Sharing::deletedWhileOpen(now);
+  const auto& unread = Globals().gUnread.rows;
+  if (const auto bad = unread.find(edited_->ID()); bad != unread.end())
+    news_ = Words::Sharing::unreadableWhileOpen(now, bad->second);
+  else
+    news_ = present ? Words::Sharing::changedWhileOpen(now) : Words::Sharing::deletedWhileOpen(now);
   UpdateNotes();
 }
 
@@ -287,8 +290,7 @@ void DataEditor::ReadAgain() {
       return;
     }
   }
-  CDataPtr present;
-  DataObjectFunctions::GetDataObjectByID(edited_->ID(), present);
+  const CDataPtr present = DataObjectFunctions::PresentOf(*edited_);
   if (!present) return;
   edited_ = present;
   news_.clear();

@@ -7,10 +7,12 @@
 
 #include "data/RawDataText.h"
 
+#include "screens/LibraryView.h"
+
 class RawDataBox;
 class RawDataNotes;
 
-class ExpandedDataForm : public QDialog {
+class ExpandedDataForm : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   // Shows Globals().gRawDataText. The subgroup size, as typed, and the fliers are those of the editor's

@@ -1,4 +1,4 @@
-// A form that shows something of the library while it stands over the main window.
+// A form that may stand over the main window while the library changes.
 #pragma once
 
 class LibraryView {
@@ -6,5 +6,5 @@ class LibraryView {
   virtual ~LibraryView() = default;
 
   // The collection, or the units, may be others than they were. What the user has typed stays as it is.
-  virtual void LibraryChanged() = 0;
+  virtual void LibraryChanged() {}
 };

@@ -54,7 +54,9 @@ void MainList::SizeColumns() {
 
 void MainList::AddRow(const CData& dataSet) { addTopLevelItem(MakeRow(dataSet)); }
 
-void MainList::InsertRow(int row, const CData& dataSet) { insertTopLevelItem(row, MakeRow(dataSet)); }
+void MainList::InsertRow(int row, const CData& dataSet) {
+  insertTopLevelItem(std::min(row, topLevelItemCount()), MakeRow(dataSet));
+}
 
 void MainList::AddRows(std::span<const CDataPtr> dataSets) {
   QList<QTreeWidgetItem*> rows;

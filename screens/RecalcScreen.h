@@ -22,8 +22,7 @@ class RecalcScreen : public QDialog, public LibraryView {
   explicit RecalcScreen(QWidget* parent = nullptr, CDataPtr dataSet = nullptr,
                         const std::optional<PointRange>& stretch = std::nullopt);
 
-  void LibraryChanged() override {}  // the screen below says so
-  int exec() override;               // rejected at once where the data set could not be had
+  int exec() override;  // rejected at once where the data set could not be had
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -92,6 +93,8 @@ void RestoreForm::BuildControls() {
   connect(listDeleted, &QTreeWidget::itemDoubleClicked, this, &RestoreForm::Restore);
   connect(cmdRestore, &QPushButton::clicked, this, &RestoreForm::Restore);
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
+          [this] { Trap(u"RestoreForm::Fill"_s, [this] { Fill(); }); });
 }
 
 void RestoreForm::Fill() {

@@ -17,8 +17,6 @@ class RestoreForm : public QDialog, public LibraryView {
  public:
   explicit RestoreForm(QWidget* parent = nullptr);
 
-  void LibraryChanged() override {}  // the list is not changed under the user's hands
-
  private:
   void BuildControls();
   void BuildList();

@@ -17,6 +17,12 @@ using SharedSave::Outcome;
 
 namespace {
 
+// The user works on an object of his own; the collection's own one is to be the same.
+void PutIntoCollection(const CDataPtr& data) {
+  const CDataPtr present = DataObjectFunctions::PresentOf(*data);
+  if (present && present != data) *present = *data;
+}
+
 SharedSave::Result AddAgain(const CDataPtr& data) {
   const QString& name = data->Description();
   if (ShowSystemMessage(Words::Sharing::addAgain(name), Icon::Question, Buttons::YesNo) != Answer::Yes)
@@ -33,10 +39,15 @@ SharedSave::Result AddAgain(const CDataPtr& data) {
     return {};
   }
   data->SetID(static_cast<qint32>(Tables::IdOf(data->RowAsKnown())));
-  if (MainScreen* screen = Globals().mainScreen) screen->AddListRow(*data);
-  // The main window may not have looked yet.
-  DataObjectFunctions::DeleteDataObjectByID(before.ID());
-  DataObjectFunctions::DeleteDataObjectfromListview(before.ID());
+  Globals().gDataCollection.back() = std::make_shared<CData>(*data);  // what the user goes on with is his
+  if (DataObjectFunctions::PresentOf(before)) {  // the main window has not looked yet
+    DataObjectFunctions::DeleteDataObjectByID(before.ID());
+    DataObjectFunctions::DeleteDataObjectfromListview(before.ID());
+  }
+  if (MainScreen* screen = Globals().mainScreen) {
+    screen->AddListRow(*data);
+    screen->SelectListRow(data->ID());
+  }
   return {Outcome::Saved};
 }
 
@@ -55,7 +66,9 @@ SharedSave::Result SharedSave::Save(const CDataPtr& data) {
     if (question.Choice() == ConflictForm::Cancel) return {};
     if (question.Choice() == ConflictForm::KeepMine) continue;
     *data = *over;
+    PutIntoCollection(data);
     return {Outcome::TookTheirs};
   }
+  PutIntoCollection(data);
   return {Outcome::Saved, saved.takenIn};
 }

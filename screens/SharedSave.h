@@ -19,8 +19,8 @@ struct Result {
   QString takenIn = {};  // one line on what others had changed and the save kept; mostly empty
 };
 
-// A data set whose row somebody has deleted can become a new one; it then stands in the collection and in the
-// main list.
+// The collection then holds what `data` does. A data set whose row somebody has deleted can become a new one,
+// which is then the selected one of the main list.
 Result Save(const CDataPtr& data);
 
 }  // namespace SharedSave

@@ -232,7 +232,9 @@ void StatGraphics::Recalculate() {
 void StatGraphics::ChangeBelow(const std::function<void()>& change) {
   if (!Form_Unload()) return;
   dataChanged_ = false;
-  TakeFromCollection();
+  if (!TakeFromCollection()) return ShowNews(Words::Sharing::deletedWhileOpen(TimeText()));
+  // Where this one was deleted for a while, the main list has gone on to another one.
+  if (MainScreen* screen = Globals().mainScreen) screen->SelectListRow(data_->ID());
   change();
   TakeFromCollection();
   if (data_->NumberOfPlotPoints() >= fewestToOpen) return ShowAnew();
@@ -257,7 +259,7 @@ bool StatGraphics::Save() {
     const SharedSave::Result result = SharedSave::Save(data_);
     if (result.outcome == SharedSave::Outcome::NotSaved) return false;
     dataChanged_ = false;
-    DataObjectFunctions::ModifyDataObjectInSystem(std::make_shared<CData>(*data_));  // the list too
+    DataObjectFunctions::ModifyDataObjectInSystem(data_);  // the list too
     UpdateStatGraphicsText();
     const QString now = TimeText();
     if (result.outcome == SharedSave::Outcome::TookTheirs)
@@ -284,17 +286,16 @@ void StatGraphics::Show(const CData& dataSet) {
   UpdateStatGraphicsText();
 }
 
-void StatGraphics::TakeFromCollection() {
-  CDataPtr present;
-  DataObjectFunctions::GetDataObjectByID(data_->ID(), present);
+bool StatGraphics::TakeFromCollection() {
+  const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
   if (present) *data_ = *present;
+  return present != nullptr;
 }
 
 void StatGraphics::ShowNews(const QString& news) { lblNews->setText(news); }
 
 void StatGraphics::LibraryChanged() {
-  CDataPtr present;
-  DataObjectFunctions::GetDataObjectByID(data_->ID(), present);
+  const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
   if (!present) return ShowNews(Words::Sharing::deletedWhileOpen(TimeText()));
   if (present->RowAsKnown() == data_->RowAsKnown()) return;
   if (dataChanged_ || isRecalculating_ || present->NumberOfPlotPoints() < fewestToOpen)

@@ -62,7 +62,7 @@ class StatGraphics : public QDialog, public LibraryView {
   void Form_Load();
   bool LoadDataSet();
   void Show(const CData& dataSet);
-  void TakeFromCollection();
+  bool TakeFromCollection();  // false where it is gone
   void ShowNews(const QString& news);
   void ButtonClick(int button);
   void ButtonMenuClick(int button, int entry);

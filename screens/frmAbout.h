@@ -4,9 +4,11 @@
 #include <QDialog>
 #include <functional>
 
+#include "screens/LibraryView.h"
+
 class QGridLayout;
 
-class frmAbout : public QDialog {
+class frmAbout : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   // Starts a program by its path; false when it could not be started.

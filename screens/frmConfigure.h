@@ -3,11 +3,13 @@
 
 #include <QDialog>
 
+#include "screens/LibraryView.h"
+
 class Mnemonics;
 class QPushButton;
 class QRadioButton;
 
-class frmConfigure : public QDialog {
+class frmConfigure : public QDialog, public LibraryView {
   Q_OBJECT
  public:
   explicit frmConfigure(QWidget* parent = nullptr);

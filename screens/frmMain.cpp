@@ -8,6 +8,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <span>
+#include <utility>
 
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
@@ -63,9 +64,9 @@ void frmMain::InitTimer_Timer() {
   });
   if (IsClosing) return;
   ShowHint();
-  panel1_->setText(PanelText());
+  ShowPanelText();
   ClockTimer.start();
-  WatchTimer.start();
+  WatchTimer.start(watchMilliseconds);
   InitComplete = true;
   UpdateToolbarStates();
 }
@@ -75,7 +76,7 @@ bool frmMain::ReadCollection() {
   ListView1->SetHint({});
   ClearSummary();
   watch_.reset();
-  Globals().gLoadTrouble.clear();
+  Globals().gUnread = {};
   if (!Globals().gDatabaseOpen) return false;
   watch_ = std::make_unique<CollectionWatch>();  // first: what changes while it is read counts
   return DataObjectFunctions::InitializeCDataCollection();
@@ -135,20 +136,20 @@ void frmMain::PopulateMainList() {
 void frmMain::ReloadLibrary() {
   if (IsClosing) return;
   Trap(u"frmMain::ReloadLibrary"_s, [this] {
-    const QString selected = added_.isEmpty() ? ListView1->CurrentDescription() : added_;
-    added_.clear();
+    const QString added = std::exchange(added_, {});
+    const QString selected = added.isEmpty() ? ListView1->CurrentDescription() : added;
     const QScopedValueRollback phase(phase_, Phase::Loading);
     UpdateToolbarStates();
     const int scrolled = ListView1->verticalScrollBar()->value();
     if (!ReadCollection() || IsClosing) return;
     const auto& collection = Globals().gDataCollection;
     ListView1->AddRows(collection);
-    ListView1->verticalScrollBar()->setValue(scrolled);
     const int row = std::max(0, ListView1->RowOf(selected));
     if (ListView1->SelectRow(row)) MakeCurrent(collection[size_t(row)]->ID());
+    if (added.isEmpty()) ListView1->verticalScrollBar()->setValue(scrolled);
   });
   ShowHint();
-  panel1_->setText(PanelText());
+  ShowPanelText();
   UpdateToolbarStates();
 }
 
@@ -156,8 +157,8 @@ void frmMain::ShowHint() {
   const ProgramState& state = Globals();
   if (!state.gDatabaseOpen)
     ListView1->SetHint(Words::Main::noDatabase());
-  else if (state.gDataCollection.empty() && !state.gLoadTrouble.isEmpty())
-    ListView1->SetHint(Words::Sharing::nothingRead(state.gLoadTrouble));
+  else if (state.gDataCollection.empty() && state.gUnread != Unread())
+    ListView1->SetHint(Words::Sharing::nothingRead(state.gUnread.Text()));
   else if (state.gDataCollection.empty())
     ListView1->SetHint(Words::Main::noDataSets());
   else
@@ -172,9 +173,10 @@ void frmMain::SetDatabasePanelText(const QString& text) {
 }
 
 QString frmMain::PanelText() const {
-  QString trouble = Globals().gLoadTrouble;
-  if (trouble.isEmpty()) return databasePanelText_;
-  return Words::Sharing::notAllRead(databasePanelText_, trouble.replace(u'\n', u' '));
+  const Unread& unread = Globals().gUnread;
+  if (!unread.library.isEmpty()) return Words::Sharing::unreadable(unread.library);
+  if (unread.rows.empty()) return databasePanelText_;
+  return Words::Sharing::notAllRead(databasePanelText_, unread.Text().replace(u'\n', u' '));
 }
 
 void frmMain::EnableLoadTimer() { InitTimer.start(); }
@@ -184,7 +186,7 @@ void frmMain::SetupMainFormDisplay() { UpdateToolbarStates(); }
 
 void frmMain::AddListRow(const CData& dataSet) {
   ListView1->AddRow(dataSet);
-  added_ = dataSet.Description();
+  if (dataSet.ID() == 0) added_ = dataSet.Description();
 }
 
 void frmMain::UpdateListRow(const CData& dataSet) {
@@ -273,12 +275,9 @@ void frmMain::ViewChart() {
 
 void frmMain::AddData() {
   Trap(u"frmMain::AddData"_s, [this] {
-    ProgramState& state = Globals();
-    const size_t before = state.gDataCollection.size();
-    state.gAddMode = true;
+    Globals().gAddMode = true;
     screens_.editor();
-    // A new data set has no ID until it has been read from the table.
-    if (state.gDataCollection.size() != before) ReloadLibrary();
+    if (!added_.isEmpty()) ReloadLibrary();
   });
 }
 

@@ -64,6 +64,9 @@ class frmMain : public QMainWindow, public MainScreen {
   // in, and only the pauses of the progress display are still to come.
   enum class Phase { Idle, Loading, Announcing };
 
+  static constexpr int watchMilliseconds = 400;  // how often it looks whether others have changed the library
+  static constexpr int retryMilliseconds = 5000;  // the same where it cannot be opened
+
   enum ToolbarButton { ViewButton = 1, DataButton, ToolsButton, HelpButton, ExitButton };
 
   void BuildToolbar();
@@ -97,11 +100,12 @@ class frmMain : public QMainWindow, public MainScreen {
   void RestoreDeleted();
   void ShowLibraryNews(const CollectionWatch::News& news);
   void ShowNewRows(const CollectionWatch::News& news);
-  void ReadReplacedLibrary();
+  void ReopenLibrary();
   QString PanelText() const;  // the first panel's, while there is no news
   void HandOverTimer_Timer();
   void AttachForThisRun(const QString& chosenPath);
   void ShowNews(const QString& news);  // in the first panel, for a while
+  void ShowPanelText();
   void Unload();
 
   Screens screens_;
@@ -109,7 +113,7 @@ class frmMain : public QMainWindow, public MainScreen {
   bool InitComplete = false;
   Phase phase_ = Phase::Idle;
   QString databasePanelText_;
-  QString added_;  // the description of the data set that the editor has added
+  QString added_;  // the description of a new data set that has no ID before the library is read again
 
   std::unique_ptr<CollectionWatch> watch_;  // of the library that the collection was read from
   QString handedOver_;                      // the library that a second start wants to see

@@ -28,8 +28,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int watchMilliseconds = 400;  // how often it looks whether others have changed the library
-
 void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* form) {
   timer.setObjectName(name);
   timer.setInterval(milliseconds);
@@ -83,12 +81,13 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   connect(&ExitTimer, &QTimer::timeout, this, &frmMain::ExitTimer_Timer);
   connect(&WatchTimer, &QTimer::timeout, this, &frmMain::ReadLibraryNews);
   connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] {
-    if (phase_ == Phase::Idle && !InitTimer.isActive() && Globals().gDatabaseOpen) ReloadLibrary();
+    if (phase_ != Phase::Idle || InitTimer.isActive() || !Globals().gDatabaseOpen) return;
+    Globals().gUnread.library.isEmpty() ? ReloadLibrary() : ReopenLibrary();
   });
   connect(&HandOverTimer, &QTimer::timeout, this, &frmMain::HandOverTimer_Timer);
   connect(&NewsTimer, &QTimer::timeout, this, [this] {
     NewsTimer.stop();
-    panel1_->setText(PanelText());
+    ShowPanelText();
   });
   connect(ListView1, &MainList::ItemClick, this, &frmMain::ItemClick);
   connect(ListView1, &MainList::RowActivated, this, &frmMain::DoubleClickAction);

@@ -21,6 +21,10 @@
 
 using namespace Qt::StringLiterals;
 
+void frmMain::ShowPanelText() {
+  if (!NewsTimer.isActive()) panel1_->setText(PanelText());
+}
+
 void frmMain::ShowNews(const QString& news) {
   panel1_->setText(news);
   NewsTimer.start();
@@ -33,19 +37,22 @@ void frmMain::ReadLibraryNews() {
   // A question or a menu is about what is shown now.
   QWidget* front = QApplication::activeModalWidget();
   if ((front && !dynamic_cast<LibraryView*>(front)) || QApplication::activePopupWidget()) return;
-  Trap(u"frmMain::ReadLibraryNews"_s, [this] {
-    const auto news = watch_->Take();
-    if (news) ShowLibraryNews(*news);
+  try {
+    if (const auto news = watch_->Take()) ShowLibraryNews(*news);
     if (watch_ && watch_->HasMore()) QTimer::singleShot(0, this, &frmMain::ReadLibraryNews);
-  });
+  } catch (const std::exception& error) {
+    Globals().gUnread.library = ErrorText(error);  // not in a box: the timer would bring one after the other
+    ShowPanelText();
+  }
 }
 
 void frmMain::ShowLibraryNews(const CollectionWatch::News& news) {
   if (news.replaced)
-    ReadReplacedLibrary();
+    ReopenLibrary();
   else
     ShowNewRows(news);
-  if (!news.trouble.isEmpty()) ShowNews(Words::Sharing::unreadable(news.trouble));
+  if (news.replaced && Globals().gUnread.library.isEmpty()) ShowNews(Words::Sharing::readAgain());
+  ShowPanelText();
   for (QWidget* window : QApplication::topLevelWidgets())
     if (auto* view = dynamic_cast<LibraryView*>(window); view && window->isVisible()) view->LibraryChanged();
 }
@@ -58,7 +65,8 @@ void frmMain::ShowNewRows(const CollectionWatch::News& news) {
     ListView1->KeepPlace([&] {
       for (const CDataPtr& dataSet : news.changed) ListView1->UpdateRow(*dataSet);
       for (const CDataPtr& dataSet : news.gone) {
-        if (dataSet->ID() == Globals().gCurrentDataID)
+        const bool isThere = Globals().gUnread.rows.contains(dataSet->ID());
+        if (dataSet->ID() == Globals().gCurrentDataID && !isThere)
           ShowNews(Words::Sharing::deletedByOthers(dataSet->Description()));
         ListView1->RemoveRows(dataSet->ID());
       }
@@ -75,16 +83,16 @@ void frmMain::ShowNewRows(const CollectionWatch::News& news) {
   UpdateToolbarStates();
 }
 
-void frmMain::ReadReplacedLibrary() {
-  ProgramState& state = Globals();
+void frmMain::ReopenLibrary() {
   try {
-    state.gLibrary = Library::Open(state.gLibrary->Place(), ShowInformationMessage);
-  } catch (const Error& error) {
-    ShowNews(Words::Sharing::unreadable(error.Text()));
-    return;
+    GlobalFunctions::ReopenDatabase();
+  } catch (const std::exception& error) {
+    Globals().gUnread.library = ErrorText(error);
+    WatchTimer.start(retryMilliseconds);
+    return ShowPanelText();
   }
+  WatchTimer.start(watchMilliseconds);
   ReloadLibrary();
-  ShowNews(Words::Sharing::replaced());
 }
 
 void frmMain::RestoreDeleted() {

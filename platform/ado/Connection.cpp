@@ -201,6 +201,12 @@ void Connection::Control(const QString& operation, const QString& sql) {
   if (!query.exec(sql)) throw Failure(query.lastError());
 }
 
+void Connection::SetLockWait(int milliseconds) {
+  LockWait = milliseconds;
+  if (Provider != OdbcProvider)
+    QSqlQuery(Database()).exec(u"PRAGMA busy_timeout = %1"_s.arg(milliseconds));
+}
+
 void Connection::BeginTransaction() {
   if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
   if (inTransaction_) throw DatabaseError(u"A transaction is open already."_s);

@@ -21,6 +21,8 @@ class DatabaseError : public Error {
  public:
   explicit DatabaseError(const QString& text, int resultCode = 0) : Error(text), code(resultCode) {}
 
+  bool IsBusy() const { return code == 5 || code == 6; }  // another program has locked it
+
   int code;  // the embedded database's result code (https://sqlite.org/rescode.html), 0 where it is not known
 };
 
@@ -39,6 +41,7 @@ class Connection {
   int CommandTimeout =
       30;  // seconds; 30000 is what the program sets; the wait for a lock stays short all the same
   int LockWait = 2000;  // milliseconds that a statement waits for another program to let go of the file
+  void SetLockWait(int milliseconds);  // of an open one; never fails
   QString Provider = JetProvider;
 
   // Opens, and proves that the file is a database by reading from it.

@@ -63,8 +63,11 @@ TEST_F(LibraryWatchTest, ALockIsNotWaitedForAndLosesNothing) {
   library->Append(u"One"_s, {u"1"_s}, now);
   library->Database().Run(u"lock"_s, u"BEGIN EXCLUSIVE"_s);
   EXPECT_FALSE(watch.Look());
+  LibraryWatch late(path);
+  EXPECT_FALSE(late.Look());
   library->Database().Run(u"lock"_s, u"COMMIT"_s);
   Expect(watch, {1}, {});
+  EXPECT_TRUE(late.Look()->replaced) << "what came before it began is not known";
 }
 
 TEST_F(LibraryWatchTest, AnotherFileInItsPlaceIsToldAndOneThatIsGoneOnce) {

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QPlainTextEdit>
+#include <QPushButton>
 
 #include "core/DataObjectFunctions.h"
 #include "tests/support/TestProgram.h"
@@ -110,6 +111,12 @@ TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
   Click(*window, "cmdAdd");
   EXPECT_TRUE(Stored(u"Values"_s).toString().endsWith(u",9.75,10.25,"_s));
   EXPECT_TRUE(Note().startsWith(u"Added: 1 new value, 42 in all"_s));
+  Enter(u"10.5"_s);
+  program.state.gDataCollection.clear();
+  window->LibraryChanged();
+  EXPECT_TRUE(TextOf(*window, "lblLimits").startsWith(u"13:45:59: somebody else deleted"_s));
+  EXPECT_FALSE(Get<QPushButton>(*window, "cmdAdd").isEnabled());
+  EXPECT_TRUE(box().toPlainText().startsWith(u"10.5"_s)) << "what was typed stays";
 }
 
 TEST_F(AddMeasurementsTest, ClosingAsksWhereSomethingWouldBeLost) {

@@ -102,11 +102,26 @@ TEST_F(SharingTest, AFileInTheLibrarysPlaceIsRead) {
   const QString other = OtherLibrary();
   ASSERT_TRUE(QFile::remove(program.LibraryPath()));
   ASSERT_TRUE(QFile::rename(other, program.LibraryPath()));
+  Tick("WatchTimer");
   program.Insert(u"PIN"_s);
   Tick("WatchTimer");
   EXPECT_EQ(Rows(), QStringList{u"PIN"_s});
-  EXPECT_EQ(program.state.gLibrary->Revision(), u"2.1");
+  Tick("NewsTimer");
+  EXPECT_EQ(Panel(), u"Current Database: StatData.mdb (DB Rev. 2.1)");
+  // While nothing can be read that is said as long as it is so, and what was read stays.
+  const QString aside = program.Path(u"aside"_s);
+  ASSERT_TRUE(QFile::rename(program.LibraryPath(), aside));
+  for (const char* timer : {"WatchTimer", "NewsTimer", "WatchTimer"}) Tick(timer);
+  EXPECT_TRUE(Panel().contains(u"there is no such file"_s)) << Panel().toStdString();
+  EXPECT_EQ(Rows(), QStringList{u"PIN"_s});
+  QFile damaged(program.LibraryPath());
+  ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("a shopping list"));
+  damaged.close();
   Tick("WatchTimer");
+  EXPECT_TRUE(Panel().contains(u"is not a database"_s)) << Panel().toStdString();
+  ASSERT_TRUE(QFile::remove(program.LibraryPath()) && QFile::rename(aside, program.LibraryPath()));
+  Tick("WatchTimer");
+  EXPECT_TRUE(Panel().contains(u"has been read again"_s)) << Panel().toStdString();
   program.Execute(u"DELETE FROM StatData"_s);
   Tick("WatchTimer");
   EXPECT_TRUE(Rows().isEmpty()) << "it is watched from now on";
@@ -144,10 +159,49 @@ TEST_F(SharingTest, WhatCannotBeReadIsNamedAndTheRestIsUsable) {
   QTest::keyClick(main.get(), Qt::Key_F5);
   EXPECT_EQ(Rows().size(), 2);
   EXPECT_EQ(Panel(), libraryAttached);
-  program.Execute(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Bore'"_s);
-  Tick("WatchTimer");
+  // The same while it is open, by somebody else's hand.
+  WithEditor([&](DataEditor& editor) {
+    program.Execute(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Bore'"_s);
+    Tick("WatchTimer");
+    EXPECT_TRUE(Panel().contains(u"\"Bore\" (ID 1): XBarUCL is Null."_s)) << Panel().toStdString();
+    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u"XBarUCL is Null."_s)) << "not: deleted";
+  });
   EXPECT_EQ(Rows(), QStringList{u"Shaft"_s});
-  EXPECT_TRUE(Panel().contains(u"\"Bore\""_s)) << "spoiled while it was shown";
+  program.Execute(u"UPDATE StatData SET XBarUCL = 0"_s);
+  Tick("WatchTimer");
+  EXPECT_EQ(Rows().size(), 2);
+  EXPECT_EQ(Panel(), libraryAttached);
+}
+
+// Once a save on a locked library brought two boxes, each after two seconds.
+TEST_F(SharingTest, ALockIsToldOnceAndNothingLooksSaved) {
+  StartLoaded({u"Bore"_s});
+  program.state.gLibrary->Database().SetLockWait(0);
+  Connection other;
+  other.OpenWith(program.LibraryPath());
+  other.Run(u"lock"_s, u"BEGIN IMMEDIATE"_s);
+  const CDataPtr before = program.state.gDataCollection.at(0);
+  const QString modified = before->LastModified();
+  const auto expect = [this] { program.boxes.Expect(u"in use by another program"); };
+  WithEditor([&](DataEditor& editor) {
+    Type(editor, "txtUSL", u"13"_s);
+    expect();
+    SaveIn(editor);
+    EXPECT_EQ(TextOf(editor, "txtUSL"), u"13");
+    program.boxes.Expect(Answer::No, u"Do you wish to save");
+    editor.close();
+  });
+  EXPECT_EQ(before->LastModified(), modified);
+  EXPECT_EQ(Summary("UpperSpecLimit"), u"12");
+  expect();
+  EXPECT_FALSE(DataObjectFunctions::AppendToDataObject(before, {u"1"_s}));
+  EXPECT_EQ(before->SampleQty(), 40);
+  expect();
+  EXPECT_FALSE(DataObjectFunctions::SaveDataObjectToDatabase(TestProgram::NewDataSet(u"NEW"_s)));
+  program.boxes.Expect(Answer::Yes, u"delete the selected item");
+  expect();
+  Action("Toolbar1_2_3").trigger();
+  EXPECT_EQ(Rows(), QStringList{u"Bore"_s});
 }
 
 TEST_F(SharingTest, AnOpenEditorKeepsWhatWasTypedAndSavesBoth) {
@@ -233,6 +287,7 @@ TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
     program.boxes.Expect(Answer::Yes, u"as a new data set?");
     program.boxes.Expect(u"All data successfully saved.");
     SaveIn(editor);
+    EXPECT_EQ(program.state.gCurrentDataID, 4);
     Tick("WatchTimer");
     Type(editor, "txtUSL", u"14"_s);
     program.boxes.Expect(u"All data successfully saved.");
@@ -240,6 +295,7 @@ TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
     EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 14);
   });
   EXPECT_EQ(Rows(), (QStringList{u"Shaft"_s, u"Bore"_s}));
+  EXPECT_EQ(List().currentItem()->text(1), u"Bore");
   EXPECT_EQ(program.state.gDataCollection.size(), 2U);
   EXPECT_EQ(program.state.gDataCollection.at(1)->ID(), 4);
 }
