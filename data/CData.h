@@ -225,6 +225,10 @@ class CData {
   void SetOwnDecimals(int decimals) { ownDecimals_ = decimals; }
   int SpecificationDecimals() const;  // of the three limits as stored
 
+  // Whether CreateStatistics found no control limits, and has calculated them from the points.
+  bool HasCalculatedLimits() const { return hasCalculatedLimits_; }
+  void SetHasCalculatedLimits(bool calculated) { hasCalculatedLimits_ = calculated; }
+
   // Capability beyond Cpk.
   const engine::Capability& Capability() const { return capability_; }
   void SetCapability(const engine::Capability& capability) { capability_ = capability; }
@@ -294,6 +298,7 @@ class CData {
   QString lastModified_;
   bool followsItsDecimals_ = false;
   int ownDecimals_ = 0;
+  bool hasCalculatedLimits_ = false;
   engine::Capability capability_;
   std::vector<qint16> rangesOutside_;
   ViolatingPointLists violatingPoints_;

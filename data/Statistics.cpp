@@ -114,6 +114,7 @@ bool CalculateStatistics(CData& data) {
     succeeded = bridge.engine.Calculate(InputsOf(data, bridge), bridge.results);
   }
   if (succeeded) {
+    data.SetHasCalculatedLimits(data.ControlLimits() == engine::ControlLimits());
     StoreResults(bridge.results, data);
     Record(data, 0, {});
   } else {

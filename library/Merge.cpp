@@ -169,9 +169,18 @@ class Merging {
     result_.row[at] = StoredForm(samples);
   }
 
+  // Limits that were kept may come out as they were when they are calculated anew: that is wanted all the
+  // same.
+  bool RenewsLimits() const {
+    const qsizetype upper = Tables::StatData().IndexOf(u"XBarUCL");
+    const qsizetype lower = Tables::StatData().IndexOf(u"XBarLCL");
+    const bool wereKept = base_[upper].toDouble() != 0 || base_[lower].toDouble() != 0;
+    return IsMine(Unit::ControlLimits) || (wereKept && mineData_.HasCalculatedLimits());
+  }
+
   void MergeControlLimits() {
     const bool othersMatter = !result_.takenIn.empty() || Differs(Unit::ControlLimits, theirs_, base_);
-    const bool recalculated = othersMatter && IsMine(Unit::ControlLimits) && LimitsAreOfAllPoints(mineData_);
+    const bool recalculated = othersMatter && RenewsLimits() && LimitsAreOfAllPoints(mineData_);
     if (!recalculated) return MergeFields(Unit::ControlLimits);
     Note(Unit::ControlLimits, true, false);
     if (!MergeSubGroupSize()) return result_.conflicts.push_back(Unit::ControlLimits);

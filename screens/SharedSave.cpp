@@ -40,7 +40,7 @@ SharedSave::Result AddAgain(const CDataPtr& data) {
   }
   data->SetID(static_cast<qint32>(Tables::IdOf(data->RowAsKnown())));
   Globals().gDataCollection.back() = std::make_shared<CData>(*data);  // what the user goes on with is his
-  if (DataObjectFunctions::PresentOf(before)) {  // the main window has not looked yet
+  if (DataObjectFunctions::PresentOf(before)) {                       // the main window has not looked yet
     DataObjectFunctions::DeleteDataObjectByID(before.ID());
     DataObjectFunctions::DeleteDataObjectfromListview(before.ID());
   }

@@ -117,6 +117,15 @@ TEST_F(MergeTest, LimitsOfAllPointsAreCalculatedAgain) {
   EXPECT_EQ(Merge::Of(mine, With(Row(), u"SubGroupSize", 4)).conflicts,
             std::vector<Unit>{Unit::ControlLimits})
       << "calculated, but for another size";
+
+  // Kept limits that come out as they were are calculated again as well, but not where they were left alone.
+  CData kept = Loaded(merged.row);
+  const QVariantList longer = With(merged.row, u"Values", u"1,2,3,4,5,6,7,8,9,"_s);
+  EXPECT_EQ(Merge::Of(kept, longer).row, longer);
+  QCGlobalFunctions::ClearControlLimits(kept);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(kept));
+  EXPECT_EQ(Merge::Of(kept, merged.row).row, merged.row);
+  EXPECT_EQ(Merge::Of(kept, longer).row[At(u"XBarMean")], 5);
 }
 
 // Limits of 0 are calculated at each load: that is no change of mine.
