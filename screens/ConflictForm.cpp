@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "screens/Help.h"
 #include "texts/SharingWords.h"
@@ -48,7 +49,10 @@ ConflictForm::ConflictForm(const QString& question, const std::vector<VersionTex
   layout->addWidget(tableVersions, 1);
   layout->addLayout(buttons);
   const int em = fontMetrics().height();
-  resize(em * 38, em * 9 + tableVersions->verticalHeader()->length() + em * 4);
+  qsizetype lines = 10;  // of the question, the heading and the buttons
+  for (const VersionText& version : versions)
+    lines += 2 + std::max(version.mine.count(u'\n'), version.theirs.count(u'\n'));
+  resize(em * 38, em * int(std::min(lines, qsizetype{40})));
   InstallHelpKey(this, HelpTopics::Sharing);
 }
 
@@ -63,6 +67,7 @@ void ConflictForm::FillTable(const std::vector<VersionText>& versions) {
   tableVersions->setTabKeyNavigation(false);
   tableVersions->setWordWrap(true);
   tableVersions->verticalHeader()->hide();
+  tableVersions->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   tableVersions->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   tableVersions->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   tableVersions->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -77,10 +82,4 @@ void ConflictForm::FillTable(const std::vector<VersionText>& versions) {
     }
     ++row;
   }
-  tableVersions->resizeRowsToContents();
-}
-
-void ConflictForm::resizeEvent(QResizeEvent* event) {
-  QDialog::resizeEvent(event);
-  tableVersions->resizeRowsToContents();
 }

@@ -18,9 +18,6 @@ class ConflictForm : public QDialog {
 
   Answer Choice() const { return static_cast<Answer>(result()); }
 
- protected:
-  void resizeEvent(QResizeEvent* event) override;
-
  private:
   void FillTable(const std::vector<VersionText>& versions);
 
