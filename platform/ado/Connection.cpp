@@ -203,8 +203,7 @@ void Connection::Control(const QString& operation, const QString& sql) {
 
 void Connection::SetLockWait(int milliseconds) {
   LockWait = milliseconds;
-  if (Provider != OdbcProvider)
-    QSqlQuery(Database()).exec(u"PRAGMA busy_timeout = %1"_s.arg(milliseconds));
+  if (Provider != OdbcProvider) QSqlQuery(Database()).exec(u"PRAGMA busy_timeout = %1"_s.arg(milliseconds));
 }
 
 void Connection::BeginTransaction() {
