@@ -1,6 +1,7 @@
 // The commands that make and change libraries: new, import, append, convert.
 #include <QDateTime>
 
+#include "charts/LimitsOrigin.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -11,6 +12,7 @@
 #include "engine/Engine.h"
 #include "library/AccessImport.h"
 #include "library/Library.h"
+#include "library/Tables.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 #include "texts/CommandWords.h"
@@ -83,17 +85,19 @@ QString LimitsOf(const CData& data, qsizetype before) {
   constexpr int enough = QCGlobalFunctions::pointsForLimits;
   const int points = data.NumberOfPlotPoints();
   if (points == 0) return {};
-  if (!QCGlobalFunctions::LimitsCanBeKept(data)) return Words::Command::noLimits();
+  if (Tables::LeavesLimitsOpen(data.RowAsKnown())) return Words::Command::noLimits();
   if (points < enough) return Words::Command::preliminary(enough);
-  if (before > 0 && before < enough) return Words::Command::restOnFew(before);
+  const bool mayRestOnFew = before > 0 && before < enough;
+  if (mayRestOnFew && OriginOfLimits(data).kind != LimitsOrigin::AllPoints)
+    return Words::Command::restOnFew(before);
   return {};
 }
 
-void PrintResult(const CData& data, qsizetype added, bool renewed = false) {
+void PrintResult(const CData& data, qsizetype added) {
   WarnOfDecimals(data);
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
-  const auto before = renewed ? 0 : (values - added) / data.SubGroupSize();
+  const auto before = (values - added) / data.SubGroupSize();
   const QString rest = left > 0 ? Words::Command::leftOver(left) : QString();
   const QString counts = Words::Command::added(data.Description(), added, values, data.NumberOfPlotPoints());
   Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) + u'\n');
@@ -139,9 +143,8 @@ int RunAppend(const Arguments& arguments) {
   const QString name = arguments.Text(description).trimmed();
   const QStringList values = ValuesToAppend(arguments);
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
-  const bool renews = arguments.Has(recalculate);
-  const auto limits = renews ? Library::Limits::AreRenewed : Library::Limits::Stay;
-  PrintResult(*library->Append(name, values, QDateTime::currentDateTime(), limits), values.size(), renews);
+  const auto limits = arguments.Has(recalculate) ? Library::Limits::AreRenewed : Library::Limits::Stay;
+  PrintResult(*library->Append(name, values, QDateTime::currentDateTime(), limits), values.size());
   return 0;
 }
 

@@ -216,6 +216,11 @@ class CData {
   engine::ControlLimits ControlLimits() const;
   void SetControlLimits(const engine::ControlLimits& limits) { limits_ = limits; }
 
+  // Whether they were cleared to be calculated anew, and no row has taken them since. Those that a row leaves
+  // open are calculated at each load too, and only the ones asked for are to be stored.
+  bool LimitsRenewed() const { return limitsRenewed_; }
+  void SetLimitsRenewed(bool renewed) { limitsRenewed_ = renewed; }
+
   // Whether CreateStatistics chooses PrecisionValue by the decimals that the samples and the three
   // specification limits have. So it is for every data set of a library.
   bool FollowsItsDecimals() const { return followsItsDecimals_; }
@@ -224,10 +229,6 @@ class CData {
   int OwnDecimals() const { return ownDecimals_; }
   void SetOwnDecimals(int decimals) { ownDecimals_ = decimals; }
   int SpecificationDecimals() const;  // of the three limits as stored
-
-  // Whether CreateStatistics found no control limits, and has calculated them from the points.
-  bool HasCalculatedLimits() const { return hasCalculatedLimits_; }
-  void SetHasCalculatedLimits(bool calculated) { hasCalculatedLimits_ = calculated; }
 
   // Capability beyond Cpk.
   const engine::Capability& Capability() const { return capability_; }
@@ -296,9 +297,9 @@ class CData {
   QString stringDelimiter_ = QStringLiteral(",");
   bool isDataValid_ = false;
   QString lastModified_;
+  bool limitsRenewed_ = false;
   bool followsItsDecimals_ = false;
   int ownDecimals_ = 0;
-  bool hasCalculatedLimits_ = false;
   engine::Capability capability_;
   std::vector<qint16> rangesOutside_;
   ViolatingPointLists violatingPoints_;

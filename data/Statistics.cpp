@@ -114,7 +114,6 @@ bool CalculateStatistics(CData& data) {
     succeeded = bridge.engine.Calculate(InputsOf(data, bridge), bridge.results);
   }
   if (succeeded) {
-    data.SetHasCalculatedLimits(data.ControlLimits() == engine::ControlLimits());
     StoreResults(bridge.results, data);
     Record(data, 0, {});
   } else {
@@ -129,6 +128,9 @@ bool LimitsCanBeKept(const CData& data) {
   return data.NumberOfPlotPoints() >= 2 && data.XBarLCL() < data.XBarUCL();
 }
 
-void ClearControlLimits(CData& data) { data.SetControlLimits({}); }
+void ClearControlLimits(CData& data) {
+  data.SetControlLimits({});
+  data.SetLimitsRenewed(true);
+}
 
 }  // namespace QCGlobalFunctions

@@ -26,7 +26,7 @@ bool LimitsCanBeKept(const CData& data);
 // With fewer points limits are preliminary.
 inline constexpr int pointsForLimits = 20;
 
-// So that the next CreateStatistics calculates all six.
+// So that the next CreateStatistics calculates all six, and a save stores them.
 void ClearControlLimits(CData& data);
 
 }  // namespace QCGlobalFunctions

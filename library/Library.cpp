@@ -22,14 +22,11 @@ namespace {
 
 constexpr int rowsAtATime = 256;
 
-// Puts the data set's control limits into its row; 0 where they cannot be kept yet.
+// Puts the data set's control limits into its row.
 void RenewLimits(const CData& data, QVariantList& row) {
-  const bool kept = QCGlobalFunctions::LimitsCanBeKept(data);
   const std::vector<Column>& columns = Tables::StatData().columns;
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (Tables::IsControlLimit(columns[i]))
-      row[static_cast<qsizetype>(i)] = kept ? columns[i].write(data) : QVariant(0.0);
-  }
+  for (std::size_t i = 0; i < columns.size(); ++i)
+    if (columns[i].IsControlLimit()) row[static_cast<qsizetype>(i)] = columns[i].write(data);
 }
 
 void RequireStatistics(CData& data, const QString& place) {
@@ -73,6 +70,7 @@ void TakeRow(CData& data, const QVariantList& row) {
     data = loaded;
   }
   data.SetLastModified(loaded.LastModified());
+  data.SetLimitsRenewed(false);
   data.SetRowAsKnown(row);
 }
 
@@ -207,10 +205,12 @@ bool Library::Contains(const QString& description) { return FindDataSet(descript
 QVariantList Library::Insert(const CData& data, const QDateTime& now) {
   QStringList names{u"Description"_s, u"LastModified"_s};
   QVariantList values{data.Description(), Tables::DateText(now)};
-  for (const Column& column : Tables::StatData().columns) {
-    if (column.unit == Column::Unit::None) continue;
-    names << column.Quoted();
-    values << column.write(data);
+  const QVariantList row = Merge::WithLimitsThatCanBeKept(Tables::RowOf(data), data);
+  const std::vector<Column>& columns = Tables::StatData().columns;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (columns[i].unit == Column::Unit::None) continue;
+    names << columns[i].Quoted();
+    values << row[static_cast<qsizetype>(i)];
   }
   const QStringList places(names.size(), u"?"_s);
   QSqlQuery query = connection_.Run(
@@ -318,7 +318,11 @@ CDataPtr Library::Append(const QString& description, const QStringList& values, 
   ExtraTables::Make(connection_);
   QVariantList after = data->RowAsKnown();
   after[Tables::StatData().IndexOf(u"Values")] = data->DelimitedInputString();
-  if (limits == Limits::AreRenewed) RenewLimits(*data, after);
+  const bool wereOpen = Tables::LeavesLimitsOpen(after) && QCGlobalFunctions::LimitsCanBeKept(*data);
+  if (limits == Limits::AreRenewed || wereOpen) {
+    RenewLimits(*data, after);
+    after = Merge::WithLimitsThatCanBeKept(after, *data);
+  }
   const QVariantList written = Update(data->RowAsKnown(), after, now);
   transaction.Commit();
   TakeRow(*data, written);

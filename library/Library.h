@@ -91,7 +91,7 @@ class Library {
   enum class Limits { Stay, AreRenewed };
 
   // Puts values behind those of the data set, whose kept control limits stay or are calculated anew from all
-  // points. Gives it with its statistics.
+  // points; those that the row leaves open are kept as soon as they can be. Gives it with its statistics.
   CDataPtr Append(const QString& description, const QStringList& values, const QDateTime& now,
                   Limits limits = Limits::Stay);
 

@@ -73,6 +73,7 @@ class Merging {
         theirs_(theirs),
         mineDecides_(mineDecides) {
     result_.row = theirs;
+    if (mine.LimitsRenewed()) ClaimOpenLimits();
   }
 
   Merge::Result Run() {
@@ -80,6 +81,7 @@ class Merging {
                             Unit::DetectionPeriod, Unit::UnitOfMeasurement})
       unit == Unit::Values ? MergeValues() : MergeFields(unit);
     MergeControlLimits();
+    if (LimitsAreMine()) result_.row = Merge::WithLimitsThatCanBeKept(result_.row, mineData_);
     const bool isOfTwo = !result_.takenIn.empty() && !mineChanged_.empty() && result_.conflicts.empty();
     if (isOfTwo && !mineDecides_ && !PassesChecks(Merge::AsLoaded(result_.row, mineData_)))
       result_.conflicts = mineChanged_;
@@ -102,6 +104,24 @@ class Merging {
       changed.push_back(!SameValue(after[i], before[i]) && !SameValue(afterInFull[i], beforeInFull[i]) &&
                         !SameValue(afterInFull[i], before[i]));
     return changed;
+  }
+
+  bool IsLeftOpen(qsizetype column) const {
+    const bool isLimit = Tables::StatData().columns[static_cast<std::size_t>(column)].IsControlLimit();
+    return isLimit && (base_[column].toDouble() == 0 || Tables::LeavesLimitsOpen(base_));
+  }
+
+  bool LimitsAreMine() const {
+    const std::vector<Column>& columns = Tables::StatData().columns;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      if (columns[i].IsControlLimit() && isMine_[i]) return true;
+    return false;
+  }
+
+  // Limits that were asked for are this save's, although loading calculates the same for a row without.
+  void ClaimOpenLimits() {
+    for (qsizetype at = 0; at < mine_.size(); ++at)
+      if (IsLeftOpen(at) && mine_[at].toDouble() != 0) isMine_[static_cast<std::size_t>(at)] = true;
   }
 
   bool IsMine(qsizetype column) const { return isMine_[static_cast<std::size_t>(column)]; }
@@ -127,11 +147,11 @@ class Merging {
   // to be calculated is kept with the others as soon as one of them is.
   void TakeMine(Unit unit) {
     const auto& columns = Tables::StatData().columns;
+    const bool keepsLimits = LimitsAreMine();
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const auto at = static_cast<qsizetype>(i);
       if (columns[i].unit != unit) continue;
-      const bool leftOpen = columns[i].IsControlLimit() && base_[at].toDouble() == 0;
-      result_.row[at] = leftOpen || IsMine(at) ? mine_[at] : base_[at];
+      result_.row[at] = IsMine(at) || (keepsLimits && IsLeftOpen(at)) ? mine_[at] : base_[at];
     }
   }
 
@@ -171,12 +191,7 @@ class Merging {
 
   // Limits that were kept may come out as they were when they are calculated anew: that is wanted all the
   // same.
-  bool RenewsLimits() const {
-    const qsizetype upper = Tables::StatData().IndexOf(u"XBarUCL");
-    const qsizetype lower = Tables::StatData().IndexOf(u"XBarLCL");
-    const bool wereKept = base_[upper].toDouble() != 0 || base_[lower].toDouble() != 0;
-    return IsMine(Unit::ControlLimits) || (wereKept && mineData_.HasCalculatedLimits());
-  }
+  bool RenewsLimits() const { return IsMine(Unit::ControlLimits) || mineData_.LimitsRenewed(); }
 
   void MergeControlLimits() {
     const bool othersMatter = !result_.takenIn.empty() || Differs(Unit::ControlLimits, theirs_, base_);
@@ -209,7 +224,7 @@ class Merging {
   const CData& mineData_;
   const QVariantList base_;
   const QVariantList mine_;
-  const std::vector<bool> isMine_;
+  std::vector<bool> isMine_;
   const QVariantList theirs_;
   const bool mineDecides_;
   std::vector<Unit> mineChanged_;
@@ -229,6 +244,16 @@ CData Merge::AsLoaded(const QVariantList& row, const CData& like) {
   data.SetDataStopPoint(0);
   QCGlobalFunctions::CalculateStatistics(data);
   return data;
+}
+
+QVariantList Merge::WithLimitsThatCanBeKept(QVariantList row, const CData& mine) {
+  constexpr int fewestPoints = 2;
+  const bool restOnPoints = !mine.LimitsRenewed() || AsLoaded(row, mine).NumberOfPlotPoints() >= fewestPoints;
+  if (restOnPoints && !Tables::LeavesLimitsOpen(row)) return row;
+  const std::vector<Column>& columns = Tables::StatData().columns;
+  for (std::size_t i = 0; i < columns.size(); ++i)
+    if (columns[i].IsControlLimit()) row[static_cast<qsizetype>(i)] = 0.0;
+  return row;
 }
 
 QString Merge::NameOf(Column::Unit unit) {

@@ -4,7 +4,9 @@
 // Column::Unit) that one side changed is that side's; one that both changed to the same is fine; one that
 // both changed differently is a conflict. Two exceptions:
 //   - values are compared as samples: what either side has put behind the common ones is kept, theirs first;
-//   - limits that this save calculates from all points are calculated again from the merged values.
+//   - limits that this save calculates from all points are calculated again from the merged values; those
+//   that
+//     the row left open are kept then, if they can be.
 // What comes of two sides has to pass the checks that a save makes, else it is a conflict as well.
 #pragma once
 
@@ -29,6 +31,10 @@ Result Of(const CData& mine, const QVariantList& theirs, bool mineDecides = fals
 
 // The data set as loading the row would make it; what no row holds is as in `like`.
 CData AsLoaded(const QVariantList& row, const CData& like);
+
+// The row with its control limits left to be calculated where they have no width, or where `mine` had them
+// calculated from less than two points.
+QVariantList WithLimitsThatCanBeKept(QVariantList row, const CData& mine);
 
 QString NameOf(Column::Unit unit);
 

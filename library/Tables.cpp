@@ -127,6 +127,7 @@ void Fill(CData& data, const QVariantList& row) {
   const std::vector<Column>& columns = StatData().columns;
   for (std::size_t i = 0; i < columns.size(); ++i)
     columns[i].read(row[static_cast<qsizetype>(i)], columns[i].name, data);
+  if (LeavesLimitsOpen(row) && data.ControlLimits().xBarUpper != 0) data.SetControlLimits({});
   data.SetRowAsKnown(row);
 }
 
@@ -138,8 +139,9 @@ QVariantList RowOf(const CData& data) {
 
 qint64 IdOf(const QVariantList& row) { return row.front().toLongLong(); }
 
-bool IsControlLimit(const Column& column) {
-  return column.name.startsWith("XBar"_L1) || column.name.startsWith("RBar"_L1);
+bool LeavesLimitsOpen(const QVariantList& row) {
+  const Table& table = StatData();
+  return row[table.IndexOf(u"XBarUCL")].toDouble() == row[table.IndexOf(u"XBarLCL")].toDouble();
 }
 
 QString DateText(const QDateTime& time) { return time.toString(u"yyyy-MM-dd HH:mm:ss"_s); }

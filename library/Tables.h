@@ -63,7 +63,9 @@ QVariantList RowOf(const CData& data);
 
 qint64 IdOf(const QVariantList& row);
 
-bool IsControlLimit(const Column& column);  // or a centre line
+// Whether the row's control limits are 0, to be calculated at each load, or of no width: these would call
+// every other value out of control, and are calculated as well.
+bool LeavesLimitsOpen(const QVariantList& row);
 
 QString DateText(const QDateTime& time);  // as LastModified holds it
 

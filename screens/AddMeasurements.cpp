@@ -115,7 +115,9 @@ void AddMeasurements::LibraryChanged() {
 
 void AddMeasurements::UpdateNotes() {
   Trap(u"AddMeasurements::UpdateNotes"_s, [this] {
-    const QString limits = SaveQuestions::LimitsHint(*data_), stay = Words::Adding::limitsStay();
+    const bool areOpen = Tables::LeavesLimitsOpen(data_->RowAsKnown());
+    const QString stay = areOpen ? Words::Adding::limitsAreOpen() : Words::Adding::limitsStay();
+    const QString limits = areOpen ? QString() : SaveQuestions::LimitsHint(*data_);
     QStringList lines{gone_, stay, limits};
     lines.removeAll(QString());
     lblLimits->setText(lines.join(u'\n'));

@@ -83,7 +83,8 @@ inline constexpr Text<3> limitsAreOne{u"the specification limits %1 and %2 are o
 
 inline constexpr Text<> appendPurpose{u"adds values to a data set"};
 inline constexpr Text<> appendDetails{
-    u"Without values on the line they are read from standard input. Kept control limits stay as they are.\n"};
+    u"Without values on the line they are read from standard input. Kept control limits stay as they are;\n"
+    u"where none are kept yet they are calculated from all points, and kept once two have a spread.\n"};
 inline constexpr Text<> recalculateOption{u"calculates the control limits anew, from all points"};
 inline constexpr Text<> nothingToAppend{u"there are no values to append"};
 inline constexpr Text<4> added{u"%1: %2 values added, %3 in all, %4 plot points"};
@@ -93,7 +94,7 @@ inline constexpr Text<> noLimits{u"; no limits are kept yet, for they need two p
 inline constexpr Text<1> preliminary{
     u"; the limits are preliminary, with fewer than %1 points: append --recalculate renews them"};
 inline constexpr Text<1> restOnFew{
-    u"; the limits may rest on %1 points only: append --recalculate renews them"};
+    u"; the limits rest on %1 points at most: append --recalculate renews them"};
 inline constexpr Text<2> moreDecimals{
     u"the values have %1 decimals, of which %2 are shown and judged: a smaller unit would keep them all"};
 

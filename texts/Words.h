@@ -199,9 +199,14 @@ inline constexpr Text<> title{u"Add Measurements"};
 inline constexpr Text<> command{u"Add &Measurements…"};
 inline constexpr Text<2> dataSet{u"%1 [%2]"};
 inline constexpr Text<> limitsStay{u"The control limits stay as they are."};
+inline constexpr Text<> limitsAreOpen{
+    u"No control limits are kept yet: they are calculated from all points, and kept with the values added as "
+    u"soon "
+    u"as two points differ."};
 inline constexpr Text<1> preliminary{
-    u"The control limits are preliminary: they rest on %1 points, fewer than 20. Recalculate them when there "
-    u"are more."};
+    u"The control limits are preliminary: they rest on %1 points at most, fewer than 20. Recalculate them "
+    u"when "
+    u"there are more."};
 inline constexpr Text<> withoutSpread{
     u"The control limits rest on values without a spread. Recalculate them when the values differ."};
 inline constexpr Text<> newValues{u"&New values, one on each line:"};

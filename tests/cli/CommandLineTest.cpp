@@ -238,13 +238,19 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_TRUE(Import(u"@one.csv"_s).output.contains(u"no limits are kept yet"));
   EXPECT_TRUE(append(u"10 10"_s).contains(u"in control; no limits are kept yet"));
   EXPECT_TRUE(append(u"10.5 9.5 10"_s).contains(u"preliminary"));
-  EXPECT_TRUE(append(u"--recalculate 10.5"_s).contains(u"preliminary"));
   const QJsonObject kept = OnlyDataSet();
-  EXPECT_TRUE(append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"may rest on 7 points"));
+  EXPECT_TRUE(append(u"10.5"_s).contains(u"preliminary"));
+  EXPECT_TRUE(
+      append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"rest on 7 points at most"));
   EXPECT_EQ(OnlyDataSet()[u"XBarUCL"_s], kept[u"XBarUCL"_s]);
   EXPECT_FALSE(append(u"--recalculate"_s).contains(u"limits"));
   EXPECT_NE(OnlyDataSet()[u"RBarMean"_s], kept[u"RBarMean"_s]);
   EXPECT_GT(OnlyDataSet()[u"XBarMean"_s].toDouble(), 20);
+  Import(u"@one.csv --description Bore"_s);
+  const QString many = u" 10 11"_s.repeated(20);
+  EXPECT_TRUE(RunIn(u"append @plant --description Bore"_s + many).output.endsWith(u", in control\n"_s))
+      << "kept from now on, and from all points";
+  EXPECT_TRUE(RunIn(u"append @plant --description Bore 20"_s).output.endsWith(u", rule 1\n"_s));
 }
 
 TEST_F(CommandLineTest, HelpAndVersion) {

@@ -139,6 +139,37 @@ TEST_F(MergeTest, WhatLoadingMadeOfTheRowIsNoChange) {
   EXPECT_EQ(Merge::Of(mine, row).row, row);
 }
 
+// Limits that the row leaves open are kept by a save that asked for them, and by no other.
+TEST_F(MergeTest, OpenLimitsAreKeptOnRequestIfTheyCanBe) {
+  struct {
+    QString base, theirs;
+    double limit;  // the row's, upper and lower
+    int size;
+    double mean;  // kept; 0 for none
+  } const cases[] = {{u"1,2,3,4,"_s, u"1,2,3,4,"_s, 0, 2, 2.5},
+                     {u"1,2,3,4,"_s, u"1,2,3,4,5,6,"_s, 0, 2, 3.5},
+                     {u"1,2,3,4,"_s, u"1,2,3,4,"_s, 9, 2, 2.5},
+                     {u"2,2,2,2,"_s, u"2,2,2,2,"_s, 0, 2, 0},
+                     {u"1,2,"_s, u"1,2,"_s, 0, 2, 0}};
+  for (const auto& [base, theirs, limit, size, mean] : cases) {
+    SCOPED_TRACE(base.toStdString());
+    QVariantList row = With(Row(base), u"SubGroupSize", size);
+    for (const QStringView column : {u"XBarMean", u"RBarUCL", u"RBarMean"}) row[At(column)] = 0.0;
+    for (const QStringView column : {u"XBarUCL", u"XBarLCL"}) row[At(column)] = limit;
+    CData mine = Loaded(row);
+    const QVariantList present = With(row, u"Values", theirs);
+    EXPECT_EQ(Merge::Of(mine, present).row, present);
+    QCGlobalFunctions::ClearControlLimits(mine);
+    ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(mine));
+    const QVariantList merged = Merge::Of(mine, present).row;
+    EXPECT_EQ(merged[At(u"XBarMean")], mean);
+    EXPECT_EQ(merged[At(u"XBarUCL")].toDouble() > merged[At(u"XBarLCL")].toDouble(), mean != 0);
+    mine = Loaded(row);
+    mine.SetSubGroupSize(1);
+    EXPECT_EQ(Merge::Of(mine, row).row, With(row, u"SubGroupSize", 1)) << "the size alone asks for no limits";
+  }
+}
+
 // The engine takes 1 to 20 in a subgroup; a row that holds more was nobody's choice here.
 TEST_F(MergeTest, WhatDoesNotGoTogetherIsAConflict) {
   CData mine = Loaded(Row());

@@ -75,14 +75,18 @@ TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
   EXPECT_FALSE(window->isVisible());
 }
 
-TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnew) {
+TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnewAndKept) {
   program.Execute(u"UPDATE StatData SET XBarUCL = 0, XBarLCL = 0, XBarMean = 0, RBarUCL = 0, RBarMean = 0"_s);
+  EXPECT_EQ(TextOf(*window, "lblLimits").section(u'\n', 0, 0), u"The control limits stay as they are."_s);
   Open();
+  EXPECT_TRUE(TextOf(*window, "lblLimits").startsWith(u"No control limits are kept yet"));
   Enter(u"5\n17\n5\n18"_s);
   const QString foretold = Verdict();
   Click(*window, "cmdAdd");
   EXPECT_EQ(foretold, u"With these values: "_s + Verdict());
   EXPECT_EQ(Verdict(), u"In control"_s);
+  EXPECT_GT(Stored(u"XBarUCL"_s).toDouble(), Stored(u"XBarLCL"_s).toDouble());
+  EXPECT_TRUE(TextOf(*window, "lblLimits").startsWith(u"The control limits stay"));
 }
 
 TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
