@@ -29,15 +29,21 @@ Readings ReadingsOf(QStringView text) {
   Readings readings;
   QStringView number = text.trimmed();
   if (number.isEmpty()) return readings;
-  if (!number.back().isDigit()) {
-    static const QRegularExpression form(u"^(.*\\d\\.?)\\s*([^\\s\\d.,;:+\\-\\x{2212}][^\\d,;:]{0,11})$"_s);
-    if (const auto match = form.match(number); match.hasMatch()) {
-      readings.unit = match.captured(2);
-      number = number.first(match.capturedLength(1));
-    }
+  const auto read = [&] {
+    readings.point = WrittenNumbers::Read(number, WrittenNumbers::Decimal::Point);
+    readings.comma = WrittenNumbers::Read(number, WrittenNumbers::Decimal::Comma);
+    return readings.Any();
+  };
+  if (read()) return readings;
+  // A unit may hold single digits, as "m3" and "mm H2O" do.
+  static const QRegularExpression form(
+      u"^([-+\\x{2212}]?[0-9.,'\\x{2019}\\s]*[0-9]\\.?(?:[eE][-+\\x{2212}]?[0-9]+)?)\\s*"
+      u"([^\\s0-9.,;:+\\-\\x{2212}](?:[^0-9,;:]|(?<!\\s)[0-9](?![0-9])){0,11})$"_s,
+      QRegularExpression::UseUnicodePropertiesOption);
+  if (const auto match = form.match(number); match.hasMatch()) {
+    number = number.first(match.capturedLength(1));
+    if (read()) readings.unit = match.captured(2);
   }
-  readings.point = WrittenNumbers::Read(number, WrittenNumbers::Decimal::Point);
-  readings.comma = WrittenNumbers::Read(number, WrittenNumbers::Decimal::Comma);
   return readings;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "data/RawDataGrid.h"
 #include "data/RawDataLines.h"
 #include "data/RawDataText.h"
 #include "platform/language/Conversions.h"
@@ -17,70 +18,14 @@ namespace RawDataReadings {
 
 namespace {
 
-using Row = QStringList;
-
-struct Grid {
-  QList<Row> rows;
-  qsizetype columns = 0;
-};
-
 QStringList LinesOf(const QString& text) {
   QStringList lines;
   RawDataLines::ForEachLine(text, [&](qsizetype, QStringView line) { lines << line.toString(); });
   return lines;
 }
 
-template <class EndsCell>
-Row CellsOf(const QString& line, EndsCell endsCell) {
-  Row cells;
-  for (auto start = line.cbegin();;) {
-    const auto end = std::find_if(start, line.cend(), endsCell);
-    cells << QStringView(start, end).trimmed().toString();
-    if (end == line.cend()) break;
-    start = end + 1;
-  }
-  // A separator behind the last value ends it as a line end does.
-  if (cells.size() == 2 && cells.back().isEmpty()) cells.removeLast();
-  return cells;
-}
-
-template <class EndsCell>
-Grid GridOf(const QStringList& lines, EndsCell endsCell) {
-  Grid grid;
-  for (const QString& line : lines) {
-    grid.rows << CellsOf(line, endsCell);
-    grid.columns = std::max(grid.columns, grid.rows.back().size());
-  }
-  return grid;
-}
-
-bool IsNumber(const QString& cell) { return IsNumeric(cell) || ReadingsOf(cell).Any(); }
-
 bool HasDigit(const QString& text) {
   return std::ranges::any_of(text, [](QChar character) { return character.isDigit(); });
-}
-
-QStringList Column(const Grid& grid, qsizetype column) {
-  QStringList cells;
-  for (const Row& row : grid.rows) cells << row.value(column);
-  return cells;
-}
-
-// 1, 2, 3 ... beside the values: the rows' numbers.
-bool CountsRows(const QStringList& cells) {
-  if (cells.size() < 3) return false;
-  bool isNumber = false;
-  const int first = cells[0].toInt(&isNumber);
-  for (qsizetype i = 0; i < cells.size(); ++i)
-    if (cells[i] != QString::number(first + i)) return false;
-  return isNumber;
-}
-
-// Every cell is a value.
-bool HoldsValuesOnly(const Grid& grid) {
-  for (const Row& row : grid.rows)
-    if (row.size() != grid.columns || !std::ranges::all_of(row, IsNumber)) return false;
-  return !CountsRows(Column(grid, 0));
 }
 
 // Commas that are decimal commas without doubt: no value speaks of another notation, and one of them has no
@@ -127,11 +72,13 @@ Pasted FromOneLine(QString line) {
 }
 
 Pasted FromLines(const QStringList& lines) {
-  const Grid grid = GridOf(lines, RawDataLines::EndsCell);
+  const RawDataGrid grid = RawDataGrid::Of(lines);
   if (grid.columns < 2 && grid.rows.size() == 1) return FromOneLine(grid.rows[0][0]);
-  if (grid.columns > 1 && !HoldsValuesOnly(grid)) return {lines.join(u'\n'), 0};
+  const bool isRow = grid.rows.size() == 1 && grid.HoldsValuesOnly();
+  const bool isGrid = grid.columns > 1 ? !isRow : RawDataGrid::HasCommasBetweenCells(lines);
+  if (isGrid) return {lines.join(u'\n'), 0};
   QStringList values;
-  for (const Row& row : grid.rows) values << row;
+  for (const QStringList& row : grid.rows) values << row;
   return FromValues(values);
 }
 
@@ -158,20 +105,35 @@ Transformed Transform(const QString& line) {
   return result;
 }
 
-// A point that only thousands explain makes the points of the other lines doubtful too.
-bool PointsAreThousands(const QStringList& lines) {
-  return std::ranges::any_of(lines, [](const QString& line) {
-    if (!line.contains(u',') || !line.contains(u'.')) return false;
+// What the points of lines without a comma may be where the commas are decimal.
+struct Points {
+  qsizetype doubtful = 0;  // lines on which they may set thousands apart
+  bool mayBeDecimal = true, mayBeThousands = true;
+};
+
+Points PointsIn(const QStringList& lines) {
+  Points points;
+  for (const QString& line : lines) {
+    if (!line.contains(u'.')) continue;
     const Readings readings = ReadingsOf(line);
-    return readings.point.isEmpty() && !readings.comma.isEmpty();
-  });
+    if (!readings.Any()) continue;
+    const bool hasThousands = !readings.comma.isEmpty();
+    points.mayBeThousands &= hasThousands;
+    // A point that only thousands explain speaks for those of the other lines.
+    if (line.contains(u','))
+      points.mayBeDecimal &= !hasThousands;
+    else
+      ++points.doubtful;
+  }
+  return points;
 }
 
-QStringList InReading(Offer::Kind kind, const QString& line, bool pointsAreThousands) {
+QStringList InReading(Offer::Kind kind, const QString& line) {
   const Transformed transformed = Transform(line);
   if (const auto found = transformed.find(kind); found != transformed.end()) return found->second;
-  if (kind == Offer::DecimalCommas && pointsAreThousands && line.contains(u'.')) {
-    if (const QString value = ReadingsOf(line).comma; !value.isEmpty()) return {value};
+  if (kind == Offer::CommasAndPoints) {
+    if (const QString value = ReadingsOf(line).comma; !value.isEmpty() && line.contains(u'.')) return {value};
+    return InReading(Offer::DecimalCommas, line);
   }
   // Who says what the commas are means the units and signs as well.
   const auto plain = transformed.find(Offer::PlainNumbers);
@@ -184,6 +146,8 @@ QString CaptionOf(Offer::Kind kind, qsizetype count) {
   switch (kind) {
     case Offer::DecimalCommas:
       return count == 1 ? W::readDecimalComma() : W::readDecimalCommas(count);
+    case Offer::CommasAndPoints:
+      return W::readCommasAndPoints(count);
     case Offer::Thousands:
       return count == 1 ? W::readThousand() : W::readThousands(count);
     case Offer::PlainNumbers:
@@ -199,48 +163,52 @@ QString CaptionOf(Offer::Kind kind, qsizetype count) {
   }
 }
 
-QList<Offer> LineOffers(const QStringList& lines) {
+bool LeavesUnitOut(Offer::Kind kind) {
+  return kind == Offer::DecimalCommas || kind == Offer::CommasAndPoints || kind == Offer::Thousands ||
+         kind == Offer::PlainNumbers;
+}
+
+// The units of the lines that are numbers with one.
+QStringList UnitsIn(const QStringList& lines) {
+  QStringList units;
+  for (const QString& line : lines)
+    if (const QString unit = ReadingsOf(line).unit; !unit.isEmpty() && !units.contains(unit)) units << unit;
+  return units;
+}
+
+// Of the lines with that unit; of all where it is null. A caption names the unit that is left out.
+QList<Offer> LineOffers(const QStringList& lines, const QString& unit, const QString& named) {
   std::map<Offer::Kind, qsizetype> counts;
-  QString unit;
+  qsizetype rest = lines.size();  // nothing would be left without them
   for (const QString& line : lines) {
+    if (!unit.isNull() && ReadingsOf(line).unit != unit) continue;
     const Transformed transformed = Transform(line);
     for (const auto& [kind, values] : transformed) ++counts[kind];
-    if (unit.isEmpty() && !transformed.empty() && !transformed.contains(Offer::LeaveOutNoNumbers))
-      unit = ReadingsOf(line).unit;
+    if (transformed.contains(Offer::LeaveOutNoNumbers)) --rest;
   }
-  // Nothing would be left.
-  if (counts[Offer::LeaveOutNoNumbers] == lines.size()) return {};
+  if (rest == 0) return {};
+  const Points points = PointsIn(lines);
+  if (counts[Offer::DecimalCommas] > 0 && points.doubtful > 0 && points.mayBeThousands) {
+    counts[Offer::CommasAndPoints] = counts[Offer::DecimalCommas] + points.doubtful;
+    if (!points.mayBeDecimal) counts[Offer::DecimalCommas] = 0;
+  }
   QList<Offer> offers;
   for (const auto& [kind, count] : counts) {
     if (count == 0) continue;
     QString caption = CaptionOf(kind, count);
-    const bool leavesUnitOut =
-        kind == Offer::DecimalCommas || kind == Offer::Thousands || kind == Offer::PlainNumbers;
-    if (leavesUnitOut && !unit.isEmpty())
-      caption = Words::RawData::withoutUnit(caption, RawDataText::Quoted(unit));
-    offers << Offer{kind, 0, caption};
+    if (LeavesUnitOut(kind) && !named.isEmpty())
+      caption = Words::RawData::withoutUnit(caption, RawDataText::Quoted(named));
+    offers << Offer{kind, 0, caption, unit};
   }
   return offers;
 }
 
-// Cells that commas separate: as many on every line, and not all of them decimal commas.
-bool IsCommaGrid(const QStringList& lines) {
-  if (lines.size() < 2) return false;
-  const qsizetype commas = lines[0].count(u',');
-  if (commas == 0) return false;
-  bool isOther = false;
-  for (const QString& line : lines) {
-    if (line.count(u',') != commas) return false;
-    isOther |= !ReadingsOf(line).Any();
-  }
-  return isOther;
-}
-
-std::optional<Grid> GridIn(const QStringList& lines) {
-  const auto hasCells = [](const QString& line) { return std::ranges::any_of(line, RawDataLines::EndsCell); };
-  if (std::ranges::any_of(lines, hasCells)) return GridOf(lines, RawDataLines::EndsCell);
-  if (IsCommaGrid(lines)) return GridOf(lines, [](QChar character) { return character == u','; });
-  return std::nullopt;
+QList<Offer> LineOffers(const QStringList& lines) {
+  const QStringList units = UnitsIn(lines);
+  if (units.size() < 2) return LineOffers(lines, {}, units.value(0));
+  QList<Offer> offers;
+  for (const QString& unit : units) offers << LineOffers(lines, unit, unit);
+  return offers << LineOffers(lines, u""_s, {});
 }
 
 QString WithLeftOut(const QString& caption, qsizetype cells) {
@@ -248,45 +216,46 @@ QString WithLeftOut(const QString& caption, qsizetype cells) {
   return cells == 1 ? Words::RawData::leaveOutCell(caption) : Words::RawData::leaveOutCells(caption, cells);
 }
 
-QList<Offer> GridOffers(const Grid& grid) {
-  constexpr qsizetype mostColumns = 3;
+QList<Offer> GridOffers(const RawDataGrid& grid) {
   struct Candidate {
     qsizetype column, numbers;
   };
   QList<Candidate> candidates;
   qsizetype all = 0;
   for (qsizetype i = 0; i < grid.columns; ++i) {
-    const qsizetype numbers = std::ranges::count_if(Column(grid, i), IsNumber);
+    const qsizetype numbers = std::ranges::count_if(grid.Column(i), RawDataGrid::IsNumber);
     all += numbers;
     if (numbers > 0) candidates << Candidate{i, numbers};
   }
   // The rows' numbers come last, then what is no column of values.
   const auto isBetter = [&](const Candidate& a, const Candidate& b) {
-    const bool aCounts = CountsRows(Column(grid, a.column)), bCounts = CountsRows(Column(grid, b.column));
+    const bool aCounts = grid.CountsRows(a.column), bCounts = grid.CountsRows(b.column);
     return aCounts == bCounts ? a.numbers > b.numbers : bCounts;
   };
   std::ranges::stable_sort(candidates, isBetter);
   QList<Offer> offers;
-  for (const Candidate& candidate : candidates.mid(0, mostColumns)) {
+  for (const Candidate& candidate : candidates) {
     const qsizetype number = candidate.column + 1;
     const QString heading = grid.rows[0].value(candidate.column);
     QString caption =
-        heading.isEmpty() || IsNumber(heading)
+        heading.isEmpty() || RawDataGrid::IsNumber(heading)
             ? Words::RawData::takeColumn(number, candidate.numbers)
             : Words::RawData::takeNamedColumn(number, RawDataText::Quoted(heading), candidate.numbers);
     caption = WithLeftOut(caption, grid.rows.size() - candidate.numbers);
     offers << Offer{Offer::Column, static_cast<int>(candidate.column), caption};
   }
   qsizetype cells = 0;
-  for (const Row& row : grid.rows) cells += row.size();
-  if (candidates.size() > 1)
-    offers << Offer{Offer::AllCells, 0, WithLeftOut(Words::RawData::takeAllCells(all), cells - all)};
+  for (const QStringList& row : grid.rows) cells += row.size();
+  if (candidates.size() > 1) {
+    const Offer allCells{Offer::AllCells, 0, WithLeftOut(Words::RawData::takeAllCells(all), cells - all)};
+    offers.insert(grid.HoldsValuesOnly() ? 0 : offers.size(), allCells);
+  }
   return offers;
 }
 
 QString FromCells(const QStringList& cells) {
   QStringList values;
-  std::ranges::copy_if(cells, std::back_inserter(values), IsNumber);
+  std::ranges::copy_if(cells, std::back_inserter(values), RawDataGrid::IsNumber);
   return FromValues(values).text;
 }
 
@@ -315,22 +284,32 @@ Pasted FromPasted(const QString& pasted) {
 
 QList<Offer> Offers(const QString& text) {
   const QStringList lines = LinesOf(text);
-  if (const std::optional<Grid> grid = GridIn(lines)) return GridOffers(*grid);
-  return LineOffers(lines);
+  const auto grid = RawDataGrid::In(lines);
+  if (!grid) return LineOffers(lines);
+  QList<Offer> offers = GridOffers(*grid);
+  // Below a heading with a comma the others may be decimal all the same: "Length, mm".
+  if (!ReadingsOf(lines[0]).Any() && CommasAreDecimal(lines.sliced(1))) {
+    QList<Offer> others = LineOffers(lines);
+    erase_if(others, [](const Offer& offer) { return offer.kind != Offer::DecimalCommas; });
+    offers << others;
+  }
+  return offers;
 }
 
 QString Apply(const Offer& offer, const QString& text) {
   const QStringList lines = LinesOf(text);
   QStringList values;
   if (offer.kind == Offer::Column || offer.kind == Offer::AllCells) {
-    const std::optional<Grid> grid = GridIn(lines);
+    const auto grid = RawDataGrid::In(lines);
     if (!grid) return text;
-    if (offer.kind == Offer::Column) return FromCells(Column(*grid, offer.column));
-    for (const Row& row : grid->rows) values << row;
+    if (offer.kind == Offer::Column) return FromCells(grid->Column(offer.column));
+    for (const QStringList& row : grid->rows) values << row;
     return FromCells(values);
   }
-  const bool pointsAreThousands = PointsAreThousands(lines);
-  for (const QString& line : lines) values << InReading(offer.kind, line, pointsAreThousands);
+  for (const QString& line : lines) {
+    const bool isMeant = offer.unit.isNull() || ReadingsOf(line).unit == offer.unit;
+    values << (isMeant ? InReading(offer.kind, line) : QStringList{line});
+  }
   return values.join(u'\n');
 }
 

@@ -14,7 +14,7 @@ struct Pasted {
   qsizetype decimalCommas = 0;  // that became points
 };
 
-// Values end at line ends of every kind; tabs and semicolons end them where every cell holds a number. Commas
+// Values end at line ends of every kind, and at the tabs and semicolons of a single line of numbers. Commas
 // end values in a single line of several, and are decimal commas in a column that has no other reading.
 Pasted FromPasted(const QString& pasted);
 
@@ -22,6 +22,7 @@ Pasted FromPasted(const QString& pasted);
 struct Offer {
   enum Kind {
     DecimalCommas,      // commas are decimal points
+    CommasAndPoints,    // and points set thousands apart
     Thousands,          // commas set thousands apart
     PlainNumbers,       // numbers behind which units stand, or with a typographic minus
     SeparateAtCommas,   // a value on each side of a comma
@@ -33,6 +34,7 @@ struct Offer {
   Kind kind;
   int column;  // from 0
   QString caption;
+  QString unit = {};  // where the lines have several: only those with this one are read
 };
 
 // The fewest clicks first; none where nothing is unclear.

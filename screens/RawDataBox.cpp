@@ -4,6 +4,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
+#include <QTextDocumentFragment>
 #include <algorithm>
 
 #include "data/RawDataReadings.h"
@@ -68,9 +69,10 @@ void RawDataBox::insertFromMimeData(const QMimeData* source) {
   RawDataReadings::Pasted pasted = RawDataReadings::FromPasted(source->text());
   QString& text = pasted.text;
   QTextCursor cursor = textCursor();
-  const bool replacesAPart = cursor.hasSelection() && !text.contains(u'\n');
-  cursor.beginEditBlock();
   const bool replaces = cursor.hasSelection();
+  const bool isOneLine = !cursor.selection().toPlainText().contains(u'\n') && !text.contains(u'\n');
+  const bool replacesAPart = replaces && isOneLine;
+  cursor.beginEditBlock();
   cursor.removeSelectedText();
   // What is pasted keeps clear of the value at the caret, which stays whole.
   const QString line = cursor.block().text();

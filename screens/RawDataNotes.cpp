@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -34,10 +35,13 @@ RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
   layout->addWidget(lblRawDataNote);
+  moreOffers_ = Named(new QMenu(this), u"mnuMoreOffers"_s);
   for (int i = 0; i < mostOffers; ++i) {
     offerButtons_ << button(u"cmdOffer%1"_s.arg(i + 1));
     layout->addWidget(offerButtons_.back());
-    connect(offerButtons_.back(), &QPushButton::clicked, this, [this, i] { TakeOffer(i); });
+    connect(offerButtons_.back(), &QPushButton::clicked, this, [this, i] {
+      if (!offerButtons_[i]->menu()) TakeOffer(i);
+    });
   }
   cmdGoToLine = button(u"cmdGoToLine"_s);
   connect(cmdGoToLine, &QPushButton::clicked, this, &RawDataNotes::GoToNamedLine);
@@ -60,13 +64,20 @@ void RawDataNotes::Show(const QString& note, const RawDataText::Examination& fou
   cmdGoToLine->setVisible(namedLine_ > 0);
   offers_.clear();
   if (found.IsUnclear()) offers_ = RawDataReadings::Offers(box_->toPlainText());
-  for (qsizetype i = 0; i < offerButtons_.size(); ++i) {
+  const auto label = [this](qsizetype i) { return QString(offers_[i].caption).replace(u'&', u"&&"_s); };
+  const bool hasMore = offers_.size() > mostOffers;
+  for (qsizetype i = 0; i < mostOffers; ++i) {
     const bool isOffered = i < offers_.size();
+    const bool isMenu = hasMore && i == mostOffers - 1;
     offerButtons_[i]->setVisible(isOffered);
+    offerButtons_[i]->setMenu(isMenu ? moreOffers_ : nullptr);
     if (!isOffered) continue;
-    offerButtons_[i]->setText(QString(offers_[i].caption).replace(u'&', u"&&"_s));
-    offerButtons_[i]->setToolTip(offers_[i].caption);
+    offerButtons_[i]->setText(isMenu ? Words::RawData::moreReadings() : label(i));
+    offerButtons_[i]->setToolTip(isMenu ? QString() : offers_[i].caption);
   }
+  moreOffers_->clear();
+  for (qsizetype i = mostOffers - 1; hasMore && i < offers_.size(); ++i)
+    moreOffers_->addAction(label(i), this, [this, i] { TakeOffer(i); });
 }
 
 int RawDataNotes::DelayFor(const RawDataBox& box) { return box.blockCount() > longColumn ? 150 : 0; }

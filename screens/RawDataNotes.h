@@ -10,6 +10,7 @@
 
 class QHBoxLayout;
 class QLabel;
+class QMenu;
 class QPushButton;
 class RawDataBox;
 
@@ -41,6 +42,7 @@ class RawDataNotes : public QWidget {
   QPushButton* cmdGoToLine = nullptr;
   QHBoxLayout* foot_ = nullptr;
   QList<QPushButton*> offerButtons_;
+  QMenu* moreOffers_ = nullptr;  // of the last one, where there are more than buttons
   QList<RawDataReadings::Offer> offers_;
   qsizetype namedLine_ = 0;
 };

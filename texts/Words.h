@@ -173,8 +173,11 @@ inline constexpr Text<> commaWasRead{u"1 comma was read as a decimal point."};
 inline constexpr Text<1> commasWereRead{u"%1 commas were read as decimal points."};
 
 // The readings that are offered for what is unclear.
+inline constexpr Text<> moreReadings{u"More readings"};
 inline constexpr Text<> readDecimalComma{u"Read 1 comma as a decimal point"};
 inline constexpr Text<1> readDecimalCommas{u"Read %1 commas as decimal points"};
+inline constexpr Text<1> readCommasAndPoints{
+    u"Read %1 numbers with decimal commas, and points between thousands"};
 inline constexpr Text<> readThousand{u"Read 1 number with thousands"};
 inline constexpr Text<1> readThousands{u"Read %1 numbers with thousands"};
 inline constexpr Text<> readPlainNumber{u"Read 1 number"};
@@ -240,6 +243,7 @@ inline constexpr Text<> discardThem{u"Discard and save?"};
 inline constexpr Text<4> lastAreDropped{u"These are the last %1 of %2 values: %3. The first %4 stay."};
 inline constexpr Text<1> noneIsDropped{u"Without the fliers there are %1 values, which all stay."};
 inline constexpr Text<> specLimits{u"The specification limits"};
+inline constexpr Text<> flierLimits{u"The flier limits"};
 inline constexpr Text<> averageLimits{u"The X-bar control limits"};
 inline constexpr Text<> rangeLimits{u"The range control limits"};
 inline constexpr Text<5> farFromSamples{

@@ -30,7 +30,6 @@ TEST_P(RawDataReadingsTest, OneCellOrLineIsOneValue) {
       {"a line of several with points", u"12.1,12.4,11.9"_s, u"12.1\n12.4\n11.9"_s},
       {"a line of several", u"1,2,3,"_s, u"1\n2\n3"_s},
       {"commas behind each value", u"12,\n13,\n"_s, u"12\n13\n"_s},
-      {"subgroups in rows", u"1.5\t1.6\n1.7\t1.8"_s, u"1.5\n1.6\n1.7\n1.8"_s},
       {"nothing", u"\r\n\t;\n"_s, u""_s},
   };
   for (const auto& one : cases) {
@@ -43,7 +42,8 @@ TEST_P(RawDataReadingsTest, WhatIsUnclearStandsAsItIs) {
   for (const QString& text :
        {u"12,5"_s, u"12,5\n12.7"_s, u"1,234,567"_s, u"1,234\n1,567"_s, u"1,234.5\n1.234,5\n12.5"_s,
         u"12,5 mm\n12,7 mm"_s, u"\u22120,5\n0,5"_s, u"12,5\n12,x5"_s, u"1,2,3\n4,5,6"_s, u"08:00\t12.5"_s,
-        u"1\t\t2"_s, u"1\t12.1\n2\t12.2\n3\t12.3"_s, u"abc\nx,y\n1e999\nNaN"_s})
+        u"1\t\t2"_s, u"1.5\t1.6\n1.7\t1.8"_s, u"Nr,Wert\n1,10\n2,11"_s, u"1\t12.1\n2\t12.2\n3\t12.3"_s,
+        u"abc\nx,y\n1e999\nNaN"_s})
     EXPECT_EQ(FromPasted(text).text, text);
 }
 
@@ -70,7 +70,17 @@ TEST_P(RawDataReadingsTest, EveryReadingIsOfferedWithItsCount) {
         {u"Separate 1 line at commas"_s, u"1\n234"_s}}},
       {"points that set thousands apart",
        u"1.234,5\n1.235"_s,
-       {{u"Read 1 comma as a decimal point"_s, u"1234.5\n1235"_s}}},
+       {{u"Read 2 numbers with decimal commas, and points between thousands"_s, u"1234.5\n1235"_s}}},
+      {"points that may set thousands apart",
+       u"1.234\n998,5\n1.002"_s,
+       {{u"Read 1 comma as a decimal point"_s, u"1.234\n998.5\n1.002"_s},
+        {u"Read 3 numbers with decimal commas, and points between thousands"_s, u"1234\n998.5\n1002"_s},
+        {u"Separate 1 line at commas"_s, u"1.234\n998\n5\n1.002"_s}}},
+      {"two units",
+       u"12.5 mm\n0.0125 m\n3 mm"_s,
+       {{u"Read 2 numbers, without \"mm\""_s, u"12.5\n0.0125 m\n3"_s},
+        {u"Read 1 number, without \"m\""_s, u"12.5 mm\n0.0125\n3 mm"_s}}},
+      {"a unit with a digit", u"1e2 mm H2O"_s, {{u"Read 1 number, without \"mm H2O\""_s, u"1e2"_s}}},
       {"blanks", u"12.1 12.4\n12.5"_s, {{u"Separate 1 line at blanks"_s, u"12.1\n12.4\n12.5"_s}}},
       {"a heading", u"Length\n12.5\nend"_s, {{u"Leave out 2 lines that are no numbers"_s, u"12.5"_s}}},
       {"times",
@@ -81,6 +91,17 @@ TEST_P(RawDataReadingsTest, EveryReadingIsOfferedWithItsCount) {
        {{u"Take column 2: 3 numbers"_s, u"12.1\n12.2\n12.3"_s},
         {u"Take column 1: 3 numbers"_s, u"1\n2\n3"_s},
         {u"Take all 6 numbers, row by row"_s, u"1\n12.1\n2\n12.2\n3\n12.3"_s}}},
+      {"subgroups in rows",
+       u"1.5\t1.6\n1.7\t1.8"_s,
+       {{u"Take all 4 numbers, row by row"_s, u"1.5\n1.6\n1.7\n1.8"_s},
+        {u"Take column 1: 2 numbers"_s, u"1.5\n1.7"_s},
+        {u"Take column 2: 2 numbers"_s, u"1.6\n1.8"_s}}},
+      {"a heading over cells between commas",
+       u"Nr,Wert\n1,10\n2,11"_s,
+       {{u"Take column 1, \"Nr\": 2 numbers (leave out 1 cell)"_s, u"1\n2"_s},
+        {u"Take column 2, \"Wert\": 2 numbers (leave out 1 cell)"_s, u"10\n11"_s},
+        {u"Take all 4 numbers, row by row (leave out 2 cells)"_s, u"1\n10\n2\n11"_s},
+        {u"Read 2 commas as decimal points"_s, u"Nr,Wert\n1.10\n2.11"_s}}},
       {"cells between commas",
        u"08:00,12.5\n08:05,12.6"_s,
        {{u"Take column 2: 2 numbers"_s, u"12.5\n12.6"_s}}},

@@ -232,7 +232,7 @@ TEST_F(DataEditorTest, ClosingAsksOnlyWhereSomethingWouldBeLost) {
 TEST_F(DataEditorTest, PastedColumnsKeepClearOfWhatStandsThere) {
   Open();
   Paste(u"1,5\n2,5"_s);
-  Paste(u"3\t4"_s);
+  Paste(u"3;4"_s);
   EXPECT_EQ(Raw(), u"1.5\n2.5\n3\n4");
   Get<QPlainTextEdit>(*editor, "txtRawData").moveCursor(QTextCursor::Start);
   Paste(u"8\n9\n"_s);
@@ -265,6 +265,11 @@ TEST_F(DataEditorTest, APasteNeitherCutsNorLengthensAValue) {
   raw.moveCursor(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
   Paste(u"9"_s);
   EXPECT_EQ(Raw(), u"12.5\n13.5\n19");
+  raw.moveCursor(QTextCursor::Start);
+  for (int i = 0; i < 2; ++i) raw.moveCursor(QTextCursor::NextCharacter);
+  for (int i = 0; i < 5; ++i) raw.moveCursor(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+  Paste(u"9"_s);
+  EXPECT_EQ(Raw(), u"12\n9\n.5\n19") << "halves of two values are not joined";
   Close(Answer::No);
 }
 
@@ -287,6 +292,12 @@ TEST_F(DataEditorTest, TheLiveLineLeadsToTheFaultAndItsReadings) {
   Fire(*editor, "NotesTimer");
   EXPECT_EQ(Raw(), u"12.7\n12.5\n12.6");
   EXPECT_FALSE(offer.isVisible());
+  raw.clear();
+  Paste(u"1\t2\t3\t4\t5\t6\n7\t8\t9\t10\t11\t12"_s);
+  const auto* menu = Get<QPushButton>(*editor, "cmdOffer4").menu();
+  ASSERT_TRUE(menu);
+  menu->actions().back()->trigger();
+  EXPECT_EQ(Raw(), u"6\n12") << "the last of more readings than there are buttons";
   EXPECT_FALSE(Get<QWidget>(*editor, "cmdGoToLine").isVisible());
   QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Raw(), u"12.7\n12,5 mm\n12,6 mm");
