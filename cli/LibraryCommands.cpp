@@ -8,6 +8,7 @@
 #include "cli/CsvColumn.h"
 #include "cli/SharedOptions.h"
 #include "data/MathFunctions.h"
+#include "data/RawDataText.h"
 #include "data/Statistics.h"
 #include "engine/Engine.h"
 #include "library/AccessImport.h"
@@ -65,8 +66,9 @@ void FillLimits(const Arguments& arguments, CData& data) {
   data.SetUpperSpecLimit(upper);
   data.SetLowerSpecLimit(lower);
   data.SetNominalSpecLimit(target);
-  data.SetHiFlier(upper + (upper - lower));
-  data.SetLoFlier(lower - (upper - lower));
+  const auto [lowest, highest] = RawDataText::FliersBeyond(lower, upper);
+  data.SetHiFlier(highest);
+  data.SetLoFlier(lowest);
 }
 
 QString VerdictOf(const CData& data) {

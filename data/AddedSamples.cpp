@@ -2,6 +2,7 @@
 
 #include "data/Statistics.h"
 #include "data/TAVELDataStringFunctions.h"
+#include "platform/language/Conversions.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,10 +13,12 @@ qsizetype CountOf(const CData& data) {
 }
 
 RawDataText::Examination Examine(const QString& text, const CData& data) {
-  const bool hasFliers = data.LoFlier() < data.HiFlier();
-  return RawDataText::Examine(
-      text,
-      hasFliers ? std::optional(RawDataText::FlierLimits{data.LoFlier(), data.HiFlier()}) : std::nullopt);
+  std::optional<RawDataText::FlierLimits> fliers;
+  if (data.LoFlier() < data.HiFlier()) fliers = {data.LoFlier(), data.HiFlier()};
+  std::optional<double> last;
+  const QStringList samples = data.DelimitedInputString().split(u',', Qt::SkipEmptyParts);
+  if (!samples.isEmpty() && Conversions::IsNumeric(samples.back())) last = Conversions::CDbl(samples.back());
+  return RawDataText::Examine(text, fliers, last);
 }
 
 QStringList ValuesIn(const QString& text) {

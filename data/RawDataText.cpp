@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "data/MathFunctions.h"
 #include "data/RawDataLines.h"
 #include "platform/language/Conversions.h"
 #include "texts/Words.h"
@@ -40,24 +41,25 @@ void ExamineUnclear(qsizetype number, QStringView line, Examination& found) {
 }
 
 // Finds the first number that is ten times as large as the one before it and the one behind it, as where a
-// decimal point was forgotten.
+// decimal point was forgotten. The last one has only one neighbour, and so has the first.
 class Neighbours {
  public:
-  explicit Neighbours(Line& first) : first_(first) {}
+  Neighbours(Line& first, const std::optional<double>& before) : first_(first), before_(before) {}
 
   void Take(qsizetype number, QStringView line, double value) {
-    if (candidate_.number > 0 && IsTenfold(candidateValue_, value))
-      Note(first_, candidate_.number, candidate_.text);
+    if (candidate_.number > 0 && IsTenfold(*before_, value)) End();
     candidate_ = {};
-    if (hasBefore_ && first_.number == 0 && IsTenfold(value, before_)) {
+    if (first_.number == 0 && (!before_ || IsTenfold(value, *before_))) {
       candidate_ = {number, line.toString()};
-      candidateValue_ = value;
+      isAlone_ = !before_;
     }
     before_ = value;
-    hasBefore_ = true;
   }
   void End() {
     if (candidate_.number > 0) Note(first_, candidate_.number, candidate_.text);
+  }
+  void EndOfAll() {
+    if (!isAlone_) End();
   }
 
  private:
@@ -67,8 +69,8 @@ class Neighbours {
 
   Line& first_;
   Line candidate_{};
-  double candidateValue_ = 0, before_ = 0;
-  bool hasBefore_ = false;
+  bool isAlone_ = false;          // no number stands beside the candidate yet
+  std::optional<double> before_;  // the number before; that of the candidate where there is one
 };
 
 QString FaultIn(const Examination& examination) {
@@ -148,9 +150,10 @@ qsizetype Examination::NamedLine() const {
   return 0;
 }
 
-Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers) {
+Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers,
+                    const std::optional<double>& before) {
   Examination found;
-  Neighbours neighbours(found.tenfold);
+  Neighbours neighbours(found.tenfold, before);
   RawDataLines::ForEachLine(text, [&](qsizetype number, QStringView line) {
     if (!Conversions::IsNumeric(line)) return ExamineUnclear(number, line, found);
     ++found.values;
@@ -159,8 +162,16 @@ Examination Examine(const QString& text, const std::optional<FlierLimits>& flier
     neighbours.Take(number, line, value);
     if (fliers && !(fliers->low < value && value < fliers->high)) Note(found.beyondFliers, number, line);
   });
-  neighbours.End();
+  neighbours.EndOfAll();
   return found;
+}
+
+FlierLimits FliersBeyond(double lower, double upper) {
+  // Without the binary noise of 0.4 + (0.4 - 0.1).
+  const auto rounded = [](double limit) {
+    return std::isfinite(limit) ? MathFunctions::FormatDouble(limit, mostDecimals) : limit;
+  };
+  return {rounded(lower - (upper - lower)), rounded(upper + (upper - lower))};
 }
 
 QList<qsizetype> SubgroupStarts(const QString& text, qint16 size, qsizetype before) {

@@ -46,7 +46,13 @@ struct FlierLimits {
   double low = 0, high = 0;
 };
 
-Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers = {});
+// Those that stand where none are given: as far outside the specification limits as these lie apart. Not
+// finite where that is too far.
+FlierLimits FliersBeyond(double lower, double upper);
+
+// `before` is the value that stands before the text's first one.
+Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers = {},
+                    const std::optional<double>& before = {});
 
 // Values, subgroups and what is left over; the first fault. The subgroup size counts where it is valid.
 QString Describe(const Examination& examination, const QString& subGroupSize);

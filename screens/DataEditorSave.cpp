@@ -197,10 +197,10 @@ void DataEditorSave::TakeFlierLimits() {
   double high = NumberIn(&EditorFields::hiFlier);
   double low = NumberIn(&EditorFields::lowFlier);
   if (high == 0 && low == 0) {
-    const double upper = Conversions::CDbl(fields_.usl);
-    const double lower = Conversions::CDbl(fields_.lsl);
-    high = upper + (upper - lower);
-    low = lower - (upper - lower);
+    const auto beyond =
+        RawDataText::FliersBeyond(Conversions::CDbl(fields_.lsl), Conversions::CDbl(fields_.usl));
+    high = beyond.high;
+    low = beyond.low;
   }
   if (!std::isfinite(high) || !std::isfinite(low)) throw Error(Words::Editor::specLimitsTooFarApart());
   data_->SetHiFlier(high);

@@ -112,7 +112,7 @@ std::optional<RawDataText::FlierLimits> EditorFields::Fliers() const {
   if (*low != 0 || *high != 0) return RawDataText::FlierLimits{*low, *high};
   const auto lower = number(lsl), upper = number(usl);
   if (!lower || !upper || *lower >= *upper) return std::nullopt;
-  return RawDataText::FlierLimits{*lower - (*upper - *lower), *upper + (*upper - *lower)};
+  return RawDataText::FliersBeyond(*lower, *upper);
 }
 
 const NumberBox* EditorFields::MissingControlLimit() const {

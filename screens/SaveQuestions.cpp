@@ -89,12 +89,16 @@ QString StrangeLimits(const CData& data, bool keepsControlLimits, const CData* b
       strange << W::meanOutside(what, Number(centre), Number(lower), Number(upper));
   };
   checkPlace(W::specLimits(), data.LowerSpecLimit(), data.UpperSpecLimit());
+  if (data.LoFlier() >= data.HiFlier())
+    strange << W::wrongWayRound(W::flierLimits(), Number(data.LoFlier()), Number(data.HiFlier()));
   if (keepsControlLimits) {
     const engine::ControlLimits limits = data.ControlLimits();
     checkOrder(W::averageLimits(), limits.xBarLower, limits.xBarCentre, limits.xBarUpper);
     checkOrder(W::rangeLimits(), limits.rangeLower, limits.rangeCentre, limits.rangeUpper);
     checkPlace(W::averageLimits(), limits.xBarLower, limits.xBarUpper);
-    if (before && before->SubGroupSize() != data.SubGroupSize() && before->ControlLimits() == limits)
+    const bool areThose =
+        before && before->XBarLCL() == data.XBarLCL() && before->XBarUCL() == data.XBarUCL();
+    if (areThose && before->SubGroupSize() != data.SubGroupSize())
       strange << W::limitsOfOtherSize(before->SubGroupSize(), data.SubGroupSize());
   }
   if (strange.isEmpty()) return {};

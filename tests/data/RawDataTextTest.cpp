@@ -42,10 +42,13 @@ TEST_P(RawDataTextTest, TheLiveLineNamesWhatStandsOut) {
     return RawDataText::Describe(RawDataText::Examine(text, RawDataText::FlierLimits{0, 100}), u"1"_s);
   };
   EXPECT_TRUE(line(u"12.5\n125\n12.4"_s).contains(u"Line 2 does not lie between the flier limits: "_s));
+  EXPECT_EQ(RawDataText::FliersBeyond(.1, .4).high, .7);
   EXPECT_TRUE(line(u"100\n99"_s).contains(u"Line 1 does not lie"_s)) << "a flier limit is beyond itself";
   EXPECT_TRUE(line(u"1.25\n1.24\n12.6\n1.25"_s).contains(u"Line 3 is ten times its neighbours: "_s));
   EXPECT_TRUE(line(u"1\n2\n20"_s).contains(u"Line 3 is ten times"_s));
   EXPECT_FALSE(line(u"1\n20\n21\n1.9"_s).contains(u"ten times"_s)) << "a step is no slip";
+  EXPECT_TRUE(line(u"12.6\n1.25\n1.24"_s).contains(u"Line 1 is ten times"_s));
+  EXPECT_FALSE(line(u"126"_s).contains(u"ten times"_s));
   EXPECT_FALSE(line(u".5\n0\n.5"_s).contains(u"ten times"_s));
   EXPECT_TRUE(line(u"1.5\n0.123456789"_s).contains(u"Line 2 has more than the 8 decimals"_s));
   EXPECT_EQ(RawDataText::DecimalsOf(u"1.500"_s), 1);

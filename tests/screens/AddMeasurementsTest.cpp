@@ -91,6 +91,9 @@ TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnewAndKept) {
 
 TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
   const QString before = Stored(u"Values"_s).toString();
+  Enter(u"105"_s);
+  EXPECT_TRUE(Note().contains(u"Line 1 is ten times its neighbours"_s)) << "those in the library too";
+  box().clear();
   Enter(u"10.1\nabc"_s);
   EXPECT_TRUE(Note().contains(u"Line 2 is not a number"_s));
   Click(*window, "cmdAdd");

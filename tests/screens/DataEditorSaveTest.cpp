@@ -316,6 +316,8 @@ TEST_F(DataEditorSaveTest, StrangeLimitsAreSavedOnlyOnYes) {
   } const cases[] = {
       {[](EditorFields& f) { std::swap(f.xUCL, f.xLCL); },
        u"The X-bar control limits are the wrong way round"_s},
+      {[](EditorFields& f) { f.hiFlier = u"1"_s, f.lowFlier = u"20"_s; },
+       u"The flier limits are the wrong way round: lower 20, upper 1."_s},
       {[](EditorFields& f) { f.rMean = u"9"_s; },
        u"The range control limits do not enclose their mean: mean 9"_s},
       {[](EditorFields& f) { f.xUCL = u"102"_s, f.xMean = u"101"_s, f.xLCL = u"100"_s; },
@@ -337,6 +339,7 @@ TEST_F(DataEditorSaveTest, StrangeLimitsAreSavedOnlyOnYes) {
   program.boxes.Take();
   fields = EditorFields::Of(*edited);
   fields.subGroup = u"5"_s;
+  fields.rUCL = u"3"_s;
   program.boxes.Expect(Answer::Yes, u"were made for subgroups of 4, and the subgroup size is now 5.");
   Save(u"All data successfully saved.", edited);
 }
