@@ -121,6 +121,9 @@ void AddMeasurements::UpdateNotes() {
     QStringList lines{gone_, stay, limits};
     lines.removeAll(QString());
     lblLimits->setText(lines.join(u'\n'));
+    // A wrapped text claims no room of its own in the window around it.
+    const QMargins margins = layout()->contentsMargins();
+    lblLimits->setMinimumHeight(lblLimits->heightForWidth(minimumWidth() - margins.left() - margins.right()));
     const QString text = txtNewValues->toPlainText();
     const RawDataText::Examination found = AddedSamples::Examine(text, *data_);
     const qsizetype before = AddedSamples::CountOf(*data_);
