@@ -51,21 +51,6 @@ Inputs WithLimits(Inputs inputs, const Results& from) {
   return inputs;
 }
 
-TEST(Properties, LimitsFromAPeriodEqualThoseOfItsPointsAlone) {
-  std::mt19937 random(21);
-  for (const int n : {1, 2, 5, 20}) {
-    const std::vector<int> values = RandomTenths(random, 400);
-    for (const int start : {1, 2, 7}) {
-      const int stop = 9;
-      const Results whole =
-          RunEngine(Tenths(values), {.subGroupSize = n, .dataStartPoint = start, .dataStopPoint = stop});
-      const Results alone = RunEngine(Tenths({values.begin() + n * (start - 1), values.begin() + n * stop}),
-                                      {.subGroupSize = n});
-      EXPECT_EQ(whole.limits, alone.limits) << n << " from " << start;
-    }
-  }
-}
-
 // A number of up to 18 digits with an exponent, as people and machines write it.
 std::string RandomNumber(std::mt19937& random) {
   const auto upTo = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most + 1)); };
