@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <array>
+#include <csignal>
 
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
@@ -91,6 +92,10 @@ int StatusOf(const std::exception& error) {
 }
 
 int Run(const QStringList& words) {
+#ifdef Q_OS_UNIX
+  // A reader who has gone ends no command between writing and telling; what is printed fails instead.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   try {
     return Dispatch(words);
   } catch (const std::exception& error) {

@@ -67,7 +67,8 @@ DeletedList Chosen(const DeletedList& deleted, const Arguments& arguments) {
     const auto found = Names::Find(deleted.begin(), deleted.end(), name,
                                    [](const Library::Deleted& one) { return one.row.description; });
     if (found == deleted.end()) throw InputError(Words::Command::noDeleted(place, name), name);
-    chosen.push_back(*found);
+    const auto isThis = [&](const Library::Deleted& one) { return one.number == found->number; };
+    if (std::ranges::none_of(chosen, isThis)) chosen.push_back(*found);
   }
   return chosen;
 }

@@ -56,7 +56,8 @@ TEST_F(KeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
   EXPECT_EQ(Run({u"restore"_s, library, u"shaft"_s, u"--as"_s, u"Old shaft"_s}).status, 0);
   EXPECT_EQ(Descriptions(), QStringList({u"Old shaft"_s, u"Bore"_s, u"SHAFT"_s}));
   Delete(2);
-  EXPECT_EQ(Run({u"restore"_s, library, u"--id=2"_s, u"--purge"_s}).status, 0);
+  EXPECT_EQ(Run({u"restore"_s, library, u"--id=2"_s, u"bore"_s, u"--purge"_s}).output,
+            u"Bore: removed for good\n"_s);
   EXPECT_EQ(Run({u"restore"_s, library}).output, u"The library holds no deleted data sets.\n");
 }
 
@@ -72,7 +73,8 @@ TEST_F(KeepingTest, ACopyIsWholeAndReplacesNothing) {
 TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   QProcess watch;
   watch.start(QStringLiteral(KESTREL_PROGRAM),
-              {u"watch"_s, library, u"--exec"_s, u"echo \"$KESTREL_ID $KESTREL_DESCRIPTION\""_s});
+              {u"watch"_s, library, u"--exec"_s,
+               u"yes | head -n 1 >/dev/null; echo \"$KESTREL_ID $KESTREL_DESCRIPTION\""_s});
   ASSERT_TRUE(watch.waitForStarted());
   QByteArray seen;  // since what was awaited last
   const auto await = [&](const QByteArray& text) {
@@ -98,6 +100,7 @@ TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   await("Bore\tdeleted");
   watch.kill();
   watch.waitForFinished();
+  EXPECT_EQ(watch.readAllStandardError(), QByteArray()) << "a closed pipe ends the commands that it runs";
 }
 
 // A script that took it for a failure appended once more.
@@ -105,6 +108,12 @@ TEST_F(KeepingTest, WhatIsWrittenButCannotBeToldIsNoFailure) {
   EXPECT_EQ(Shell(u"KESTREL append '%1' --description Shaft 10.5 >/dev/full"_s.arg(library)), 0);
   EXPECT_TRUE(error.contains(u"it was written"_s)) << error.toStdString();
   EXPECT_EQ(Shell(u"KESTREL status '%1' >/dev/full"_s.arg(library)), 3);
+  // A pipe whose reader has gone.
+  const QString closed =
+      u"mkfifo '%1/p' && { : <'%1/p' & exec 3>'%1/p'; wait; rm '%1/p'; KESTREL %2 >&3; }"_s;
+  EXPECT_EQ(Shell(closed.arg(folder_.path(), u"append '%1' --description Shaft 10.5"_s.arg(library))), 0);
+  EXPECT_TRUE(error.contains(u"it was written"_s)) << error.toStdString();
+  EXPECT_EQ(Shell(closed.arg(folder_.path(), u"status '%1'"_s.arg(library))), 3);
 }
 
 TEST_F(KeepingTest, OneBadRowIsNamedAndTheOthersAreTold) {
