@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto largeAgain = 1h;
+constexpr auto again = 1h;
 constexpr auto oldOnesApart = 24h;
 
 QString Name(const QString& library, int number) {
@@ -33,9 +33,10 @@ std::chrono::milliseconds Between(const QDateTime& from, const QDateTime& to) {
 QDateTime MadeAt(const QString& path) { return QFileInfo(path).lastModified(); }
 
 // Of a large library there is one for each purpose in an hour.
-bool IsDue(const QString& library, const QString& backup) {
-  return QFileInfo(library).size() <= Backup::largeLibrary || !QFile::exists(backup) ||
-         Between(MadeAt(backup), QDateTime::currentDateTime()) >= largeAgain;
+bool IsLarge(const QString& library) { return QFileInfo(library).size() > Backup::largeLibrary; }
+
+bool IsOld(const QString& backup) {
+  return !QFile::exists(backup) || Between(MadeAt(backup), QDateTime::currentDateTime()) >= again;
 }
 
 void Remove(const QString& path) {
@@ -132,10 +133,10 @@ Backup::Backup(Connection& connection, const QString& libraryPath, Tell tell,
     throw;
   }
   sinceCheck_.start();
-  connection_.BeforeFirstChange = [this] { BeforeFirstChange(); };
+  connection_.BeforeChange = [this](Connection::Change change) { BeforeChange(change); };
 }
 
-Backup::~Backup() { connection_.BeforeFirstChange = nullptr; }
+Backup::~Backup() { connection_.BeforeChange = nullptr; }
 
 // A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
 bool Backup::CanChange() const {
@@ -149,26 +150,34 @@ void Backup::MakeOrTell(const std::function<void()>& make) {
     make();
   } catch (const std::exception& error) {
     if (IsAboutLibrary(error)) throw;
+    if (std::exchange(hasTold_, true) || !tell_) return;
     // Nobody has to wait for the lock while the user reads.
     connection_.RollbackTransaction();
-    if (tell_) tell_(Words::Library::noBackup(given_, ErrorText(error)));
+    tell_(Words::Library::noBackup(given_, ErrorText(error)));
     connection_.BeginTransaction();
   }
 }
 
-void Backup::BeforeFirstChange() {
-  if (std::chrono::milliseconds(sinceCheck_.elapsed()) >= checkHolds_) connection_.CheckIntegrity();
-  const bool replaces = expected_ == Change::Replaces;
-  const bool isDue = IsDue(library_, Name(library_, 1));
-  const bool changeIsDue = replaces && IsDue(library_, ChangeName(library_));
-  if (!isDue && !changeIsDue) return;
-  MakeOrTell([&] {
-    Make(library_, [&](const QString& copy) {
-      if (changeIsDue) Share(copy, ChangeName(library_));
-      Rotate(library_);
-      Rename(copy, Name(library_, 1));
+void Backup::BeforeChange(Connection::Change change) {
+  if (!hasChanged_ && std::chrono::milliseconds(sinceCheck_.elapsed()) >= checkHolds_)
+    connection_.CheckIntegrity();
+  const bool replaces = change == Connection::Change::Replaces;
+  const qint64 version = replaces ? connection_.DataVersion() : 0;
+  const bool isLarge = IsLarge(library_);
+  const bool isDue = !hasChanged_ && (!isLarge || IsOld(Name(library_, 1)));
+  const bool changeIsDue = replaces && (IsOld(ChangeName(library_)) || (!isLarge && replacedAt_ != version));
+  if (isDue || changeIsDue) {
+    MakeOrTell([&] {
+      Make(library_, [&](const QString& copy) {
+        if (!isDue) return Rename(copy, ChangeName(library_));
+        if (changeIsDue) Share(copy, ChangeName(library_));
+        Rotate(library_);
+        Rename(copy, Name(library_, 1));
+      });
     });
-  });
+  }
+  hasChanged_ = true;
+  if (replaces) replacedAt_ = version;
 }
 
 void Backup::BeforeDeletion() {

@@ -7,8 +7,9 @@
 //   - with all three there, the newest gives way to the new one while it is less than a day younger than the
 //     second; otherwise the oldest goes;
 //   - a library of more than 8 MB is copied at most once an hour;
-//   - the copy made before a change that replaces something is also NAME.backup.change, and what was there
-//     before the last deletion NAME.backup.deletion: no change that only adds takes these away.
+//   - what was there before a change that replaces something is NAME.backup.change, and before the last
+//     deletion NAME.backup.deletion: no change that only adds takes these away. A session copies for its
+//     first such change, and again where others have written since or that copy is an hour old.
 // A copy is made under another name and renamed, so that a backup is whole or not there; nobody may read it
 // who may not read the library. What a killed program left behind is removed by the next one. A backup that
 // cannot be made stops nothing: the user is told, once in a session, and the change goes on. Behind a
@@ -22,6 +23,7 @@
 #include <QString>
 #include <chrono>
 #include <functional>
+#include <optional>
 
 #include "platform/ado/Connection.h"
 
@@ -29,27 +31,23 @@ class Backup {
  public:
   static constexpr qint64 largeLibrary = 8LL * 1024 * 1024;  // bytes
 
-  enum class Change { Adds, Replaces };
   // Gets the text for the user where no backup could be made; meanwhile no lock is held.
   using Tell = std::function<void(const QString& text)>;
 
-  // Checks the open library now; has its first change preceded by the backup and, where it comes later than
-  // a check holds good, by another check. A damaged file is a DatabaseError: now, the connection is closed;
-  // then, the change is refused. The file stays as it is. The connection outlives the guard.
+  // Checks the open library now; has changes preceded by the backups and, the first one, where it comes later
+  // than a check holds good, by another check. A damaged file is a DatabaseError: now, the connection is
+  // closed; then, the change is refused. The file stays as it is. The connection outlives the guard.
   Backup(Connection& connection, const QString& libraryPath, Tell tell,
          std::chrono::milliseconds checkHolds = std::chrono::minutes(1));
   ~Backup();
   Backup(const Backup&) = delete;
   Backup& operator=(const Backup&) = delete;
 
-  // What the next change does; said before its transaction begins.
-  void Expect(Change change) { expected_ = change; }
-
   // Called in the transaction that deletes, before it does.
   void BeforeDeletion();
 
  private:
-  void BeforeFirstChange();
+  void BeforeChange(Connection::Change change);
   bool CanChange() const;
   void MakeOrTell(const std::function<void()>& make);
 
@@ -59,5 +57,7 @@ class Backup {
   const Tell tell_;
   const std::chrono::milliseconds checkHolds_;
   QElapsedTimer sinceCheck_;
-  Change expected_ = Change::Replaces;
+  bool hasChanged_ = false;
+  std::optional<qint64> replacedAt_;  // the file's version at the last copy for a change that replaces
+  bool hasTold_ = false;
 };

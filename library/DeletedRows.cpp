@@ -22,6 +22,12 @@ std::vector<Entry> All(Connection& connection) {
   return entries;
 }
 
+bool Contains(Connection& connection, qint64 number) {
+  if (!ExtraTables::HasDeleted(connection)) return false;
+  QSqlQuery query = connection.Run(u"select"_s, u"SELECT 1 FROM DeletedStatData WHERE Entry = ?"_s, {number});
+  return connection.NextRow(query);
+}
+
 void Keep(Connection& connection, qint64 id, const QDateTime& now) {
   ExtraTables::Make(connection);
   const Table& table = Tables::StatData();
@@ -34,15 +40,10 @@ void Keep(Connection& connection, qint64 id, const QDateTime& now) {
 
 void PutBack(Connection& connection, qint64 number, const QString& description) {
   const Table& table = Tables::StatData();
-  const qint64 id =
-      connection
-          .Run(u"insert"_s,
-               u"INSERT INTO StatData (%1) SELECT %2 FROM DeletedStatData WHERE Entry = ?"_s.arg(
-                   table.ColumnList(), table.ColumnList(u"DeletedStatData"_s)),
-               {number})
-          .lastInsertId()
-          .toLongLong();
-  connection.Execute(u"UPDATE StatData SET Description = ? WHERE ID = ?"_s, {description, id});
+  connection.Execute(u"UPDATE DeletedStatData SET Description = ? WHERE Entry = ?"_s, {description, number});
+  connection.Execute(u"INSERT INTO StatData (%1) SELECT %2 FROM DeletedStatData WHERE Entry = ?"_s.arg(
+                         table.ColumnList(), table.ColumnList(u"DeletedStatData"_s)),
+                     {number});
   Purge(connection, number);
 }
 

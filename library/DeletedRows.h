@@ -19,6 +19,9 @@ struct Entry {
 // All of them, newest first.
 std::vector<Entry> All(Connection& connection);
 
+// Whether that deletion is among them still.
+bool Contains(Connection& connection, qint64 number);
+
 // In the transaction that is open: moves the row of that ID aside; back, under that description; or away.
 void Keep(Connection& connection, qint64 id, const QDateTime& now);
 void PutBack(Connection& connection, qint64 number, const QString& description);

@@ -6,12 +6,19 @@
 #include "library/Rows.h"
 #include "texts/LibraryWords.h"
 
-using namespace Qt::StringLiterals;
+using Change = Connection::Change;
+
+void Library::RequireThere(qint64 id) {
+  if (SelectId(id).empty())
+    throw Error(Words::Library::deletedAlready(place_, QString::number(id)), Error::Kind::Conflict, place_);
+}
 
 void Library::Delete(qint64 id, const QDateTime& now) {
-  Expect(Backup::Change::Replaces);
-  Transaction transaction(connection_);
+  RequireThere(id);  // before a backup is made for nothing
+  Transaction transaction(connection_, Change::Replaces);
+  RequireThere(id);
   if (backup_) backup_->BeforeDeletion();
+  RequireThere(id);  // telling that there is no backup lets others write
   DeletedRows::Keep(connection_, id, now);
   transaction.Commit();
 }
@@ -26,23 +33,33 @@ std::vector<Library::Deleted> Library::DeletedDataSets() {
   return deleted;
 }
 
+void Library::RequireKept(const Deleted& deleted) {
+  if (!DeletedRows::Contains(connection_, deleted.number))
+    throw Error(Words::Library::noLongerKept(place_, deleted.row.description), Error::Kind::Conflict,
+                deleted.row.description);
+}
+
 void Library::Restore(const Deleted& deleted, const QString& description) {
   const QString name = description.isEmpty() ? deleted.row.description : description;
-  RequireFree(name);
-  Expect(Backup::Change::Adds);
-  Transaction transaction(connection_);
-  RequireFree(name);
-  if (!SelectId(deleted.row.id).empty())
-    throw Error(Words::Library::idTaken(place_, QString::number(deleted.row.id)), Error::Kind::Conflict,
-                name);
+  const auto require = [&] {
+    RequireKept(deleted);
+    RequireFree(name);
+    if (!SelectId(deleted.row.id).empty())
+      throw Error(Words::Library::idTaken(place_, QString::number(deleted.row.id)), Error::Kind::Conflict,
+                  name);
+  };
+  require();
+  Transaction transaction(connection_, Change::Adds);
+  require();
   ExtraTables::Make(connection_);
   DeletedRows::PutBack(connection_, deleted.number, name);
   transaction.Commit();
 }
 
 void Library::Purge(const Deleted& deleted) {
-  Expect(Backup::Change::Replaces);
-  Transaction transaction(connection_);
+  RequireKept(deleted);
+  Transaction transaction(connection_, Change::Replaces);
+  RequireKept(deleted);
   DeletedRows::Purge(connection_, deleted.number);
   transaction.Commit();
 }

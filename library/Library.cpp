@@ -17,6 +17,7 @@
 #include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
+using Change = Connection::Change;
 
 namespace {
 
@@ -120,10 +121,6 @@ QString Library::Revision() {
 void Library::Guard(const News& news) {
   ExtraTables::RequireKnownLayout(connection_, place_);
   backup_ = std::make_unique<Backup>(connection_, place_, news);
-}
-
-void Library::Expect(Backup::Change change) {
-  if (backup_) backup_->Expect(change);
 }
 
 // Reading
@@ -238,8 +235,7 @@ QVariantList Library::Update(const QVariantList& before, const QVariantList& aft
 
 Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* over) {
   const QVariantList known = data.RowAsKnown();
-  Expect(known.isEmpty() ? Backup::Change::Adds : Backup::Change::Replaces);
-  Transaction transaction(connection_);
+  Transaction transaction(connection_, known.isEmpty() ? Change::Adds : Change::Replaces);
   Saved saved;
   saved.isNew = known.isEmpty();
   QVariantList written;
@@ -280,8 +276,7 @@ void Library::Add(CData& data, const QDateTime& now) {
   RequireCount(data.DelimitedInputString().count(u','));
   RequireStatistics(data, place_);
   RequireFree(data.Description());  // before a backup is made for nothing
-  Expect(Backup::Change::Adds);
-  Transaction transaction(connection_);
+  Transaction transaction(connection_, Change::Adds);
   const bool kept = QCGlobalFunctions::LimitsCanBeKept(data);
   if (!kept) QCGlobalFunctions::ClearControlLimits(data);
   Save(data, now);
@@ -310,10 +305,9 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
 CDataPtr Library::Append(const QString& description, const QStringList& values, const QDateTime& now,
                          Limits limits) {
   Extended(description, values, limits);  // what is refused is refused before a backup is made
-  Expect(Backup::Change::Adds);
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
-  Transaction transaction(connection_);
+  Transaction transaction(connection_, limits == Limits::Stay ? Change::Adds : Change::Replaces);
   const CDataPtr data = Extended(description, values, limits);
   ExtraTables::Make(connection_);
   QVariantList after = data->RowAsKnown();
@@ -335,7 +329,7 @@ bool Library::OffersUnit(const QString& name) {
 
 void Library::AddUnit(const QString& name) {
   if (name.isEmpty()) return;
-  Transaction transaction(connection_);
+  Transaction transaction(connection_, Change::Adds);
   if (!OffersUnit(name)) connection_.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {name});
   transaction.Commit();
 }

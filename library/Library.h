@@ -119,11 +119,12 @@ class Library {
   QVariantList WrittenRow(qint64 id);
   std::optional<qint64> FindId(const QString& sql, const QString& name);
   std::optional<qint64> FindDataSet(const QString& description);
-  void Expect(Backup::Change change);
   QVariantList Insert(const CData& data, const QDateTime& now);
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   void RequireFree(const QString& description);
+  void RequireThere(qint64 id);
+  void RequireKept(const Deleted& deleted);
 
   QString place_;
   Connection connection_;

@@ -48,7 +48,7 @@ std::optional<LibraryWatch::Change> LibraryWatch::Begin() {
     connection->LockWait = 0;
     connection->OpenWith(place_);
     connection_ = std::move(connection);
-    dataVersion_ = DataVersion();
+    dataVersion_ = connection_->DataVersion();
     hasVersions_ = ExtraTables::HasVersions(*connection_);
     state_ = hasVersions_ ? ReadVersions() : ReadContents();
     file_ = file;
@@ -71,7 +71,7 @@ std::optional<LibraryWatch::Change> LibraryWatch::Look() {
     return Begin();
   }
   try {
-    const qint64 now = DataVersion();
+    const qint64 now = connection_->DataVersion();
     if (now == dataVersion_) return std::nullopt;
     auto change = Compare();
     dataVersion_ = now;
@@ -102,12 +102,6 @@ std::optional<LibraryWatch::Change> LibraryWatch::Compare() {
   state_ = hasVersions && !hasVersions_ ? ReadVersions() : present;
   hasVersions_ = hasVersions;
   return change;
-}
-
-// Another number whenever another connection has changed the file.
-qint64 LibraryWatch::DataVersion() {
-  QSqlQuery query = connection_->Run(u"watch"_s, u"PRAGMA data_version"_s);
-  return connection_->NextRow(query) ? query.value(0).toLongLong() : 0;
 }
 
 LibraryWatch::State LibraryWatch::ReadVersions() {

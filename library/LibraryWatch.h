@@ -43,7 +43,6 @@ class LibraryWatch {
 
   std::optional<Change> Begin();
   std::optional<Change> Compare();
-  qint64 DataVersion();
   State ReadVersions();
   State ReadContents();
 

@@ -28,6 +28,10 @@ inline constexpr Text<1> notCopied{u"%1: the file cannot be copied"};
 inline constexpr Text<> laterLayout{u"a later version of the program has changed this library; use that one"};
 inline constexpr Text<2> idTaken{
     u"%1 has another data set with the ID %2; the deleted one cannot be brought back"};
+inline constexpr Text<2> deletedAlready{
+    u"%1: the data set with the ID %2 is gone; somebody else deleted it already"};
+inline constexpr Text<2> noLongerKept{
+    u"%1: \"%2\" is no longer kept aside; somebody else has restored or purged it"};
 inline constexpr Text<2> notKept{
     u"%1: the data set with the ID %2 was not kept as it was written; nothing was changed"};
 inline constexpr Text<1> isOnServer{

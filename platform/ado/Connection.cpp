@@ -170,7 +170,7 @@ bool Connection::NextRow(QSqlQuery& query) const {
 
 qint64 Connection::Execute(const QString& sql, const QVariantList& values) {
   std::optional<Transaction> transaction;
-  if (BeforeFirstChange) transaction.emplace(*this);
+  if (BeforeChange) transaction.emplace(*this);
   const qint64 rows = Run(u"execute"_s, sql, values).numRowsAffected();
   if (transaction) transaction->Commit();
   return rows;
@@ -183,16 +183,22 @@ void Connection::CheckIntegrity() {
     throw DatabaseError(place_ + u": the file is damaged"_s);
 }
 
-void Connection::CallBeforeFirstChange() {
-  if (!BeforeFirstChange) return;
-  const auto call = std::exchange(BeforeFirstChange, nullptr);
+qint64 Connection::DataVersion() {
+  QSqlQuery query = Run(u"version"_s, u"PRAGMA data_version"_s);
+  return NextRow(query) ? query.value(0).toLongLong() : 0;
+}
+
+void Connection::CallBeforeChange(Change change) {
+  if (!BeforeChange) return;
+  const auto call = std::exchange(BeforeChange, nullptr);  // it may begin the transaction anew
   try {
-    call();
+    call(change);
   } catch (...) {
     RollbackTransaction();
-    BeforeFirstChange = call;
+    BeforeChange = call;
     throw;
   }
+  BeforeChange = call;
 }
 
 void Connection::Control(const QString& operation, const QString& sql) {
@@ -206,7 +212,7 @@ void Connection::SetLockWait(int milliseconds) {
   if (Provider != OdbcProvider) QSqlQuery(Database()).exec(u"PRAGMA busy_timeout = %1"_s.arg(milliseconds));
 }
 
-void Connection::BeginTransaction() {
+void Connection::BeginTransaction(Change change) {
   if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
   if (inTransaction_) throw DatabaseError(u"A transaction is open already."_s);
   if (Provider == OdbcProvider) {
@@ -217,7 +223,7 @@ void Connection::BeginTransaction() {
     Control(u"begin"_s, u"BEGIN IMMEDIATE"_s);
   }
   inTransaction_ = true;
-  CallBeforeFirstChange();
+  CallBeforeChange(change);
 }
 
 void Connection::CommitTransaction() {

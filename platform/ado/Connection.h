@@ -58,15 +58,21 @@ class Connection {
   QSqlQuery Run(const QString& operation, const QString& sql, const QVariantList& values = {});
   bool NextRow(QSqlQuery& query) const;
 
+  // What a transaction does with what is there.
+  enum class Change { Adds, Replaces };
+
   // Transactions; a nested Begin is an error. Rollback never fails.
-  void BeginTransaction();
+  void BeginTransaction(Change change = Change::Replaces);
   void CommitTransaction();
   void RollbackTransaction();
   bool InTransaction() const { return inTransaction_; }
 
-  // Called once, at the start of the first transaction, with the write lock held; a statement outside one
-  // gets its own. Where it throws there is no transaction, and the next one calls it again.
-  std::function<void()> BeforeFirstChange;
+  // Called at the start of each transaction, with the write lock held; a statement outside one gets its own.
+  // Where it throws there is no transaction.
+  std::function<void(Change change)> BeforeChange;
+
+  // Another number whenever another connection has changed the file.
+  qint64 DataVersion();
 
   // Reads the whole file and throws where its structure is damaged. Texts and numbers in it are not judged.
   void CheckIntegrity();
@@ -85,7 +91,7 @@ class Connection {
   void OpenFile(const QString& path);
   void OpenOdbc(const QString& connectString, const QString& user, const QString& password);
   void Control(const QString& operation, const QString& sql);
-  void CallBeforeFirstChange();
+  void CallBeforeChange(Change change);
   DatabaseError Failure(const QSqlError& error) const;
 
   QString name_;   // of the Qt Sql connection
@@ -98,8 +104,9 @@ class Connection {
 // rolls back the whole.
 class Transaction {
  public:
-  explicit Transaction(Connection& connection) : connection_(connection), owns_(!connection.InTransaction()) {
-    if (owns_) connection_.BeginTransaction();
+  explicit Transaction(Connection& connection, Connection::Change change = Connection::Change::Replaces)
+      : connection_(connection), owns_(!connection.InTransaction()) {
+    if (owns_) connection_.BeginTransaction(change);
   }
   ~Transaction() {
     if (owns_ && !done_) connection_.RollbackTransaction();

@@ -129,6 +129,24 @@ TEST_F(LibraryTest, WhatIsDeletedCanBeRestoredOrPurged) {
   EXPECT_EQ(Added(u"Next"_s)->ID(), 4) << "no ID is given twice";
 }
 
+// Once the name went to the data set that was inserted last.
+TEST_F(LibraryTest, WhatSomebodyElseHasPurgedIsNotRestored) {
+  library->Delete(Added(u"Shaft"_s)->ID(), now);
+  const Library::Deleted seen = library->DeletedDataSets()[0];
+  Added(u"Bore"_s);
+  others->Purge(seen);
+  for (const auto& change : {std::function([&] { library->Restore(seen, u"Old shaft"_s); }),
+                             std::function([&] { library->Purge(seen); })}) {
+    try {
+      change();
+      ADD_FAILURE() << "it reports success";
+    } catch (const Error& error) {
+      EXPECT_TRUE(error.Text().contains(u"\"Shaft\" is no longer kept"_s)) << error.what();
+    }
+  }
+  EXPECT_EQ(Value(u"SELECT group_concat(Description) FROM StatData"_s), u"Bore"_s);
+}
+
 TEST_F(LibraryTest, ALibraryOfALaterLayoutIsRefused) {
   Added(u"Shaft"_s);
   library->Guard({});
@@ -248,6 +266,42 @@ TEST_F(BackupsTest, AppendsPushOutNeitherWhatAChangeReplacedNorADeletion) {
   library->Add(*NewDataSet(u"Next"_s), now);
   library->Append(u"Next"_s, {u"1"_s}, now);
   EXPECT_EQ(ValuesIn(path + u".backup.deletion"_s), last);
+}
+
+// Once the copy was the one of the session's first change, whatever that was.
+TEST_F(BackupsTest, AChangeThatReplacesIsPrecededByOneInALongSessionToo) {
+  const QString backup = path + u".backup.change"_s;
+  const auto replace = [&](const QString& values) {
+    data = library->Read(1)->data;
+    data->SetDelimitedInputString(values);
+    library->Save(*data, now);
+  };
+  library->Add(*NewDataSet(u"Next"_s), now);
+  EXPECT_FALSE(QFile::exists(backup));
+  const QString first = Values();
+  replace(u"1,2,3,4,5,6,7,8,"_s);
+  EXPECT_EQ(ValuesIn(backup), first);
+  others->Append(u"Shaft"_s, {u"9"_s}, now);
+  replace(u"1,2,"_s);
+  EXPECT_EQ(ValuesIn(backup), u"1,2,3,4,5,6,7,8,9,"_s) << "others have written";
+  replace(u"3,4,"_s);
+  EXPECT_EQ(ValuesIn(backup), u"1,2,3,4,5,6,7,8,9,"_s) << "only this session has";
+  QFile file(backup);
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
+              file.setFileTime(QDateTime::currentDateTime().addSecs(-3601), QFile::FileModificationTime));
+  replace(u"5,6,"_s);
+  EXPECT_EQ(ValuesIn(backup), u"3,4,"_s) << "an hour later";
+  Session();
+  library->Append(u"Shaft"_s, {u"7"_s}, now, Library::Limits::AreRenewed);
+  EXPECT_EQ(ValuesIn(backup), u"5,6,"_s) << "the limits are replaced";
+}
+
+TEST_F(BackupsTest, ASecondDeletionOfOneRowIsRefusedAndKeepsTheBackup) {
+  const QString last = Values();
+  Library::Open(path, {})->Delete(1, now);
+  EXPECT_THROW(library->Delete(1, now), Error);
+  EXPECT_EQ(ValuesIn(path + u".backup.deletion"_s), last);
+  EXPECT_EQ(ValuesIn(path + u".backup.change"_s), last);
 }
 
 TEST_F(BackupsTest, WhatIsRefusedMakesNone) {
