@@ -23,7 +23,7 @@ constexpr quint64 VersionOf(qint64 version, bool deleted) {
 
 }  // namespace
 
-LibraryWatch::LibraryWatch(const QString& place) : place_(QFileInfo(place).absoluteFilePath()) { Begin(); }
+LibraryWatch::LibraryWatch(const QString& place) : place_(place) { Begin(); }
 
 LibraryWatch::~LibraryWatch() = default;
 
@@ -39,36 +39,34 @@ std::optional<LibraryWatch::File> LibraryWatch::FileAt(const QString& path) {
 #endif
 }
 
-// Starts with the file that is there; where that comes later than it should, everything may be different.
-// Says why it cannot.
-std::optional<LibraryWatch::Change> LibraryWatch::Begin() {
+// Starts with the file that is there. What it held before is not known: everything may be different; or it
+// says why it cannot, once.
+LibraryWatch::Change LibraryWatch::Begin() {
   try {
     const auto file = FileAt(place_);
     auto connection = std::make_unique<Connection>();
     connection->LockWait = 0;
     connection->OpenWith(place_);
+    dataVersion_ = connection->DataVersion();
+    hasVersions_ = ExtraTables::HasVersions(*connection);
     connection_ = std::move(connection);
-    dataVersion_ = connection_->DataVersion();
-    hasVersions_ = ExtraTables::HasVersions(*connection_);
     state_ = hasVersions_ ? ReadVersions() : ReadContents();
     file_ = file;
     trouble_.clear();
+    return Change{.replaced = true};
   } catch (const DatabaseError& error) {
     connection_.reset();
-    if (error.IsBusy()) return std::nullopt;
-    const bool isNews = trouble_ != error.Text();
+    if (error.IsBusy() || trouble_ == error.Text()) return {};
     trouble_ = error.Text();
-    if (isNews) return Change{.trouble = trouble_};
-    return std::nullopt;
+    return Change{.trouble = trouble_};
   }
-  return Change{.replaced = true};
 }
 
 std::optional<LibraryWatch::Change> LibraryWatch::Look() {
-  if (!connection_) return Begin();
-  if (FileAt(place_) != file_) {
+  if (!connection_ || FileAt(place_) != file_) {
     connection_.reset();
-    return Begin();
+    const Change change = Begin();
+    return change.replaced || !change.trouble.isEmpty() ? std::optional(change) : std::nullopt;
   }
   try {
     const qint64 now = connection_->DataVersion();

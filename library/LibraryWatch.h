@@ -41,7 +41,7 @@ class LibraryWatch {
   };
   static std::optional<File> FileAt(const QString& path);
 
-  std::optional<Change> Begin();
+  Change Begin();
   std::optional<Change> Compare();
   State ReadVersions();
   State ReadContents();
