@@ -6,12 +6,18 @@
 
 namespace Names {
 
-// Equal for names that are the same. The folding at hand gives a letter for a letter; of those that become
-// two, the one that names hold is the sharp s.
+// Equal for names that are the same. The folding at hand gives a letter for a letter; those that become
+// several are told by their upper case, and stand as several when decomposed.
 inline QString Key(const QString& name) {
-  return name.toCaseFolded()
-      .replace(QChar(0xDF), QStringLiteral("ss"))
-      .normalized(QString::NormalizationForm_C);
+  QString key;
+  for (const QChar c : name.normalized(QString::NormalizationForm_D).toCaseFolded()) {
+    const QString upper = c.unicode() < 0x80 ? QString() : QString(c).toUpper();
+    if (upper.size() > 1)
+      key += upper.toCaseFolded();
+    else
+      key += c;
+  }
+  return key.normalized(QString::NormalizationForm_C);
 }
 
 // The entry that a name means: the one of exactly that name, else the first one of the same.
