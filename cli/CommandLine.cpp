@@ -78,7 +78,7 @@ int Dispatch(const QStringList& words) {
 bool IsCommand(const QStringList& words) {
   if (words.isEmpty()) return false;
   const QString& first = words.first();
-  return words.size() > 1 || first == "help"_L1 || Find(first) || !QFileInfo::exists(first);
+  return words.size() > 1 || first == "help"_L1 || Find(first) || !QFileInfo(first).isFile();
 }
 
 bool NeedsGraphics(const QStringList& words) {

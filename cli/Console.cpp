@@ -26,14 +26,6 @@ bool IsTerminal() {
 #endif
 }
 
-// Nothing in it moves a terminal's cursor.
-QString OnOneLine(QString text) {
-  text.replace(u"\r\n"_s, u" "_s);
-  for (QChar& c : text)
-    if (c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line) c = u' ';
-  return text.trimmed();
-}
-
 // What stands on the terminal's last line; what is printed takes its place.
 qsizetype progressWidth = 0;
 
@@ -50,6 +42,18 @@ void PutLine(const QString& line) {
 }
 
 }  // namespace
+
+bool IsControl(QChar c) {
+  return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+         c.category() == QChar::Separator_Paragraph;
+}
+
+QString OnOneLine(QString text) {
+  text.replace(u"\r\n"_s, u" "_s);
+  for (QChar& c : text)
+    if (IsControl(c)) c = u' ';
+  return text.trimmed();
+}
 
 void Print(const QString& text) {
   ClearProgress();

@@ -13,6 +13,11 @@ void Print(const QString& text);
 // script that took it for a failure would do the same again.
 void Tell(const QString& text);
 
+// The text with a blank for each tab, line break and other control character: it neither ends a line or a
+// column nor moves a terminal's cursor.
+QString OnOneLine(QString text);
+bool IsControl(QChar c);
+
 // One line on standard error: what went wrong.
 void Complain(const QString& text);
 

@@ -4,6 +4,8 @@
 #include <QThread>
 #include <limits>
 #include <map>
+#include <set>
+#include <utility>
 
 #include "cli/Arguments.h"
 #include "cli/CommandLine.h"
@@ -45,7 +47,7 @@ QString ListOf(const DeletedList& deleted) {
   for (const Library::Deleted& one : deleted) {
     const QString samples = one.row.data ? QString::number(one.row.data->SampleQty()) : u"-"_s;
     text += Words::Command::deletedLine(one.deletedAt, QString::number(one.row.id), samples,
-                                        one.row.description) +
+                                        Console::OnOneLine(one.row.description)) +
             u'\n';
   }
   return text;
@@ -81,13 +83,19 @@ int RunRestore(const Arguments& arguments) {
     throw InputError(Words::Command::nothingChosen());
   if (chosen.size() > 1 && arguments.Has(as)) throw InputError(Words::Command::oneNameForMany());
   if (chosen.empty()) Console::Print(ListOf(deleted));
+  const QString name = arguments.Text(as).trimmed();
+  if (arguments.Has(as)) SharedOptions::CheckName(as, name);
   for (const Library::Deleted& one : chosen) {
-    if (arguments.Has(purge))
+    const QString description = Console::OnOneLine(one.row.description);
+    if (arguments.Has(purge)) {
       library->Purge(one);
-    else
-      library->Restore(one, arguments.Text(as).trimmed());
-    const auto& told = arguments.Has(purge) ? Words::Command::purged : Words::Command::restored;
-    Console::Tell(told(one.row.description) + u'\n');
+      Console::Tell(Words::Command::purged(description) + u'\n');
+    } else {
+      library->Restore(one, name);
+      const QString text = name.isEmpty() ? Words::Command::restored(description)
+                                          : Words::Command::restoredAs(description, name);
+      Console::Tell(text + u'\n');
+    }
   }
   return CommandLine::Fine;
 }
@@ -123,28 +131,47 @@ class Watcher {
   }
 
   void Look() {
-    const auto change = watch_.Look();
-    if (!change) return;
-    try {
-      if (!change->trouble.isEmpty()) return Console::Complain(change->trouble);
-      if (change->replaced) return TakeUpAgain();
-      for (const qint64 one : change->changed) Compare(one, library_->Read(one));
-      for (const qint64 one : change->deleted) Compare(one, std::nullopt);
-    } catch (const DatabaseError& error) {
-      // The library may be there again at the next look.
-      Console::Complain(error.Text());
+    if (const auto change = watch_.Look()) {
+      if (!change->trouble.isEmpty()) ComplainOnce(change->trouble);
+      isReplaced_ = isReplaced_ || change->replaced;
+      pending_.insert(change->changed.begin(), change->changed.end());
+      pending_.insert(change->deleted.begin(), change->deleted.end());
     }
+    Rows rows;
+    try {
+      rows = isReplaced_ ? ReadAgain() : ReadPending();
+    } catch (const Error& error) {
+      return ComplainOnce(error.Text());  // the next look reads them
+    }
+    for (const auto& [number, row] : rows) Compare(number, row);
   }
 
  private:
-  void TakeUpAgain() {
-    library_ = Library::Open(place_, Console::Warn);
-    std::map<qint64, State> before = states_;
-    for (const Library::Row& row : library_->ReadAll()) {
-      before.erase(row.id);
-      Compare(row.id, row);
-    }
-    for (const auto& [gone, state] : before) Compare(gone, std::nullopt);
+  using Rows = std::map<qint64, std::optional<Library::Row>>;  // none where it is gone
+
+  Rows ReadPending() {
+    Rows rows;
+    for (const qint64 number : pending_) rows[number] = library_->Read(number);
+    if (!rows.empty()) complaint_.clear();
+    pending_.clear();
+    return rows;
+  }
+
+  // Of the library that stands in the place now.
+  Rows ReadAgain() {
+    auto library = Library::Open(place_, Console::Warn);
+    Rows rows;
+    for (const auto& [known, state] : states_) rows[known] = std::nullopt;
+    for (const Library::Row& row : library->ReadAll()) rows[row.id] = row;
+    library_ = std::move(library);
+    isReplaced_ = false;
+    pending_.clear();
+    complaint_.clear();
+    return rows;
+  }
+
+  void ComplainOnce(const QString& text) {
+    if (std::exchange(complaint_, text) != text) Console::Complain(text);
   }
 
   void Compare(qint64 number, const std::optional<Library::Row>& row) {
@@ -163,7 +190,8 @@ class Watcher {
 
   void Tell(qint64 number, const State& before, const State& now) const {
     const QString time = QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH:mm:ss"_s);
-    Console::Print(QStringList{time, now.description, now.state, now.inControl, now.cpk}.join(u'\t') + u'\n');
+    const QString name = Console::OnOneLine(now.description);
+    Console::Print(QStringList{time, name, now.state, now.inControl, now.cpk}.join(u'\t') + u'\n');
     if (command_.isEmpty()) return;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"KESTREL_LIBRARY"_s, place_);
@@ -186,6 +214,9 @@ class Watcher {
   LibraryWatch watch_;  // before what is read, so that no change falls between the two
   std::unique_ptr<Library> library_;
   std::map<qint64, State> states_;
+  std::set<qint64> pending_;  // rows that are to be read
+  bool isReplaced_ = false;   // another library stands in the place, which is to be read
+  QString complaint_;         // the last one
 };
 
 [[noreturn]] void WatchUntilStopped(Watcher& watcher) {

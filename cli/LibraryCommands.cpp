@@ -101,7 +101,8 @@ void PrintResult(const CData& data, qsizetype added) {
   const auto left = values - data.SampleQty();
   const auto before = (values - added) / data.SubGroupSize();
   const QString rest = left > 0 ? Words::Command::leftOver(left) : QString();
-  const QString counts = Words::Command::added(data.Description(), added, values, data.NumberOfPlotPoints());
+  const QString counts =
+      Words::Command::added(Console::OnOneLine(data.Description()), added, values, data.NumberOfPlotPoints());
   Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) + u'\n');
 }
 
@@ -124,7 +125,7 @@ int RunImport(const Arguments& arguments) {
   CData data;
   data.SetFollowsItsDecimals(true);
   data.SetDescription(arguments.Text(description).trimmed());
-  if (data.Description().isEmpty()) throw InputError(Words::Command::emptyDescription());
+  CheckName(description, data.Description());
   FillLimits(arguments, data);
   data.SetSubGroupSize(static_cast<qint16>(arguments.Whole(subGroup)));
   data.SetSensitivityValue(arguments.Choice(sensitivity));

@@ -122,7 +122,7 @@ QString Table(const std::vector<CDataPtr>& dataSets) {
   for (const TableColumn& column : StatusColumns()) rows[0] << column.heading;
   for (const CDataPtr& data : dataSets) {
     QStringList row;
-    for (const TableColumn& column : StatusColumns()) row << column.text(*data);
+    for (const TableColumn& column : StatusColumns()) row << Console::OnOneLine(column.text(*data));
     rows.push_back(row);
   }
   std::vector<qsizetype> widths(StatusColumns().size(), 0);

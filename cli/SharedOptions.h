@@ -32,6 +32,9 @@ inline const Option period =
 // An InputError unless --lsl is below --usl; both are given.
 void CheckSpecLimits(const Arguments& arguments);
 
+// An InputError where the option gives no description, or one that does not stand on one line.
+void CheckName(const Option& option, const QString& name);
+
 // How values are written.
 inline const Option decimal =
     Option::Choice(QStringLiteral("decimal"), {QStringLiteral("point"), QStringLiteral("comma")},

@@ -75,7 +75,9 @@ inline constexpr Text<> csvFile{u"the CSV file"};
 inline constexpr Text<> nominalOption{u"the nominal value, within the specification limits"};
 inline constexpr Text<> unitOption{u"the unit of measurement"};
 inline constexpr Text<> columnOption{u"the column, by its number from 1 or its heading"};
-inline constexpr Text<> emptyDescription{u"--description: the description is empty"};
+inline constexpr Text<1> emptyName{u"%1: the description is empty"};
+inline constexpr Text<1> nameOnLines{
+    u"%1: the description holds a tab, a line break or another control character; leave it out"};
 inline constexpr Text<4> keptWithDecimals{u"--%1 %2 is kept with %3 decimals, as %4"};
 inline constexpr Text<3> nominalOutside{
     u"the nominal value %1 does not lie within the specification limits %2 to %3"};
@@ -180,6 +182,7 @@ inline constexpr Text<> oneNameForMany{u"--as names one data set"};
 inline constexpr Text<2> noDeleted{u"%1 holds no deleted data set \"%2\""};
 inline constexpr Text<2> noDeletedId{u"%1 holds no deleted data set with the ID %2"};
 inline constexpr Text<1> restored{u"%1: restored"};
+inline constexpr Text<2> restoredAs{u"%1: restored as %2"};
 inline constexpr Text<1> purged{u"%1: removed for good"};
 
 inline constexpr Text<> watchPurpose{u"tells when the state of a data set changes"};

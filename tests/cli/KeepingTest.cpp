@@ -53,7 +53,9 @@ TEST_F(KeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
   ExpectFailure(Run({u"restore"_s, library, u"--purge"_s}), 2, {u"--id"_s});
   Import(u"SHAFT"_s);
   ExpectFailure(Run({u"restore"_s, library, u"shaft"_s}), 2, {u"already"_s});
-  EXPECT_EQ(Run({u"restore"_s, library, u"shaft"_s, u"--as"_s, u"Old shaft"_s}).status, 0);
+  ExpectFailure(Run({u"restore"_s, library, u"shaft"_s, u"--as= "_s}), 2, {u"--as"_s});
+  EXPECT_EQ(Run({u"restore"_s, library, u"shaft"_s, u"--as"_s, u"Old shaft"_s}).output,
+            u"Shaft: restored as Old shaft\n"_s);
   EXPECT_EQ(Descriptions(), QStringList({u"Old shaft"_s, u"Bore"_s, u"SHAFT"_s}));
   Delete(2);
   EXPECT_EQ(Run({u"restore"_s, library, u"--id=2"_s, u"bore"_s, u"--purge"_s}).output,
@@ -98,9 +100,24 @@ TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   await("2 Bore\n");
   Delete(2);
   await("Bore\tdeleted");
+  // Another library in its place that cannot be opened at once; its name breaks no line.
+  const QString other = Path(u"other"_s);
+  ASSERT_EQ(Run({u"copy"_s, library, other}).status, 0);
+  Library(other).Database().Execute(u"UPDATE DBRevision SET Revision = '1.0'"_s);
+  ASSERT_TRUE(QFile::rename(library, library + u".old"_s) && QFile::rename(other, library));
+  watch.setReadChannel(QProcess::StandardError);
+  QByteArray complaint;
+  while (!complaint.contains("1.0") && watch.waitForReadyRead(10'000))
+    complaint += watch.readAllStandardError();
+  EXPECT_TRUE(complaint.contains("1.0")) << complaint.constData();
+  watch.setReadChannel(QProcess::StandardOutput);
+  Execute(u"UPDATE StatData SET Description = 'Bolt' || char(10) || 'x', \"Values\" = '10,' WHERE ID = 1"_s);
+  Execute(u"UPDATE DBRevision SET Revision = '2.0'"_s);
+  await("\tBolt x\t");
   watch.kill();
   watch.waitForFinished();
-  EXPECT_EQ(watch.readAllStandardError(), QByteArray()) << "a closed pipe ends the commands that it runs";
+  EXPECT_FALSE(watch.readAllStandardError().contains("pipe"))
+      << "a closed one ends the commands that it runs";
 }
 
 // A script that took it for a failure appended once more.
@@ -131,6 +148,10 @@ TEST_F(KeepingTest, OneBadRowIsNamedAndTheOthersAreTold) {
 TEST_F(KeepingTest, WordsThatAreNeitherCommandNorFile) {
   ExpectFailure(Run({u"frobnicate"_s}), 2, {u"frobnicate"_s});
   ExpectFailure(Run({Path(u"missing.kestrel"_s)}), 2, {u"missing.kestrel"_s});
+  ExpectFailure(Run({folder_.path()}), 2, {folder_.path()});
+  ExpectFailure(Run({u"import"_s, library, u"v.csv"_s, u"--usl=2"_s, u"--lsl=0"_s, u"--nominal=1"_s,
+                     u"--description=a\tb"_s}),
+                2, {u"--description: the description holds a tab"_s});
   ExpectFailure(Run({u"postgresql://host/plant"_s}), 2, {u"host/plant: a library on a server"_s});
   EXPECT_EQ(Shell(u"KESTREL new \"$(printf '%1/a\\377')\""_s.arg(folder_.path())), 2);
   EXPECT_EQ(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
