@@ -64,7 +64,10 @@ int Move(const QByteArray& from, const QByteArray& to) {
   const int claim = open(to.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
   if (claim < 0) return errno;
   close(claim);
-  return std::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+  if (std::rename(from.constData(), to.constData()) == 0) return 0;
+  const int error = errno;
+  unlink(to.constData());
+  return error;
 }
 
 QString Reason(int error) {
