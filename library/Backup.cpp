@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "library/LibraryFile.h"
 #include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
@@ -71,8 +72,8 @@ void MakeEmpty(const QString& copy, const QString& library) {
   QFile file(copy);
   const bool made =
       file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-  if (!made || !file.setPermissions(QFile::permissions(library)))
-    throw Error(u"%1: %2"_s.arg(copy, file.errorString()));
+  if (!made) throw Error(u"%1: %2"_s.arg(copy, file.errorString()));
+  LibraryFile::ShareRights(library, copy);
 }
 
 // Copies the library as it was before the transaction that holds its write lock, so that one program at a

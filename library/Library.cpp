@@ -81,7 +81,7 @@ void TakeRow(CData& data, const QVariantList& row) {
 
 void Library::Create(const QString& place) { LibraryFile::Create(place); }
 
-void Library::CopyTo(const QString& place) { LibraryFile::Copy(connection_, place); }
+void Library::CopyTo(const QString& place) { LibraryFile::Copy(connection_, place_, place); }
 
 Library::Library(const QString& place, const QString& provider) : place_(place) {
   LibraryFile::RequireNoServer(place);

@@ -1,5 +1,7 @@
 #include "library/LibraryFile.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QUrl>
 #include <optional>
@@ -8,6 +10,10 @@
 #include "library/Tables.h"
 #include "platform/system/NewFile.h"
 #include "texts/LibraryWords.h"
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -41,6 +47,10 @@ void Place(const QString& path, const std::function<void(const QString& unfinish
     throw Error(u"%1: %2"_s.arg(path, reason), Error::Kind::Unavailable, path);
   };
   LibraryFile::RequireNoServer(path);
+  constexpr auto longestBeside = ".backup.new-journal"_L1;
+  constexpr qsizetype mostBytes = 255;
+  if (QFile::encodeName(QFileInfo(path).fileName()).size() + longestBeside.size() > mostBytes)
+    refuse(Words::Library::nameTooLong());
   std::optional<NewFile> file;
   try {
     file.emplace(path);
@@ -87,6 +97,23 @@ void LibraryFile::Create(const QString& path, const std::function<void(Connectio
   Place(path, [&](const QString& unfinished) { Fill(unfinished, fill); });
 }
 
-void LibraryFile::Copy(Connection& from, const QString& path) {
-  Place(path, [&](const QString& unfinished) { from.Run(u"copy"_s, u"VACUUM INTO ?"_s, {unfinished}); });
+void LibraryFile::ShareRights(const QString& library, const QString& file) {
+  QFile::Permissions rights = QFile::permissions(library);
+#ifdef Q_OS_UNIX
+  const auto group = static_cast<gid_t>(QFileInfo(library).groupId());
+  constexpr auto sameOwner = static_cast<uid_t>(-1);
+  if (group != static_cast<gid_t>(QFileInfo(file).groupId()) &&
+      chown(QFile::encodeName(file).constData(), sameOwner, group) != 0)
+    rights &= ~(QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup);
+#endif
+  QFile target(file);
+  if (!target.setPermissions(rights)) throw Error(u"%1: %2"_s.arg(file, target.errorString()));
+}
+
+void LibraryFile::Copy(Connection& from, const QString& library, const QString& path) {
+  Place(path, [&](const QString& unfinished) {
+    QFile::setPermissions(unfinished, QFile::ReadOwner | QFile::WriteOwner);
+    from.Run(u"copy"_s, u"VACUUM INTO ?"_s, {unfinished});
+    ShareRights(library, unfinished);
+  });
 }

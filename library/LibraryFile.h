@@ -17,8 +17,12 @@ inline constexpr int applicationId = 0x4B535452;  // "KSTR", in the file's heade
 void Create(const QString& path, const std::function<void(Connection&)>& fill = {});
 
 // A library with everything that stands in the open one, deleted rows and IDs that were given included; under
-// the same conditions.
-void Copy(Connection& from, const QString& path);
+// the same conditions, with the same permissions.
+void Copy(Connection& from, const QString& library, const QString& path);
+
+// Gives a file the library's group and permissions; where it cannot have the group, nothing for that. Whoever
+// may not read the library may not read the file.
+void ShareRights(const QString& library, const QString& file);
 
 // Refuses the address of a server, and shows no password that stands in it.
 void RequireNoServer(const QString& place);

@@ -24,6 +24,7 @@ inline constexpr Text<1> deletedMeanwhile{
 inline constexpr Text<2> noBackup{u"No backup of %1 could be made. The change goes on without one.\r\n%2"};
 inline constexpr Text<1> isNull{u"%1 is Null."};
 inline constexpr Text<1> isNoNumber{u"%1 is no number."};
+inline constexpr Text<> nameTooLong{u"the name is too long: no backup could have one beside it"};
 inline constexpr Text<1> notCopied{u"%1: the file cannot be copied"};
 inline constexpr Text<> laterLayout{u"a later version of the program has changed this library; use that one"};
 inline constexpr Text<2> idTaken{
