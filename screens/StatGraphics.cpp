@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QToolButton>
+#include <utility>
 
 #include "charts/CsfExport.h"
 #include "core/DataObjectFunctions.h"
@@ -92,7 +93,7 @@ bool StatGraphics::LoadDataSet() {
 void StatGraphics::ButtonClick(int button) {
   switch (button) {
     case SaveChanges:
-      if (Save()) StartStatGraphics();  // the page shows when the data set was last modified
+      Save();
       break;
     case Zoom:
       return ZoomOnSelectedGraph();
@@ -260,6 +261,7 @@ bool StatGraphics::Save() {
     if (result.outcome == SharedSave::Outcome::NotSaved) return false;
     dataChanged_ = false;
     DataObjectFunctions::ModifyDataObjectInSystem(data_);  // the list too
+    StartStatGraphics();  // the page shows when the data set was last modified
     UpdateStatGraphicsText();
     const QString now = TimeText();
     if (result.outcome == SharedSave::Outcome::TookTheirs)
@@ -296,6 +298,7 @@ void StatGraphics::ShowNews(const QString& news) { lblNews->setText(news); }
 
 void StatGraphics::LibraryChanged() {
   const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
+  if (!std::exchange(isThere_, present != nullptr) && present) ShowNews({});
   if (!present) return ShowNews(Words::Sharing::deletedWhileOpen(TimeText()));
   if (present->RowAsKnown() == data_->RowAsKnown()) return;
   if (dataChanged_ || isRecalculating_ || present->NumberOfPlotPoints() < fewestToOpen)

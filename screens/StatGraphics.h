@@ -99,6 +99,7 @@ class StatGraphics : public QDialog, public LibraryView {
   CDataPtr data_;  // a copy: new limits are nobody else's before they are saved
   bool dataChanged_ = false;
   bool isRecalculating_ = false;
+  bool isThere_ = true;  // the data set, in the library
   bool loaded_ = false;
   std::optional<PointRange> points_;  // that the charts show, where that is a part
 
