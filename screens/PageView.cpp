@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMetaMethod>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyleOption>
@@ -288,7 +289,8 @@ void PageView::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
   if (page_ && (MoveSelection(key) || MovePoint(key, event->modifiers().testFlag(Qt::ShiftModifier)))) return;
-  if (enter || (key == Qt::Key_Plus && !IsZoomed()) || (key == Qt::Key_Minus && IsZoomed())) {
+  const bool zooms = isSignalConnected(QMetaMethod::fromSignal(&PageView::ZoomRequested));
+  if (zooms && (enter || (key == Qt::Key_Plus && !IsZoomed()) || (key == Qt::Key_Minus && IsZoomed()))) {
     Q_EMIT ZoomRequested();
   } else {
     QWidget::keyPressEvent(event);

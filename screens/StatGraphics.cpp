@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QToolButton>
+#include <algorithm>
 #include <utility>
 
 #include "charts/CsfExport.h"
@@ -329,7 +330,7 @@ void StatGraphics::ShowPoints(std::optional<PointRange> points) {
 void StatGraphics::ShowMark(GraphId graph, int number) {
   if (view_->ShowPoint(graph, number) || !points_) return;
   const int length = points_->last - points_->first;
-  const int first = std::max(1, number - length / 2);
+  const int first = std::clamp(number - length / 2, 1, data_->NumberOfPlotPoints() - length);
   ShowPoints(PointRange{first, first + length});
   view_->ShowPoint(graph, number);
 }

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "screens/Controls.h"
 #include "screens/Indicators.h"
@@ -40,7 +41,10 @@ VerdictPanel::VerdictPanel(QWidget* parent) : QScrollArea(parent) {
   setWidget(panel);
 }
 
-void VerdictPanel::SetColumn(int width) { setFixedWidth(width + verticalScrollBar()->sizeHint().width()); }
+void VerdictPanel::SetColumn(int width) {
+  setFixedWidth(std::max(width, widget()->minimumSizeHint().width()) +
+                verticalScrollBar()->sizeHint().width());
+}
 
 QWidget* VerdictPanel::BuildRuleViolation() {
   auto* panelRuleViolation =
@@ -75,8 +79,8 @@ QWidget* VerdictPanel::BuildMarks() {
   auto* column = new QVBoxLayout(marksBox_);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(new QLabel(Words::Marks::title(), marksBox_));
-  column->addWidget(marks_, 1);
   column->addLayout(steps);
+  column->addWidget(marks_, 1);
   return marksBox_;
 }
 
