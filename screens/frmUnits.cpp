@@ -63,6 +63,7 @@ void frmUnits::BuildControls() {
   txtName = Named(new QLineEdit(this), u"txtName"_s);
   txtDescription = Named(new QLineEdit(this), u"txtDescription"_s);
   lblRecord = Named(new QLabel(this), u"lblRecord"_s);
+  lblRecord->setWordWrap(true);
 
   auto* form = new QFormLayout;
   form->setContentsMargins(9, 9, 9, 9);
