@@ -218,7 +218,7 @@ bool PageView::Drag(QPointF position) {
   const double moved = std::abs(position.x() - press_->position.x());
   press_->isDrag = press_->isDrag || moved >= QApplication::startDragDistance();
   if (!press_->isDrag) return false;
-  const auto [first, last] = std::minmax(press_->number, page_->NumberAt(press_->graph, position, rect()));
+  const auto [first, last] = std::minmax({press_->number, page_->NumberAt(press_->graph, position, rect())});
   SetStretch(PointRange{first, last});
   return true;
 }

@@ -78,7 +78,7 @@ void PointsBar::Offer(PointRange points, int count) {
 void PointsBar::ShowAs(bool isPart) { cmdAllPoints->setEnabled(isPart); }
 
 PointRange PointsBar::Points() const {
-  const auto [first, last] = std::minmax(spinFromPoint->value(), spinToPoint->value());
+  const auto [first, last] = std::minmax({spinFromPoint->value(), spinToPoint->value()});
   return {first, last};
 }
 
