@@ -133,7 +133,6 @@ void frmUnits::AddUnit() {
 void frmUnits::SaveUnit() {
   if (txtName->text().trimmed().isEmpty())
     return ShowErrorMessage(false, LoadResText(u"Units Of Measurement requires a unique name;118"), {});
-  if (IsNewRecord && !NameIsFree()) return;
   if (SaveCurrentData()) RefreshScreen();
 }
 
@@ -154,18 +153,33 @@ bool frmUnits::NameIsFree() const {
 
 bool frmUnits::SaveCurrentData() {
   const bool saved = Trap(u"frmUnits::SaveCurrentData"_s, false, [this] {
-    if (!IsNewRecord && !SettleWithOthers()) return false;
-    if (IsNewRecord) recordset_.AddNew();
-    recordset_.SetField(u"Name"_s, txtName->text().trimmed());
-    // An emptied description never overwrites the stored one.
-    if (!txtDescription->text().isEmpty()) recordset_.SetField(u"Description"_s, txtDescription->text());
-    recordset_.Update();
+    do {
+      if (IsNewRecord ? !NameIsFree() : !SettleWithOthers()) return false;
+    } while (!WriteUnit());
     IsNewRecord = false;
     return true;
   });
   // What could not be written must not be written by the next move either.
   if (!saved && recordset_.GetState() == Recordset::Opened) recordset_.CancelUpdate();
   return saved;
+}
+
+// False where others were quicker since it was settled with them, and nothing is written.
+bool frmUnits::WriteUnit() {
+  const QString name = txtName->text().trimmed();
+  Transaction transaction(CurrentConnection());
+  const auto theirs = IsNewRecord ? std::nullopt : TextsInTable();
+  const bool isSettled = IsNewRecord
+                             ? !CurrentLibrary()->OffersUnit(name)
+                             : theirs && theirs->description == recordset_.Field(u"Description"_s).toString();
+  if (!isSettled) return false;
+  if (IsNewRecord) recordset_.AddNew();
+  recordset_.SetField(u"Name"_s, name);
+  // An emptied description never overwrites the stored one.
+  if (!txtDescription->text().isEmpty()) recordset_.SetField(u"Description"_s, txtDescription->text());
+  recordset_.Update();
+  transaction.Commit();
+  return true;
 }
 
 // Asks where others have deleted or changed the unit meanwhile. False where nothing is to be written.

@@ -36,6 +36,7 @@ class frmUnits : public QDialog, public LibraryView {
   void AddUnit();
   void SaveUnit();
   bool SaveCurrentData();
+  bool WriteUnit();
   bool SettleWithOthers();
   std::optional<Texts> TextsInTable() const;
   void ReadAgain();

@@ -196,6 +196,36 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   EXPECT_EQ(Stored(), u"xkg=theirs,bar=other,kg=theirs!");
 }
 
+// Between the question whether a name is free and the writing.
+TEST_F(UnitsTest, WhoIsQuickerIsNotOverwritten) {
+  const auto others = [this](const QString& sql) {
+    Connection::FaultHook = [this, sql, done = false](const QString& operation) mutable {
+      if (!done && operation == u"begin"_s) {
+        done = true;
+        program.Execute(sql);
+      }
+    };
+  };
+  Run(RecordBar::Add);
+  Enter("txtName", u"inch"_s);
+  others(u"INSERT INTO Units (Name, Description) VALUES ('Inch', 'theirs')"_s);
+  Refuse(u"The Unit Of Measurement entered already exists.");
+  EXPECT_EQ(Stored(), asBefore + u",Inch=theirs"_s);
+
+  program.boxes.Expect(Answer::No);
+  Run(RecordBar::RefreshList);
+  Describe();
+  Fire(form, "ChangeMonitorTimer");
+  others(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'mm'"_s);
+  QTimer::singleShot(0, [] { Click(*QApplication::activeModalWidget(), "cmdCancel"); });
+  Run(RecordBar::Save);
+  EXPECT_TRUE(Stored().startsWith(u"mm=theirs,"_s));
+  EXPECT_EQ(Description(), u"mm text!");
+  Connection::FaultHook = {};
+  program.boxes.Expect(Answer::No);
+  Run(RecordBar::Next);
+}
+
 TEST_F(UnitsTest, AChangeThatCannotBeWrittenIsNotWrittenLater) {
   Run(RecordBar::RefreshList);
   Describe();
