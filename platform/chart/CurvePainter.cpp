@@ -22,6 +22,8 @@ constexpr size_t mostPoints = 200;
 constexpr int mostColumns = 2000;
 // Marks that lie nearer to each other, in parts of the page's unit, show as one on paper.
 constexpr double finestDots = 2000;
+// The radius of marks that can still be seen, in parts of the height of letters that can still be read.
+constexpr double smallestMark = 0.37;
 // Up to so many marks, a number may stand away from its mark, at the end of a leader.
 constexpr size_t mostFarNumbers = 40;
 
@@ -40,7 +42,6 @@ class CurvePicture {
 
   void Paint() {
     const PainterSaver saver(painter_);
-    painter_.setClipRect(geometry_.plot, Qt::IntersectClip);
     PaintLine();
     painter_.setRenderHint(QPainter::Antialiasing, true);
     if (single_) PaintPoints();
@@ -55,7 +56,11 @@ class CurvePicture {
     return std::clamp(Spacing() * 0.4, geometry_.unit * 0.0022, geometry_.unit * 0.0042);
   }
   double MarkRadius() const {
-    return std::clamp(Spacing() * 0.7, geometry_.unit * 0.0045, geometry_.unit * 0.0078);
+    const double seen = geometry_.smallestText * smallestMark;
+    // Rims of crowded marks keep out of the labels beside the first of them.
+    const double least =
+        std::max(geometry_.unit * 0.0045, single_ ? seen : std::min(seen, 1.1 * geometry_.TickLength()));
+    return std::clamp(Spacing() * 0.7, least, std::max(least, geometry_.unit * 0.0078));
   }
   double OuterRadius() const { return single_ ? markRadius_ : markRadius_ * 1.4; }
   QPointF At(size_t i) const { return {geometry_.X(positions_[i]), geometry_.Y(values_[i])}; }
@@ -64,7 +69,10 @@ class CurvePicture {
     return {centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius};
   }
 
+  // Cut off at the plot area; points and marks on its edge are not.
   void PaintLine() {
+    const PainterSaver saver(painter_);
+    painter_.setClipRect(geometry_.plot, Qt::IntersectClip);
     const int columns = single_ ? static_cast<int>(mostPoints)
                                 : std::clamp(static_cast<int>(geometry_.plot.width()), 1, mostColumns);
     const std::vector<int> kept = Placement::KeepExtremes(values_, columns);
@@ -221,7 +229,8 @@ class CurvePicture {
     }
     painter_.setBrush(Qt::NoBrush);
     painter_.setRenderHint(QPainter::Antialiasing, true);
-    numbers_.AllowFar(ends.size() + insides.size() <= mostFarNumbers);
+    if (ends.size() + insides.size() <= mostFarNumbers)
+      numbers_.AllowFar(single_ ? MarkNumbers::Far::Anywhere : MarkNumbers::Far::OwnSide);
     // Where one mark lies on another, there is no room for a second number.
     Placement::Occupancy tried(geometry_.plot, std::max(1.0, markRadius_));
     for (const auto& some : {ends, insides, unmarked}) {

@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QRectF>
+#include <algorithm>
 #include <span>
 #include <utility>
 
@@ -27,7 +28,7 @@ struct GraphGeometry {
   // Where a graph-relative height is: above and below the plot area it moves along with that.
   double HeightAt(double fraction) const;
 
-  double TickLength() const { return unit * 0.006; }
+  double TickLength() const { return std::max(unit * 0.006, smallestText * 0.25); }
   double Rim() const { return unit * 0.004; }
   double LabelGap() const { return unit * 0.009; }  // between the plot area and what stands right of it
   QFont TextFont(const ChartGraph::TextParameters& parameters) const;

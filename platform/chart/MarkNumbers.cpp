@@ -70,7 +70,7 @@ void MarkNumbers::PaintText(const Number& number, const QRectF& box) {
 
 void MarkNumbers::Paint(const Number& number) {
   const QSizeF size = SizeOf(number.text);
-  if (!PaintNear(number, size) && far_) PaintFar(number, size);
+  if (!PaintNear(number, size) && far_ != Far::Nowhere) PaintFar(number, size);
 }
 
 // Touching the mark: on its own side, then beside it, then on the other side.
@@ -94,11 +94,13 @@ bool MarkNumbers::PaintNear(const Number& number, QSizeF size) {
 // Farther and farther away, on its own side before the other one.
 void MarkNumbers::PaintFar(const Number& number, QSizeF size) {
   const double step = size.height() / 2;
-  const int most = static_cast<int>(geometry_.plot.height() / step);
+  const double reach = far_ == Far::Anywhere ? geometry_.plot.height() : 6 * size.height();
+  const int most = static_cast<int>(reach / step);
   const double near = number.radius + 2 * gap_ + size.height() / 2;
   for (int ring = 0; ring < most; ++ring) {
     const double distance = near + ring * step;
     for (const double side : {number.above ? -1.0 : 1.0, number.above ? 1.0 : -1.0}) {
+      if (far_ == Far::OwnSide && (side < 0) != number.above) continue;
       for (const double aside : {0.0, -0.25, 0.25, -0.5, 0.5, -1.0, 1.0, -2.0, 2.0}) {
         const QPointF offset(aside * distance, side * distance);
         const QRectF box = Around(number.mark + offset, size);
@@ -120,6 +122,7 @@ void MarkNumbers::PaintFar(const Number& number, QSizeF size) {
 }
 
 bool MarkNumbers::IsLeaderFree(const QLineF& leader) const {
+  if (far_ == Far::OwnSide && !line_.IsFree(QRectF(leader.p1(), leader.p2()).normalized())) return false;
   return std::ranges::none_of(
       boxes_, [&](const QRectF& box) { return Crosses(leader, box.adjusted(-gap_, -gap_, gap_, gap_)); });
 }

@@ -18,7 +18,9 @@ class MarkNumbers {
 
   void Take(const QRectF& rect) { taken_.Take(rect); }  // a point, or a mark
   void TakeLine(const QPolygonF& line);
-  void AllowFar(bool far) { far_ = far; }  // numbers away from their marks, with a leader between
+  // Numbers away from their marks, with a leader between; on their own side not far, nor across the curve.
+  enum class Far { Nowhere, OwnSide, Anywhere };
+  void AllowFar(Far far) { far_ = far; }
 
   struct Number {
     QPointF mark;
@@ -44,7 +46,7 @@ class MarkNumbers {
   QFontMetricsF metrics_;
   double gap_;
   QHash<QString, QSizeF> sizes_;  // measuring a text costs more than finding a place for it
-  bool far_ = false;
+  Far far_ = Far::Nowhere;
   std::vector<double> levels_;
   Placement::Occupancy taken_;
   Placement::Band line_;

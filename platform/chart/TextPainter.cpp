@@ -153,10 +153,9 @@ void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeome
   const QRectF& frame = geometry.frame;
   const QPointF anchor(frame.x() + text.position.x() * frame.width(), geometry.HeightAt(text.position.y()));
   double maxWidth = text.maxWidth * frame.width();
-  // What stands on the plot area keeps out of the labels on both sides of it.
-  if (text.alignment == AboveCentred)
-    maxWidth = std::min(maxWidth,
-                        2 * std::min(anchor.x() - geometry.plot.left(), geometry.plot.right() - anchor.x()));
+  // What stands on the plot area keeps out of the labels left of it; those right of it stand lower.
+  const double left = geometry.plot.left(), right = frame.right() - geometry.Rim();
+  if (text.alignment == AboveCentred) maxWidth = std::min(maxWidth, right - left);
   const FittedText fitted = TextFitter(painter, geometry)
                                 .Fit(text.text, text.shorter, geometry.TextFont(text.parameters), maxWidth);
   const QRectF& bounds = fitted.bounds;
@@ -164,7 +163,8 @@ void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeome
   if (text.alignment == LeftMiddle) start.setX(anchor.x());
   if (text.alignment == RightMiddle) start.setX(anchor.x() - bounds.width());
   if (text.alignment == BelowCentred) start.setY(anchor.y() - bounds.top());
-  if (text.alignment == AboveCentred) start.setY(anchor.y() - bounds.bottom());
+  if (text.alignment == AboveCentred)
+    start = {std::max(left, std::min(start.x(), right - bounds.width())), anchor.y() - bounds.bottom()};
   PaintFitted(painter, fitted, start, Palette::Colour(text.parameters.colour));
 }
 

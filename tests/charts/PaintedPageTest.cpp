@@ -55,8 +55,10 @@ void ExpectNothingOverlaps(const StatPage& page, QSize size, int smallest) {
   }
   const QRectF whole(QPointF(0, 0), QSizeF(size));
   std::vector<QPointF> marks;
-  for (const PaintedShape& mark : device.Where(IsMark))
+  for (const PaintedShape& mark : device.Where(IsMark)) {
     marks.push_back(mark.corners.size() == 3 ? mark.corners[0] : mark.Place().center());
+    EXPECT_GE(mark.Place().width(), 0.4 * smallest) << "too small to be seen";
+  }
   ExpectEveryMark(page, whole, marks);
   const auto texts = device.Of(PaintedShape::Text, whole);
   const auto points =
