@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numeric>
 #include <span>
@@ -132,23 +133,29 @@ void SetScale(ControlChart& chart) {
   chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
 }
 
-// The words for the rules whose numbers stand at the points, at length and in brief.
-QStringList RuleLegend(const ControlChart& chart) {
-  unsigned broken = 0;
-  for (const std::uint8_t bits : ShownOf(chart, chart.rules)) {
-    if (bits != 0) broken |= 1u << std::countr_zero(bits);
-  }
-  if (broken == 0) return {};
+// The words for the rules that are broken, or, where none is, for those in force; at length and in brief.
+QStringList RuleLegend(const CData& data, const std::vector<std::uint8_t>& rules) {
+  const unsigned broken = std::accumulate(rules.begin(), rules.end(), 0u, std::bit_or<>());
   const QString brief[] = {Words::Page::ruleOne(), Words::Page::ruleTwo(), Words::Page::ruleThree(),
                            Words::Page::ruleFour()};
   QStringList words, briefWords;
-  for (int rule = 1; rule <= 4; ++rule) {
-    if (!(broken & (1u << rule))) continue;
+  for (const int rule : DetectionRules::ActiveRules(data.SensitivityValue())) {
+    if (broken != 0 && !(broken & (1u << rule))) continue;
     words.append(DetectionRules::ShortText(rule));
     briefWords.append(brief[rule - 1]);
   }
   const QString separator = u"  \u00b7  "_s;
   return {Words::Page::rules(words.join(separator)), briefWords.join(separator)};
+}
+
+// The ranges that are marked, of the points shown.
+QStringList RangeLegend(const ControlChart& chart) {
+  std::vector<qint16> outside;
+  for (int point = chart.shown.first; point <= chart.shown.last; ++point) {
+    if (chart.rules[static_cast<size_t>(point - 1)] != 0) outside.push_back(static_cast<qint16>(point));
+  }
+  if (outside.empty()) return {};
+  return {Words::Page::rangesOutside(PointList(outside))};
 }
 
 std::vector<ChartGraph::LineLabel> LabelsOf(const ControlChart& chart) {
@@ -228,13 +235,12 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
     charts.r.subtitle = Words::Page::movingRange();
   }
   charts.xbar.rules = BrokenRules(data, charts.xbar.values.size());
+  charts.xbar.legend = RuleLegend(data, charts.xbar.rules);
   charts.r.rules = RangesOutside(data, charts.r.values.size());
   charts.r.marksArePoints = true;
   // A lower limit of the ranges that is cut off at 0 has no zones.
   if (!IsReversed(charts.xbar) && charts.xbar.upperLimit > charts.xbar.lowerLimit)
     charts.xbar.sigmaLines = {-2, -1, 1, 2};
-  if (!data.RangesOutside().empty())
-    charts.r.legend = {Words::Page::rangesOutside(PointList(data.RangesOutside()))};
   // The first single value has no predecessor, so there is no first moving range.
   if (data.SubGroupSize() <= 1 && !charts.r.values.empty()) {
     charts.r.values.front() = std::numeric_limits<double>::quiet_NaN();
@@ -250,7 +256,7 @@ void ShowPoints(ControlCharts& charts, PointRange points) {
     chart->shown = {first, std::min(count, std::max(points.last, first))};
     SetScale(*chart);
   }
-  charts.xbar.legend = RuleLegend(charts.xbar);
+  charts.r.legend = RangeLegend(charts.r);
 }
 
 void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
@@ -303,7 +309,7 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
                                               LimitText(chart.mean, chart.labelDecimals),
                                               LimitText(chart.upperLimit, chart.labelDecimals));
   graph.Draw(ChartGraph::Text{
-      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.68, {rounded, QString()}});
+      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98, {rounded, QString()}});
   if (!chart.subtitle.isEmpty()) {
     graph.Draw(ChartGraph::Text{
         {0.985, 0.035}, ChartGraph::Alignment::RightMiddle, chart.subtitle, {Palette::Black, 16, 4, 0}, 0.3});

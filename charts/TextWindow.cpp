@@ -60,6 +60,13 @@ Wording WhyAbsent(const CData& data) {
   }
 }
 
+// What a good Cpk is not to hide.
+Wording Caution(const CData& data) {
+  using namespace Words::Capability;
+  if (data.IsInControl()) return {cautionRanges(), {cautionRangesShort(), cautionShortest()}};
+  return {caution(), {cautionShort(), cautionShortest()}};
+}
+
 QString Index(double value) { return QString::number(engine::RoundToPlaces(value, 2), 'f', 2); }
 
 // With the decimals of the data set, and four digits at least.
@@ -103,11 +110,8 @@ void DrawSummary(Rows& rows, const CData& data) {
     const bool isCapable = data.CPKValue() >= 1.0;
     add({Words::Figure::cpk()}, {QString::number(data.CPKValue(), 'f', 2)},
         {isCapable ? Palette::Green : Palette::Red, 16, 10, 0});
-    if (isCapable && !data.IsInControl())
-      rows.Put(0.67, right,
-               {Words::Capability::caution(),
-                {Words::Capability::cautionShort(), Words::Capability::cautionShortest()}},
-               {Palette::Red, 16, 4, 0});
+    if (isCapable && !(data.IsInControl() && data.RangesOutside().empty()))
+      rows.Put(0.67, right, Caution(data), {Palette::Red, 16, 4, 0});
   }
   row({Words::Figure::lastModified()}, {data.LastModified(), {data.LastModified().section(u' ', 0, 0)}});
   rows.Space(betweenBlocks);

@@ -12,16 +12,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString BrokenRules(const CData& data, qsizetype mostPieces) {
-  QStringList broken;
+// How much of the verdict a line tells.
+struct Detail {
+  qsizetype mostPieces;  // of the points of each rule, and of the ranges; without, only the rules are named
+  bool hasRanges = true;
+  bool hasAllRules = true;  // rather than the points of the lowest one and the numbers of the others
+};
+
+QString BrokenRules(const CData& data, const Detail& detail) {
+  QStringList numbers, broken;
   for (const int rule : DetectionRules::ActiveRules(data.SensitivityValue())) {
     const std::vector<qint16>& points = data.ViolatingPoints().at(static_cast<size_t>(rule - 1));
     if (points.empty()) continue;
-    broken.append(mostPieces > 0 ? Words::Verdict::ruleAt(rule, PointList(points, mostPieces))
-                                 : QString::number(rule));
+    numbers.append(QString::number(rule));
+    broken.append(Words::Verdict::ruleAt(rule, PointList(points, detail.mostPieces)));
   }
-  if (mostPieces > 0 || broken.isEmpty()) return broken.join(u"; "_s);
-  return Words::Verdict::rules(broken.join(u", "_s));
+  if (broken.isEmpty()) return {};
+  if (detail.mostPieces == 0) return Words::Verdict::rules(numbers.join(u", "_s));
+  if (detail.hasAllRules || broken.size() == 1) return broken.join(u"; "_s);
+  return Words::Verdict::alsoRules(broken.first(), numbers.mid(1).join(u", "_s));
 }
 
 QString ActiveRules(const CData& data) {
@@ -52,9 +61,13 @@ QString OriginText(const LimitsOrigin& origin) {
   }
 }
 
+bool AreLimitsReversed(const CData& data) {
+  return data.XBarLCL() > data.XBarUCL() || data.RBarLCL() > data.RBarUCL();
+}
+
 int VerdictInk(const CData& data) {
   if (data.NumberOfPlotPoints() == 0) return Palette::Grey;
-  if (!data.IsInControl()) return Palette::Red;
+  if (!data.IsInControl() || AreLimitsReversed(data)) return Palette::Red;
   return data.RangesOutside().empty() ? Palette::Green : Palette::Black;
 }
 
@@ -67,16 +80,18 @@ QStringList StateAndCapability(const CData& data) {
   return parts;
 }
 
-// Without pieces, only the rules are named.
-QString LineWith(const CData& data, qsizetype mostPieces) {
-  QString verdict = data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl();
-  const QString broken = BrokenRules(data, mostPieces);
-  if (!data.IsInControl() && !broken.isEmpty()) verdict = Words::Verdict::because(verdict, broken);
+QString LineWith(const CData& data, const std::optional<Detail>& detail) {
+  QString verdict = AreLimitsReversed(data) ? Words::Verdict::limitsReversed()
+                    : data.IsInControl()    ? Words::Verdict::inControl()
+                                            : Words::Verdict::notInControl();
+  const bool hasPoints =
+      detail && !AreLimitsReversed(data);  // what lies beyond reversed limits tells nothing
+  const QString broken = hasPoints && !data.IsInControl() ? BrokenRules(data, *detail) : QString();
+  if (!broken.isEmpty()) verdict = Words::Verdict::because(verdict, broken);
   QStringList parts{verdict};
   parts += StateAndCapability(data);
-  if (!data.RangesOutside().empty())
-    parts.append(
-        Words::Verdict::rangesAt(PointList(data.RangesOutside(), std::max<qsizetype>(1, mostPieces))));
+  if (hasPoints && detail->hasRanges && !data.RangesOutside().empty())
+    parts.append(Words::Verdict::rangesAt(PointList(data.RangesOutside(), detail->mostPieces)));
   return parts.join(u" \u00b7 "_s);
 }
 
@@ -84,10 +99,13 @@ QString LineWith(const CData& data, qsizetype mostPieces) {
 QStringList VerdictLines(const CData& data) {
   if (data.NumberOfPlotPoints() == 0) return {ProcessState::Name(0)};
   QStringList lines;
-  for (qsizetype pieces = MostPointPieces; pieces >= 0; --pieces) lines.append(LineWith(data, pieces));
-  QStringList least{data.IsInControl() ? Words::Verdict::inControl() : Words::Verdict::notInControl()};
-  least += StateAndCapability(data);
-  lines.append(least.join(u" \u00b7 "_s));
+  for (const auto& [hasRanges, hasAllRules] : {std::pair{true, true}, {false, true}, {false, false}}) {
+    for (qsizetype pieces = MostPointPieces; pieces > 0; --pieces)
+      lines.append(LineWith(data, Detail{pieces, hasRanges, hasAllRules}));
+  }
+  lines.append(LineWith(data, Detail{0, false}));
+  lines.append(LineWith(data, std::nullopt));
+  lines.removeDuplicates();
   return lines;
 }
 

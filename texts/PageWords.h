@@ -46,9 +46,11 @@ inline constexpr Text<1> unknownFormat{u"%1: the name of a page's file ends in .
 namespace Verdict {
 inline constexpr Text<> inControl{u"IN CONTROL"};
 inline constexpr Text<> notInControl{u"NOT IN CONTROL"};
+inline constexpr Text<> limitsReversed{u"LIMITS STAND THE WRONG WAY ROUND: recalculate"};
 inline constexpr Text<2> because{u"%1: %2"};
 inline constexpr Text<2> ruleAt{u"rule %1 at %2"};
 inline constexpr Text<2> andMore{u"%1 and %2 more"};
+inline constexpr Text<2> alsoRules{u"%1; also %2"};
 inline constexpr Text<1> rules{u"rules %1"};
 inline constexpr Text<1> capable{u"capable (Cpk %1)"};
 inline constexpr Text<1> notCapable{u"not capable (Cpk %1)"};
@@ -62,7 +64,7 @@ inline constexpr Text<> longTerm{u"long term: all points"};
 inline constexpr Text<> shortTerm{u"short term: the last eight points"};
 inline constexpr Text<> limitsFromAll{u"Limits calculated from all points"};
 inline constexpr Text<2> limitsFromPoints{u"Limits calculated from points %1 to %2"};
-inline constexpr Text<> limitsKept{u"Limits kept, not calculated from these points"};
+inline constexpr Text<> limitsKept{u"Limits kept as stored"};
 inline constexpr Text<1> library{u"Library: %1"};
 }  // namespace Verdict
 
@@ -91,6 +93,8 @@ inline constexpr Text<> none{u"none"};
 inline constexpr Text<> nominalShort{u"Nom."};
 inline constexpr Text<> caution{u"caution: not in control"};
 inline constexpr Text<> cautionShort{u"not in control"};
+inline constexpr Text<> cautionRanges{u"caution: ranges outside"};
+inline constexpr Text<> cautionRangesShort{u"ranges outside"};
 inline constexpr Text<> cautionShortest{u"caution"};
 }  // namespace Capability
 

@@ -218,7 +218,9 @@ TEST(PageLooks, AxesWithTheirTicksLabelsAndTitles) {
 }
 
 TEST(PageLooks, TitlesLimitsAndWordsInTheirPlaces) {
-  CData usual = Sample(), reversed = Sample(), single = Sample();
+  CData usual = Sample(), reversed = Sample(), single = Sample(), unmarked = Sample();
+  unmarked.SetViolatingPoints({});
+  unmarked.SetSensitivityValue(0);
   usual.SetRangesOutside({3, 5});
   reversed.SetXBarLCL(10.3);
   reversed.SetXBarUCL(9.7);
@@ -235,7 +237,10 @@ TEST(PageLooks, TitlesLimitsAndWordsInTheirPlaces) {
       {usual, GraphId::Histogram, u" HISTOGRAM"_s, 0.5, 0.035, black},
       {usual, GraphId::XBar, u"LCL=9.7, Mean=10, UCL=10.3"_s, 0.5, 0.08, black},
       {usual, GraphId::R, u"LCL=0, Mean=0.2, UCL=0.5"_s, 0.5, 0.08, black},
-      {usual, GraphId::XBar, u"Rules:  1 beyond a limit"_s, 0.01, 0.965, black},
+      {usual, GraphId::XBar, u"Rules:  1 beyond a limit  \u00b7  2 two of three beyond 2 sigma"_s, 0.01,
+       0.965, black},
+      {unmarked, GraphId::XBar, u"Rules:  1 beyond a limit  \u00b7  4 eight on one side"_s, 0.01, 0.965,
+       black},
       {usual, GraphId::R, u"Beyond a limit:  3, 5"_s, 0.01, 0.965, black},
       {reversed, GraphId::XBar, u"The lower control limit stands above the upper one."_s, 0.01, 0.965, red},
       {single, GraphId::XBar, u"individuals"_s, 0.985, 0.035, black},
@@ -253,6 +258,7 @@ TEST(PageLooks, TitlesLimitsAndWordsInTheirPlaces) {
     for (const PaintedShape& shape : Painted(&data == &single ? usual : single).Of(Kind::Text))
       EXPECT_FALSE(&data != &usual && shape.text == text) << "only where it is so";
   }
+  Painted(usual, {.points = PointRange{4, 8}}).Text(u"Beyond a limit:  5"_s);
   const QRectF scale = PageData::Page(reversed).Page().Graph(0).Scale();
   EXPECT_TRUE(scale.top() <= -30 && scale.bottom() >= 50) << "all points lie on the axis";
 }

@@ -125,6 +125,10 @@ TEST(PageLooks, LinesOfTheTextWindow) {
     const Painted painted(data);
     ExpectTexts(painted, painted.Frame(GraphId::Text), wanted);
   }
+  data.SetCPKValue(1.5);
+  data.SetIsInControl(true);
+  data.SetRangesOutside({3});
+  Painted(data).Text(u"caution: ranges outside"_s);
 }
 
 TEST(PageLooks, AValueThatThereIsNotIsSaidAndNotZero) {
@@ -174,7 +178,7 @@ TEST(PageLooks, TheVerdictStandsAboveTheGraphsWithWhatItRestsOn) {
   EXPECT_TRUE(texts[0].ink == red && texts[0].font.bold());
   EXPECT_EQ(texts[1].text,
             u"Rules in force: 1, 2, 3, 4 (high sensitivity, long term: all points)  \u00b7  "
-            u"Limits kept, not calculated from these points  \u00b7  Library: line.db"_s);
+            u"Limits kept as stored  \u00b7  Library: line.db"_s);
 
   data.SetIsInControl(true);
   data.SetProcessState(4);
@@ -188,6 +192,22 @@ TEST(PageLooks, TheVerdictStandsAboveTheGraphsWithWhatItRestsOn) {
   texts = lines(data);
   EXPECT_EQ(texts[0].text, u"IN CONTROL \u00b7 Ideal \u00b7 capable (Cpk 1.00)");
   EXPECT_EQ(texts[0].ink, green);
+  data.SetXBarLCL(11);
+  texts = lines(data);
+  EXPECT_TRUE(texts[0].text.startsWith(u"LIMITS STAND THE WRONG WAY ROUND") && texts[0].ink == red);
+
+  data = Sample();
+  std::vector<qint16> many;
+  for (qint16 point = 10001; point < 10400; point = qint16(point + 2)) many.push_back(point);
+  data.SetRangesOutside(many);
+  data.SetViolatingPoints({many, many, many});
+  texts = lines(data);
+  EXPECT_TRUE(texts[0].text.contains(u"; rule 3 at 10001") && !texts[0].text.contains(u"ranges"))
+      << texts[0].text.toStdString();
+  data.SetViolatingPoints({many, many, many, many});
+  EXPECT_TRUE(lines(data)[0].text.contains(u"rule 1 at 10001, 10003") &&
+              lines(data)[0].text.contains(u" more; also 2, 3, 4 \u00b7"))
+      << lines(data)[0].text.toStdString();
   EXPECT_TRUE(lines(PageData::Random({})).at(1).text.contains(u"Limits calculated from all points"_s));
 }
 
