@@ -203,7 +203,10 @@ class AxisLayout {
     painter_.setFont(font);
     painter_.setPen(Palette::Colour(axis_.titleText.colour));
     if (horizontal_) {
-      painter_.drawText(QPointF(plot.center().x() - width / 2, TitleBaseline(metrics, belowTurned)), title);
+      const double baseline = TitleBaseline(metrics, belowTurned);
+      if (baseline + metrics.descent() > geometry_.frame.bottom()) return;  // there is no room for it
+      const double rightmost = geometry_.frame.right() - geometry_.Rim() - width;
+      painter_.drawText(QPointF(std::min(plot.center().x() - width / 2, rightmost), baseline), title);
     } else {
       const double middle = std::clamp(plot.center().y() + width / 2, geometry_.frame.top() + width,
                                        geometry_.frame.bottom() - tickLength_);

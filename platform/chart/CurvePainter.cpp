@@ -43,6 +43,9 @@ class CurvePicture {
   void Paint() {
     const PainterSaver saver(painter_);
     PaintLine();
+    // Marks on the ends of the scale are whole, but for what would lie on the text above.
+    const double out = OuterRadius();
+    painter_.setClipRect(geometry_.plot.adjusted(-out, -out / 2, out, out), Qt::IntersectClip);
     painter_.setRenderHint(QPainter::Antialiasing, true);
     if (single_) PaintPoints();
     const std::vector<size_t> marks = PaintMarks();
@@ -69,7 +72,6 @@ class CurvePicture {
     return {centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius};
   }
 
-  // Cut off at the plot area; points and marks on its edge are not.
   void PaintLine() {
     const PainterSaver saver(painter_);
     painter_.setClipRect(geometry_.plot, Qt::IntersectClip);
@@ -242,7 +244,7 @@ class CurvePicture {
   }
 
   bool IsAbove(size_t i) const { return values_[i] > geometry_.scale.bottom(); }
-  double ArrowSize() const { return geometry_.unit * 0.0085; }
+  double ArrowSize() const { return std::max(geometry_.unit * 0.0085, geometry_.smallestText * 0.3); }
   QPointF EdgeOf(size_t i) const {
     const QRectF& plot = geometry_.plot;
     return {geometry_.X(positions_[i]), values_[i] > geometry_.scale.bottom() ? plot.top() : plot.bottom()};

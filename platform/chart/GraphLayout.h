@@ -30,7 +30,9 @@ struct GraphGeometry {
 
   double TickLength() const { return std::max(unit * 0.006, smallestText * 0.25); }
   double Rim() const { return unit * 0.004; }
-  double LabelGap() const { return unit * 0.009; }  // between the plot area and what stands right of it
+  double LabelGap() const {
+    return std::max(unit * 0.009, smallestText * 0.4);
+  }  // between the plot area and what stands right of it
   QFont TextFont(const ChartGraph::TextParameters& parameters) const;
 };
 

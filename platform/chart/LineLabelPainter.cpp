@@ -2,6 +2,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "platform/chart/GraphPainter.h"
 #include "platform/chart/Palette.h"
@@ -22,7 +23,7 @@ class LabelRow {
         gap_(horizontal_ ? geometry.LabelGap() : geometry.unit * 0.005),
         rim_(geometry.Rim()) {
     for (const ChartGraph::LineLabel& label : labels.labels) ends_.push_back(EndOf(label));
-    if (!horizontal_) FitBesideEachOther();
+    horizontal_ ? FitBelowEachOther() : FitBesideEachOther();
   }
 
   void Paint() {
@@ -30,8 +31,7 @@ class LabelRow {
     std::vector<double> wanted, sizes;
     for (const End& end : ends_) {
       wanted.push_back(end.wanted);
-      sizes.push_back(horizontal_ ? LineHeight() * double(end.lines.size())
-                                  : metrics.horizontalAdvance(end.lines.first()) + 3 * rim_);
+      sizes.push_back(horizontal_ ? HeightOf(end) : metrics.horizontalAdvance(end.lines.first()) + 3 * rim_);
     }
     const QRectF& plot = geometry_.plot;
     const std::vector<double> centres =
@@ -61,6 +61,18 @@ class LabelRow {
   double LineHeight() const {
     const QFontMetricsF metrics(font_, painter_.device());
     return metrics.ascent() + metrics.descent();
+  }
+
+  double HeightOf(const End& end) const { return LineHeight() * double(end.lines.size()); }
+
+  // Where the plot area is too low for all, the middle ones go first.
+  void FitBelowEachOther() {
+    const auto height = [&] {
+      return std::accumulate(ends_.begin(), ends_.end(), 0.0,
+                             [&](double sum, const End& end) { return sum + HeightOf(end); });
+    };
+    while (ends_.size() > 1 && height() > geometry_.plot.height())
+      ends_.erase(ends_.begin() + static_cast<std::ptrdiff_t>(ends_.size() / 2));
   }
 
   double Widest() const {

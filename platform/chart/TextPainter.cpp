@@ -173,13 +173,15 @@ void PaintTable(QPainter& painter, const ChartGraph::Table& table, const GraphGe
   const TableLayout layout(table, geometry);
   const QRectF& frame = geometry.frame;
   for (const auto& [line, middle] : layout.Lines()) {
+    double end = frame.x();  // of the text before, which the next one keeps out of
     for (const ChartGraph::Cell& cell : line->cells) {
       const QFont font = FontOf(layout.Pixels(cell.parameters), cell.parameters.style == 3);
-      const FittedText fitted = fitter.Fit(cell.text, cell.shorter, font,
-                                           (cell.to - cell.from - 0.01) * frame.width() - geometry.Rim());
-      PaintFitted(painter, fitted,
-                  {frame.x() + cell.from * frame.width(), middle - fitted.bounds.center().y()},
+      const double start = std::max(frame.x() + cell.from * frame.width(), end);
+      const double room = frame.x() + (cell.to - 0.01) * frame.width() - geometry.Rim() - start;
+      const FittedText fitted = fitter.Fit(cell.text, cell.shorter, font, room);
+      PaintFitted(painter, fitted, {start, middle - fitted.bounds.center().y()},
                   Palette::Colour(cell.parameters.colour));
+      end = start + fitted.bounds.width() + geometry.LabelGap();
     }
   }
 }

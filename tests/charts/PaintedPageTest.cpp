@@ -121,9 +121,9 @@ std::map<std::string, CData> AllKinds() {
 }
 
 TEST(PaintedPage, NothingLiesOnAnythingElse) {
-  const std::tuple<QSize, int> papers[] = {{{640, 400}, 9},   {{800, 600}, 9},   {{800, 600}, 16},
-                                           {{1280, 800}, 9},  {{1280, 800}, 16}, {{3840, 2160}, 9},
-                                           {{3508, 2480}, 29}};
+  const std::tuple<QSize, int> papers[] = {{{416, 258}, 9},   {{478, 390}, 14},  {{640, 400}, 9},
+                                           {{800, 600}, 9},   {{800, 600}, 16},  {{1280, 800}, 9},
+                                           {{1280, 800}, 16}, {{3840, 2160}, 9}, {{3508, 2480}, 29}};
   for (const auto& [name, data] : AllKinds()) {
     for (const bool fitted : {false, true}) {
       StatPage page(data, {.fittedScale = fitted, .printedHead = fitted, .libraryName = u"line.db"_s});
