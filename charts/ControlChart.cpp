@@ -291,7 +291,7 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
     shortNotes.append(Words::Page::partShort(first, last));
   }
   if (chart.isBeyondStandardScale) {
-    notes.append(Words::Page::beyondStandardScale());
+    notes.append(Words::Page::fitted());
     shortNotes.append(Words::Page::fitted());
   }
   if (!notes.isEmpty()) {

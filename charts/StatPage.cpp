@@ -75,8 +75,14 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   run("DrawHistogramGraph", [&] { DrawHistogramGraph(histogram, data, results()); });
   ChartGraph& text = page_.WGCreateGraph(0.61, 0.5, 0.995, 0.99);
   run("DrawTavelTextWindow", [&] { DrawTavelTextWindow(text, data); });
-  run("DrawVerdict", [&] { DrawVerdict(verdict_, data, origin, options.libraryName); });
+  run("DrawVerdict", [&] { DrawVerdict(verdict_, data, origin, ScaleNote(options), options.libraryName); });
   if (options.printedHead) RecordHead(data, options);
+}
+
+// On a screen a strip tells of the flat scale, and offers the fitted one.
+QString StatPage::ScaleNote(const StatPageOptions& options) const {
+  if (IsBeyondStandardScale()) return Words::Page::beyondStandardScale();
+  return options.printedHead && !options.fittedScale && IsFlat() ? Words::Page::flat() : QString();
 }
 
 void StatPage::ShowPoints(PointRange points) {

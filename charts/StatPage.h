@@ -101,6 +101,7 @@ class StatPage {
   void Record(const CData& data, const StatPageOptions& options,
               const std::function<const engine::Results&()>& results);
   void RecordHead(const CData& data, const StatPageOptions& options);
+  QString ScaleNote(const StatPageOptions& options) const;
   double StripHeight(double part, const QRectF& target, int upper, int lower) const;
   QRectF HeadArea(const QRectF& target) const;
   QRectF VerdictArea(const QRectF& target) const;

@@ -63,8 +63,8 @@ Wording WhyAbsent(const CData& data) {
 // What a good Cpk is not to hide.
 Wording Caution(const CData& data) {
   using namespace Words::Capability;
-  if (data.IsInControl()) return {cautionRanges(), {cautionRangesShort(), cautionShortest()}};
-  return {caution(), {cautionShort(), cautionShortest()}};
+  if (data.IsInControl()) return {cautionRanges(), {cautionRangesShort(), cautionShortest(), {}}};
+  return {caution(), {cautionShort(), cautionShortest(), {}}};
 }
 
 QString Index(double value) { return QString::number(engine::RoundToPlaces(value, 2), 'f', 2); }

@@ -112,7 +112,7 @@ QStringList VerdictLines(const CData& data) {
 }  // namespace
 
 void DrawVerdict(ChartGraph& strip, const CData& data, const std::optional<LimitsOrigin>& origin,
-                 const QString& libraryName) {
+                 const QString& scaleNote, const QString& libraryName) {
   using enum ChartGraph::Alignment;
   const auto draw = [&](double y, const QStringList& lines, const ChartGraph::TextParameters& parameters) {
     strip.Draw(ChartGraph::Text{{0.01, y}, LeftMiddle, lines[0], parameters, 0.98, lines.mid(1)});
@@ -120,10 +120,12 @@ void DrawVerdict(ChartGraph& strip, const CData& data, const std::optional<Limit
   draw(0.32, VerdictLines(data), {VerdictInk(data), 16, 7, 3});
   QStringList facts{RulesInForce(data)};
   if (origin) facts.append(OriginText(*origin));
+  if (!scaleNote.isEmpty()) facts.append(scaleNote);
   if (!libraryName.isEmpty()) facts.append(Words::Verdict::library(libraryName));
   QStringList shorter = facts;
   shorter[0] = Words::Verdict::rulesInForceShort(ActiveRules(data));
   QStringList lines;
-  for (const QStringList& some : {facts, shorter, shorter.mid(0, 2)}) lines << some.join(u"  \u00b7  "_s);
+  for (const QStringList& some : {facts, shorter, shorter.mid(0, 3), shorter.mid(0, 2)})
+    lines << some.join(u"  \u00b7  "_s);
   draw(0.77, lines, {Palette::Black, 16, 4, 0});
 }

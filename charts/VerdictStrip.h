@@ -7,7 +7,7 @@
 #include "data/CData.h"
 #include "platform/chart/ChartGraph.h"
 
-// "NOT IN CONTROL: rule 1 at 38, 39; rule 2 at 40 - Brink of chaos", and below it what that rests on. The
-// library's name and the origin are left out where they are not known.
+// "NOT IN CONTROL: rule 1 at 38, 39; rule 2 at 40 - Brink of chaos", and below it what that rests on. What
+// is empty or not known is left out.
 void DrawVerdict(ChartGraph& strip, const CData& data, const std::optional<LimitsOrigin>& origin,
-                 const QString& libraryName);
+                 const QString& scaleNote, const QString& libraryName);
