@@ -36,11 +36,12 @@ bool BeginsWith(const QStringList& samples, const QStringList& beginning) {
 // Null where the two cannot both be kept.
 std::optional<QStringList> MergedSamples(const QStringList& base, const QStringList& mine,
                                          const QStringList& theirs) {
-  if (mine == base || mine == theirs) return theirs;
+  if (mine == base) return theirs;
   if (theirs == base) return mine;
-  const bool theyAdded = BeginsWith(theirs, base);
+  // Who adds what the other has added has measured as well.
   if (BeginsWith(mine, base)) return theirs + mine.mid(base.size());
-  if (theyAdded) return mine + theirs.mid(base.size());
+  if (mine == theirs) return theirs;
+  if (BeginsWith(theirs, base)) return mine + theirs.mid(base.size());
   return std::nullopt;
 }
 
@@ -174,8 +175,9 @@ class Merging {
     const QStringList base = SamplesOf(base_[at]);
     const QStringList mine = SamplesOf(mine_[at]);
     const QStringList theirs = SamplesOf(theirs_[at]);
-    Note(Unit::Values, mine != base, theirs != base && theirs != mine);
-    if (mine == base || mine == theirs) {
+    const bool isSameEdit = mine == theirs && !BeginsWith(mine, base);
+    Note(Unit::Values, mine != base, theirs != base && !isSameEdit);
+    if (mine == base || isSameEdit) {
       if (theirs != base && BeginsWith(theirs, base)) result_.valuesAdded = theirs.size() - base.size();
       return;
     }
@@ -242,6 +244,7 @@ CData Merge::AsLoaded(const QVariantList& row, const CData& like) {
   Tables::Fill(data, row);
   data.SetDataStartPoint(0);
   data.SetDataStopPoint(0);
+  data.SetLimitsRenewed(false);
   QCGlobalFunctions::CalculateStatistics(data);
   return data;
 }

@@ -5,8 +5,7 @@
 // both changed differently is a conflict. Two exceptions:
 //   - values are compared as samples: what either side has put behind the common ones is kept, theirs first;
 //   - limits that this save calculates from all points are calculated again from the merged values; those
-//   that
-//     the row left open are kept then, if they can be.
+//     that the row left open are kept then, if they can be.
 // What comes of two sides has to pass the checks that a save makes, else it is a conflict as well.
 #pragma once
 
