@@ -53,6 +53,8 @@ void Library::Restore(const Deleted& deleted, const QString& description) {
   require();
   ExtraTables::Make(connection_);
   DeletedRows::PutBack(connection_, deleted.number, name);
+  if (SelectId(deleted.row.id).empty())  // whatever the file's own triggers do
+    throw Error(Words::Library::noLongerKept(place_, name), Error::Kind::Conflict, name);
   transaction.Commit();
 }
 
