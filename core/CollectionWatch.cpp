@@ -60,13 +60,14 @@ void CollectionWatch::ReadPending(News& news) {
     while (!pending_.empty() && now() - start < mostMilliseconds) {
       const qint64 id = *pending_.begin();
       const std::optional<Library::Row> row = library_->Read(id);
-      Globals().gUnread.library.clear();
+      // What a load could not read is still not there.
+      if (QString& told = Globals().gUnread.library; told == trouble_) told.clear();
       pending_.erase(pending_.begin());
       Bring(id, row, news);
     }
   } catch (const DatabaseError& error) {
     waits_ = true;
-    if (!error.IsBusy()) Globals().gUnread.library = error.Text();
+    if (!error.IsBusy()) Globals().gUnread.library = trouble_ = error.Text();
   }
 }
 

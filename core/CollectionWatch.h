@@ -36,5 +36,6 @@ class CollectionWatch {
   LibraryWatch watch_;
   std::set<qint64> pending_;  // rows that are to be read again
   bool waits_ = false;        // for the timer's next tick, since they cannot be read just now
+  QString trouble_;           // why they could not be
   enum class File { Same, Replaced, Unreadable } file_ = File::Same;  // in the library's place
 };
