@@ -239,8 +239,8 @@ void AtRestore(QWidget& form) {
   if (list.topLevelItemCount() == 0 || Chance(50)) return void(form.close());
   QTreeWidgetItem* row = list.topLevelItem(dice.bounded(list.topLevelItemCount()));
   list.setCurrentItem(row);
-  Note({u"new"_s, row->text(0)});
   if (Chance(30)) Type(form, "txtName", u"BACK "_s + OwnNumber(1, u'6'));
+  Note({u"new"_s, TextOf(form, "txtName")});
   Click(form, "cmdRestore");
   Note({u"restored"_s, TextOf(form, "lblNews")});
 }
