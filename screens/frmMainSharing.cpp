@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -53,8 +54,12 @@ void frmMain::ShowLibraryNews(const CollectionWatch::News& news) {
     ShowNewRows(news);
   if (news.replaced && Globals().gUnread.library.isEmpty()) ShowNews(Words::Sharing::readAgain());
   ShowPanelText();
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (auto* view = dynamic_cast<LibraryView*>(window); view && window->isVisible()) view->LibraryChanged();
+  // What one of them asks may end another.
+  QList<QPointer<QWidget>> windows;
+  for (QWidget* window : QApplication::topLevelWidgets()) windows << window;
+  for (const auto& window : windows)
+    if (auto* view = dynamic_cast<LibraryView*>(window.data()); view && window->isVisible())
+      view->LibraryChanged();
 }
 
 void frmMain::ShowNewRows(const CollectionWatch::News& news) {

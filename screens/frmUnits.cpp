@@ -230,6 +230,7 @@ void frmUnits::ReadAgain() {
 }
 
 void frmUnits::LibraryChanged() {
+  recordset_.SetActiveConnection(CurrentConnection());  // the library may have been opened anew
   if (recordset_.GetState() != Recordset::Opened || IsNewRecord) return;
   try {
     if (TextsInBoxes() == snapshot_) {

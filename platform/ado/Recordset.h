@@ -26,6 +26,8 @@ class Recordset {
 
   void Open(const QString& sql, Connection& connection);
   void Close();
+  // Where Requery and Update go from now on; the rows stay as read.
+  void SetActiveConnection(Connection& connection) { connection_ = &connection; }
   State GetState() const { return state_; }
   void Requery();  // the position stays where it was, as far as there still are rows
 

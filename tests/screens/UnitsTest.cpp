@@ -3,6 +3,7 @@
 
 #include <QApplication>
 
+#include "core/GlobalFunctions.h"
 #include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
 #include "tests/support/TestProgram.h"
@@ -194,6 +195,22 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   program.boxes.Expect(Answer::Yes, u"as a new unit?");
   Run(RecordBar::Save);
   EXPECT_EQ(Stored(), u"xkg=theirs,bar=other,kg=theirs!");
+}
+
+TEST_F(UnitsTest, FollowsALibraryThatIsOpenedAnew) {
+  const auto reopen = [this] {
+    GlobalFunctions::ReopenDatabase();
+    form.LibraryChanged();
+  };
+  Run(RecordBar::RefreshList);
+  Describe();
+  reopen();
+  Fire(form, "ChangeMonitorTimer");
+  Run(RecordBar::Save, RecordBar::Add);
+  Enter("txtName", u"inch"_s);
+  reopen();
+  Run(RecordBar::Save);
+  EXPECT_EQ(Stored(), u"mm=mm text!,kg=kg text,bar=bar text,inch="_s);
 }
 
 // Between the question whether a name is free and the writing.
