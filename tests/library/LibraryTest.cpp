@@ -9,6 +9,7 @@
 #include "data/Names.h"
 #include "library/LibraryFile.h"
 #include "tests/library/LibraryFixture.h"
+#include "tests/support/WithoutPrivileges.h"
 
 using Outcome = Library::Saved::Outcome;
 
@@ -330,6 +331,23 @@ TEST_F(BackupsTest, StandBesideTheFileItselfAndAreNobodyElses) {
   EXPECT_EQ(Files(), QStringList({u"copy"_s, u"link"_s, u"plant.kestrel"_s, u"plant.kestrel.backup"_s}));
   for (const QString& file : {path + u".backup"_s, copy})
     EXPECT_EQ(QFile::permissions(file) & (QFile::ReadOther | QFile::ReadGroup), 0) << file.toStdString();
+}
+
+// The library's group is one that its writer is no member of.
+TEST_F(BackupsTest, AreForNoOtherGroup) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can give a file to any group";
+  constexpr gid_t foreign = 4;
+  ASSERT_EQ(chown(path.toUtf8().constData(), 65534, foreign), 0);
+  ASSERT_EQ(chmod(path.toUtf8().constData(), 0640), 0);
+  const QString backup = path + u".backup"_s;
+  library->CopyTo(folder.filePath(u"ours"_s));
+  EXPECT_EQ(QFileInfo(folder.filePath(u"ours"_s)).groupId(), foreign) << "where it can have the group";
+  ASSERT_EQ(chown(folder.path().toUtf8().constData(), 65534, 65534), 0);
+  const WithoutPrivileges ordinaryUser(folder.path());
+  library = Library::Open(path, {});
+  library->Append(u"Shaft"_s, {u"1"_s}, now);
+  EXPECT_EQ(QFile::permissions(backup) & (QFile::ReadGroup | QFile::ReadOther), 0);
+  EXPECT_TRUE(QFile::permissions(backup) & QFile::ReadOwner);
 }
 
 }  // namespace
