@@ -4,17 +4,14 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <deque>
 
 #include "platform/registry/Registry.h"
 #include "screens/frmMain.h"
-#include "tests/cli/Program.h"
+#include "tests/support/Program.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -42,13 +39,9 @@ void Watch() {
 class DesktopTest : public ProgramTest {
  protected:
   DesktopTest() {
-    for (const char* name : {"configured", "plant"})
-      EXPECT_EQ(Run({u"new"_s, Path(QString::fromLatin1(name))}).status, 0);
-    Write(u"v.csv"_s, QByteArray("10.1\n9.9\n10.3\n").repeated(5));
-    EXPECT_EQ(Run({u"import"_s, Path(u"plant"_s), Path(u"v.csv"_s), u"--description=Shaft"_s, u"--usl=11"_s,
-                   u"--lsl=9"_s, u"--nominal=10"_s})
-                  .status,
-              0);
+    library = Path(u"plant"_s);
+    for (const auto& name : {u"configured"_s, u"plant"_s}) EXPECT_EQ(RunIn(u"new @"_s + name).status, 0);
+    EXPECT_EQ(Import({}, QByteArray("10.1\n9.9\n10.3\n").repeated(5)).status, 0);
     qputenv("KESTREL_SETTINGS", Path(u"settings.json"_s).toUtf8());
     qputenv("XDG_RUNTIME_DIR", Path(u"session"_s).toUtf8());
     QDir().mkdir(Path(u"session"_s));

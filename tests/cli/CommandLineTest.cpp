@@ -2,53 +2,35 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <cstdlib>
 #include <deque>
 
-#include "tests/cli/Program.h"
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Program.h"
 
 namespace {
 
+constexpr auto shaft =
+    "diameter;operator\n10,1;Ann\n10,2;Ann\n9,9;Bo\n10,0;Bo\n10,1;Bo\n9,8;Bo\n10,0;Bo\n10,3;Bo\n";
+
 class CommandLineTest : public ProgramTest {
  protected:
-  CommandLineTest() {
-    EXPECT_EQ(RunIn(u"new @plant").status, 0);
-    Write(u"shaft.csv"_s,
-          "diameter;operator\n10,1;Ann\n10,2;Ann\n9,9;Bo\n10,0;Bo\n10,1;Bo\n9,8;Bo\n10,0;Bo\n10,3;Bo\n");
-  }
+  CommandLineTest() { EXPECT_EQ(RunIn(u"new LIB").status, 0); }
 
-  // Runs the words, in which "@" stands for this test's folder.
-  ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const {
-    return Run(QProcess::splitCommand(words).replaceInStrings(u"@"_s, folder_.path() + u'/'), input);
-  }
-  // With the options that an import needs, where the words give none of their own.
-  ProgramRun Import(QString words) const {
-    for (const QString& option : {u"--usl 11"_s, u"--lsl 9"_s, u"--nominal 10"_s, u"--description Shaft"_s})
-      if (!words.contains(option.section(u' ', 0, 0))) words += u' ' + option;
-    return RunIn(u"import @plant "_s + words);
-  }
-  void Fails(int status, QStringView words, const QStringList& named, const QByteArray& input = {}) const {
-    SCOPED_TRACE(words.toString().toStdString());
-    ExpectFailure(RunIn(words, input), status, named);
-  }
+  ProgramRun ImportShaft(const QString& words = {}) const { return Import(u"--column 1 "_s + words, shaft); }
 
   QJsonObject OnlyDataSet() const {
-    const QJsonArray array = RunIn(u"status @plant --json").Json().array();
+    const QJsonArray array = RunIn(u"status LIB --json").Json().array();
     EXPECT_EQ(array.size(), 1);
     return array[0].toObject();
   }
 };
 
 TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
-  const ProgramRun imported = Import(
-      u"@shaft.csv --column diameter --separator semicolon --unit mm --subgroup 2 --sensitivity high "
-      "--period short"_s);
-  EXPECT_EQ(imported.status, 0) << imported.error.toStdString();
+  EXPECT_EQ(Import(u"--column diameter --separator semicolon --unit mm --subgroup 2 --sensitivity high "
+                   "--period short"_s,
+                   shaft)
+                .error,
+            QString());
   const QJsonObject data = OnlyDataSet();
   EXPECT_EQ(data[u"Description"_s], u"Shaft"_s);
   EXPECT_EQ(data[u"DelimitedInputString"_s], u"10.1,10.2,9.9,10.0,10.1,9.8,10.0,10.3,"_s);
@@ -57,26 +39,25 @@ TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
   EXPECT_EQ(data[u"DetectionPeriod"_s], 0);
   EXPECT_EQ(data[u"XBarMean"_s], 10.05);
   EXPECT_EQ(data[u"HiFlier"_s], 13);
-  EXPECT_EQ(RunIn(u"status @plant").output.toStdString(),
+  EXPECT_EQ(RunIn(u"status LIB").output.toStdString(),
             "Data description  State  In control   Cpk  Samples  n   Mean    LCL     UCL  Unit\n"
             "Shaft             Ideal  yes         1.79        8  2  10.05  9.674  10.426  mm\n");
 
   for (const QString& format : {u"pdf"_s, u"png"_s, u"svg"_s}) {
-    EXPECT_EQ(RunIn(u"report @plant --out @out/deep --fit --format "_s + format).status, 0);
+    EXPECT_EQ(RunIn(u"report LIB --out @out/deep --fit --format "_s + format).status, 0);
     EXPECT_GT(Read(Path(u"out/deep/Shaft."_s + format)).size(), 3000);
   }
-  EXPECT_EQ(RunIn(u"export @plant --out @out/deep shaft").output, Path(u"out/deep/Shaft.csf\n"_s));
+  EXPECT_EQ(RunIn(u"export LIB --out @out/deep shaft").output, Path(u"out/deep/Shaft.csf\n"_s));
   EXPECT_EQ(Read(Path(u"out/deep/Shaft.csf"_s)).count("\r\n"), 28);
 }
 
 TEST_F(CommandLineTest, AFileKeepsItsDataSetWhicheverOthersAreWritten) {
   const QStringList descriptions{u"X/1"_s, u"X:1"_s, u"X 1"_s};
   QString each;
+  for (const QString& description : descriptions) ImportShaft(u"--description \""_s + description + u'"');
   for (const QString& description : descriptions)
-    Import(u"@shaft.csv --column 1 --description \""_s + description + u'"');
-  for (const QString& description : descriptions)
-    each += RunIn(u"export @plant --out @out \""_s + description + u'"').output;
-  EXPECT_EQ(RunIn(u"export @plant --out @out").output, each);
+    each += RunIn(u"export LIB --out @out \""_s + description + u'"').output;
+  EXPECT_EQ(RunIn(u"export LIB --out @out").output, each);
   const QStringList files = each.trimmed().split(u'\n');
   ASSERT_EQ(files.size(), 3);
   for (int i = 0; i < 3; ++i)
@@ -84,18 +65,18 @@ TEST_F(CommandLineTest, AFileKeepsItsDataSetWhicheverOthersAreWritten) {
 }
 
 TEST_F(CommandLineTest, ReportShowsAStretchAndDatesItsFiles) {
-  Import(u"@shaft.csv --column 1 --subgroup 1"_s);
+  ImportShaft(u"--subgroup 1"_s);
   const QString day = QDate::currentDate().toString(u".yyyy-MM-dd"_s);
-  EXPECT_EQ(RunIn(u"report @plant --out @out --format svg --date").output,
+  EXPECT_EQ(RunIn(u"report LIB --out @out --format svg --date").output,
             Path(u"out/Shaft%1.svg\n"_s.arg(day)));
   for (const auto& [words, said] :
        {std::pair{u"--points 2-5"_s, "points 2 to 5 of 8"}, {u"--last 3"_s, "points 6 to 8 of 8"}}) {
-    EXPECT_EQ(RunIn(u"report @plant --out @out --format svg "_s + words).status, 0);
+    EXPECT_EQ(RunIn(u"report LIB --out @out --format svg "_s + words).status, 0);
     EXPECT_EQ(Read(Path(u"out/Shaft.svg"_s)).count(said), 2) << said;
   }
-  Fails(2, u"report @plant --out @out --points 5-2", {u"--points"_s, u"\"5-2\""_s});
-  Fails(2, u"report @plant --out @out --points 9-12", {u"\"Shaft\""_s, u"9"_s, u"8"_s});
-  Fails(2, u"report @plant --out @out --points 1-2 --last 3", {u"--points"_s, u"--last"_s});
+  Fails(2, u"report LIB --out @out --points 5-2", {u"--points"_s, u"\"5-2\""_s});
+  Fails(2, u"report LIB --out @out --points 9-12", {u"\"Shaft\""_s, u"9"_s, u"8"_s});
+  Fails(2, u"report LIB --out @out --points 1-2 --last 3", {u"--points"_s, u"--last"_s});
 }
 
 TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
@@ -121,10 +102,12 @@ TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
 // With four decimals all of it would be 0.0001 or 0.0002, and out of control.
 TEST_F(CommandLineTest, SmallValuesAndLimitsKeepTheirDecimals) {
   const QString values = u"0.000148 0.000152 0.00015 0.000149 0.000151 0.00015 0.000148 0.000152"_s;
-  Write(u"small.csv"_s, QString(values).replace(u' ', u'\n').toUtf8());
-  EXPECT_EQ(Import(u"@small.csv --usl .00016 --lsl 1.4e-4 --nominal .00015"_s).error, QString());
+  EXPECT_EQ(
+      Import(u"--usl .00016 --lsl 1.4e-4 --nominal .00015"_s, QString(values).replace(u' ', u'\n').toUtf8())
+          .error,
+      QString());
   const QJsonObject before = OnlyDataSet();
-  EXPECT_EQ(RunIn(u"append @plant --description Shaft 0.00015").status, 0);
+  EXPECT_EQ(RunIn(u"append LIB --description Shaft 0.00015").status, 0);
   const QJsonObject after = OnlyDataSet();
   for (const QJsonObject& data : {before, after}) {
     EXPECT_EQ(data[u"PrecisionValue"_s], 8);
@@ -137,30 +120,29 @@ TEST_F(CommandLineTest, SmallValuesAndLimitsKeepTheirDecimals) {
   EXPECT_EQ(RunIn(u"stats", values.toUtf8()).Json()[u"PrecisionValue"_s], 8);
   EXPECT_EQ(RunIn(u"stats --precision 4", values.toUtf8()).Json()[u"PrecisionValue"_s], 4);
   for (const ProgramRun& unseen :
-       {RunIn(u"append @plant --description Shaft 0.0001500001"), RunIn(u"stats", "0.0001500001 1 2")})
+       {RunIn(u"append LIB --description Shaft 0.0001500001"), RunIn(u"stats", "0.0001500001 1 2")})
     EXPECT_TRUE(unseen.status == 0 && unseen.error.contains(u"10 decimals")) << unseen.error.toStdString();
 }
 
 TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
-  Import(u"@shaft.csv --description \"O'Neill; shaft\" --column=1"_s);
+  ImportShaft(u"--description \"O'Neill; shaft\""_s);
   const QJsonObject before = OnlyDataSet();
-  EXPECT_EQ(RunIn(u"append @plant --description \"o'neill; SHAFT\" -3.5 12").status, 0);
-  EXPECT_EQ(RunIn(u"append @plant --description \"O'Neill; shaft\"", "1.50\n2.0,3.0\r\n").status, 0);
+  EXPECT_EQ(RunIn(u"append LIB --description \"o'neill; SHAFT\" -3.5 12").status, 0);
+  EXPECT_EQ(RunIn(u"append LIB --description \"O'Neill; shaft\"", "1.50\n2.0,3.0\r\n").status, 0);
   const QJsonObject after = OnlyDataSet();
   EXPECT_EQ(after[u"DelimitedInputString"_s].toString(),
             before[u"DelimitedInputString"_s].toString() + u"-3.5,12,1.50,2.0,3.0,"_s);
   EXPECT_EQ(after[u"XBarUCL"_s], before[u"XBarUCL"_s]);
   EXPECT_EQ(after[u"RuleViolation"_s], 1);
-  EXPECT_EQ(RunIn(u"status @plant --check").status, 1);
+  EXPECT_EQ(RunIn(u"status LIB --check").status, 1);
 }
 
 // Read before the lock is held, the values of all but one were lost.
 TEST_F(CommandLineTest, OfProgramsThatAppendAtOnceNoneLosesAValue) {
-  Import(u"@shaft.csv --column 1"_s);
+  ImportShaft();
   std::deque<QProcess> programs(6);
   for (QProcess& program : programs)
-    program.start(QStringLiteral(KESTREL_PROGRAM),
-                  {u"append"_s, Path(u"plant"_s), u"--description=Shaft"_s, u"77"_s});
+    program.start(QStringLiteral(KESTREL_PROGRAM), {u"append"_s, library, u"--description=Shaft"_s, u"77"_s});
   qsizetype appended = 0;
   for (QProcess& program : programs) {
     EXPECT_TRUE(program.waitForFinished());
@@ -171,36 +153,37 @@ TEST_F(CommandLineTest, OfProgramsThatAppendAtOnceNoneLosesAValue) {
 }
 
 TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
-  Import(u"@shaft.csv --column 1"_s);
+  ImportShaft();
   prepare_ = [](QProcess& process) { process.setStandardOutputFile(u"/dev/full"_s); };
-  for (const char16_t* words : {u"--version", u"help", u"help stats", u"status @plant",
-                                u"status @plant --json", u"export @plant --out @out", u"stats"})
+  for (const char16_t* words : {u"--version", u"help", u"help stats", u"status LIB", u"status LIB --json",
+                                u"export LIB --out @out", u"stats"})
     Fails(3, words, {u"standard output cannot be written"_s}, "1 2 3");
   // What is written is no failure: a script that tries again would append twice.
-  const auto appended = RunIn(u"append @plant --description Shaft 1"_s);
+  const auto appended = RunIn(u"append LIB --description Shaft 1"_s);
   EXPECT_EQ(appended.status, 0);
-  EXPECT_TRUE(appended.error.contains(u"standard output"_s)) << appended.error.toStdString();
+  EXPECT_TRUE(appended.error.contains(u"standard output"_s) && appended.error.contains(u"it was written"_s))
+      << appended.error.toStdString();
 }
 
 TEST_F(CommandLineTest, OnlyTheDesktopNeedsADisplay) {
-  Import(u"@shaft.csv --column 1"_s);
+  ImportShaft();
   prepare_ = [](QProcess& process) {
     QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
     for (const QString& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s}) bare.remove(name);
     process.setProcessEnvironment(bare);
   };
-  EXPECT_EQ(RunIn(u"report @plant --out @out").output, Path(u"out/Shaft.pdf\n"_s));
+  EXPECT_EQ(RunIn(u"report LIB --out @out").output, Path(u"out/Shaft.pdf\n"_s));
   Fails(3, u"", {u"no display"_s});
-  Fails(3, u"@plant", {u"no display"_s});
+  Fails(3, u"LIB", {u"no display"_s});
 }
 
 TEST_F(CommandLineTest, ATerminalSeesProgressAndAPipeDoesNot) {
-  Import(u"@shaft.csv --column 1"_s);
+  ImportShaft();
   const QString access = QStringLiteral(KESTREL_TEST_DATA "/access/plant.mdb");
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
   ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
   const QString name = QString::fromLocal8Bit(ptsname(terminal));
-  for (const auto& [words, end] : {std::pair(u"export @plant --out @out"_s, "writing 100 %"),
+  for (const auto& [words, end] : {std::pair(u"export LIB --out @out"_s, "writing 100 %"),
                                    {u"convert %1 @a"_s.arg(access), "converting 100 %"}}) {
     prepare_ = [&](QProcess& process) { process.setStandardErrorFile(name); };
     EXPECT_EQ(RunIn(words).status, 0);
@@ -215,27 +198,25 @@ TEST_F(CommandLineTest, ATerminalSeesProgressAndAPipeDoesNot) {
 }
 
 TEST_F(CommandLineTest, ADataSetWithoutPointsIsNoError) {
-  Write(u"first.csv"_s, "diameter\n10\n");
-  EXPECT_EQ(Import(u"@first.csv --subgroup 3"_s).status, 0);
+  EXPECT_EQ(Import(u"--subgroup 3"_s, "diameter\n10\n").status, 0);
   EXPECT_EQ(OnlyDataSet()[u"NumberOfPlotPoints"_s], 0);
-  EXPECT_TRUE(RunIn(u"status @plant").output.contains(u"Not evaluated  -  "));
-  EXPECT_EQ(RunIn(u"status @plant --check").status, 0);
-  EXPECT_EQ(RunIn(u"report @plant --out @out").status, 0);
+  EXPECT_TRUE(RunIn(u"status LIB").output.contains(u"Not evaluated  -  "));
+  EXPECT_EQ(RunIn(u"status LIB --check").status, 0);
+  EXPECT_EQ(RunIn(u"report LIB --out @out").status, 0);
   // Its limits are calculated as soon as there is data, and not frozen by the first point.
   for (const char16_t* values : {u"11", u"12"})
-    RunIn(u"append @plant --description Shaft "_s + QStringView(values).toString());
+    RunIn(u"append LIB --description Shaft "_s + QStringView(values).toString());
   EXPECT_EQ(OnlyDataSet()[u"XBarMean"_s], 11);
 }
 
 // Limits of no width would call every later value out of control.
 TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   const auto append = [&](const QString& words) {
-    const ProgramRun run = RunIn(u"append @plant --description Shaft "_s + words);
+    const ProgramRun run = RunIn(u"append LIB --description Shaft "_s + words);
     EXPECT_EQ(run.status, 0) << run.error.toStdString();
     return run.output;
   };
-  Write(u"one.csv"_s, "10\n");
-  EXPECT_TRUE(Import(u"@one.csv"_s).output.contains(u"no limits are kept yet"));
+  EXPECT_TRUE(Import({}, "10\n").output.contains(u"no limits are kept yet"));
   EXPECT_TRUE(append(u"10 10"_s).contains(u"in control; no limits are kept yet"));
   EXPECT_TRUE(append(u"10.5 9.5 10"_s).contains(u"preliminary"));
   const QJsonObject kept = OnlyDataSet();
@@ -246,46 +227,43 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_FALSE(append(u"--recalculate"_s).contains(u"limits"));
   EXPECT_NE(OnlyDataSet()[u"RBarMean"_s], kept[u"RBarMean"_s]);
   EXPECT_GT(OnlyDataSet()[u"XBarMean"_s].toDouble(), 20);
-  Import(u"@one.csv --description Bore"_s);
+  Import(u"--description Bore"_s, "10\n");
   const QString many = u" 10 11"_s.repeated(20);
-  EXPECT_TRUE(RunIn(u"append @plant --description Bore"_s + many).output.endsWith(u", in control\n"_s))
+  EXPECT_TRUE(RunIn(u"append LIB --description Bore"_s + many).output.endsWith(u", in control\n"_s))
       << "kept from now on, and from all points";
-  EXPECT_TRUE(RunIn(u"append @plant --description Bore 20"_s).output.endsWith(u", rule 1\n"_s));
+  EXPECT_TRUE(RunIn(u"append LIB --description Bore 20"_s).output.endsWith(u", rule 1\n"_s));
 }
 
-TEST_F(CommandLineTest, HelpAndVersion) {
+TEST_F(CommandLineTest, HelpIsGivenAndWrongUsageNamesTheWord) {
   EXPECT_TRUE(RunIn(u"--version").output.startsWith(u"kestrel "));
   EXPECT_TRUE(RunIn(u"--help").output.contains(u"kestrel stats"));
   EXPECT_TRUE(RunIn(u"help append").output.startsWith(u"kestrel append "));
-}
-
-TEST_F(CommandLineTest, WrongUsageNamesTheWord) {
   Fails(2, u"--fly", {u"--fly"_s});
   Fails(2, u"help fly", {u"fly"_s});
-  Fails(2, u"statsu @plant", {u"statsu"_s});
-  Fails(2, u"status @plant --jsn", {u"--jsn"_s});
+  Fails(2, u"statsu LIB", {u"statsu"_s});
+  Fails(2, u"status LIB --jsn", {u"--jsn"_s});
   Fails(2, u"status", {u"missing"_s});
-  Fails(2, u"status @plant more", {u"more"_s});
+  Fails(2, u"status LIB more", {u"more"_s});
   Fails(2, u"stats --subgroup 21", {u"--subgroup"_s, u"21"_s});
   Fails(2, u"stats --subgroup", {u"--subgroup"_s});
   Fails(2, u"stats --usl x", {u"--usl"_s, u"\"x\""_s});
   Fails(2, u"stats --usl 1", {u"--lsl"_s});
   Fails(2, u"stats --limits 1,2", {u"--limits"_s});
-  Fails(2, u"report @plant --out @o --format gif", {u"gif"_s});
-  Fails(2, u"append @plant --description \"No\rne\" 1", {u"\"No ne\""_s});
-  Fails(2, u"report @plant --out @o Nothing", {u"Nothing"_s});
+  Fails(2, u"report LIB --out @o --format gif", {u"gif"_s});
+  Fails(2, u"append LIB --description \"No\rne\" 1", {u"\"No ne\""_s});
+  Fails(2, u"report LIB --out @o Nothing", {u"Nothing"_s});
 }
 
 TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
-  Import(u"@shaft.csv --column 1"_s);
-  const QByteArray before = Read(Path(u"plant"_s));
+  ImportShaft();
+  const QByteArray before = Read(library);
   const QByteArray many = QByteArray("1\n").repeated(32768);
   Fails(2, u"stats", {u"value 3"_s, u"12x"_s}, "1 2 12x 4");
   Fails(2, u"stats", {u"32767"_s}, many);
-  Fails(2, u"append @plant --description Shaft 1 1e999", {u"value 2"_s, u"1e999"_s});
-  Fails(2, u"append @plant --description Shaft 7,5", {u"7,5"_s});
-  Fails(2, u"append @plant --description Shaft", {u"no values"_s}, " \n");
-  Fails(2, u"append @plant --description Shaft", {u"32768"_s}, many.left(2 * 32760));
+  Fails(2, u"append LIB --description Shaft 1 1e999", {u"value 2"_s, u"1e999"_s});
+  Fails(2, u"append LIB --description Shaft 7,5", {u"7,5"_s});
+  Fails(2, u"append LIB --description Shaft", {u"no values"_s}, " \n");
+  Fails(2, u"append LIB --description Shaft", {u"32768"_s}, many.left(2 * 32760));
   struct {
     const char* text;
     QString options;
@@ -302,44 +280,35 @@ TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
       {"1\n2\n", u"--nominal 12"_s, {u"nominal value 12"_s}}};
   for (const auto& [text, options, named] : files) {
     SCOPED_TRACE(QByteArray(text).left(40).toStdString());
-    Write(u"bad.csv"_s, text);
-    ExpectFailure(Import(u"@bad.csv "_s + options), 2,
-                  QStringList(named).replaceInStrings(u"@"_s, u"bad.csv"_s));
+    ExpectFailure(Import(options, text), 2, QStringList(named).replaceInStrings(u"@"_s, u"v.csv"_s));
   }
-  EXPECT_EQ(Read(Path(u"plant"_s)), before);
+  EXPECT_EQ(Read(library), before);
 }
 
 TEST_F(CommandLineTest, FilesThatCannotBeReadOrWritten) {
   Write(u"text"_s, "no database at all, only text");
   Write(u"void"_s, "");
-  Fails(3, u"new @plant", {Path(u"plant"_s)});
+  Fails(3, u"new LIB", {library});
   Fails(3, u"new @no/such/folder", {u"no/such"_s});
-  for (const QString& library : {u"missing"_s, u"text"_s, u"void"_s, QString()})
-    Fails(3, u"status @"_s + library, {Path(library)});
-  ExpectFailure(Import(u"@missing.csv"_s), 3, {u"missing.csv"_s});
+  for (const QString& path : {u"missing"_s, u"text"_s, u"void"_s, QString()})
+    Fails(3, u"status @"_s + path, {Path(path)});
+  Fails(3, u"import LIB @missing.csv --usl 2 --lsl 0 --nominal 1 --description A", {u"missing.csv"_s});
   // A folder in which nobody can write, the superuser included.
   Fails(3, u"new /proc/a.kestrel", {u"/proc/a.kestrel"_s});
-  Fails(3, u"export @plant --out /proc/out", {u"/proc/out"_s});
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).join(u' '), u"plant shaft.csv text void");
+  Fails(3, u"export LIB --out /proc/out", {u"/proc/out"_s});
+  EXPECT_EQ(Files().join(u' '), u"plant.kestrel text void");
 }
 
 TEST_F(CommandLineTest, AnOldRevisionAndABrokenRowAreNamed) {
-  Import(u"@shaft.csv --column 1"_s);
-  const std::tuple<QString, int, QStringList> cases[] = {
-      {u"UPDATE StatData SET XBarUCL = NULL"_s, 3, {u"Shaft"_s, u"XBarUCL"_s}},
-      {u"UPDATE StatData SET XBarUCL = 0, \"Values\" = '1,2,x,4,'"_s, 2, {u"Shaft"_s, u"value 3"_s}},
-      {u"UPDATE DBRevision SET Revision = '1.9'"_s, 3, {u"1.9"_s, u"2.0"_s}},
-      {u"DELETE FROM DBRevision"_s, 3, {u"2.0"_s}}};
-  {
-    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"edit"_s);
-    database.setDatabaseName(Path(u"plant"_s));
-    ASSERT_TRUE(database.open());
-    for (const auto& [sql, status, named] : cases) {
-      ASSERT_TRUE(QSqlQuery(database).exec(sql));
-      Fails(status, u"status @plant", QStringList{Path(u"plant"_s)} + named);
-    }
+  ImportShaft();
+  for (const auto& [sql, status, named] :
+       {std::tuple(u"UPDATE StatData SET XBarUCL = NULL"_s, 3, QStringList{u"Shaft"_s, u"XBarUCL"_s}),
+        {u"UPDATE StatData SET XBarUCL = 0, \"Values\" = '1,2,x,4,'"_s, 2, {u"Shaft"_s, u"value 3"_s}},
+        {u"UPDATE DBRevision SET Revision = '1.9'"_s, 3, {u"1.9"_s, u"2.0"_s}},
+        {u"DELETE FROM DBRevision"_s, 3, {u"2.0"_s}}}) {
+    RunSql(library, sql);
+    Fails(status, u"status LIB", QStringList{library} + named);
   }
-  QSqlDatabase::removeDatabase(u"edit"_s);
 }
 
 }  // namespace

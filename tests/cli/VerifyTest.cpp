@@ -1,15 +1,13 @@
 // The command verify as its users run it.
-#include "tests/cli/Program.h"
+#include "tests/support/Program.h"
 #include "texts/Version.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 class VerifyTest : public ProgramTest {};
 
 TEST_F(VerifyTest, EverythingAgreesAndNistsNineSetsInFifteenDigits) {
-  const ProgramRun run = Run({u"verify"_s, u"--json"_s});
+  const ProgramRun run = RunIn(u"verify --json");
   ASSERT_EQ(run.status, 0) << run.output.toStdString() << run.error.toStdString();
   const QJsonObject report = run.Json().object();
   EXPECT_TRUE(report[u"passed"_s].toBool());
@@ -26,12 +24,11 @@ TEST_F(VerifyTest, EverythingAgreesAndNistsNineSetsInFifteenDigits) {
 }
 
 TEST_F(VerifyTest, PrintsATableAndWritesAPdf) {
-  const QString pdf = Path(u"report.pdf"_s);
-  const ProgramRun run = Run({u"verify"_s, u"--pdf"_s, pdf});
+  const ProgramRun run = RunIn(u"verify --pdf @report.pdf");
   EXPECT_EQ(run.status, 0);
   EXPECT_TRUE(run.output.contains(u"15 of 15  agrees   NumAcc4\n")) << run.output.toStdString();
-  EXPECT_TRUE(Read(pdf).startsWith("%PDF-"));
-  ExpectFailure(Run({u"verify"_s, u"--pdf"_s, Path(u"none/report.pdf"_s)}), 3, {u"none/report.pdf"_s});
+  EXPECT_TRUE(Read(Path(u"report.pdf"_s)).startsWith("%PDF-"));
+  Fails(3, u"verify --pdf @none/report.pdf", {u"none/report.pdf"_s});
 }
 
 }  // namespace

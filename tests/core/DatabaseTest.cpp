@@ -8,6 +8,7 @@
 #include "core/RegistryFunctions.h"
 #include "library/LibraryFile.h"
 #include "platform/error/Error.h"
+#include "tests/support/FailEach.h"
 #include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;
@@ -54,6 +55,9 @@ TEST_F(DatabaseTest, AnAttachedLibraryIsShownStoredAndLoaded) {
   EXPECT_EQ(program.screen.calls, QStringList({u"EnableLoadTimer"_s, u"SetupMainFormDisplay"_s}));
   AttachDatabase({});  // the one of the settings
   EXPECT_EQ(program.screen.calls.size(), 4);
+  ASSERT_TRUE(QDir().mkpath(path + u".backup.new/full"_s));
+  program.boxes.Expect(u"The change goes on without one.");
+  program.state.gLibrary->AddUnit(u"MM"_s);
 }
 
 TEST_F(DatabaseTest, AnUnusableRevisionIsRefusedAndChangesNothing) {
@@ -79,6 +83,24 @@ TEST_F(DatabaseTest, AnUnusableRevisionIsRefusedAndChangesNothing) {
     EXPECT_TRUE(program.state.gDatabaseOpen);
     EXPECT_EQ(program.screen.calls.size(), number) << "the display is set up anew, nothing is loaded";
   }
+}
+
+// Refused before anything was closed, and the user is told, not over and over.
+TEST_F(DatabaseTest, AnOperationThatFailsLeavesOpenWhatWasOpen) {
+  NotedBoxes boxes;
+  const auto attach = [&] {
+    boxes.texts.clear();
+    program.state.gSetup.DatabaseName = u"before"_s;
+    program.state.gDatabaseOpen = true;
+    AttachDatabase(program.LibraryPath());
+    return program.state.gSetup.DatabaseName != u"before"_s;
+  };
+  FailEach(attach, [&](bool attached, const QString& failed) {
+    EXPECT_EQ(boxes.texts.isEmpty(), attached) << boxes.texts.join(u'|').toStdString();
+    EXPECT_LE(boxes.texts.size(), 2) << boxes.texts.join(u'|').toStdString();
+    EXPECT_TRUE(attached || !failed.isEmpty());
+    EXPECT_TRUE(program.state.gDatabaseOpen && program.state.gLibrary);
+  });
 }
 
 TEST_F(DatabaseTest, AFilteredRecordsetJoinsItsConditions) {

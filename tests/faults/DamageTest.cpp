@@ -3,16 +3,13 @@
 //
 // A bit in the middle of a text or a number makes another text or number, which no reader can tell from the
 // true one. There the answer has to be the right one for what now stands in that one field.
-#include <QJsonDocument>
 #include <QRandomGenerator>
 
 #include "tests/faults/Command.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-class DamageTest : public LibraryTest {
+class DamageTest : public CommandTest {
  protected:
   DamageTest() {
     const QByteArray few = QByteArray("10.5\n9.75\n10.25\n").repeated(20);
@@ -24,7 +21,7 @@ class DamageTest : public LibraryTest {
                                        {u"Pin"_s, few},
                                        {u"Long"_s, many},
                                        {u"Void"_s, many}})
-      EXPECT_EQ(RunCommand(ImportWords(name, values)).status, 0);
+      EXPECT_EQ(Import(u"--description "_s + name, values).status, 0);
     Connection connection;
     connection.OpenWith(library);
     connection.Execute(u"DELETE FROM StatData WHERE Description IN ('Gone', 'Void')"_s);
@@ -32,7 +29,7 @@ class DamageTest : public LibraryTest {
     connection.Close();
     original = Read(library);
     rows = DataRows(library);
-    status = RunCommand(statusWords).output;
+    status = RunIn(statusWords).output;
     EXPECT_EQ(rows.size(), 4U);
   }
 
@@ -47,7 +44,7 @@ class DamageTest : public LibraryTest {
     return different;
   }
 
-  bool IsRefused(const CommandResult& result) const {
+  bool IsRefused(const ProgramRun& result) const {
     if (result.status == 0) return false;
     EXPECT_GE(result.status, 2);
     EXPECT_EQ(result.output, QString());
@@ -57,7 +54,7 @@ class DamageTest : public LibraryTest {
   }
 
   void ReadsRightOrRefuses() {
-    CommandResult result = RunCommand(statusWords);
+    ProgramRun result = RunIn(statusWords);
     // A data set that cannot be read is named; the others are told.
     if (result.status != 0 && !result.output.isEmpty()) {
       EXPECT_LE(DifferentFields(), 1);
@@ -74,26 +71,23 @@ class DamageTest : public LibraryTest {
   }
 
   void AppendsOrLeavesAlone(const QByteArray& damaged) {
-    const CommandResult result = RunCommand(AppendWords(u"Shaft"_s, u"10.75"_s));
+    const ProgramRun result = RunIn(u"append LIB --description Shaft 10.75");
     if (IsRefused(result)) {
       EXPECT_EQ(Read(library), damaged);
       return;
     }
     ++written;
-    EXPECT_TRUE(IsWhole(library));
+    Values(library);  // is whole
     // What stands in the other data sets is what stood there; and in this one, with the value behind it.
-    Connection connection;
-    connection.OpenWith(library);
-    connection.Execute(
-        u"UPDATE StatData SET \"Values\" = substr(\"Values\", 1, length(\"Values\") - 6), "
-        "LastModified = ? WHERE Description = 'Shaft' AND \"Values\" LIKE '%10.75,'"_s,
-        {rows[0][3]});
-    connection.Close();
+    RunSql(library,
+           u"UPDATE StatData SET \"Values\" = substr(\"Values\", 1, length(\"Values\") - 6), "
+           "LastModified = ? WHERE Description = 'Shaft' AND \"Values\" LIKE '%10.75,'"_s,
+           {rows[0][3]});
     EXPECT_LE(DifferentFields(), 1);
   }
 
   void Try(const QByteArray& damaged) {
-    Write(library, damaged);
+    Write(u"plant.kestrel"_s, damaged);
     ReadsRightOrRefuses();
     EXPECT_EQ(Read(library), damaged);
     AppendsOrLeavesAlone(damaged);
@@ -101,7 +95,7 @@ class DamageTest : public LibraryTest {
     for (const QString& name : Files().filter(u".backup"_s)) QFile::remove(Path(name));
   }
 
-  const QStringList statusWords{u"status"_s, library, u"--json"_s};
+  static constexpr auto statusWords = u"status LIB --json";
   QByteArray original;
   std::vector<QVariantList> rows;
   QString status;

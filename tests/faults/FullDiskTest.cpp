@@ -7,8 +7,6 @@
 #include "tests/faults/Command.h"
 #include "tests/support/WithoutPrivileges.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // As on a full disk: no file grows beyond so many bytes.
@@ -31,12 +29,12 @@ class FullDisk {
   rlimit before_{};
 };
 
-class FullDiskTest : public LibraryTest {
+class FullDiskTest : public CommandTest {
  protected:
   // A small data set in front of a large one.
   FullDiskTest() {
-    EXPECT_EQ(RunCommand(ImportWords(u"Small"_s, "1\n2\n")).status, 0);
-    EXPECT_EQ(RunCommand(ImportWords(u"Large"_s, QByteArray("10.123456789\n").repeated(10000))).status, 0);
+    EXPECT_EQ(Import({}, "1\n2\n").status, 0);
+    EXPECT_EQ(Import(u"--description Large"_s, QByteArray("10.123456789\n").repeated(10000)).status, 0);
     files = Files();
     before = Read(library);
   }
@@ -46,27 +44,27 @@ class FullDiskTest : public LibraryTest {
     EXPECT_EQ(Files(), files);
   }
 
-  const QStringList append = AppendWords(u"Small"_s, u"3"_s);
+  static constexpr auto append = u"append LIB --description Shaft 3";
   QStringList files;
   QByteArray before;
 };
 
 TEST_F(FullDiskTest, RefusesAChangeThatFindsNoRoomAndKeepsTheOldState) {
-  const QStringList manyMore = AppendWords(u"Large"_s, u"10.987654321 "_s.repeated(5000));
-  const QStringList another = ImportWords(u"New"_s, QByteArray("10.5\n").repeated(10000));
+  const QString manyMore = u"append LIB --description Large "_s + u"10.987654321 "_s.repeated(5000);
   for (const qint64 room : {0, 4096, 40000}) {
-    for (const QStringList& words : {manyMore, another}) {
-      CommandResult result;
+    for (const bool appends : {true, false}) {
+      ProgramRun result;
       {
         const FullDisk full(before.size() + room);
-        result = RunCommand(words);
+        result =
+            appends ? RunIn(manyMore) : Import(u"--description New"_s, QByteArray("10.5\n").repeated(10000));
       }
-      result.ExpectRefusal({library});
+      ExpectFailure(result, 3, {library});
       EXPECT_EQ(Read(library), before);
       EXPECT_FALSE(QFile::exists(library + u"-journal"_s));
     }
   }
-  EXPECT_EQ(RunCommand(manyMore).status, 0);
+  EXPECT_EQ(RunIn(manyMore).status, 0);
 }
 
 // The words for the disk that is full, which no limit of a file's size brings about.
@@ -84,19 +82,18 @@ TEST_F(FullDiskTest, SaysThatTheDiskIsFull) {
 }
 
 TEST_F(FullDiskTest, TakesAChangeThatFitsWhereTheBackupDoesNot) {
-  const QByteArray backup = Read(BackupPath());
-  CommandResult result;
+  const QByteArray backup = Read(library + u".backup"_s);
+  ProgramRun result;
   {
     const FullDisk full(60000);
-    result = RunCommand(append);
+    result = RunIn(append);
   }
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error.count(u'\n'), 1);
   EXPECT_TRUE(result.error.startsWith(u"kestrel: warning: No backup of "_s)) << result.error.toStdString();
   EXPECT_EQ(Values(library), u"1,2,3,"_s);
-  EXPECT_TRUE(IsWhole(library));
   EXPECT_EQ(Files(), files);
-  EXPECT_EQ(Read(BackupPath()), backup);
+  EXPECT_EQ(Read(library + u".backup"_s), backup);
 }
 
 TEST_F(FullDiskTest, KeepsTheSettingsThatWere) {
@@ -125,14 +122,14 @@ TEST_F(FullDiskTest, AReadOnlyLibraryIsReadAndNeverCopied) {
   for (const auto& [permissions, reason] :
        {std::pair(mayRead, u"the file is read-only"_s), {mayRead | mayWrite, u"the folder is read-only"_s}}) {
     QFile::setPermissions(library, permissions);
-    QFile::setPermissions(folder.path(), mayRead | QFile::ExeOwner | QFile::ExeOther);
-    const WithoutPrivileges ordinaryUser(folder.path());
+    QFile::setPermissions(folder_.path(), mayRead | QFile::ExeOwner | QFile::ExeOther);
+    const WithoutPrivileges ordinaryUser(folder_.path());
     if (!ordinaryUser.Effective()) GTEST_SKIP() << "permissions do not bind this user";
-    EXPECT_EQ(RunCommand({u"status"_s, library}).status, 0);
-    RunCommand(append).ExpectRefusal({library, reason});
+    EXPECT_EQ(RunIn(u"status LIB").status, 0);
+    Fails(3, append, {library, reason});
     ExpectUntouched();
   }
-  QFile::setPermissions(folder.path(), mayRead | QFile::WriteOwner | QFile::ExeOwner);
+  QFile::setPermissions(folder_.path(), mayRead | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 TEST_F(FullDiskTest, ALibraryThatAnotherProgramHoldsIsLeftAlone) {
@@ -141,16 +138,16 @@ TEST_F(FullDiskTest, ALibraryThatAnotherProgramHoldsIsLeftAlone) {
     Connection other;
     other.OpenWith(library);
     other.Run(u"lock"_s, u"BEGIN "_s + lock);
-    RunCommand(append).ExpectRefusal({library, u"in use by another program"_s});
-    const CommandResult status = RunCommand({u"status"_s, library});
+    Fails(3, append, {library, u"in use by another program"_s});
+    const ProgramRun status = RunIn(u"status LIB");
     if (lock == u"IMMEDIATE")
       EXPECT_EQ(status.status, 0) << status.error.toStdString();
     else
-      status.ExpectRefusal({library, u"in use by another program"_s});
+      ExpectFailure(status, 3, {library, u"in use by another program"_s});
     other.Close();
     ExpectUntouched();
   }
-  EXPECT_EQ(RunCommand(append).status, 0);
+  EXPECT_EQ(RunIn(append).status, 0);
 }
 
 }  // namespace

@@ -6,21 +6,12 @@
 
 #include "core/Globals.h"
 #include "core/RegistryFunctions.h"
-#include "platform/ui/MessageBox.h"
 #include "tests/fuzz/Require.h"
+#include "tests/support/RecordedMessageBoxes.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class CountedBoxes : public MessageBox::Presenter {
- public:
-  MessageBox::Answer Show(const MessageBox::Request& request) override {
-    ++count;
-    return MessageBox::Refusal(request.buttons);
-  }
-  int count = 0;
-};
 
 // In memory where there is such a folder: every write is flushed to the disk.
 QString Place() {
@@ -33,9 +24,8 @@ QString Place() {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const QTemporaryDir folder(Place());
   static const QString path = folder.filePath(u"settings.json"_s);
-  static CountedBoxes boxes;
+  static NotedBoxes boxes;
   static ProgramState state;
-  MessageBox::Install(&boxes);
   InstallGlobals(&state);
   QFile file(path);
   Require(file.open(QIODevice::WriteOnly));
@@ -46,9 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   state.registry = &registry;
   state.gSetup = {};
   state.gSetup.RegistryKeyPath = u"Software\\Key"_s;
-  boxes.count = 0;
+  boxes.texts.clear();
   QCGlobalFunctions::GetRegistrySettings();
-  Require(boxes.count <= 1);
+  Require(boxes.texts.size() <= 1);
   Require(RegistryFunctions::SetKeyValue({}, u"DatabaseName"_s, Registry::String, u"new"_s));
 
   FileRegistry next(path);

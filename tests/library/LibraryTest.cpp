@@ -1,15 +1,11 @@
 // Two programs at work on one library, and what is kept of what is deleted.
 #include "library/Library.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <csignal>
 
 #include "data/Names.h"
 #include "library/LibraryFile.h"
 #include "tests/library/LibraryFixture.h"
-#include "tests/support/WithoutPrivileges.h"
 
 using Outcome = Library::Saved::Outcome;
 
@@ -233,121 +229,6 @@ TEST_F(LibraryTest, AnInterruptedFileLeavesNothing) {
   };
   EXPECT_EXIT(interrupted(), testing::KilledBySignal(SIGINT), "");
   EXPECT_EQ(Files(), before);
-}
-
-class BackupsTest : public LibraryFixture {
- protected:
-  BackupsTest() {
-    data = Added(u"Shaft"_s);
-    Session();
-  }
-  // As if the program had been started anew.
-  void Session() {
-    library = Library::Open(path, {});
-    data = library->Read(1) ? library->Read(1)->data : nullptr;
-  }
-  static QString ValuesIn(const QString& backup) {
-    return Library(backup).Read(1)->data->DelimitedInputString();
-  }
-  void Appends(int times) {
-    for (int i = 0; i < times; ++i) {
-      Session();
-      library->Append(u"Shaft"_s, {QString::number(i)}, now);
-    }
-  }
-  CDataPtr data;
-};
-
-TEST_F(BackupsTest, AppendsPushOutNeitherWhatAChangeReplacedNorADeletion) {
-  const QString before = Values();
-  data->SetDelimitedInputString(u"1,2,3,4,5,6,7,8,"_s);
-  library->Save(*data, now);
-  Appends(5);
-  EXPECT_EQ(ValuesIn(path + u".backup.change"_s), before);
-  Session();
-  data->SetUpperSpecLimit(13);
-  library->Save(*data, now);
-  const QString last = Values();
-  library->Delete(1, now);  // not the session's first change
-  Session();
-  library->Add(*NewDataSet(u"Next"_s), now);
-  library->Append(u"Next"_s, {u"1"_s}, now);
-  EXPECT_EQ(ValuesIn(path + u".backup.deletion"_s), last);
-}
-
-// Once the copy was the one of the session's first change, whatever that was.
-TEST_F(BackupsTest, AChangeThatReplacesIsPrecededByOneInALongSessionToo) {
-  const QString backup = path + u".backup.change"_s;
-  const auto replace = [&](const QString& values) {
-    data = library->Read(1)->data;
-    data->SetDelimitedInputString(values);
-    library->Save(*data, now);
-  };
-  library->Add(*NewDataSet(u"Next"_s), now);
-  EXPECT_FALSE(QFile::exists(backup));
-  const QString first = Values();
-  replace(u"1,2,3,4,5,6,7,8,"_s);
-  EXPECT_EQ(ValuesIn(backup), first);
-  others->Append(u"Shaft"_s, {u"9"_s}, now);
-  replace(u"1,2,"_s);
-  EXPECT_EQ(ValuesIn(backup), u"1,2,3,4,5,6,7,8,9,"_s) << "others have written";
-  replace(u"3,4,"_s);
-  EXPECT_EQ(ValuesIn(backup), u"1,2,3,4,5,6,7,8,9,"_s) << "only this session has";
-  QFile file(backup);
-  ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
-              file.setFileTime(QDateTime::currentDateTime().addSecs(-3601), QFile::FileModificationTime));
-  replace(u"5,6,"_s);
-  EXPECT_EQ(ValuesIn(backup), u"3,4,"_s) << "an hour later";
-  Session();
-  library->Append(u"Shaft"_s, {u"7"_s}, now, Library::Limits::AreRenewed);
-  EXPECT_EQ(ValuesIn(backup), u"5,6,"_s) << "the limits are replaced";
-}
-
-TEST_F(BackupsTest, ASecondDeletionOfOneRowIsRefusedAndKeepsTheBackup) {
-  const QString last = Values();
-  Library::Open(path, {})->Delete(1, now);
-  EXPECT_THROW(library->Delete(1, now), Error);
-  EXPECT_EQ(ValuesIn(path + u".backup.deletion"_s), last);
-  EXPECT_EQ(ValuesIn(path + u".backup.change"_s), last);
-}
-
-TEST_F(BackupsTest, WhatIsRefusedMakesNone) {
-  EXPECT_THROW(library->Add(*NewDataSet(u"SHAFT"_s), now), InputError);
-  EXPECT_THROW(library->Append(u"Nobody"_s, {u"1"_s}, now), InputError);
-  EXPECT_THROW(library->Append(u"Shaft"_s, {u"x"_s}, now), InputError);
-  EXPECT_EQ(Files(), QStringList{u"plant.kestrel"_s});
-}
-
-TEST_F(BackupsTest, StandBesideTheFileItselfAndAreNobodyElses) {
-  const QString link = folder.filePath(u"link"_s);
-  ASSERT_TRUE(QFile::link(path, link));
-  const mode_t before = umask(0);
-  QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-  library = Library::Open(link, {});
-  library->Append(u"Shaft"_s, {u"1"_s}, now);
-  const QString copy = folder.filePath(u"copy"_s);
-  library->CopyTo(copy);
-  umask(before);
-  EXPECT_EQ(Files(), QStringList({u"copy"_s, u"link"_s, u"plant.kestrel"_s, u"plant.kestrel.backup"_s}));
-  for (const QString& file : {path + u".backup"_s, copy})
-    EXPECT_EQ(QFile::permissions(file) & (QFile::ReadOther | QFile::ReadGroup), 0) << file.toStdString();
-}
-
-// The library's group is one that its writer is no member of.
-TEST_F(BackupsTest, AreForNoOtherGroup) {
-  if (geteuid() != 0) GTEST_SKIP() << "only the superuser can give a file to any group";
-  constexpr gid_t foreign = 4;
-  ASSERT_EQ(chown(path.toUtf8().constData(), 65534, foreign), 0);
-  ASSERT_EQ(chmod(path.toUtf8().constData(), 0640), 0);
-  const QString backup = path + u".backup"_s;
-  library->CopyTo(folder.filePath(u"ours"_s));
-  EXPECT_EQ(QFileInfo(folder.filePath(u"ours"_s)).groupId(), foreign) << "where it can have the group";
-  ASSERT_EQ(chown(folder.path().toUtf8().constData(), 65534, 65534), 0);
-  const WithoutPrivileges ordinaryUser(folder.path());
-  library = Library::Open(path, {});
-  library->Append(u"Shaft"_s, {u"1"_s}, now);
-  EXPECT_EQ(QFile::permissions(backup) & (QFile::ReadGroup | QFile::ReadOther), 0);
-  EXPECT_TRUE(QFile::permissions(backup) & QFile::ReadOwner);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // box does not offer, and an answer left over at the end fail the test.
 #pragma once
 
+#include <QStringList>
 #include <deque>
 
 #include "platform/ui/MessageBox.h"
@@ -31,4 +32,22 @@ class RecordedMessageBoxes : public MessageBox::Presenter {
   MessageBox::Presenter* previous_;
   std::deque<Expected> answers_;
   std::deque<MessageBox::Request> shown_;
+};
+
+// Refuses what any box asks, and notes its text.
+class NotedBoxes : public MessageBox::Presenter {
+ public:
+  NotedBoxes() : previous_(MessageBox::Install(this)) {}
+  ~NotedBoxes() override { MessageBox::Install(previous_); }
+  NotedBoxes(const NotedBoxes&) = delete;
+  NotedBoxes& operator=(const NotedBoxes&) = delete;
+
+  MessageBox::Answer Show(const MessageBox::Request& request) override {
+    texts << request.text;
+    return MessageBox::Refusal(request.buttons);
+  }
+  QStringList texts;
+
+ private:
+  MessageBox::Presenter* previous_;
 };

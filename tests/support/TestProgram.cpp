@@ -20,12 +20,6 @@ TestProgram::~TestProgram() {
   InstallGlobals(previous_);
 }
 
-void TestProgram::Execute(const QString& sql, const QVariantList& values) const {
-  Connection connection;
-  connection.OpenWith(LibraryPath());
-  connection.Execute(sql, values);
-}
-
 std::vector<QVariantList> TestProgram::Rows(const QString& sql, const QString& path) const {
   return RowsOf(path.isEmpty() ? LibraryPath() : path, sql);
 }
@@ -59,6 +53,12 @@ qint32 TestProgram::Insert(const QString& description) const {
       u"12, 8, 10, 4, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0)"_s,
       {description, NewDataSet(description)->DelimitedInputString()});
   return Rows(u"SELECT max(ID) AS ID FROM StatData"_s)[0][0].toInt();
+}
+
+void RunSql(const QString& path, const QString& sql, const QVariantList& values) {
+  Connection connection;
+  connection.OpenWith(path);
+  connection.Execute(sql, values);
 }
 
 std::vector<QVariantList> RowsOf(const QString& path, const QString& sql) {

@@ -44,7 +44,8 @@ class RecordedMainScreen : public MainScreen {
   void RemoveListRow(qint32 id) override { calls << QStringLiteral("RemoveListRow %1").arg(id); }
 };
 
-// All rows that a statement gives of a database file.
+// Runs a statement on a database file, as another program would; and all rows that one gives.
+void RunSql(const QString& path, const QString& sql, const QVariantList& values = {});
 std::vector<QVariantList> RowsOf(const QString& path, const QString& sql);
 
 class TestProgram {
@@ -65,7 +66,9 @@ class TestProgram {
   QString LibraryPath() const { return Path(QStringLiteral("StatData.mdb")); }
 
   // Runs a statement on the library, or another file, as another program would.
-  void Execute(const QString& sql, const QVariantList& values = {}) const;
+  void Execute(const QString& sql, const QVariantList& values = {}) const {
+    RunSql(LibraryPath(), sql, values);
+  }
   std::vector<QVariantList> Rows(const QString& sql, const QString& path = {}) const;
 
   // Has each such operation on a database fail from now on; an empty name: none.
