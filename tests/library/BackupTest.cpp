@@ -54,6 +54,7 @@ TEST_F(BackupsTest, OneOfASessionAndThreeInAllOfWhichTheOlderOnesLieApart) {
   };
   AppendEach({u"6"_s, u"7"_s});
   EXPECT_EQ(kept(), u"4,5,6, 4,5, ");
+  SetAge(u".2"_s, 23 * 3600);
   AppendEach({u"8"_s});
   EXPECT_EQ(kept(), u"4,5,6,7, 4,5, ") << "made within the same day as the second: the newest gives way";
   SetAge(u".2"_s, 25 * 3600);
@@ -65,6 +66,7 @@ TEST_F(BackupsTest, OneOfASessionAndThreeInAllOfWhichTheOlderOnesLieApart) {
 TEST_F(BackupsTest, ALargeLibraryIsCopiedOnceAnHour) {
   const QString before = Values();
   library->AddUnit(QString(Backup::largeLibrary, u'x'));
+  SetAge({}, 3500);
   AppendEach({u"4"_s});
   EXPECT_EQ(ValuesIn(), before);
   SetAge({}, 7200);
