@@ -1,12 +1,11 @@
 #include "core/DataObjectFunctions.h"
 
+#include <algorithm>
 #include <exception>
-#include <limits>
 
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
 #include "core/Trap.h"
-#include "platform/language/Conversions.h"
 #include "platform/system/EventPump.h"
 #include "texts/LibraryWords.h"
 
@@ -44,15 +43,10 @@ void TellWhyNotWritten(const CData& data, const Library::Saved& saved) {
     ShowSystemMessage(Words::Library::deletedMeanwhile(name), MessageBox::Icon::Exclamation);
 }
 
-// The first entry that fits, or the end. The scans count in 16 bits: what lies behind that is out of reach.
+// The first entry that fits, or the end.
 template <class Predicate>
 std::vector<CDataPtr>::iterator Find(Predicate&& fits) {
-  auto& collection = Globals().gDataCollection;
-  for (size_t i = 0; i < collection.size(); ++i) {
-    if (i == std::numeric_limits<qint16>::max()) throw Conversions::Overflow();
-    if (fits(*collection[i])) return collection.begin() + static_cast<std::ptrdiff_t>(i);
-  }
-  return collection.end();
+  return std::ranges::find_if(Globals().gDataCollection, [&](const CDataPtr& data) { return fits(*data); });
 }
 
 auto FindByID(qint32 id) {
@@ -169,7 +163,13 @@ void DeleteAllDataObjects() {
 CDataPtr PresentOf(const CData& data) {
   CDataPtr present;
   GetDataObjectByID(data.ID(), present);
-  return present && present->Description() == data.Description() ? present : nullptr;
+  if (!present || present->Description() == data.Description()) return present;
+  const bool isRenamed = Trap(u"DataObjectFunctions::PresentOf"_s, false, [&] {
+    Library& library = *CurrentLibrary();
+    return library.WasNamed(data.ID(), data.Description()) ||
+           library.WasNamed(data.ID(), present->Description());
+  });
+  return isRenamed ? present : nullptr;
 }
 
 bool GetDataObjectByID(qint32 id, CDataPtr& data) {

@@ -34,8 +34,8 @@ bool DeleteDataObjectfromListview(qint32 id);
 bool DeleteDataObjectByID(qint32 id);  // the first entry with that ID
 void DeleteAllDataObjects();
 
-// What the collection now holds of that data set: by its ID and its name, since a file in the library's place
-// may have given the ID to another one. Null where it is gone.
+// What the collection now holds of that data set: by its ID and a name that it has or had, since a file in
+// the library's place may have given the ID to another one. Null where it is gone.
 CDataPtr PresentOf(const CData& data);
 
 // True also when nothing matched: then data is null.

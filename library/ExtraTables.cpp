@@ -44,6 +44,8 @@ QStringList Statements() {
           u"INSERT INTO LibraryLayout SELECT %1 WHERE NOT EXISTS (SELECT * FROM LibraryLayout)"_s.arg(
               ExtraTables::layout),
           DeletedTable(),
+          u"CREATE TABLE IF NOT EXISTS FormerDescription (Entry INTEGER PRIMARY KEY AUTOINCREMENT, "
+          "ID INTEGER NOT NULL, Description TEXT NOT NULL)"_s,
           u"CREATE TABLE IF NOT EXISTS StatDataVersion (ID INTEGER PRIMARY KEY, Version INTEGER NOT NULL, "
           "Deleted INTEGER NOT NULL)"_s,
           Trigger(u"StatDataInserted"_s, u"INSERT"_s, {isNew}),
@@ -61,7 +63,7 @@ void ExtraTables::RequireKnownLayout(Connection& connection, const QString& plac
 }
 
 void ExtraTables::Make(Connection& connection) {
-  if (HasVersions(connection) && HasDeleted(connection)) return;
+  if (HasVersions(connection) && HasDeleted(connection) && HasFormerNames(connection)) return;
   for (const QString& statement : Statements()) connection.Execute(statement);
 }
 
@@ -70,3 +72,5 @@ bool ExtraTables::HasVersions(Connection& connection) {
 }
 
 bool ExtraTables::HasDeleted(Connection& connection) { return Has(connection, u"DeletedStatData"_s); }
+
+bool ExtraTables::HasFormerNames(Connection& connection) { return Has(connection, u"FormerDescription"_s); }

@@ -1,6 +1,6 @@
 // The tables of a library beside the documented three: a version for each row, kept by triggers so that the
-// changes of every program count, and the data sets that were deleted. They are made with the first change; a
-// library without them is a library.
+// changes of every program count, the data sets that were deleted, and the names that data sets had. They are
+// made with the first change; a library without them is a library.
 #pragma once
 
 #include "platform/ado/Connection.h"
@@ -18,5 +18,6 @@ void Make(Connection& connection);
 
 bool HasVersions(Connection& connection);
 bool HasDeleted(Connection& connection);
+bool HasFormerNames(Connection& connection);
 
 }  // namespace ExtraTables

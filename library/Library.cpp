@@ -42,8 +42,9 @@ void RequireCount(qsizetype count) {
 }
 
 // One line on what others had changed before a save.
-QString TakenIn(const Merge::Result& merged) {
+QString TakenIn(const Merge::Result& merged, const QString& newName) {
   QStringList lines;
+  if (!newName.isEmpty()) lines << Words::Merge::renamed(newName);
   QStringList changed;
   for (const Column::Unit unit : merged.takenIn) {
     if (unit != Column::Unit::Values || merged.valuesAdded == 0) changed << Merge::NameOf(unit);
@@ -70,6 +71,7 @@ void TakeRow(CData& data, const QVariantList& row) {
     loaded.SetDataStopPoint(data.DataStopPoint());
     data = loaded;
   }
+  data.SetDescription(loaded.Description());
   data.SetLastModified(loaded.LastModified());
   data.SetLimitsRenewed(false);
   data.SetRowAsKnown(row);
@@ -245,9 +247,11 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
     written = Insert(data, now);
   } else {
     const RawRows present = SelectId(Tables::IdOf(known));
-    // Under another name it is another data set, of a file that was put in the library's place.
-    const qsizetype name = Tables::StatData().IndexOf(u"Description");
-    if (present.empty() || present.front()[name] != known[name]) {
+    // Under a name that it was not given it is another data set, of a file that was put in the library's
+    // place.
+    const QString name = present.empty() ? QString() : NameIn(present.front());
+    const bool isRenamed = name != NameIn(known);
+    if (present.empty() || (isRenamed && !WasNamed(Tables::IdOf(known), NameIn(known)))) {
       saved.outcome = Saved::Outcome::Gone;
       return saved;
     }
@@ -259,7 +263,7 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
       saved.theirs = std::make_shared<CData>(Merge::AsLoaded(present.front(), data));
       return saved;
     }
-    saved.takenIn = TakenIn(merged);
+    saved.takenIn = TakenIn(merged, isRenamed ? name : QString());
     ExtraTables::Make(connection_);
     written = Update(present.front(), merged.row, now);
   }
@@ -289,7 +293,7 @@ void Library::Add(CData& data, const QDateTime& now) {
 CDataPtr Library::Extended(const QString& description, const QStringList& values, Limits limits) {
   const auto id = FindDataSet(description);
   const RawRows rows = id ? SelectId(*id) : RawRows();
-  if (rows.empty()) throw InputError(Words::Library::notThere(place_, description), description);
+  if (rows.empty()) throw NotThere(description);
   const Row row = Rows::Make(rows.front());
   if (row.failure) throw Error(place_ + u": "_s + row.failure->Text(), row.failure->GetKind(), place_);
   QString text = row.data->DelimitedInputString();

@@ -62,6 +62,13 @@ class Library {
   // Whether a data set has that name, or one that is the same.
   bool Contains(const QString& description);
 
+  // Gives a data set another name, which it then goes by everywhere; what others have open stays the same
+  // data set. InputError where another one has that name, or one that is the same. By its present name: gives
+  // its ID.
+  void Rename(qint64 id, const QString& name, const QDateTime& now);
+  qint64 Rename(const QString& description, const QString& name, const QDateTime& now);
+  bool WasNamed(qint64 id, const QString& description);
+
   // What became of a save.
   struct Saved {
     enum class Outcome {
@@ -122,6 +129,8 @@ class Library {
   QVariantList Insert(const CData& data, const QDateTime& now);
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
+  InputError NotThere(const QString& description);
+  static QString NameIn(const QVariantList& row);
   void RequireFree(const QString& description);
   void RequireThere(qint64 id);
   void RequireKept(const Deleted& deleted);

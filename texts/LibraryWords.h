@@ -15,6 +15,8 @@ inline constexpr Text<> noLibrary{u"it is not a library (it has no revision that
 inline constexpr Text<1> noMinorRevision{u"The revision %1 has no minor number."};
 inline constexpr Text<2> alreadyThere{u"%1 has a data set \"%2\" already"};
 inline constexpr Text<2> notThere{u"%1 has no data set \"%2\""};
+inline constexpr Text<3> wasRenamed{u"%1 has no data set \"%2\" any more: it was renamed \"%3\""};
+inline constexpr Text<1> noName{u"%1: a data set needs a name"};
 inline constexpr Text<2> bothChanged{
     u"The data set \"%1\" was changed by somebody else since it was read. Nothing was written, since both "
     u"have changed %2. Open the library again to see it as it is now."};
@@ -45,6 +47,7 @@ namespace Merge {
 inline constexpr Text<> oneValueAdded{u"1 value was added meanwhile."};
 inline constexpr Text<1> valuesAdded{u"%1 values were added meanwhile."};
 inline constexpr Text<1> othersChanged{u"Somebody else changed %1 meanwhile."};
+inline constexpr Text<1> renamed{u"Somebody else renamed it \"%1\" meanwhile."};
 inline constexpr Text<> values{u"the values"};
 inline constexpr Text<> controlLimits{u"the control limits or the subgroup size"};
 inline constexpr Text<> specLimits{u"the specification limits or the nominal value"};

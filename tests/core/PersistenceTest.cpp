@@ -149,6 +149,7 @@ TEST_F(PersistenceTest, ALoadStopsWhereAnotherOneOvertakesIt) {
 }
 
 TEST_F(PersistenceTest, LookingUpAndRemoving) {
+  collection.assign(40'000, TestProgram::NewDataSet(u"MANY"_s));
   for (const qint32 id : {7, 8, 7}) {
     collection.push_back(TestProgram::NewDataSet(u"ID %1"_s.arg(id)));
     collection.back()->SetID(id);
@@ -161,8 +162,8 @@ TEST_F(PersistenceTest, LookingUpAndRemoving) {
   EXPECT_EQ(GetCurrentDataObjectID(u"ID 8"_s), 8);
   EXPECT_EQ(GetCurrentDataObjectID(u"id 8"_s), 0);
   EXPECT_TRUE(DeleteDataObjectByID(7));
-  EXPECT_EQ(collection.size(), 2U) << "the first of the two only";
-  EXPECT_TRUE(ModifyDataObjectInSystem(collection[0]));
+  EXPECT_EQ(collection.size(), 40'002U) << "the first of the two only";
+  EXPECT_TRUE(ModifyDataObjectInSystem(collection[40'000]));
   EXPECT_TRUE(DeleteDataObjectfromListview(8));
   EXPECT_EQ(program.screen.calls, QStringList({u"UpdateListRow ID 8"_s, u"RemoveListRow 8"_s}));
 }

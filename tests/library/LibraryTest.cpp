@@ -78,6 +78,31 @@ TEST_F(LibraryTest, ARowThatIsGoneIsNotMadeAgain) {
   EXPECT_EQ(library->Save(*data, now).outcome, Outcome::Gone);
 }
 
+TEST_F(LibraryTest, ARenamedDataSetIsTheSameToWhoHasItOpen) {
+  const CDataPtr data = Added(u"Shaft"_s);
+  Added(u"Größe"_s);
+  const QStringList before = Files();
+  for (const QString& name : {u" "_s, u"GRÖSSE"_s})
+    EXPECT_THROW(library->Rename(1, name, now), InputError) << name.toStdString();
+  EXPECT_THROW(library->Rename(u"Pin"_s, u"New"_s, now), InputError);
+  EXPECT_THROW(library->Rename(9, u"New"_s, now), Error);
+  EXPECT_EQ(Files(), before) << "no backup for nothing";
+  others->Rename(1, u"SHAFT"_s, now);  // its own name in other letters
+  EXPECT_EQ(others->Rename(u"shaft"_s, u"Axle"_s, now), 1);
+  data->SetUpperSpecLimit(13);
+  const Library::Saved saved = library->Save(*data, now);
+  EXPECT_EQ(saved.outcome, Outcome::Written);
+  EXPECT_TRUE(saved.takenIn.contains(u"\"Axle\""_s)) << saved.takenIn.toStdString();
+  EXPECT_EQ(data->Description(), u"Axle");
+  EXPECT_EQ(Value(u"SELECT Description || UpperSpecLimit FROM StatData WHERE ID = 1"_s), u"Axle13.0"_s);
+  try {
+    library->Append(u"Shaft"_s, {u"10"_s}, now);
+    FAIL();
+  } catch (const InputError& error) {
+    EXPECT_TRUE(error.Text().contains(u"renamed \"Axle\""_s)) << error.Text().toStdString();
+  }
+}
+
 // Once the next new data set wrote over it.
 TEST_F(LibraryTest, ADataSetWithTheIdZeroStays) {
   Added(u"Zero"_s);
