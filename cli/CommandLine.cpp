@@ -19,11 +19,12 @@ namespace CommandLine {
 namespace {
 
 // In the order of the help.
-const std::array<const Command*, 12>& AllCommands() {
-  static const std::array<const Command*, 12> commands = {
-      &Commands::New(),     &Commands::Import(), &Commands::Append(),  &Commands::Status(),
-      &Commands::Report(),  &Commands::Export(), &Commands::Convert(), &Commands::Copy(),
-      &Commands::Restore(), &Commands::Watch(),  &Commands::Stats(),   &Commands::Verify()};
+const std::array<const Command*, 13>& AllCommands() {
+  static const std::array<const Command*, 13> commands = {
+      &Commands::New(),    &Commands::Import(),  &Commands::Append(),  &Commands::Status(),
+      &Commands::Report(), &Commands::Export(),  &Commands::Convert(), &Commands::Copy(),
+      &Commands::Rename(), &Commands::Restore(), &Commands::Watch(),   &Commands::Stats(),
+      &Commands::Verify()};
   return commands;
 }
 

@@ -14,6 +14,7 @@ const Command& Report();
 const Command& Export();
 const Command& Convert();
 const Command& Copy();
+const Command& Rename();
 const Command& Restore();
 const Command& Watch();
 const Command& Stats();

@@ -1,4 +1,4 @@
-// The commands that look after a library: copy, restore, watch.
+// The commands that look after a library: copy, rename, restore, watch.
 #include <QDateTime>
 #include <QProcess>
 #include <QThread>
@@ -34,6 +34,14 @@ const Option exec = Option::Text(u"exec"_s, u"CMD"_s, Words::Command::execOption
 
 int RunCopy(const Arguments& arguments) {
   Library::Open(arguments.Operands()[0], Console::Warn)->CopyTo(arguments.Operands()[1]);
+  return CommandLine::Fine;
+}
+
+int RunRename(const Arguments& arguments) {
+  const QString name = arguments.Operands()[2].trimmed();
+  SharedOptions::CheckName(u"NEW"_s, name);
+  const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
+  library->Rename(arguments.Operands()[1].trimmed(), name, QDateTime::currentDateTime());
   return CommandLine::Fine;
 }
 
@@ -84,7 +92,7 @@ int RunRestore(const Arguments& arguments) {
   if (chosen.size() > 1 && arguments.Has(as)) throw InputError(Words::Command::oneNameForMany());
   if (chosen.empty()) Console::Print(ListOf(deleted));
   const QString name = arguments.Text(as).trimmed();
-  if (arguments.Has(as)) SharedOptions::CheckName(as, name);
+  if (arguments.Has(as)) SharedOptions::CheckName(u"--"_s + as.name, name);
   for (const Library::Deleted& one : chosen) {
     const QString description = Console::OnOneLine(one.row.description);
     if (arguments.Has(purge)) {
@@ -241,6 +249,17 @@ const Command& Copy() {
       .options = {},
       .details = Words::Command::copyDetails(),
       .run = RunCopy};
+  return command;
+}
+
+const Command& Rename() {
+  static const Command command = {
+      .name = u"rename"_s,
+      .purpose = Words::Command::renamePurpose(),
+      .operands = {libraryFile, {u"OLD"_s, Words::Command::oldName()}, {u"NEW"_s, Words::Command::newName()}},
+      .options = {},
+      .details = Words::Command::renameDetails(),
+      .run = RunRename};
   return command;
 }
 

@@ -125,7 +125,7 @@ int RunImport(const Arguments& arguments) {
   CData data;
   data.SetFollowsItsDecimals(true);
   data.SetDescription(arguments.Text(description).trimmed());
-  CheckName(description, data.Description());
+  CheckName(u"--"_s + description.name, data.Description());
   FillLimits(arguments, data);
   data.SetSubGroupSize(static_cast<qint16>(arguments.Whole(subGroup)));
   data.SetSensitivityValue(arguments.Choice(sensitivity));

@@ -14,10 +14,9 @@ void CheckSpecLimits(const Arguments& arguments) {
   throw InputError(Words::Command::limitsReversed(arguments.Text(lsl), arguments.Text(usl)));
 }
 
-void CheckName(const Option& option, const QString& name) {
-  const QString written = u"--"_s + option.name;
-  if (name.isEmpty()) throw InputError(Words::Command::emptyName(written));
-  if (std::ranges::any_of(name, Console::IsControl)) throw InputError(Words::Command::nameOnLines(written));
+void CheckName(const QString& word, const QString& name) {
+  if (name.isEmpty()) throw InputError(Words::Command::emptyName(word));
+  if (std::ranges::any_of(name, Console::IsControl)) throw InputError(Words::Command::nameOnLines(word));
 }
 
 WrittenNumbers::Notation Notation(const Arguments& arguments) {

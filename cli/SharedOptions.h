@@ -32,8 +32,8 @@ inline const Option period =
 // An InputError unless --lsl is below --usl; both are given.
 void CheckSpecLimits(const Arguments& arguments);
 
-// An InputError where the option gives no description, or one that does not stand on one line.
-void CheckName(const Option& option, const QString& name);
+// An InputError where that word of the command gives no description, or one that does not stand on one line.
+void CheckName(const QString& word, const QString& name);
 
 // How values are written.
 inline const Option decimal =

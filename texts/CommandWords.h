@@ -168,6 +168,13 @@ inline constexpr Text<> copyTo{u"the name of the copy"};
 inline constexpr Text<> copyDetails{
     u"With all IDs, dates and deleted data sets. An existing file is never overwritten.\n"};
 
+inline constexpr Text<> renamePurpose{u"gives a data set another name"};
+inline constexpr Text<> oldName{u"its name until now"};
+inline constexpr Text<> newName{u"the name that it is to have"};
+inline constexpr Text<> renameDetails{
+    u"A name that another data set has, in capital or small letters, is refused. Scripts that append under\n"
+    u"the old name are told the new one.\n"};
+
 inline constexpr Text<> restorePurpose{u"lists deleted data sets, or brings some back"};
 inline constexpr Text<> restoreDetails{
     u"Without a description or --id the deleted data sets are listed, newest first: when, ID, samples,\n"

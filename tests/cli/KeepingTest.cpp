@@ -56,6 +56,14 @@ TEST_F(KeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
   EXPECT_EQ(names, QStringList({u"Old shaft"_s, u"SHAFT"_s}));
 }
 
+TEST_F(KeepingTest, ADataSetIsRenamed) {
+  EXPECT_EQ(RunIn(u"rename LIB shaft \" Axle \"").status, 0);
+  EXPECT_EQ(RunIn(u"status LIB --json").Json().array().at(0)[u"Description"_s].toString(), u"Axle");
+  Fails(2, u"rename LIB Axle BORE", {library, u"\"BORE\" already"_s});
+  Fails(2, u"rename LIB Axle \" \"", {u"NEW"_s});
+  Fails(2, u"append LIB --description=Shaft 10", {u"renamed \"Axle\""_s});
+}
+
 TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   QProcess watch;
   watch.start(QStringLiteral(KESTREL_PROGRAM),
