@@ -16,6 +16,7 @@
 #include "screens/DataEditor.h"
 #include "screens/Help.h"
 #include "screens/RecalcScreen.h"
+#include "screens/RenameForm.h"
 #include "screens/RestoreForm.h"
 #include "screens/StatGraphics.h"
 #include "screens/frmAbout.h"
@@ -163,7 +164,8 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
                 .configuration = ShowModal<frmConfigure>,
                 .about = ShowModal<frmAbout>,
                 .measurements = ShowModal<AddMeasurements>,
-                .restore = ShowModal<RestoreForm>});
+                .restore = ShowModal<RestoreForm>,
+                .rename = ShowModal<RenameForm>});
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;

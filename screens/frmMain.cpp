@@ -257,6 +257,7 @@ void frmMain::UpdateToolbarStates() {
   Toolbar1->Entry(DataButton, 3)->setEnabled(any);
   Toolbar1->Entry(DataButton, 4)->setEnabled(any);
   Toolbar1->Entry(DataButton, 5)->setEnabled(open);
+  Toolbar1->Entry(DataButton, 6)->setEnabled(any);
   Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);

@@ -26,7 +26,7 @@ class frmMain : public QMainWindow, public MainScreen {
   // The screens that it opens; each returns when its screen has closed.
   struct Screens {
     std::function<void()> chart, editor, configuration, about, measurements;
-    std::function<void()> restore = {};
+    std::function<void()> restore = {}, rename = {};
   };
 
   explicit frmMain(Screens screens, QWidget* parent = nullptr);

@@ -120,6 +120,9 @@ void frmMain::BuildToolbar() {
   entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData);
   entry(DataButton, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   entry(DataButton, Words::Sharing::restoreEntry(), Symbol::Back, &frmMain::RestoreDeleted);
+  entry(DataButton, Words::Renaming::entry(), Symbol::Edit, [this] {
+    if (CurrentDataSet()) screens_.rename();
+  })->setShortcut(Qt::Key_F2);
 
   button(u"Tools;233", u"System Utilities;234", Symbol::Tools);
   entry(ToolsButton, LoadResText(u"Configuration;235"), Symbol::Settings,

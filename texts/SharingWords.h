@@ -94,3 +94,16 @@ inline constexpr Text<> nameTakenHere{
 inline constexpr Text<1> restored{u"\"%1\" is back in the list."};
 
 }  // namespace Words::Sharing
+
+// Another name for a data set.
+namespace Words::Renaming {
+inline constexpr Text<> entry{u"Rename..."};
+inline constexpr Text<> title{u"Rename data set"};
+inline constexpr Text<> newName{u"&New description:"};
+inline constexpr Text<> scripts{
+    u"Scripts and gauges that add to this data set by its description need the new one as well."};
+inline constexpr Text<> rename{u"&Rename"};
+inline constexpr Text<> renameTip{u"Give the data set this description, here and for everybody else"};
+inline constexpr Text<> isEmpty{u"A data set needs a description."};
+inline constexpr Text<1> isTaken{u"Another data set is named \"%1\" already. Enter another description."};
+}  // namespace Words::Renaming

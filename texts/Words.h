@@ -128,7 +128,9 @@ inline constexpr Text<> expandedValues{u"Raw data, one value on each line:"};
 
 inline constexpr Text<> dataSetNotFound{u"error attempting to get the current data for the item select"};
 inline constexpr Text<> descriptionStays{
-    u"An existing data set keeps its description: this change is not saved."};
+    u"An existing data set keeps its description: Save will not keep this change. Stat Data, Rename... in "
+    u"the "
+    u"main window gives it another."};
 inline constexpr Text<> limitsAreCalculated{
     u"The control limits of a new data set are always calculated: these are not saved."};
 inline constexpr Text<> noUnits{u"There are no units of measurement yet. Edit Units… makes one."};

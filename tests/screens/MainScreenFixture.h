@@ -54,7 +54,8 @@ class MainScreenFixture : public testing::Test {
                                                       .configuration = [this] { opened << u"settings"_s; },
                                                       .about = [this] { opened << u"about"_s; },
                                                       .measurements = [this] { opened << u"measurements"_s; },
-                                                      .restore = [this] { inRestore(); }});
+                                                      .restore = [this] { inRestore(); },
+                                                      .rename = [this] { inRename(); }});
     EXPECT_EQ(Enabled(), u"--------") << "boxes of the start may stand over the window";
     ASSERT_TRUE(main->Form_Load());
     main->show();
@@ -117,6 +118,6 @@ class MainScreenFixture : public testing::Test {
   WatchedClock clock;
   RecordedFileDialogs files;
   QStringList opened;
-  std::function<void()> inEditor, inRestore;
+  std::function<void()> inEditor, inRestore, inRename;
   std::unique_ptr<frmMain> main;
 };

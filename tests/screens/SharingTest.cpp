@@ -7,6 +7,7 @@
 
 #include "core/DataObjectFunctions.h"
 #include "screens/DataEditor.h"
+#include "screens/RenameForm.h"
 #include "screens/RestoreForm.h"
 #include "tests/screens/MainScreenFixture.h"
 
@@ -327,6 +328,52 @@ TEST_F(SharingTest, WhatWasDeletedIsRestored) {
   };
   Action("Toolbar1_2_5").trigger();
   EXPECT_EQ(Stored(u"ID"_s, u"Bore 2"_s), 1);
+}
+
+TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
+  StartLoaded({u"Bore"_s, u"Shaft"_s});
+  ClickRow(1);
+  inRename = [this] {
+    RenameForm form;
+    form.open();
+    EXPECT_EQ(TextOf(form, "txtName"), u"Shaft");
+    for (const QString& refused : {u" "_s, u"bore"_s}) {
+      Type(form, "txtName", refused);
+      QTest::keyClick(&form, Qt::Key_Return);
+      EXPECT_TRUE(form.isVisible());
+    }
+    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"\"bore\" already"_s));
+    Type(form, "txtName", u" Axle "_s);
+    QTest::keyClick(&form, Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+  };
+  QTest::keyClick(main.get(), Qt::Key_F2);
+  EXPECT_EQ(Rows(), QStringList({u"Bore"_s, u"Axle"_s}));
+  EXPECT_EQ(List().currentItem()->text(1), u"Axle");
+
+  WithEditor([&](DataEditor& editor) {
+    Type(editor, "txtUSL", u"13"_s);
+    Library::Open(program.LibraryPath(), {})->Rename(u"Axle"_s, u"PIN"_s, clock.now);
+    Tick("WatchTimer");
+    EXPECT_FALSE(TextOf(editor, "lblHint").contains(u"deleted"_s));
+    Library::Open(program.LibraryPath(), {})->Rename(u"PIN"_s, u"BOLT"_s, clock.now);
+    program.boxes.Expect(u"All data successfully saved.");
+    SaveIn(editor);  // before the main window has looked
+    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u"renamed it \"BOLT\""_s));
+    EXPECT_EQ(TextOf(editor, "txtDescription"), u"BOLT");
+    EXPECT_EQ(Rows(), QStringList({u"Bore"_s, u"BOLT"_s}));
+    EXPECT_EQ(program.state.gDataCollection.at(1)->UpperSpecLimit(), 13);
+  });
+  EXPECT_EQ(Stored(u"UpperSpecLimit"_s, u"BOLT"_s), 13);
+  inRename = [this] {
+    RenameForm form;
+    form.open();
+    program.Execute(u"DELETE FROM StatData WHERE Description = 'BOLT'"_s);
+    Tick("WatchTimer");
+    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"deleted"_s));
+    EXPECT_FALSE(Get<QPushButton>(form, "cmdRename").isEnabled());
+  };
+  Action("Toolbar1_2_6").trigger();
 }
 
 TEST_F(SharingTest, ASecondStartHandsItsLibraryOverForThisRun) {
