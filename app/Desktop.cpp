@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/SingleInstance.h"
+#include "platform/ui/Contrast.h"
 #include "platform/ui/Icons.h"
 #include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
@@ -78,12 +79,17 @@ class Reactivation : public QObject {
   }
 };
 
-// Fusion without its little pictures, which exist in a few small sizes only and blur on fine screens: boxes
-// have none on their buttons, and the arrow of a bar that does not fit is drawn. (Reading that arrow, shown
-// or not, took as long as building the rest of the bar.)
+// Fusion with hints and links that can be read, and without its little pictures, which exist in a few small
+// sizes only and blur on fine screens: boxes have none on their buttons, and the arrow of a bar that does not
+// fit is drawn. (Reading that arrow, shown or not, took as long as building the rest of the bar.)
 class ProgramStyle : public QProxyStyle {
  public:
   ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
+  using QProxyStyle::polish;
+  void polish(QPalette& palette) override {
+    QProxyStyle::polish(palette);
+    palette = Contrast::WithReadableHints(palette);
+  }
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
