@@ -4,18 +4,22 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTextBrowser>
 #include <QTextDocumentFragment>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <algorithm>
 
 #include "platform/ui/Icons.h"
 #include "screens/Controls.h"
+#include "screens/ScrollingPage.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -88,7 +92,8 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
   navigation_->setVisible(withContents);
   connect(page_, &QTextBrowser::sourceChanged, this, &HelpViewer::MarkCurrentTopic);
   const int em = fontMetrics().height();
-  resize(em * (withContents ? 60 : 42), em * 40);
+  ScrollingPage::FitToScreen(this, {em * (withContents ? 60 : 42), em * 40});
+  qApp->installEventFilter(this);
 }
 
 QWidget* HelpViewer::MakeNavigation() {
@@ -116,7 +121,7 @@ QWidget* HelpViewer::MakeNavigation() {
   layout->setContentsMargins(gap, gap, 0, gap);
   layout->addWidget(search_);
   layout->addWidget(lists, 1);
-  navigation_->setMinimumWidth(fontMetrics().height() * 17);
+  navigation_->setMinimumWidth(std::min(fontMetrics().height() * 17, screen()->availableSize().width() / 3));
   return navigation_;
 }
 
@@ -129,14 +134,19 @@ void HelpViewer::ConnectNavigation(QStackedWidget* lists) {
     if (results_->count() > 0) results_->setCurrentRow(0);
     results_->setFocus();
   });
-  connect(results_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
+  const auto openResult = [this](QListWidgetItem* item) {
     if (!item || item->data(urlRole).toUrl().isEmpty()) return;
     Open(item->data(urlRole).toUrl());
     page_->find(search_->text().simplified().section(u' ', 0, 0));
-  });
-  connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+  };
+  const auto openTopic = [this](QTreeWidgetItem* item) {
     if (item) Open(item->data(0, urlRole).toUrl());
-  });
+  };
+  // A click on what is current already is meant as well: the reader may have gone on from there.
+  connect(results_, &QListWidget::currentItemChanged, this, openResult);
+  connect(results_, &QListWidget::itemClicked, this, openResult);
+  connect(contents_, &QTreeWidget::currentItemChanged, this, openTopic);
+  connect(contents_, &QTreeWidget::itemClicked, this, openTopic);
 }
 
 QToolBar* HelpViewer::MakeToolBar() {
@@ -214,8 +224,10 @@ void HelpViewer::ShowTopic(int number) {
 void HelpViewer::Open(const QUrl& page) {
   if (HtmlOf(page).isEmpty()) {
     ShowFault(Words::Manual::pageNotFound(), Words::Manual::pageMissing(page.fileName()));
-  } else {
+  } else if (page_->source() != page) {
     page_->setSource(page);
+  } else {
+    page_->reload();  // from its beginning
   }
 }
 
@@ -237,11 +249,13 @@ void HelpViewer::Search(const QString& words) {
   const QStringList wanted = words.simplified().split(u' ', Qt::SkipEmptyParts);
   results_->clear();
   if (wanted.isEmpty()) return;
+  int titles = 0;  // a page that is about the words comes before those that use them
   for (const HelpTopic& topic : topics_) {
     const QString text = QTextDocumentFragment::fromHtml(HtmlOf(topic.page)).toPlainText();
     if (!ContainsAll(text, wanted)) continue;
-    auto* item = new QListWidgetItem(topic.title + u'\n' + Excerpt(text, wanted.first()), results_);
+    auto* item = new QListWidgetItem(topic.title + u'\n' + Excerpt(text, wanted.first()));
     item->setData(urlRole, topic.page);
+    results_->insertItem(ContainsAll(topic.title, wanted) ? titles++ : results_->count(), item);
   }
   if (results_->count() == 0) {
     auto* none = new QListWidgetItem(Words::Manual::nothingFound(), results_);
@@ -249,12 +263,25 @@ void HelpViewer::Search(const QString& words) {
   }
 }
 
-// A modal window blocks every window that does not belong to it, so the help joins the one that is open now.
 void HelpViewer::BringToFront() {
   show();
   if (isMinimized()) showNormal();
-  const QWidget* modal = QApplication::activeModalWidget();
-  windowHandle()->setTransientParent(modal ? modal->windowHandle() : nullptr);
+  JoinFront();
   raise();
   activateWindow();
+}
+
+// A modal window blocks every window that does not belong to it, so the help joins the one that is open now.
+void HelpViewer::JoinFront() {
+  const QWidget* modal = QApplication::activeModalWidget();
+  QWindow* front = modal ? modal->windowHandle() : nullptr;
+  if (isVisible() && windowHandle()->transientParent() != front) windowHandle()->setTransientParent(front);
+}
+
+// Whichever window opens over it or closes, the help stays usable beside it.
+bool HelpViewer::eventFilter(QObject* watched, QEvent* event) {
+  const bool comesOrGoes = event->type() == QEvent::Show || event->type() == QEvent::Hide;
+  const auto* window = comesOrGoes ? qobject_cast<QWidget*>(watched) : nullptr;
+  if (window && window->isWindow() && window->isModal()) QTimer::singleShot(0, this, &HelpViewer::JoinFront);
+  return QWidget::eventFilter(watched, event);
 }

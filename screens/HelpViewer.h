@@ -30,6 +30,9 @@ class HelpViewer : public QWidget {
   void ShowContents();
   void ShowTopic(int number);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   QWidget* MakeNavigation();
   void ConnectNavigation(QStackedWidget* lists);
@@ -40,6 +43,7 @@ class HelpViewer : public QWidget {
   void ShowFault(const QString& fault, const QString& explanation);
   void ShowSearch();
   void BringToFront();
+  void JoinFront();
   void Search(const QString& words);
   void MarkCurrentTopic(const QUrl& page);
 

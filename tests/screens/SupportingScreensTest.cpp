@@ -6,12 +6,14 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
 #include "core/DataObjectFunctions.h"
 #include "core/RegistryFunctions.h"
+#include "platform/ui/Contrast.h"
 #include "screens/AddMeasurements.h"
 #include "screens/DataEditor.h"
 #include "screens/ExpandedDataForm.h"
@@ -177,6 +179,34 @@ TEST(Help, F1OpensTheScreensOwnPageAlsoWhileItIsModal) {
   }
 }
 
+// What is open already, also while two modal windows come and go over it.
+TEST(Help, StaysUsableBesideWhatOpensOverIt) {
+  TestProgram program;
+  CallUpHelp(HelpTopics::Contents);
+  HelpViewer& help = *OpenHelp();
+  EXPECT_LE(help.height(), help.screen()->availableSize().height());
+  const auto expectUsable = [&](const char* when) {
+    QCoreApplication::processEvents();
+    auto& contents = Get<QWidget>(help, "Contents");
+    const bool before = contents.isVisible();
+    QTest::mouseClick(help.windowHandle(), Qt::LeftButton, {}, QPoint(20, 12));
+    EXPECT_NE(contents.isVisible(), before) << when;
+  };
+  frmUnits form;
+  form.open();
+  expectUsable("under a window");
+  {
+    auto above = std::make_unique<frmConfigure>(&form);
+    above->open();
+    expectUsable("under two");
+    above->close();
+  }
+  expectUsable("after the upper one is gone");
+  form.close();
+  expectUsable("alone");
+  help.close();
+}
+
 TEST(Help, SearchFindsPagesThatHoldEveryWord) {
   CallUpHelp(HelpTopics::Contents);
   HelpViewer& help = *OpenHelp();
@@ -189,9 +219,39 @@ TEST(Help, SearchFindsPagesThatHoldEveryWord) {
   EXPECT_EQ(Heading(), u"Detection rule four");
   QTest::keyClick(&help, Qt::Key_Left, Qt::AltModifier);
   EXPECT_EQ(Heading(), u"Welcome to Kestrel");
+  // What a page is about comes before what mentions it, and a second click on it leads there again.
+  Type(help, "Search", u"cpk"_s);
+  EXPECT_TRUE(results.item(0)->text().startsWith(u"Capability: Cpk\n"_s));
+  EXPECT_GT(results.count(), 3);
+  const auto click = [&] {
+    QTest::mouseClick(results.viewport(), Qt::LeftButton, {},
+                      results.visualItemRect(results.item(0)).center());
+  };
+  click();
+  EXPECT_EQ(Heading(), u"Capability: Cpk");
+  QTest::keyClick(&help, Qt::Key_Left, Qt::AltModifier);
+  EXPECT_NE(Heading(), u"Capability: Cpk");
+  click();
+  EXPECT_EQ(Heading(), u"Capability: Cpk");
   Type(help, "Search", u"qqqq"_s);
   EXPECT_EQ(results.item(0)->text(), u"Nothing found.");
   help.close();
+}
+
+TEST(Palette, HintsAndLinksCanBeRead) {
+  const QColor blue(0, 0, 255);
+  for (QPalette palette :
+       {QPalette(Qt::lightGray), QPalette(QColor(239, 239, 239)), QPalette(QColor(50, 50, 50)),
+        QPalette(Qt::black), QPalette(QColor(20, 30, 60), QColor(10, 20, 40))}) {
+    palette.setColor(QPalette::Link, blue);
+    palette = Contrast::WithReadableHints(palette);
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+      for (const auto role : {QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited})
+        for (const auto ground : {QPalette::Base, QPalette::AlternateBase, QPalette::Window})
+          EXPECT_GE(Contrast::Between(palette.color(group, role), palette.color(group, ground)), 4.5)
+              << palette.color(group, ground).name().toStdString() << ' ' << role;
+  }
+  EXPECT_NEAR(Contrast::Between(Qt::white, QColor(0x76, 0x76, 0x76)), 4.54, 0.01);  // published, WebAIM
 }
 
 TEST(Manual, EveryLinkAndPictureResolves) {
