@@ -13,7 +13,6 @@
 #include "core/StartUp.h"
 #include "core/Trap.h"
 #include "platform/ui/Mnemonics.h"
-#include "screens/ConflictForm.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/RecordBar.h"
@@ -61,6 +60,7 @@ void frmUnits::BuildControls() {
     return made;
   };
   txtName = Named(new QLineEdit(this), u"txtName"_s);
+  txtName->installEventFilter(this);
   txtDescription = Named(new QLineEdit(this), u"txtDescription"_s);
   lblRecord = Named(new QLabel(this), u"lblRecord"_s);
   lblRecord->setWordWrap(true);
@@ -124,6 +124,7 @@ void frmUnits::RunCommand(int command) {
 void frmUnits::AddUnit() {
   if (!ResolvePendingChanges()) return;
   IsNewRecord = true;
+  note_.clear();
   ClearBoxes();
   ScreenChanged = true;
   UpdateButtons();
@@ -182,96 +183,32 @@ bool frmUnits::WriteUnit() {
   return true;
 }
 
-// Asks where others have deleted or changed the unit meanwhile. False where nothing is to be written.
-bool frmUnits::SettleWithOthers() {
-  const auto callOff = [this] {
-    keepsTyped_ = true;
-    return false;
-  };
-  const QString name = txtName->text(), mine = txtDescription->text();
-  const auto theirs = TextsInTable();
-  if (!theirs) {
-    if (ShowSystemMessage(Words::Sharing::addUnitAgain(name), MessageBox::Icon::Question,
-                          MessageBox::Buttons::YesNo) != Answer::Yes)
-      return callOff();
-    IsNewRecord = true;
-    return NameIsFree() || callOff();
-  }
-  if (theirs->description == recordset_.Field(u"Description"_s).toString()) return true;
-  if (theirs->description != mine && !mine.isEmpty()) {
-    ConflictForm question(Words::Sharing::unitConflict(name),
-                          {{Words::Sharing::unitDescription(), mine, theirs->description}}, this);
-    question.exec();
-    if (question.Choice() == ConflictForm::Cancel) return callOff();
-    ReadAgain();
-    if (question.Choice() == ConflictForm::KeepMine) return true;
-    RefreshScreen();
-    return false;
-  }
-  ReadAgain();
-  return true;
-}
-
-// The current unit as others see it; none where it is deleted.
-std::optional<frmUnits::Texts> frmUnits::TextsInTable() const {
-  Recordset present;
-  present.Open(u"SELECT * FROM Units WHERE Deleted = 0 AND ID = %1"_s.arg(CurrentID()), CurrentConnection());
-  if (present.RecordCount() == 0) return std::nullopt;
-  return Texts{present.Field(u"Name"_s).toString(), present.Field(u"Description"_s).toString()};
-}
-
-// The units as they are now, at the same one.
-void frmUnits::ReadAgain() {
-  const qint32 id = recordset_.RecordCount() > 0 ? CurrentID() : 0;
-  recordset_.Requery();
-  if (recordset_.RecordCount() == 0) return;
-  for (recordset_.MoveFirst(); !recordset_.EndOfFile() && CurrentID() != id;) recordset_.MoveNext();
-  if (recordset_.EndOfFile()) recordset_.MoveFirst();
-}
-
-void frmUnits::LibraryChanged() {
-  recordset_.SetActiveConnection(CurrentConnection());  // the library may have been opened anew
-  if (recordset_.GetState() != Recordset::Opened || IsNewRecord) return;
-  try {
-    if (TextsInBoxes() == snapshot_) {
-      TakePresent();
-    } else if (const auto theirs = TextsInTable(); theirs != snapshot_) {
-      const QString now = Globals().clock->Now().toString(u"HH:mm:ss"_s);
-      news_ = theirs ? Words::Sharing::unitChangedWhileOpen(now) : Words::Sharing::unitDeletedWhileOpen(now);
-    }
-  } catch (const Error& error) {
-    news_ = Words::Sharing::unreadable(error.Text());
-  }
-  UpdateButtons();
-}
-
-void frmUnits::TakePresent() {
-  ReadAgain();
-  Texts present;
-  if (recordset_.RecordCount() > 0)
-    present = {recordset_.Field(u"Name"_s).toString(), recordset_.Field(u"Description"_s).toString()};
-  if (present == snapshot_) return;
-  txtName->setText(present.name);
-  txtDescription->setText(present.description);
-  TakeSnapshot();
-}
-
 void frmUnits::DeleteUnit() {
   const Answer answer = MessageBox::Show(
       {LoadResText(u"Are you sure you want to delete the current Unit Of Measurement?;113"),
        LoadResText(u"Confirmation;111"), MessageBox::Icon::Question, MessageBox::Buttons::YesNo});
   if (answer != Answer::Yes) return;
   const qint32 id = recordset_.Field(u"ID"_s).toInt();
+  const qint64 position = recordset_.AbsolutePosition();
   if (!QCGlobalFunctions::MarkRecordAsDeletedByID(u"Units"_s, id))
     return ShowErrorMessage(true, LoadResText(u"Failed to delete the current Unit Of Measurement;114"), {});
   ShowInformationMessage(LoadResText(u"The current Unit Of Measurement has been deleted;115"));
   QCGlobalFunctions::MoveOffOldRecord(recordset_, IsNewRecord);
+  MoveTo(position - 1);
   RefreshScreen();
+}
+
+// To the record at that place, counted from 1, or the one that is nearest to it.
+void frmUnits::MoveTo(qint64 position) {
+  if (recordset_.RecordCount() == 0) return;
+  recordset_.MoveFirst();
+  for (qint64 at = 1; at < std::min(position, recordset_.RecordCount()); ++at) recordset_.MoveNext();
 }
 
 void frmUnits::RefreshList() {
   if (!ResolvePendingChanges()) return;
   if (!GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, {}, true)) return;
+  isListed_ = true;
   if (recordset_.RecordCount() > 0) QCGlobalFunctions::MoveToFirstRecord(recordset_, IsNewRecord);
   IsNewRecord = false;
   RefreshScreen();
@@ -316,6 +253,7 @@ void frmUnits::TakeSnapshot() {
   snapshot_ = TextsInBoxes();
   SnapshotTaken = true;
   news_.clear();
+  note_.clear();
   ScreenChanged = false;
 }
 
@@ -353,21 +291,44 @@ void frmUnits::UpdateButtons() {
 
   Lock(txtName, !IsNewRecord);
   Lock(txtDescription, !IsNewRecord && !states.currentRecord);
-  QString record = Words::Units::noneShown();
+  QString record = isListed_ ? Words::Units::none() : Words::Units::noneShown();
   if (IsNewRecord)
     record = Words::Units::newUnit();
   else if (states.currentRecord)
     record = Words::Units::place(recordset_.AbsolutePosition(), recordset_.RecordCount());
-  lblRecord->setText(news_.isEmpty() ? record : record + u'\n' + news_);
+  QStringList lines{record, note_, news_};
+  lines.removeAll(QString());
+  lblRecord->setText(lines.join(u'\n'));
 }
 
 void frmUnits::reject() {
   if (ResolvePendingChanges()) QDialog::reject();
 }
 
+// What is typed into a locked name begins a unit, or is told why it cannot.
+bool frmUnits::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == txtName && txtName->isReadOnly() && event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isText = !key->text().isEmpty() && key->text().at(0).isPrint() &&
+                        !key->modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier);
+    if (isText || key->matches(QKeySequence::Paste)) {
+      if (recordset_.RecordCount() == 0) {
+        AddUnit();
+      } else {
+        note_ = Words::Units::nameStays();
+        UpdateButtons();
+      }
+    }
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
 void frmUnits::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-    focusNextChild();
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
+  MonitorChanges();
+  QAction* save = qsMenuBar1->Button(RecordBar::Save);
+  if (focusWidget() == txtDescription && save->isEnabled())
+    qsMenuBar1->widgetForAction(save)->setFocus(Qt::TabFocusReason);
   else
-    QDialog::keyPressEvent(event);
+    focusNextChild();
 }

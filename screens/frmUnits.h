@@ -22,6 +22,7 @@ class frmUnits : public QDialog, public LibraryView {
   void reject() override;  // Exit and Escape: changes are resolved first
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -45,6 +46,7 @@ class frmUnits : public QDialog, public LibraryView {
   void DeleteUnit();
   void RefreshList();
   void Move(int command);
+  void MoveTo(qint64 position);
   bool ResolvePendingChanges();
   bool NameIsFree() const;
 
@@ -61,6 +63,8 @@ class frmUnits : public QDialog, public LibraryView {
   bool ScreenChanged = false;
   bool SnapshotTaken = false;
   bool keepsTyped_ = false;  // the last save was called off
+  bool isListed_ = false;    // the recordset has all units, of which there may be none
+  QString note_;             // why what was typed was not taken
   QString news_;             // what others have done meanwhile
   Texts snapshot_;           // as last loaded or saved
 

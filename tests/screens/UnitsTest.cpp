@@ -77,7 +77,7 @@ TEST_F(UnitsTest, AddsUniqueNamesOnly) {
   Run(RecordBar::Add);
   for (const auto& [name, refusal] : {std::pair{u" "_s, u"Units Of Measurement requires a unique name"},
                                       {u"KG"_s, u"The Unit Of Measurement entered already exists."},
-                                      {u"5' rule"_s, u"QCGlobalFunctions::IsDuplicateName failed"}}) {
+                                      {u"5' rule"_s, u"apostrophe"}}) {
     Enter("txtName", name);
     Refuse(refusal);
   }
@@ -92,6 +92,36 @@ TEST_F(UnitsTest, AddsUniqueNamesOnly) {
   EXPECT_TRUE(Bar().Button(RecordBar::Save)->isEnabled());
   Run(RecordBar::Save);
   EXPECT_TRUE(Stored().startsWith(asBefore)) << "an emptied description never overwrites the stored one";
+}
+
+TEST_F(UnitsTest, TypingANameBeginsAUnitOrSaysWhyNot) {
+  QLineEdit& name = Get(form, "txtName");
+  QTest::keyClick(&name, Qt::Key_Right);
+  EXPECT_TRUE(IsReadOnly("txtName")) << "no text";
+  QTest::keyClicks(&name, u"inch"_s);
+  EXPECT_EQ(Name(), u"inch");
+  for (const char* next : {"txtDescription", "qsMenuBar1_2"}) {
+    QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(form.focusWidget()->objectName(), QLatin1StringView(next));
+  }
+  QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(Stored(), asBefore + u",inch="_s);
+  QTest::keyClicks(&name, u"x"_s);
+  EXPECT_TRUE(TextOf(form, "lblRecord").contains(u"The name of a unit stays"_s));
+  EXPECT_NE(Name(), u"x");
+  Run(RecordBar::RefreshList);
+  EXPECT_EQ(TextOf(form, "lblRecord"), u"Unit 1 of 4");
+}
+
+TEST_F(UnitsTest, ADeletionLandsOnTheNeighbour) {
+  Run(RecordBar::RefreshList);
+  for (const char16_t* neighbour : {u"kg", u"bar", u""}) {
+    program.boxes.Expect(Answer::Yes);
+    program.boxes.Expect(u"has been deleted");
+    Run(RecordBar::Delete);
+    EXPECT_EQ(Name(), QString::fromUtf16(neighbour));
+  }
+  EXPECT_TRUE(TextOf(form, "lblRecord").startsWith(u"There are no units yet."_s));
 }
 
 TEST_F(UnitsTest, DeletesSoftlyAndFreesTheName) {
