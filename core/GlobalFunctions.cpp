@@ -9,6 +9,7 @@
 #include "library/Tables.h"
 #include "platform/language/Conversions.h"
 #include "texts/Texts.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -197,8 +198,13 @@ bool IsDuplicateName(const QString& tableName, const QString& columnName, const 
   if (failed) *failed = true;
   return Trap(u"QCGlobalFunctions::IsDuplicateName"_s, false, [&] {
     Recordset recordset;
-    recordset.Open(u"SELECT * FROM %1 WHERE %2 = '%3'"_s.arg(tableName, columnName, value),
-                   CurrentConnection());
+    try {
+      recordset.Open(u"SELECT * FROM %1 WHERE %2 = '%3'"_s.arg(tableName, columnName, value),
+                     CurrentConnection());
+    } catch (const Error& error) {
+      if (!value.contains(u'\'')) throw;
+      throw Error(Words::apostrophe(error.Text(), value), error.GetKind(), value);
+    }
     if (failed) *failed = false;
     return recordset.RecordCount() > 0;
   });

@@ -211,6 +211,15 @@ QString DescribeAdded(const Examination& examination, qsizetype before, qint16 s
   return WithFault(result, examination);
 }
 
+QString PointsMissing(qsizetype samples, qint16 subGroupSize) {
+  if (samples == 0 || subGroupSize == 0 || samples / subGroupSize >= fewestPoints) return {};
+  const qsizetype points = samples / subGroupSize, missing = fewestPoints * subGroupSize - samples;
+  using namespace Words::RawData;
+  return pointsMissing(samples == 1 ? oneSampleMakes() : samplesMake(samples),
+                       points == 1 ? onePoint() : manyPoints(points), fewestPoints,
+                       missing == 1 ? oneMore() : manyMore(missing));
+}
+
 qint16 SubGroupSize(const QString& text) {
   if (!Conversions::IsNumeric(text)) return 0;
   const double size = Conversions::CDbl(text);

@@ -60,6 +60,10 @@ QString Describe(const Examination& examination, const QString& subGroupSize);
 // The same of values that come behind `before` others.
 QString DescribeAdded(const Examination& examination, qsizetype before, qint16 subGroupSize);
 
+// How many samples are missing for the points that a chart needs; empty where there are enough, or none yet.
+inline constexpr int fewestPoints = 8;
+QString PointsMissing(qsizetype samples, qint16 subGroupSize);
+
 // The lines, counted from 1, on which a further subgroup begins; `before` values stand before the text.
 QList<qsizetype> SubgroupStarts(const QString& text, qint16 size, qsizetype before = 0);
 

@@ -1,5 +1,6 @@
 #include "screens/DataEditor.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -30,12 +31,43 @@
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
 
-namespace {}
+namespace {
+
+// A limit that cannot be changed is there to be read.
+void ShowAs(QLineEdit* box, bool enabled) {
+  box->setEnabled(enabled);
+  QPalette palette = QGuiApplication::palette();
+  palette.setColor(QPalette::Disabled, QPalette::Base, palette.color(QPalette::Window));
+  palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::PlaceholderText));
+  box->setPalette(palette);
+}
+
+bool IsEntered(const QFocusEvent& event) {
+  switch (event.reason()) {
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::MouseFocusReason:
+    case Qt::ShortcutFocusReason:
+      return true;
+    default:
+      return false;
+  }
+}
+
+QStringList OfferedUnits() {
+  Recordset units;
+  units.Open(u"SELECT * FROM Units WHERE Deleted = 0"_s, CurrentConnection());
+  QStringList names;
+  for (; !units.EndOfFile(); units.MoveNext()) names << units.Field(u"Name"_s).toString();
+  return names;
+}
+
+}  // namespace
 
 DataEditor::DataEditor(QWidget* parent) : QDialog(parent) {
   Trap(u"DataEditor::Form_Load"_s, [this] {
     BuildControls();
-    FillUnits();
+    ShowUnits(OfferedUnits());
     isLoaded_ = LoadDataSet();
     ConnectControls();
     InstallHelpKey(this, HelpTopics::DataEditor);
@@ -85,6 +117,8 @@ void DataEditor::ConnectControls() {
 
   connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
           [this] { Trap(u"DataEditor::ReadAgain"_s, [this] { ReadAgain(); }); });
+  connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, Toolbar1->Button(SaveButton),
+          &QAction::trigger);
   NotesTimer.setSingleShot(true);
   connect(&NotesTimer, &QTimer::timeout, this, &DataEditor::UpdateNotes);
   connect(&ChangeMonitorTimer, &QTimer::timeout, this, &DataEditor::MonitorChanges);
@@ -122,25 +156,27 @@ void DataEditor::UpdateNotes() {
     const QSignalBlocker quiet(txtMaxSamples);
     txtMaxSamples->setText(QString::number(found.values));
   }
-  txtMaxSamples->setEnabled(!fields.useAllSamples);
+  ShowAs(txtMaxSamples, !fields.useAllSamples);
   const std::span<const NumberBox> boxes = NumberBoxes();
   for (qsizetype i = 0; i < numberBoxes_.size(); ++i) {
     const auto group = boxes[size_t(i)].group;
     const bool isControlLimit = group == NumberBox::XBarLimits || group == NumberBox::RangeLimits;
-    numberBoxes_[i]->setEnabled(!isControlLimit || !fields.calculateLimits);
+    ShowAs(numberBoxes_[i], !isControlLimit || !fields.calculateLimits);
   }
   for (QLabel* label : unitLabels_) {
     label->setText(label->fontMetrics().elidedText(fields.units, Qt::ElideRight, label->maximumWidth()));
     label->setToolTip(fields.units);
   }
-  QStringList lines{reason_.isEmpty() ? Hint(fields) : reason_, news_};
+  const bool isLost = edited_ && descriptionChanged_;
+  QStringList lines{
+      reason_.isEmpty() ? Hint(fields) : reason_, isLost ? Words::Editor::descriptionStays() : QString(),
+      RawDataText::PointsMissing(found.values, RawDataText::SubGroupSize(fields.subGroup)), news_};
   lines.removeAll(QString());
   lblHint->setText(lines.join(u'\n'));
 }
 
 QString DataEditor::Hint(const EditorFields& fields) const {
   if (const QString hint = fields.Hint(); !hint.isEmpty()) return hint;
-  if (edited_ && descriptionChanged_) return Words::Editor::descriptionStays();
   if (!edited_ && !fields.calculateLimits) return Words::Editor::limitsAreCalculated();
   if (comboUnits->count() == 0) return Words::Editor::noUnits();
   if (edited_ && !fields.calculateLimits) return SaveQuestions::LimitsHint(*edited_);
@@ -188,14 +224,28 @@ void DataEditor::ShowFields(const EditorFields& fields) {
   Toolbar1->Button(SaveButton)->setEnabled(false);
 }
 
-void DataEditor::FillUnits() {
-  Recordset units;
-  if (!GlobalFunctions::OpenFilteredRecordset(units, u"SELECT * FROM Units"_s, {}, true)) return;
+// What is chosen stays chosen; quiet, since that changes nothing of the data set.
+void DataEditor::ShowUnits(const QStringList& names) {
+  const QSignalBlocker quiet(comboUnits);
+  const QString chosen = comboUnits->currentText();
   comboUnits->clear();
-  listedUnits_.clear();
-  for (; !units.EndOfFile(); units.MoveNext()) listedUnits_ << units.Field(u"Name"_s).toString();
-  comboUnits->addItems(listedUnits_);
-  comboUnits->setCurrentIndex(-1);
+  comboUnits->addItems(listedUnits_ = names);
+  SelectUnit(chosen);
+}
+
+// As others have changed them.
+void DataEditor::FollowUnits() {
+  try {
+    const QStringList names = OfferedUnits();
+    if (names == listedUnits_) return;
+    const QString chosen = comboUnits->currentText();
+    ShowUnits(names);
+    if (comboUnits->currentText() == chosen) return;
+    news_ = Words::Sharing::unitDeletedWhileOpen(Globals().clock->Now().toString(u"HH:mm:ss"_s));
+    FieldChanged();
+  } catch (const Error&) {
+    // What cannot be read just now the main window tells.
+  }
 }
 
 // A data set may have a unit that is not in the list, or not so written: it stands as it is.
@@ -210,16 +260,15 @@ void DataEditor::SelectUnit(const QString& name) {
 
 void DataEditor::OpenUnits() {
   Trap(u"DataEditor::cmdUnits_Click"_s, [this] {
-    QStringList before;
-    for (int i = 0; i < comboUnits->count(); ++i) before << comboUnits->itemText(i);
+    const QStringList before = listedUnits_;
     const QString chosen = comboUnits->currentText();
     frmUnits(this).exec();
-    FillUnits();
-    SelectUnit(chosen);
+    ShowUnits(OfferedUnits());
     // Who went there to add the missing unit wants it.
-    const int last = comboUnits->count() - 1;
-    if (chosen.isEmpty() && last >= 0 && !before.contains(comboUnits->itemText(last)))
-      comboUnits->setCurrentIndex(last);
+    if (chosen.isEmpty() && !listedUnits_.isEmpty() && !before.contains(listedUnits_.last()))
+      comboUnits->setCurrentIndex(comboUnits->count() - 1);
+    else if (comboUnits->currentText() != chosen)
+      FieldChanged();
     comboUnits->setFocus();
   });
 }
@@ -266,6 +315,7 @@ void DataEditor::ShowStored(const EditorFields& fields) {
 }
 
 void DataEditor::LibraryChanged() {
+  FollowUnits();
   if (!edited_) return;
   const CDataPtr present = DataObjectFunctions::PresentOf(*edited_);
   if (present && present->RowAsKnown() == edited_->RowAsKnown()) return;
@@ -300,7 +350,7 @@ void DataEditor::ReadAgain() {
 
 void DataEditor::GoTo(const QString& controlName) {
   if (controlName.isEmpty()) return;
-  if (auto* control = findChild<QWidget*>(controlName)) control->setFocus();
+  if (auto* control = findChild<QWidget*>(controlName)) control->setFocus(Qt::ShortcutFocusReason);
 }
 
 void DataEditor::reject() {
@@ -321,8 +371,10 @@ bool DataEditor::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   auto* box = qobject_cast<QLineEdit*>(watched);
-  // A click sets the caret after the focus has come, which would undo the selection.
-  if (box && event->type() == QEvent::FocusIn) QTimer::singleShot(0, box, &QLineEdit::selectAll);
+  // A window that comes back leaves what was typed as it was. A click sets the caret after the focus has
+  // come, which would undo the selection.
+  if (box && event->type() == QEvent::FocusIn && IsEntered(*static_cast<QFocusEvent*>(event)))
+    QTimer::singleShot(0, box, &QLineEdit::selectAll);
   return QDialog::eventFilter(watched, event);
 }
 

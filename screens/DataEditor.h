@@ -57,7 +57,8 @@ class DataEditor : public QDialog, public LibraryView {
   void ConnectControls();
   bool LoadDataSet();
   void SetUp();
-  void FillUnits();
+  void ShowUnits(const QStringList& names);
+  void FollowUnits();
   void OpenUnits();
   void OpenExpandedView();
   bool SaveSelect();

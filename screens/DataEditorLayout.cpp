@@ -16,6 +16,7 @@
 #include "screens/DataEditor.h"
 #include "screens/RawDataBox.h"
 #include "screens/RawDataNotes.h"
+#include "screens/ScrollingPage.h"
 #include "texts/DetectionRules.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -49,7 +50,9 @@ void DataEditor::BuildControls() {
   NotesTimer.setObjectName(u"NotesTimer"_s);
 
   BuildToolbar();
-  auto* page = new QGridLayout;
+  auto* body = new QWidget;
+  auto* page = new QGridLayout(body);
+  page->setContentsMargins(gap, gap, gap, gap);
   page->setSpacing(gap);
   page->addLayout(BuildHead(), 0, 0, 1, 2);
   page->addWidget(BuildSpecLimits(), 1, 0);
@@ -63,6 +66,7 @@ void DataEditor::BuildControls() {
   lblHint->setTextFormat(Qt::PlainText);
   lblHint->setWordWrap(true);
   auto* foot = new QHBoxLayout;
+  foot->setContentsMargins(gap, 0, gap, gap);
   foot->addWidget(lblHint, 1);
   foot->addWidget(new QLabel(Words::Editor::mustBeEntered(), this), 0, Qt::AlignRight | Qt::AlignTop);
 
@@ -70,18 +74,14 @@ void DataEditor::BuildControls() {
   layout->setContentsMargins({});
   layout->setSpacing(0);
   layout->addWidget(Toolbar1);
-  auto* body = new QVBoxLayout;
-  body->setContentsMargins(gap, gap, gap, gap);
-  body->setSpacing(gap);
-  body->addLayout(page, 1);
-  body->addLayout(foot);
-  layout->addLayout(body, 1);
+  layout->addWidget(new ScrollingPage(body, this), 1);
+  layout->addLayout(foot);
   for (QComboBox* list : {comboUnits, comboSubGroup}) {
     list->setFocusPolicy(Qt::StrongFocus);
     list->installEventFilter(this);
   }
   SetTabOrder();
-  resize(minimumSizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0));
+  ScrollingPage::FitToScreen(this, sizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0));
   txtDescription->setFocus();
 }
 

@@ -18,6 +18,8 @@
 #include "core/Messages.h"
 #include "core/Settings.h"
 #include "core/Trap.h"
+#include "data/RawDataText.h"
+#include "data/TAVELDataStringFunctions.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/FileDialog.h"
 #include "screens/MarkList.h"
@@ -36,10 +38,17 @@ using MessageBox::Icon;
 
 namespace {
 
-constexpr int fewestToOpen = 8;
+constexpr int fewestToOpen = RawDataText::fewestPoints;
 constexpr int fewestToRecalculate = 5;
 
 QString TimeText() { return Globals().clock->Now().toString(u"HH:mm:ss"_s); }
+
+void TellTooFewPoints(const CData& data) {
+  const auto samples = TAVELDataStringFunctions::ValidateDelimitedDataString(data.DelimitedInputString());
+  const QString text = LoadResText(u"A minimum of 8 data points are required;185") + u"\r\n\r\n"_s +
+                       RawDataText::PointsMissing(samples, data.SubGroupSize());
+  ShowSystemMessage(text.trimmed(), Icon::Exclamation);
+}
 
 // What a step of the recording reports it reports under this screen's name, and the page goes on without it.
 // Without a scale there is no page, which is for the caller to say.
@@ -85,7 +94,7 @@ bool StatGraphics::LoadDataSet() {
   }
   data_ = std::make_shared<CData>(*data_);
   if (data_->NumberOfPlotPoints() < fewestToOpen) {
-    ShowSystemMessage(LoadResText(u"A minimum of 8 data points are required;185"), Icon::Exclamation);
+    TellTooFewPoints(*data_);
     return false;
   }
   return true;
@@ -240,7 +249,7 @@ void StatGraphics::ChangeBelow(const std::function<void()>& change) {
   change();
   TakeFromCollection();
   if (data_->NumberOfPlotPoints() >= fewestToOpen) return ShowAnew();
-  ShowSystemMessage(LoadResText(u"A minimum of 8 data points are required;185"), Icon::Exclamation);
+  TellTooFewPoints(*data_);
   reject();
 }
 

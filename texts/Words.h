@@ -16,6 +16,10 @@ inline constexpr QStringView systemMessage =
     u"System Message";  // where the title is the same in any language
 inline constexpr Text<1> noSuchDataSet{u"There is no data set with ID %1."};
 inline constexpr Text<> noDatabaseOpen{u"No database is open."};
+inline constexpr Text<2> apostrophe{
+    u"%1\r\n\r\nThe apostrophe (') in \"%2\" is the cause: no name with one can be looked up. Leave it out, "
+    u"or "
+    u"write \u2019 in its place."};
 inline constexpr Text<1> settingsUnread{u"The settings in %1 cannot be read. The defaults are in use."};
 inline constexpr Text<1> settingsUnwritten{u"The settings in %1 cannot be written."};
 
@@ -158,6 +162,13 @@ inline constexpr Text<2> tooMany{u"%1: no more than %2 can be saved."};
 inline constexpr Text<2> oneSubgroup{u"%1: 1 subgroup of %2"};
 inline constexpr Text<3> subgroups{u"%1: %2 subgroups of %3"};
 inline constexpr Text<2> leftOver{u"%1, %2 left over."};
+inline constexpr Text<4> pointsMissing{u"%1 %2; %3 are needed for a chart: %4."};
+inline constexpr Text<> oneSampleMakes{u"1 sample makes"};
+inline constexpr Text<1> samplesMake{u"%1 samples make"};
+inline constexpr Text<> onePoint{u"1 point"};
+inline constexpr Text<1> manyPoints{u"%1 points"};
+inline constexpr Text<> oneMore{u"1 more sample"};
+inline constexpr Text<1> manyMore{u"%1 more samples"};
 inline constexpr Text<1> halfAComma{u"Line %1: no number stands on one side of a comma."};
 inline constexpr Text<2> notANumber{u"Line %1 is not a number: %2"};
 inline constexpr Text<2> severalValues{
@@ -264,6 +275,10 @@ inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %
 // The units of measurement and the bar that leads through their records.
 namespace Units {
 inline constexpr Text<> noneShown{u"No unit is shown. Refresh list shows the units, Add makes a new one."};
+inline constexpr Text<> none{u"There are no units yet. Add makes the first one."};
+inline constexpr Text<> nameStays{
+    u"The name of a unit stays, since data sets refer to it; its description can be changed. Add makes a new "
+    u"unit."};
 inline constexpr Text<> newUnit{u"New unit"};
 inline constexpr Text<2> place{u"Unit %1 of %2"};
 }  // namespace Units

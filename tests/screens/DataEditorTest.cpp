@@ -11,9 +11,11 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QWheelEvent>
 
 #include "core/DataObjectFunctions.h"
+#include "platform/ui/Contrast.h"
 #include "screens/ExpandedDataForm.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
@@ -132,7 +134,7 @@ TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   Type(*editor, "txtDescription", u"other"_s);
   Fire(*editor, "ChangeMonitorTimer");
   Fire(*editor, "NotesTimer");
-  EXPECT_TRUE(Text("lblHint").contains(u"keeps its description"));
+  EXPECT_TRUE(Text("lblHint").contains(u"keeps its description") && Text("lblHint").contains(u"Rename..."));
 
   // In subgroups of eight no limit is 0, and all could be kept.
   Get<QComboBox>(*editor, "comboSubGroup").setEditText(u"8"_s);
@@ -140,7 +142,7 @@ TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   Type(*editor, "txtMaxSamples", u"32"_s);
   program.boxes.Expect(Answer::Yes, u"8 samples will be discarded upon save. Continue?");
   program.boxes.Expect(u"All data successfully saved.");
-  Click(*editor, "Toolbar1_1");
+  QTest::keyClick(editor.get(), Qt::Key_S, Qt::ControlModifier);
   EXPECT_EQ(Text("txtDescription"), u"BORE");
   EXPECT_EQ(Raw().trimmed().count(u'\n') + 1, 32);
   EXPECT_EQ(Text("txtMaxSamples"), u"32");
@@ -335,6 +337,86 @@ TEST_F(DataEditorTest, TheWheelTurnsOnlyWhatHasTheFocus) {
   EXPECT_EQ(size.currentText(), before);
 }
 
+// In 18 points on a small screen, as on any: nothing is out of reach, and what is locked can be read.
+TEST_F(DataEditorTest, FitsTheScreenAndScrollsToWhatHasTheFocus) {
+  const QFont before = QApplication::font();
+  const QPalette light = QApplication::palette();
+  QFont large = before;
+  large.setPointSize(18);
+  QApplication::setFont(large);
+  for (const bool isDark : {false, true}) {
+    QPalette palette = isDark ? QPalette(QColor(50, 50, 50), QColor(40, 40, 40)) : light;
+    QApplication::setPalette(Contrast::WithReadableHints(palette));
+    Open();
+    EXPECT_TRUE(editor->screen()->availableSize().width() >= editor->width());
+    EXPECT_TRUE(editor->screen()->availableSize().height() >= editor->height());
+    for (int i = 0; i < 40; ++i) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      const QWidget& now = *QApplication::focusWidget();
+      const QRect place(now.mapTo(editor.get(), QPoint()), now.size());
+      EXPECT_TRUE(editor->rect().contains(place.center())) << now.objectName().toStdString();
+    }
+    const QLineEdit& locked = Get(*editor, "txtXUCL");
+    EXPECT_FALSE(locked.isEnabled());
+    EXPECT_GE(Contrast::Between(locked.palette().color(QPalette::Disabled, QPalette::Text),
+                                locked.palette().color(QPalette::Disabled, QPalette::Base)),
+              Contrast::readable);
+    QTest::keyClick(editor.get(), Qt::Key_Escape);
+  }
+  QApplication::setFont(before);
+  QApplication::setPalette(light);
+}
+
+TEST_F(DataEditorTest, SaysHowManySamplesAreMissingForAChart) {
+  Open();
+  Get<QComboBox>(*editor, "comboSubGroup").setEditText(u"5"_s);
+  Paste(u"1\n"_s.repeated(30));
+  EXPECT_EQ(Text("lblHint"), u"30 samples make 6 points; 8 are needed for a chart: 10 more samples.");
+  Paste(u"1\n"_s.repeated(9));
+  EXPECT_TRUE(Text("lblHint").endsWith(u" 1 more sample."));
+  Paste(u"1\n"_s);
+  EXPECT_EQ(Text("lblHint"), QString());
+  Close(Answer::No);
+}
+
+TEST_F(DataEditorTest, AnApostropheIsNamedAsTheCause) {
+  Open();
+  for (const auto& [box, text] : {std::pair{"txtDescription", u"Bob's bore"_s},
+                                  {"txtUSL", u"12"_s},
+                                  {"txtNominal", u"10"_s},
+                                  {"txtLSL", u"8"_s}})
+    Enter(box, text);
+  Units().setCurrentIndex(0);
+  Paste(u"9\n11\n"_s.repeated(20));
+  program.boxes.Expect(u"apostrophe (') in \"BOB'S BORE\"");
+  Click(*editor, "Toolbar1_1");
+  EXPECT_TRUE(HasFocus("txtDescription"));
+  Close(Answer::No);
+}
+
+TEST_F(DataEditorTest, TheListOfUnitsFollowsTheLibrary) {
+  OpenExisting();
+  InModalWindow([](QWidget& units) { units.close(); });
+  Click(*editor, "cmdUnits");
+  EXPECT_FALSE(SaveIsEnabled()) << "nothing was changed there";
+  program.Execute(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
+  editor->LibraryChanged();
+  EXPECT_GE(Units().findText(u"inch"_s), 0);
+  EXPECT_EQ(Units().currentText(), u"MM");
+  EXPECT_FALSE(SaveIsEnabled());
+  QTest::keyClick(editor.get(), Qt::Key_Escape);
+
+  program.state.gAddMode = true;
+  Open();
+  Units().setCurrentText(u"inch"_s);
+  program.Execute(u"UPDATE Units SET Deleted = 1 WHERE Name = 'inch'"_s);
+  editor->LibraryChanged();
+  Fire(*editor, "NotesTimer");
+  EXPECT_EQ(Units().currentText(), QString());
+  EXPECT_TRUE(Text("lblHint").contains(u"deleted this unit"_s));
+  QTest::keyClick(editor.get(), Qt::Key_Escape);  // there is nothing in the boxes
+}
+
 TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
   OpenExisting();
   for (const char* name : {"txtUSL", "txtHiFlier"}) {
@@ -342,6 +424,13 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
     QCoreApplication::processEvents();
     EXPECT_EQ(Get(*editor, name).selectedText(), Text(name));
   }
+  // A window that comes back leaves what was begun as it was.
+  QLineEdit& box = Get(*editor, "txtHiFlier");
+  box.deselect();
+  QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+  QApplication::sendEvent(&box, &back);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(box.selectedText(), QString());
   editor->resize(editor->width(), 0);
   editor->ShowSample(39);
   QCoreApplication::processEvents();

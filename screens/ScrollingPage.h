@@ -1,0 +1,17 @@
+// A page of controls that scrolls where the screen has no room for all of it. The control that has the focus
+// is in sight.
+#pragma once
+
+#include <QScrollArea>
+
+class ScrollingPage : public QScrollArea {
+  Q_OBJECT
+ public:
+  // The page's background is the window's, and its margins are its own.
+  explicit ScrollingPage(QWidget* page, QWidget* parent = nullptr);
+
+  QSize sizeHint() const override;  // all of the page
+
+  // As large as the window wants to be, as far as its screen has room.
+  static void FitToScreen(QWidget* window, QSize wanted);
+};
