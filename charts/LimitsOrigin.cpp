@@ -25,7 +25,12 @@ LimitsOrigin OriginOfLimits(const CData& data) {
   const int first = std::max<int>(1, data.DataStartPoint());
   const int stop = data.DataStopPoint();
   const int last = stop == 0 ? count : std::min(stop, count);
-  const bool isPart = first > 1 || last < count;
-  if (isPart && first <= last && AreLimitsFrom(data, first, last)) return {LimitsOrigin::Points, first, last};
-  return {AreLimitsFrom(data, 0, 0) ? LimitsOrigin::AllPoints : LimitsOrigin::Kept, 0, 0};
+  const auto areFromPart = [&](int from, int to) {
+    return from >= 1 && from <= to && to <= count && to - from + 1 < count && AreLimitsFrom(data, from, to);
+  };
+  if (areFromPart(first, last)) return {LimitsOrigin::Points, first, last};
+  if (AreLimitsFrom(data, 0, 0)) return {LimitsOrigin::AllPoints};
+  const auto [from, to] = data.LimitsBase();
+  if (areFromPart(from, to)) return {LimitsOrigin::Points, from, to};
+  return {LimitsOrigin::Kept};
 }

@@ -249,6 +249,11 @@ class CData {
   const QVariantList& RowAsKnown() const { return rowAsKnown_; }
   void SetRowAsKnown(const QVariantList& row) { rowAsKnown_ = row; }
 
+  // The first and the last plot point that the kept limits were calculated from, as the library notes it; 0,
+  // 0 where it does not. It may be out of date: the limits themselves tell.
+  std::pair<qint16, qint16> LimitsBase() const { return limitsBase_; }
+  void SetLimitsBase(std::pair<qint16, qint16> points) { limitsBase_ = points; }
+
   // Calls visit(name, the value as read, the value as stored, the setter) for every property.
   template <class Visitor>
   void ForEachProperty(Visitor&& visit) const;
@@ -304,6 +309,7 @@ class CData {
   std::vector<qint16> rangesOutside_;
   ViolatingPointLists violatingPoints_;
   QVariantList rowAsKnown_;
+  std::pair<qint16, qint16> limitsBase_;
 };
 
 using CDataPtr = std::shared_ptr<CData>;

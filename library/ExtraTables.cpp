@@ -74,3 +74,24 @@ bool ExtraTables::HasVersions(Connection& connection) {
 bool ExtraTables::HasDeleted(Connection& connection) { return Has(connection, u"DeletedStatData"_s); }
 
 bool ExtraTables::HasFormerNames(Connection& connection) { return Has(connection, u"FormerDescription"_s); }
+
+ExtraTables::LimitsBases ExtraTables::ReadLimitsBases(Connection& connection) {
+  LimitsBases bases;
+  if (!Has(connection, u"LimitsBase"_s)) return bases;
+  QSqlQuery query = connection.Run(u"select"_s, u"SELECT ID, FirstPoint, LastPoint FROM LimitsBase"_s);
+  while (connection.NextRow(query)) {
+    const auto point = [&](int column) { return static_cast<qint16>(query.value(column).toInt()); };
+    bases[query.value(0).toLongLong()] = {point(1), point(2)};
+  }
+  return bases;
+}
+
+void ExtraTables::NoteLimitsBase(Connection& connection, qint64 id, std::pair<qint16, qint16> points) {
+  connection.Execute(
+      u"CREATE TABLE IF NOT EXISTS LimitsBase (ID INTEGER PRIMARY KEY, FirstPoint INTEGER NOT NULL, "
+      "LastPoint INTEGER NOT NULL)"_s);
+  connection.Execute(
+      u"INSERT INTO LimitsBase VALUES (?, ?, ?) ON CONFLICT (ID) DO UPDATE SET "
+      "FirstPoint = excluded.FirstPoint, LastPoint = excluded.LastPoint"_s,
+      {id, points.first, points.second});
+}

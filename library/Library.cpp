@@ -55,6 +55,15 @@ QString TakenIn(const Merge::Result& merged, const QString& newName) {
   return lines.join(u' ');
 }
 
+// The points that the limits were calculated from, where they were in this session and are a part.
+std::optional<std::pair<qint16, qint16>> BaseOf(const CData& data) {
+  const qint16 first = std::max<qint16>(1, data.DataStartPoint());
+  const qint16 count = data.NumberOfPlotPoints();
+  const qint16 last = data.DataStopPoint() == 0 ? count : std::min(data.DataStopPoint(), count);
+  if (first > last || (first == 1 && last == count)) return std::nullopt;
+  return std::pair(first, last);
+}
+
 // The data set as loading its present row makes it; what belongs to the user's work with it stays.
 void TakeRow(CData& data, const QVariantList& row) {
   CData loaded = Merge::AsLoaded(row, data);
@@ -151,12 +160,13 @@ QVariantList Library::WrittenRow(qint64 id) {
 }
 
 void Library::ReadEach(const std::function<bool(const Row&)>& take) {
+  const auto bases = ExtraTables::ReadLimitsBases(connection_);
   qint64 last = std::numeric_limits<qint64>::min();
   for (RawRows rows;
        rows = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(rowsAtATime), {last}), !rows.empty();) {
     last = Tables::IdOf(rows.back());
     for (const QVariantList& values : rows) {
-      Row row = Rows::Make(values);
+      Row row = Rows::Make(values, bases);
       Rows::Calculate(row);
       if (!take(row)) return;
     }
@@ -165,11 +175,12 @@ void Library::ReadEach(const std::function<bool(const Row&)>& take) {
 
 std::vector<Library::Row> Library::ReadAll() {
   std::vector<Row> rows;
+  const auto bases = ExtraTables::ReadLimitsBases(connection_);
   qint64 last = std::numeric_limits<qint64>::min();
   for (RawRows read;
        read = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(rowsAtATime), {last}), !read.empty();) {
     last = Tables::IdOf(read.back());
-    for (const QVariantList& values : read) rows.push_back(Rows::Make(values));
+    for (const QVariantList& values : read) rows.push_back(Rows::Make(values, bases));
   }
   QtConcurrent::blockingMap(rows, Rows::Calculate);
   return rows;
@@ -178,7 +189,7 @@ std::vector<Library::Row> Library::ReadAll() {
 std::optional<Library::Row> Library::Read(qint64 id) {
   const RawRows rows = SelectId(id);
   if (rows.empty()) return std::nullopt;
-  Row row = Rows::Make(rows.front());
+  Row row = Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_));
   Rows::Calculate(row);
   return row;
 }
@@ -267,6 +278,10 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
     ExtraTables::Make(connection_);
     written = Update(present.front(), merged.row, now);
   }
+  if (const auto base = BaseOf(data)) {
+    ExtraTables::NoteLimitsBase(connection_, Tables::IdOf(written), *base);
+    data.SetLimitsBase(*base);
+  }
   transaction.Commit();
   TakeRow(data, written);
   return saved;
@@ -294,7 +309,7 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
   const auto id = FindDataSet(description);
   const RawRows rows = id ? SelectId(*id) : RawRows();
   if (rows.empty()) throw NotThere(description);
-  const Row row = Rows::Make(rows.front());
+  const Row row = Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_));
   if (row.failure) throw Error(place_ + u": "_s + row.failure->Text(), row.failure->GetKind(), place_);
   QString text = row.data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';

@@ -14,7 +14,7 @@ QString NameOf(const QVariantList& row) {
                                  row[table.IndexOf(u"ID")].toString());
 }
 
-Library::Row Make(const QVariantList& row) {
+Library::Row Make(const QVariantList& row, const ExtraTables::LimitsBases& bases) {
   Library::Row made;
   made.id = Tables::IdOf(row);
   made.description = row[Tables::StatData().IndexOf(u"Description")].toString();
@@ -22,6 +22,7 @@ Library::Row Make(const QVariantList& row) {
     made.data = std::make_shared<CData>();
     made.data->SetFollowsItsDecimals(true);
     Tables::Fill(*made.data, row);
+    if (const auto base = bases.find(made.id); base != bases.end()) made.data->SetLimitsBase(base->second);
   } catch (const Error& error) {
     made.data.reset();
     const QString name = NameOf(row);

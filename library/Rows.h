@@ -3,6 +3,7 @@
 
 #include <QVariantList>
 
+#include "library/ExtraTables.h"
 #include "library/Library.h"
 
 namespace Rows {
@@ -10,7 +11,7 @@ namespace Rows {
 // "Data set "SHAFT" (ID 7)"
 QString NameOf(const QVariantList& row);
 
-Library::Row Make(const QVariantList& row);  // without statistics
+Library::Row Make(const QVariantList& row, const ExtraTables::LimitsBases& bases = {});  // without statistics
 
 void Calculate(Library::Row& row);  // leaves a row that has failed alone
 

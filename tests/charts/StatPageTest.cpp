@@ -68,7 +68,12 @@ TEST(StatPage, KnowsWhatItsLimitsAreCalculatedFrom) {
     EXPECT_EQ(origin.kind, LimitsOrigin::Points);
     EXPECT_EQ(std::pair(origin.first, origin.last), std::pair(4, 20));
     data.SetDataStopPoint(0);
-    EXPECT_EQ(OriginOfLimits(data).kind, LimitsOrigin::Kept) << "the range is not stored";
+    EXPECT_EQ(OriginOfLimits(data).kind, LimitsOrigin::Kept) << "as after loading";
+    data.SetLimitsBase({4, 20});
+    EXPECT_EQ(OriginOfLimits(data).first, 4) << "the library has noted them";
+    EXPECT_EQ(StatPage(data, {}).BasePoints()->last, 20);
+    data.SetLimitsBase({5, 21});
+    EXPECT_EQ(OriginOfLimits(data).kind, LimitsOrigin::Kept) << "a note that holds no longer";
   }
 }
 

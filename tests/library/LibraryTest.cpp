@@ -45,6 +45,30 @@ TEST_F(LibraryTest, LimitsOfNoWidthAreNotKept) {
   EXPECT_GT(Value(u"SELECT XBarUCL FROM StatData"_s).toDouble(), 10);
 }
 
+TEST_F(LibraryTest, NotesThePointsThatLimitsWereCalculatedFrom) {
+  const CDataPtr data = Added(u"Shaft"_s), other = Added(u"Bore"_s);
+  const auto noted = [&](Library& from) { return from.Read(1)->data->LimitsBase(); };
+  EXPECT_EQ(noted(*others).second, 0);
+  QCGlobalFunctions::ClearControlLimits(*data);
+  data->SetDataStartPoint(2);
+  data->SetDataStopPoint(3);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(*data));
+  library->Save(*data, now);
+  other->SetUpperSpecLimit(13);
+  library->Save(*other, now);
+
+  const QString copy = folder.filePath(u"copy.kestrel"_s);
+  library->CopyTo(copy);
+  others->Delete(1, now);
+  others->Restore(others->DeletedDataSets()[0]);
+  Library copied(copy);
+  for (Library* from : {library.get(), others.get(), &copied})
+    EXPECT_EQ(noted(*from), std::pair(qint16(2), qint16(3)));
+  EXPECT_EQ(library->ReadAll()[0].data->LimitsBase().first, 2);
+  EXPECT_EQ(library->Read(2)->data->LimitsBase().first, 0);
+  EXPECT_EQ(library->Append(u"Shaft"_s, {u"9"_s}, now)->LimitsBase().first, 2);
+}
+
 TEST_F(LibraryTest, AConflictWritesNothingUntilItIsDecided) {
   const CDataPtr data = Added(u"Shaft"_s);
   Execute(u"UPDATE StatData SET UpperSpecLimit = 14, LastModified = 'then'"_s);
