@@ -186,48 +186,60 @@ QString OutputFolder(const Arguments& arguments) {
   return folder;
 }
 
-// A data set, the file for it and its place among all files, from 1.
+// A data set, the file for it and its place among the files that are written, from 1.
 struct Output {
   CDataPtr data;
   QString path;
-  int number;
-  int count;
+  int number = 0;
+  int count = 0;
+  std::exception_ptr failure{};  // why there is no file
 };
 
 std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString& folder,
                             const QString& ending) {
   FileNames names(folder, ending);
   std::vector<Output> outputs;
-  for (const CDataPtr& data : selected) {
-    const int number = static_cast<int>(outputs.size()) + 1;
-    outputs.push_back({data, names.Next(*data), number, static_cast<int>(selected.size())});
-  }
+  for (const CDataPtr& data : selected) outputs.push_back({data, names.Next(*data)});
   return outputs;
 }
 
+using Step = std::function<void(const Output&)>;
+
+// Does it unless the output has failed before.
+void Try(Output& output, const Step& step) {
+  try {
+    if (!output.failure) step(output);
+  } catch (const std::exception&) {
+    output.failure = std::current_exception();
+  }
+}
+
 // Writes one file for each selected data set, several at once, and prints in their order where they are. One
-// that cannot be written keeps none of the others from it; it is named, and the exit status tells.
-template <class Write>
-int WriteEach(const Arguments& arguments, const QString& ending, Write&& write) {
+// that is refused or cannot be written keeps none of the others from it; it is named, and the exit status
+// tells. What is refused is known before the others get their numbers.
+int WriteEach(const Arguments& arguments, const QString& ending, const Step& prepare, const Step& write) {
   const QString library = arguments.Operands()[0];
   const auto rows = Library::Open(library, Console::Warn)->ReadAll();
   const Loaded loaded = Load(Select(rows, arguments.Operands().mid(1), library), library);
-  const std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), ending);
-  // The failure of each, null for none. What is below does not leave before all are written.
-  QFutureSynchronizer<std::exception_ptr> failures(
-      QtConcurrent::mapped(outputs, [&write](const Output& output) -> std::exception_ptr {
-        try {
-          write(output);
-          return nullptr;
-        } catch (const std::exception&) {
-          return std::current_exception();
-        }
-      }));
+  std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), ending);
+  QtConcurrent::blockingMap(outputs, [&](Output& output) { Try(output, prepare); });
+  const auto count = std::ranges::count(outputs, nullptr, &Output::failure);
+  int number = 0;
+  for (Output& output : outputs) {
+    output.number = number += !output.failure;
+    output.count = static_cast<int>(count);
+  }
+  // What is below does not leave before all are written.
+  QFutureSynchronizer<std::exception_ptr> failures(QtConcurrent::mapped(outputs, [&write](Output output) {
+    Try(output, write);
+    return output.failure;
+  }));
   int status = loaded.status;
   Console::Progress progress(Words::Command::writing());
-  for (const Output& output : outputs) {
+  for (int i = 0; i < static_cast<int>(outputs.size()); ++i) {
+    const Output& output = outputs[static_cast<size_t>(i)];
     try {
-      const std::exception_ptr failure = failures.futures()[0].resultAt(output.number - 1);
+      const std::exception_ptr failure = failures.futures()[0].resultAt(i);
       if (failure) std::rethrow_exception(failure);
       Console::Print(output.path + u'\n');
     } catch (const std::exception& error) {
@@ -235,7 +247,7 @@ int WriteEach(const Arguments& arguments, const QString& ending, Write&& write) 
       Console::Complain(Words::Library::refusedValues(library, name, ErrorText(error)));
       status = std::max(status, CommandLine::StatusOf(error));
     }
-    progress.Show(output.number, output.count);
+    progress.Show(i + 1, static_cast<int>(outputs.size()));
   }
   return status;
 }
@@ -256,26 +268,33 @@ int RunStatus(const Arguments& arguments) {
                        arguments.Has(check) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine);
 }
 
-// The points that the charts of a data set with so many are to show.
-using Stretch = std::function<std::optional<PointRange>(int count)>;
+// The points that the charts of a data set with so many are to show, and what it adds to a file's name: the
+// page of a part does not replace that of all points.
+struct Stretch {
+  std::function<std::optional<PointRange>(int count)> of;
+  QString name{};
+};
 
 Stretch StretchOf(const Arguments& arguments) {
   if (arguments.Has(points) && arguments.Has(last)) throw InputError(Words::Command::pointsOrLast());
   if (arguments.Has(last)) {
-    return [most = arguments.Whole(last)](int count) {
-      return PointRange{std::max(1, count - most + 1), count};
-    };
+    const int most = arguments.Whole(last);
+    return {[most](int count) {
+              return PointRange{std::max(1, count - most + 1), count};
+            },
+            u".last-%1"_s.arg(most)};
   }
-  if (!arguments.Has(points)) return [](int) { return std::nullopt; };
+  if (!arguments.Has(points)) return {[](int) { return std::nullopt; }};
   static const QRegularExpression range(u"^([0-9]{1,5})-([0-9]{1,5})$"_s);
   const auto match = range.match(arguments.Text(points));
   const PointRange wanted{match.captured(1).toInt(), match.captured(2).toInt()};
   if (!match.hasMatch() || wanted.first < 1 || wanted.last < wanted.first)
     throw InputError(Words::Command::notPoints(arguments.Text(points)));
-  return [wanted](int count) {
-    if (wanted.first > count) throw InputError(Words::Command::noSuchPoints(wanted.first, count));
-    return wanted;
-  };
+  return {[wanted](int count) {
+            if (wanted.first > count) throw InputError(Words::Command::noSuchPoints(wanted.first, count));
+            return wanted;
+          },
+          u".%1-%2"_s.arg(wanted.first).arg(wanted.last)};
 }
 
 int RunReport(const Arguments& arguments) {
@@ -286,19 +305,21 @@ int RunReport(const Arguments& arguments) {
   options.libraryName = QFileInfo(arguments.Operands()[0]).fileName();
   options.printedAt = QDateTime::currentDateTime();
   const QString day = arguments.Has(date) ? options.printedAt.toString(u".yyyy-MM-dd"_s) : QString();
-  return WriteEach(arguments, day + u'.' + format.choices[arguments.Choice(format)],
-                   [&](const Output& output) {
-                     StatPageOptions own = options;
-                     own.pageNumber = output.number;
-                     own.pageCount = output.count;
-                     own.points = stretch(output.data->NumberOfPlotPoints());
-                     PageOutput::WritePage(StatPage(*output.data, own), output.path);
-                   });
+  const auto page = [&](const Output& output) {
+    StatPageOptions own = options;
+    own.pageNumber = output.number;
+    own.pageCount = output.count;
+    own.points = stretch.of(output.data->NumberOfPlotPoints());
+    return StatPage(*output.data, own);
+  };
+  return WriteEach(arguments, stretch.name + day + u'.' + format.choices[arguments.Choice(format)], page,
+                   [&](const Output& output) { PageOutput::WritePage(page(output), output.path); });
 }
 
 int RunExport(const Arguments& arguments) {
-  return WriteEach(arguments, u".csf"_s,
-                   [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
+  return WriteEach(
+      arguments, u".csf"_s, [](const Output&) {},
+      [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
 }
 
 }  // namespace

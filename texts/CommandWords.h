@@ -131,7 +131,10 @@ inline constexpr Text<> reportDetails{
     u"stands\n"
     u"behind the name. So a data set keeps its file's name, and no two have the same. --points and --last "
     u"show a\n"
-    u"part of the charts; limits, verdict and summary stay those of all points.\n"};
+    u"part of the charts, in a file of its own (NAME.40-80.pdf, NAME.last-50.pdf); limits, verdict and "
+    u"summary\n"
+    u"stay those of all points. A data set that has none of these points is refused and has no page "
+    u"number.\n"};
 inline constexpr Text<> pointsValue{u"A-B"};
 inline constexpr Text<> pointsOption{u"show only the points from A to B"};
 inline constexpr Text<> lastOption{u"show only so many points, the last ones"};

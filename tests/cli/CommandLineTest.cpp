@@ -69,14 +69,20 @@ TEST_F(CommandLineTest, ReportShowsAStretchAndDatesItsFiles) {
   const QString day = QDate::currentDate().toString(u".yyyy-MM-dd"_s);
   EXPECT_EQ(RunIn(u"report LIB --out @out --format svg --date").output,
             Path(u"out/Shaft%1.svg\n"_s.arg(day)));
-  for (const auto& [words, said] :
-       {std::pair{u"--points 2-5"_s, "points 2 to 5 of 8"}, {u"--last 3"_s, "points 6 to 8 of 8"}}) {
+  for (const auto& [words, name, said] : {std::tuple{u"--points 2-5"_s, u".2-5"_s, "points 2 to 5 of 8"},
+                                          {u"--last 3"_s, u".last-3"_s, "points 6 to 8 of 8"}}) {
     EXPECT_EQ(RunIn(u"report LIB --out @out --format svg "_s + words).status, 0);
-    EXPECT_EQ(Read(Path(u"out/Shaft.svg"_s)).count(said), 2) << said;
+    EXPECT_EQ(Read(Path(u"out/Shaft%1.svg"_s.arg(name))).count(said), 2) << said;
   }
+  EXPECT_FALSE(QFile::exists(Path(u"out/Shaft.svg"_s))) << "a part is not written over the whole";
   Fails(2, u"report LIB --out @out --points 5-2", {u"--points"_s, u"\"5-2\""_s});
   Fails(2, u"report LIB --out @out --points 9-12", {u"\"Shaft\""_s, u"9"_s, u"8"_s});
   Fails(2, u"report LIB --out @out --points 1-2 --last 3", {u"--points"_s, u"--last"_s});
+  ImportShaft(u"--subgroup 2 --description Bore"_s);
+  const ProgramRun both = RunIn(u"report LIB --out @out --format svg --points 6-8 Bore Shaft");
+  EXPECT_EQ(both.output, Path(u"out/Shaft.6-8.svg\n"_s));
+  EXPECT_TRUE(both.error.contains(u"\"Bore\""_s));
+  EXPECT_TRUE(Read(Path(u"out/Shaft.6-8.svg"_s)).contains(">Page 1 of 1<")) << "Bore has no page";
 }
 
 TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
