@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-// A heading, which has no point, above the marks of each kind.
+// Above the marks of each kind stand a heading and a row of words, which have no point.
 class MarkList::Rows : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;
@@ -19,7 +19,8 @@ class MarkList::Rows : public QAbstractListModel {
     std::vector<StatPage::Mark> rows;
     int rule = -1;
     for (const StatPage::Mark& mark : marks) {
-      if (mark.rule != rule) rows.push_back({mark.graph, 0, mark.rule});
+      if (mark.rule != rule)
+        rows.insert(rows.end(), {{mark.graph, heading, mark.rule}, {mark.graph, words, mark.rule}});
       rule = mark.rule;
       rows.push_back(mark);
     }
@@ -34,7 +35,7 @@ class MarkList::Rows : public QAbstractListModel {
     return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
   }
   const StatPage::Mark& At(int row) const { return rows_.at(static_cast<size_t>(row)); }
-  bool IsHeading(int row) const { return At(row).number == 0; }
+  bool IsHeading(int row) const { return At(row).number <= 0; }
 
   int rowCount(const QModelIndex& parent = {}) const override {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
@@ -44,22 +45,26 @@ class MarkList::Rows : public QAbstractListModel {
   }
   QVariant data(const QModelIndex& index, int role) const override {
     const StatPage::Mark& mark = At(index.row());
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-      return mark.number == 0 ? Heading(mark) : Point(mark);
-    if (role == Qt::FontRole && mark.number == 0) return Bold();
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return TextOf(mark);
+    if (role == Qt::FontRole && mark.number <= 0) return FontOf(mark);
     return {};
   }
 
  private:
-  static QString Heading(const StatPage::Mark& mark) {
-    return mark.rule == 0 ? Words::Marks::ranges() : Words::Marks::rule(DetectionRules::ShortText(mark.rule));
+  static constexpr int heading = 0, words = -1;  // for a point's number
+
+  static QString TextOf(const StatPage::Mark& mark) {
+    const bool isRange = mark.rule == 0;
+    if (mark.number == heading) return isRange ? Words::Marks::ranges() : Words::Marks::rule(mark.rule);
+    // The short text of a rule begins with its number.
+    if (mark.number == words)
+      return isRange ? Words::Marks::lookHere() : DetectionRules::ShortText(mark.rule).section(u' ', 1);
+    return isRange ? Words::Marks::range(mark.number) : Words::Marks::average(mark.number);
   }
-  static QString Point(const StatPage::Mark& mark) {
-    return mark.rule == 0 ? Words::Marks::range(mark.number) : Words::Marks::average(mark.number);
-  }
-  static QFont Bold() {
+  static QFont FontOf(const StatPage::Mark& mark) {
     QFont font;
-    font.setBold(true);
+    font.setBold(mark.number == heading);
+    font.setItalic(mark.number == words);
     return font;
   }
 
@@ -113,7 +118,7 @@ void MarkList::Step(GraphId graph, int number, int step) {
 }
 
 QSize MarkList::sizeHint() const {
-  return {fontMetrics().averageCharWidth() * 20, fontMetrics().height() * 8};
+  return {fontMetrics().averageCharWidth() * 20, fontMetrics().height() * 5};
 }
 
 void MarkList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -86,7 +86,9 @@ void RecalcScreen::BuildControls() {
   layout->addWidget(BuildChart(), 1);
   layout->addLayout(BuildButtons(mnemonics));
   const int em = fontMetrics().height();
-  resize(QSize(em * 44, em * 36).boundedTo(screen()->availableSize() * 9 / 10));
+  const QSize room = screen()->availableSize() * 9 / 10;
+  chartBox_->setVisible(room.height() > em * 18);  // the buttons come first
+  resize(QSize(em * 44, em * 36).boundedTo(room));
   connect(&TextReset, &QTimer::timeout, this, [this] {
     TextReset.stop();
     lblDescription->setText(data_->Description());
@@ -148,7 +150,7 @@ QWidget* RecalcScreen::BuildChart() {
   chartBox_ = Named(new QWidget(this), u"chartBox"_s);
   auto* lblDrag = TextLabel(u"lblDrag"_s, chartBox_, Words::Recalculate::drag());
   view_ = Named(new PageView(chartBox_), u"PageView"_s);
-  view_->setMinimumHeight(fontMetrics().height() * 5);  // in a small window the buttons come first
+  view_->setMinimumHeight(fontMetrics().height() * 5);
   auto* column = new QVBoxLayout(chartBox_);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(lblDrag);

@@ -54,19 +54,26 @@ void StatGraphics::BuildControls() {
   layout->addLayout(body, 1);
   setTabOrder(checkFitScale, view_);
   view_->setFocus();
+  // It may be made smaller than the panel beside the charts has room in.
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
+  setMinimumSize(view_->minimumSize() + QSize(40, 120));
   const QSize room = screen()->availableSize();
   resize(std::min(1280, room.width() * 19 / 20), std::min(800, room.height() * 9 / 10));
   ConnectControls();
   ConnectPoints();
 }
 
-// In a small window the charts get the room that the captions of the commands and the panel can spare.
+// In a small window the charts get the room that the captions of the commands and the panel can spare. What
+// the panel tells stands on the page as well.
 void StatGraphics::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
   const int em = fontMetrics().height();
-  const bool isLow = height() < em * 36 && width() > em * 36;
-  Toolbar1->setToolButtonStyle(isLow ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
-  verdict_->SetColumn(em * (width() < em * 50 ? 11 : 14));
+  const bool isLow = height() < em * 36, isNarrow = width() < em * 36;
+  Toolbar1->setToolButtonStyle(!isLow     ? Qt::ToolButtonTextUnderIcon
+                               : isNarrow ? Qt::ToolButtonIconOnly
+                                          : Qt::ToolButtonTextBesideIcon);
+  verdict_->SetColumn(em * (width() < em * 50 ? 25 : 28) / 2);
+  verdict_->setVisible(width() >= verdict_->width() + view_->minimumWidth() + 2 * em);
 }
 
 ButtonBar* StatGraphics::BuildToolbar() {

@@ -71,6 +71,7 @@ QWidget* VerdictPanel::BuildMarks() {
     auto* made = Named(new QPushButton(caption, marksBox_), name);
     made->setToolTip(toolTip);
     made->setAutoDefault(false);
+    made->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // the column is wide enough for both
     connect(made, &QPushButton::clicked, this, [this, step] { Q_EMIT StepRequested(step); });
     steps->addWidget(made);
   };

@@ -40,7 +40,8 @@ inline constexpr Text<> pageFiles{u"PDF Files (*.pdf);;PNG Pictures (*.png);;SVG
 // The marks of the chart in a list, and the way through them.
 namespace Marks {
 inline constexpr Text<> title{u"Marked points"};
-inline constexpr Text<> ranges{u"Ranges: look here first"};
+inline constexpr Text<> ranges{u"Ranges"};
+inline constexpr Text<> lookHere{u"look here first"};
 inline constexpr Text<1> range{u"Range %1"};
 inline constexpr Text<1> rule{u"Rule %1"};
 inline constexpr Text<1> average{u"Average %1"};

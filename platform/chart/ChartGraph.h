@@ -97,8 +97,9 @@ class ChartGraph {
     double maxWidth = 1;  // fraction of the graph
     QStringList shorter{};
   };
-  // Lines of texts below each other. Where the graph is too low for all, they move together, then their
-  // letters get smaller, then the least important lines are left out.
+  // Lines of texts below each other. Where the graph is too small for all, they move together and their
+  // letters get smaller; then lines are left out, those with a text that is cut short and the least important
+  // ones, but for the most important ones.
   struct Cell {
     double from = 0;  // fractions across the graph
     double to = 1;

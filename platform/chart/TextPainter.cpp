@@ -19,6 +19,7 @@ struct FittedText {
   QFont font;
   QString text;
   QRectF bounds;  // ascent, descent and advance around the start of the base line
+  bool isCut = false;
 };
 
 class TextFitter {
@@ -35,7 +36,9 @@ class TextFitter {
     const QString last = shorter.isEmpty() ? text : shorter.last();
     const QFont fitted = Shrink(last, font, maxWidth, smallestText);
     const QFontMetricsF metrics(fitted, painter_.device());
-    return Fitted(metrics.elidedText(last, Qt::ElideRight, maxWidth), fitted, metrics);
+    FittedText cut = Fitted(metrics.elidedText(last, Qt::ElideRight, maxWidth), fitted, metrics);
+    cut.isCut = cut.text != last;
+    return cut;
   }
 
  private:
@@ -78,7 +81,8 @@ void PaintFitted(QPainter& painter, const FittedText& fitted, QPointF start, con
 // Which lines of a table are shown, where, and how large.
 class TableLayout {
  public:
-  TableLayout(const ChartGraph::Table& table, const GraphGeometry& geometry) : geometry_(geometry) {
+  TableLayout(QPainter& painter, const ChartGraph::Table& table, const GraphGeometry& geometry)
+      : fitter_(painter, geometry), geometry_(geometry) {
     double middle = geometry.HeightAt(table.top);
     for (const ChartGraph::Line& line : table.lines) {
       lines_.push_back({&line, middle});
@@ -93,13 +97,28 @@ class TableLayout {
   };
   const std::vector<Placed>& Lines() const { return lines_; }
 
+  // The texts of a line with where they start.
+  std::vector<std::pair<FittedText, double>> TextsOf(const ChartGraph::Line& line) const {
+    const QRectF& frame = geometry_.frame;
+    std::vector<std::pair<FittedText, double>> texts;
+    double end = frame.x();  // of the text before, which the next one keeps out of
+    for (const ChartGraph::Cell& cell : line.cells) {
+      const QFont font = FontOf(Pixels(cell.parameters), cell.parameters.style == 3);
+      const double start = std::max(frame.x() + cell.from * frame.width(), end);
+      const double room = frame.x() + (cell.to - 0.01) * frame.width() - geometry_.Rim() - start;
+      texts.emplace_back(fitter_.Fit(cell.text, cell.shorter, font, room), start);
+      end = start + texts.back().first.bounds.width() + geometry_.LabelGap();
+    }
+    return texts;
+  }
+
+ private:
   int Pixels(const ChartGraph::TextParameters& text) const {
     const int usual = TextPixels(text.size, geometry_.unit, geometry_.smallestText);
     const int least = static_cast<int>(std::ceil(geometry_.smallestText));
     return std::max(std::min(usual, least), static_cast<int>(usual * part_));
   }
 
- private:
   double HeightOf(const Placed& placed) const {
     int pixels = 0;
     for (const ChartGraph::Cell& cell : placed.line->cells)
@@ -120,18 +139,23 @@ class TableLayout {
       if (placed.middle - half < bottom) return false;
       bottom = placed.middle + half;
     }
-    return bottom <= geometry_.frame.bottom();
+    return bottom <= geometry_.frame.bottom() &&
+           std::ranges::none_of(lines_, [this](const Placed& placed) { return IsCut(placed); });
+  }
+
+  bool IsCut(const Placed& placed) const {
+    return std::ranges::any_of(TextsOf(*placed.line), [](const auto& text) { return text.first.isCut; });
   }
 
   void MoveTogether() {
     constexpr double step = 0.05, smallest = 0.3;
     const double room = geometry_.frame.height() - 2 * geometry_.Rim();
+    const auto importance = [](const Placed& placed) { return placed.line->importance; };
+    const int most = std::ranges::max(lines_, {}, importance).line->importance;
     while (Needed() > room && part_ > smallest) part_ -= step;
-    while (Needed() > room && lines_.size() > 1) {
-      const auto least = std::ranges::min_element(
-          lines_, std::ranges::less_equal{}, [](const Placed& placed) { return placed.line->importance; });
-      lines_.erase(least);
-    }
+    std::erase_if(lines_, [&](const Placed& placed) { return importance(placed) < most && IsCut(placed); });
+    while (Needed() > room && lines_.size() > 1)
+      lines_.erase(std::ranges::min_element(lines_, std::ranges::less_equal{}, importance));
     const double between = std::max(0.0, room - Needed()) / static_cast<double>(lines_.size());
     double top = geometry_.frame.top() + geometry_.Rim();
     for (Placed& placed : lines_) {
@@ -141,6 +165,7 @@ class TableLayout {
     }
   }
 
+  TextFitter fitter_;
   const GraphGeometry& geometry_;
   double part_ = 1;  // of their size that letters have, as far as they may get smaller
   std::vector<Placed> lines_;
@@ -169,19 +194,11 @@ void PaintText(QPainter& painter, const ChartGraph::Text& text, const GraphGeome
 }
 
 void PaintTable(QPainter& painter, const ChartGraph::Table& table, const GraphGeometry& geometry) {
-  const TextFitter fitter(painter, geometry);
-  const TableLayout layout(table, geometry);
-  const QRectF& frame = geometry.frame;
+  const TableLayout layout(painter, table, geometry);
   for (const auto& [line, middle] : layout.Lines()) {
-    double end = frame.x();  // of the text before, which the next one keeps out of
-    for (const ChartGraph::Cell& cell : line->cells) {
-      const QFont font = FontOf(layout.Pixels(cell.parameters), cell.parameters.style == 3);
-      const double start = std::max(frame.x() + cell.from * frame.width(), end);
-      const double room = frame.x() + (cell.to - 0.01) * frame.width() - geometry.Rim() - start;
-      const FittedText fitted = fitter.Fit(cell.text, cell.shorter, font, room);
-      PaintFitted(painter, fitted, {start, middle - fitted.bounds.center().y()},
-                  Palette::Colour(cell.parameters.colour));
-      end = start + fitted.bounds.width() + geometry.LabelGap();
-    }
+    auto cell = line->cells.begin();
+    for (const auto& [text, start] : layout.TextsOf(*line))
+      PaintFitted(painter, text, {start, middle - text.bounds.center().y()},
+                  Palette::Colour((cell++)->parameters.colour));
   }
 }

@@ -43,6 +43,17 @@ TEST_F(ChartScreenTest, ShowsTheVerdict) {
   EXPECT_EQ(helpTopics, QList<qint32>({0, 23}));
 }
 
+TEST_F(ChartScreenTest, ThePanelMakesWayForTheChartsInASmallWindow) {
+  Open();
+  const QWidget& panel = Get<QWidget>(*screen, "VerdictPanel");
+  for (const int width : {1200, 420, 900}) {
+    screen->resize(width, 400);
+    EXPECT_EQ(panel.isVisible(), width > 420);
+    EXPECT_TRUE(screen->rect().contains(QRect(view->mapTo(screen.get(), QPoint()), view->size()))) << width;
+    EXPECT_GE(view->width(), 320);
+  }
+}
+
 TEST_F(ChartScreenTest, DrawsWhatItCanOfABrokenDataSet) {
   data->SetDelimitedInputString(u"1,2,x,"_s);
   program.boxes.Expect(u"StatGraphics::SetupControlCharts failed");
