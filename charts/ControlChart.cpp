@@ -133,19 +133,23 @@ void SetScale(ControlChart& chart) {
   chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
 }
 
-// The words for the rules that are broken, or, where none is, for those in force; at length and in brief.
+// The words for the rules that are broken, or, where none is, for those in force; in fewer and fewer words.
 QStringList RuleLegend(const CData& data, const std::vector<std::uint8_t>& rules) {
   const unsigned broken = std::accumulate(rules.begin(), rules.end(), 0u, std::bit_or<>());
   const QString brief[] = {Words::Page::ruleOne(), Words::Page::ruleTwo(), Words::Page::ruleThree(),
                            Words::Page::ruleFour()};
-  QStringList words, briefWords;
+  const QString briefest[] = {Words::Page::ruleOneShort(), Words::Page::ruleTwoShort(),
+                              Words::Page::ruleThreeShort(), Words::Page::ruleFourShort()};
+  QStringList words, briefWords, briefestWords;
   for (const int rule : DetectionRules::ActiveRules(data.SensitivityValue())) {
     if (broken != 0 && !(broken & (1u << rule))) continue;
     words.append(DetectionRules::ShortText(rule));
     briefWords.append(brief[rule - 1]);
+    briefestWords.append(briefest[rule - 1]);
   }
   const QString separator = u"  \u00b7  "_s;
-  return {Words::Page::rules(words.join(separator)), briefWords.join(separator)};
+  return {Words::Page::rules(words.join(separator)), briefWords.join(separator),
+          briefestWords.join(u" \u00b7 "_s), QString()};
 }
 
 // The ranges that are marked, of the points shown.

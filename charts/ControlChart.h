@@ -46,7 +46,7 @@ struct ControlChart {
   // Per point, bit n set: it breaks active rule n. Of the chart of ranges, bit 1: it is beyond a limit.
   std::vector<std::uint8_t> rules{};
   bool marksArePoints = false;  // a mark shows its point's number instead of the rule's
-  QStringList legend{};         // of the marks, at length and in brief; empty for none
+  QStringList legend{};         // of the marks, in fewer and fewer words; empty for none
   QString scaleFailure{};       // the text reference of what is said when the scale cannot be made
   QString subtitle{};
   int baseFirst = 0;  // the points that the limits are calculated from, where that is a part; 0 for none

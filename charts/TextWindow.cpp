@@ -48,17 +48,7 @@ class Rows {
 };
 
 // What the summary says of a value that there is not.
-Wording WhyAbsent(const CData& data) {
-  const QStringList shorter{Words::Capability::none()};
-  switch (SpecificationOf(data)) {
-    case Specification::None:
-      return {Words::Capability::noSpecification(), shorter};
-    case Specification::Reversed:
-      return {Words::Capability::limitsReversed(), shorter};
-    default:
-      return {Words::Capability::noVariation(), shorter};
-  }
-}
+Wording WhyAbsent(const CData& data) { return {WhyNoCpk(data), {Words::Capability::none()}}; }
 
 // What a good Cpk is not to hide.
 Wording Caution(const CData& data) {
@@ -94,16 +84,17 @@ void DrawSummary(Rows& rows, const CData& data) {
   };
   const auto text = [](double value) { return Wording{Conversions::CStr(value)}; };
   const bool isSpecified = SpecificationOf(data) != Specification::None;
-  const auto limit = [&](double value) {
-    return isSpecified ? text(value) : Wording{Words::Capability::notGiven()};
+  const auto limit = [&](const Wording& label, double value) {
+    if (isSpecified) return row(label, text(value));
+    add(label, {Words::Capability::notGiven(), {Words::Capability::none()}}, {Palette::Grey, 16, 9, 0});
   };
-  row({Words::Figure::sampleQty()}, text(data.SampleQty()));
-  row({Words::Figure::subGroupSize()}, text(data.SubGroupSize()));
+  row({Words::Figure::sampleQty(), {Words::Figure::samples()}}, text(data.SampleQty()));
+  row({Words::Figure::subGroupSize(), {Words::Capability::subgroupShort()}}, text(data.SubGroupSize()));
   row({Words::Figure::min()}, text(data.MinValue()));
   row({Words::Figure::max()}, text(data.MaxValue()));
   row({Words::Figure::stdDev()}, text(data.StdDevValue()));
-  row({Words::Figure::upperSpecLimit(), {Words::Figure::usl()}}, limit(data.UpperSpecLimit()));
-  row({Words::Figure::lowerSpecLimit(), {Words::Figure::lsl()}}, limit(data.LowerSpecLimit()));
+  limit({Words::Figure::upperSpecLimit(), {Words::Figure::usl()}}, data.UpperSpecLimit());
+  limit({Words::Figure::lowerSpecLimit(), {Words::Figure::lsl()}}, data.LowerSpecLimit());
   if (!data.Capability().cpk) {
     add({Words::Figure::cpk()}, WhyAbsent(data), {Palette::Grey, 16, 9, 0});
   } else {
@@ -113,7 +104,8 @@ void DrawSummary(Rows& rows, const CData& data) {
     if (isCapable && !(data.IsInControl() && data.RangesOutside().empty()))
       rows.Put(0.67, right, Caution(data), {Palette::Red, 16, 4, 0});
   }
-  row({Words::Figure::lastModified()}, {data.LastModified(), {data.LastModified().section(u' ', 0, 0)}});
+  row({Words::Figure::lastModified(), {Words::Capability::modifiedShort()}},
+      {data.LastModified(), {data.LastModified().section(u' ', 0, 0)}});
   rows.Space(betweenBlocks);
 }
 
@@ -121,29 +113,31 @@ void DrawCapability(Rows& rows, const CData& data) {
   const engine::Capability& capability = data.Capability();
   const Wording none = WhyAbsent(data);
   const auto put = [&](double from, double middle, double to, const Wording& label,
-                       const std::optional<QString>& value) {
+                       const std::optional<QString>& value, const Wording& ifAbsent) {
     rows.Put(from, middle, label, small);
-    rows.Put(middle, to, value ? Wording{*value} : none, value ? smallValue : absent);
+    rows.Put(middle, to, value ? Wording{*value} : ifAbsent, value ? smallValue : absent);
   };
   const auto index = [](const std::optional<double>& value) {
     return value ? std::optional(Index(*value)) : std::nullopt;
   };
   const auto pair = [&](int importance, const Text<>& one, const std::optional<QString>& oneValue,
-                        const Wording& other, const std::optional<QString>& otherValue) {
+                        const Wording& other, const std::optional<QString>& otherValue,
+                        const Wording& ifAbsent) {
     rows.Add(capabilityPitch, importance);
-    put(labelsLeft, 0.25, valuesLeft, {one()}, oneValue);
-    put(valuesLeft, 0.69, right, other, otherValue);
+    put(labelsLeft, 0.25, valuesLeft, {one()}, oneValue, ifAbsent);
+    put(valuesLeft, 0.69, right, other, otherValue, ifAbsent);
   };
   const auto row = [&](int importance, const Wording& label, const std::optional<QString>& value) {
     rows.Add(capabilityPitch, importance);
-    put(labelsLeft, valuesLeft, right, label, value);
+    put(labelsLeft, valuesLeft, right, label, value, none);
   };
   const bool isSpecified = SpecificationOf(data) != Specification::None;
   pair(4, Words::Figure::mean, Figure(data, capability.mean),
        {Words::Figure::nominal(), {Words::Capability::nominalShort()}},
-       isSpecified ? Conversions::CStr(data.NominalSpecLimit()) : Words::Capability::notGiven());
-  pair(8, Words::Capability::cp, index(capability.cp), {Words::Capability::pp()}, index(capability.pp));
-  pair(7, Words::Figure::cpk, index(capability.cpk), {Words::Capability::ppk()}, index(capability.ppk));
+       isSpecified ? std::optional(Conversions::CStr(data.NominalSpecLimit())) : std::nullopt,
+       {Words::Capability::notGiven(), {Words::Capability::none()}});
+  pair(8, Words::Capability::cp, index(capability.cp), {Words::Capability::pp()}, index(capability.pp), none);
+  pair(7, Words::Figure::cpk, index(capability.cpk), {Words::Capability::ppk()}, index(capability.ppk), none);
   const bool hasSubgroups = data.SubGroupSize() > 1;
   row(3,
       {hasSubgroups ? Words::Capability::sigmaFromRanges() : Words::Capability::sigmaFromMovingRanges(),
@@ -164,6 +158,17 @@ void DrawCapability(Rows& rows, const CData& data) {
 }
 
 }  // namespace
+
+QString WhyNoCpk(const CData& data) {
+  switch (SpecificationOf(data)) {
+    case Specification::None:
+      return Words::Capability::noSpecification();
+    case Specification::Reversed:
+      return Words::Capability::limitsReversed();
+    default:
+      return Words::Capability::noVariation();
+  }
+}
 
 void DrawTavelTextWindow(ChartGraph& graph, const CData& data) {
   if (data.NumberOfPlotPoints() < FewestPlotPoints) {

@@ -4,4 +4,7 @@
 #include "data/CData.h"
 #include "platform/chart/ChartGraph.h"
 
+// What a page says in place of capability where there is none.
+QString WhyNoCpk(const CData& data);
+
 void DrawTavelTextWindow(ChartGraph& graph, const CData& data);

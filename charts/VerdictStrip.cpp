@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "charts/PointList.h"
+#include "charts/TextWindow.h"
 #include "platform/chart/Palette.h"
 #include "texts/DetectionRules.h"
 #include "texts/PageWords.h"
@@ -14,9 +15,10 @@ namespace {
 
 // How much of the verdict a line tells.
 struct Detail {
-  qsizetype mostPieces;  // of the points of each rule, and of the ranges; without, only the rules are named
-  bool hasRanges = true;
+  qsizetype mostPieces;     // of the points of each rule, and of the ranges; without, none is named
+  bool isTerse = false;     // in as few words as can be
   bool hasAllRules = true;  // rather than the points of the lowest one and the numbers of the others
+  bool hasRules = true;
 };
 
 QString BrokenRules(const CData& data, const Detail& detail) {
@@ -71,27 +73,29 @@ int VerdictInk(const CData& data) {
   return data.RangesOutside().empty() ? Palette::Green : Palette::Black;
 }
 
-QStringList StateAndCapability(const CData& data) {
-  QStringList parts{ProcessState::Name(data.ProcessState())};
-  if (data.Capability().cpk) {
-    const QString cpk = QString::number(data.CPKValue(), 'f', 2);
-    parts.append(data.CPKValue() >= 1.0 ? Words::Verdict::capable(cpk) : Words::Verdict::notCapable(cpk));
-  }
-  return parts;
+QString CapabilityText(const CData& data, bool isTerse) {
+  if (!data.Capability().cpk)
+    return isTerse ? Words::Verdict::notJudged() : Words::Verdict::notJudgedFor(WhyNoCpk(data));
+  const QString cpk = QString::number(data.CPKValue(), 'f', 2);
+  return data.CPKValue() >= 1.0 ? Words::Verdict::capable(cpk) : Words::Verdict::notCapable(cpk);
 }
 
-QString LineWith(const CData& data, const std::optional<Detail>& detail) {
-  QString verdict = AreLimitsReversed(data) ? Words::Verdict::limitsReversed()
-                    : data.IsInControl()    ? Words::Verdict::inControl()
-                                            : Words::Verdict::notInControl();
-  const bool hasPoints =
-      detail && !AreLimitsReversed(data);  // what lies beyond reversed limits tells nothing
-  const QString broken = hasPoints && !data.IsInControl() ? BrokenRules(data, *detail) : QString();
+QString RangesText(const CData& data, const Detail& detail) {
+  if (detail.mostPieces == 0) return Words::Verdict::rangesOutside();
+  const QString points = PointList(data.RangesOutside(), detail.mostPieces);
+  return detail.isTerse ? Words::Verdict::rangesAtShort(points) : Words::Verdict::rangesAt(points);
+}
+
+QString LineWith(const CData& data, const Detail& detail) {
+  const bool isReversed = AreLimitsReversed(data);  // what lies beyond such limits tells nothing
+  QString verdict = isReversed           ? Words::Verdict::limitsReversed()
+                    : data.IsInControl() ? Words::Verdict::inControl()
+                                         : Words::Verdict::notInControl();
+  const bool hasRules = detail.hasRules && !isReversed && !data.IsInControl();
+  const QString broken = hasRules ? BrokenRules(data, detail) : QString();
   if (!broken.isEmpty()) verdict = Words::Verdict::because(verdict, broken);
-  QStringList parts{verdict};
-  parts += StateAndCapability(data);
-  if (hasPoints && detail->hasRanges && !data.RangesOutside().empty())
-    parts.append(Words::Verdict::rangesAt(PointList(data.RangesOutside(), detail->mostPieces)));
+  QStringList parts{verdict, ProcessState::Name(data.ProcessState()), CapabilityText(data, detail.isTerse)};
+  if (!isReversed && !data.RangesOutside().empty()) parts.append(RangesText(data, detail));
   return parts.join(u" \u00b7 "_s);
 }
 
@@ -99,12 +103,12 @@ QString LineWith(const CData& data, const std::optional<Detail>& detail) {
 QStringList VerdictLines(const CData& data) {
   if (data.NumberOfPlotPoints() == 0) return {ProcessState::Name(0)};
   QStringList lines;
-  for (const auto& [hasRanges, hasAllRules] : {std::pair{true, true}, {false, true}, {false, false}}) {
+  for (const auto& [isTerse, hasAllRules] : {std::pair{false, true}, {true, true}, {true, false}}) {
     for (qsizetype pieces = MostPointPieces; pieces > 0; --pieces)
-      lines.append(LineWith(data, Detail{pieces, hasRanges, hasAllRules}));
+      lines.append(LineWith(data, {pieces, isTerse, hasAllRules}));
   }
-  lines.append(LineWith(data, Detail{0, false}));
-  lines.append(LineWith(data, std::nullopt));
+  lines.append(LineWith(data, {0, true}));
+  lines.append(LineWith(data, {0, true, false, false}));
   lines.removeDuplicates();
   return lines;
 }

@@ -164,64 +164,81 @@ TEST(PaintedPage, LabelsOfNearLimitsMoveApart) {
   }
 }
 
+// So many different numbers from 1 to the largest, in a row or anywhere.
+std::vector<qint16> SomePoints(std::mt19937& generator, size_t count, int largest) {
+  std::set<qint16> points;
+  const bool isRun = generator() % 3 == 0;
+  const auto first = 1 + generator() % static_cast<unsigned>(largest - int(count) + 1);
+  while (points.size() < count)
+    points.insert(static_cast<qint16>(isRun ? first + points.size() : 1 + generator() % unsigned(largest)));
+  return {points.begin(), points.end()};
+}
+
 // Pages whose marks lie anywhere: the numbers cannot rely on what a rule would mark.
 TEST(PaintedPage, EveryMarkHasItsNumberOnFreePaper) {
   std::mt19937 generator(11);
   std::normal_distribution<double> noise(0, 1);
   constexpr QSize size(1280, 800);
-  int numbers = 0;
+  size_t numbers = 0;
   for (int run = 0; run < 1000 && !testing::Test::HasFailure(); ++run) {
     const int points = 8 + static_cast<int>(generator() % 53);
     CData data = PageData::Simple();
     QStringList averages, ranges;
     for (int i = 0; i < points; ++i) {
       averages << QString::number(10 + 0.15 * noise(generator), 'f', 2);
-      ranges << u"0.2"_s;
+      ranges << QString::number(std::abs(0.2 + 0.15 * noise(generator)), 'f', 2);
     }
     data.SetXBarOutputString(averages.join(u','));
     data.SetRBarOutputString(ranges.join(u','));
     data.SetNumberOfPlotPoints(static_cast<qint16>(points));
-    std::set<qint16> marked;
-    const size_t wanted = 1 + generator() % std::min<size_t>(15, static_cast<size_t>(points));
-    const bool isRun = generator() % 3 == 0;
-    const auto first = static_cast<qint16>(1 + generator() % static_cast<unsigned>(points - int(wanted) + 1));
-    while (marked.size() < wanted) {
-      marked.insert(isRun ? static_cast<qint16>(first + int(marked.size()))
-                          : static_cast<qint16>(1 + generator() % static_cast<unsigned>(points)));
-    }
+    if (run % 5 == 0) data.SetXBarUCL(10.02 + 0.0001 * run);  // labels that move apart, zones that crowd
+    if (run % 7 == 0) data.SetSubGroupSize(1);
+    const auto most = std::min<unsigned>(15, unsigned(points) - 1);
     CData::ViolatingPointLists lists;
-    for (const qint16 point : marked) lists[generator() % 4].push_back(point);
+    for (const qint16 point : SomePoints(generator, 1 + generator() % most, points))
+      lists[generator() % 4].push_back(point);
     data.SetViolatingPoints(lists);
-    numbers += static_cast<int>(wanted);
+    std::vector<qint16> outside = SomePoints(generator, generator() % most, points);
+    if (data.SubGroupSize() == 1) std::erase(outside, 1);  // there is no first moving range
+    data.SetRangesOutside(outside);
 
-    const StatPage page = PageData::Page(data, {.fittedScale = run % 4 != 0});
+    StatPageOptions options{.fittedScale = run % 4 != 0, .libraryName = u"line.db"_s};
+    if (run % 3 == 0) options.points = PointRange{1 + int(generator() % 4), points - int(generator() % 4)};
+    const StatPage page = PageData::Page(data, options);
+    const auto [first, last] = page.ShownPoints();
+    size_t wanted = 0;
+    for (const StatPage::Mark& mark : page.Marks()) wanted += mark.number >= first && mark.number <= last;
+    numbers += wanted;
     RecordingDevice device(size);
     {
       QPainter painter(&device);
       page.Paint(painter, QRectF(QPointF(0, 0), QSizeF(size)));
     }
-    const QRectF plot = page.Page().Geometry(0, QRectF(0, 44, 1280, 756)).plot;
-    const auto texts = device.Of(PaintedShape::Text, plot);
-    const auto marks = device.Where([&](const PaintedShape& shape) {
-      return (shape.kind == PaintedShape::Ellipse || shape.kind == PaintedShape::Polygon) &&
-             plot.adjusted(-1, -1, 1, 1).contains(shape.Place().center());
-    });
+    std::vector<PaintedShape> texts = device.Of(PaintedShape::Text, QRectF(QPointF(0, 0), size)), inPlots;
+    for (const int graph : {0, 1}) {
+      const QRectF plot = page.Page().Geometry(graph, QRectF(0, 44, 1280, 756)).plot;
+      for (const PaintedShape& text : device.Of(PaintedShape::Text, plot)) inPlots.push_back(text);
+    }
+    const auto isPoint = [](const PaintedShape& shape) {
+      return shape.kind == PaintedShape::Ellipse || shape.kind == PaintedShape::Polygon;
+    };
+    const auto marks = device.Where(isPoint);
     SCOPED_TRACE(testing::Message() << "run " << run << ", " << points << " points");
-    EXPECT_EQ(texts.size(), wanted);
-    EXPECT_EQ(
-        std::ranges::count_if(marks, [](const PaintedShape& mark) { return mark.fill == QColor(255, 0, 0); }),
-        std::ptrdiff_t(wanted));
-    for (size_t i = 0; i < texts.size(); ++i) {
-      const QRectF ink = texts[i].Place();
-      for (size_t j = 0; j < i; ++j) EXPECT_FALSE(ink.intersects(texts[j].Place()));
-      for (const PaintedShape& mark : marks) EXPECT_FALSE(ink.intersects(mark.Place()));
+    EXPECT_EQ(inPlots.size(), wanted);
+    EXPECT_EQ(size_t(std::ranges::count_if(marks, IsMark)), wanted);
+    for (size_t i = 0; i < texts.size(); ++i)
+      for (size_t j = 0; j < i; ++j)
+        EXPECT_FALSE(texts[i].Place().intersects(texts[j].Place()))
+            << texts[i].text.toStdString() << " on " << texts[j].text.toStdString();
+    for (const PaintedShape& text : inPlots) {
+      for (const PaintedShape& mark : marks) EXPECT_FALSE(text.Place().intersects(mark.Place()));
       for (const PaintedShape& line : device.Shapes()) {
         const bool isLine = line.kind == PaintedShape::Line || line.kind == PaintedShape::Polyline;
-        EXPECT_FALSE(isLine && Touches(line.corners, ink)) << testing::PrintToString(line);
+        EXPECT_FALSE(isLine && Touches(line.corners, text.Place())) << testing::PrintToString(line);
       }
     }
   }
-  EXPECT_GT(numbers, 5000);
+  EXPECT_GT(numbers, 10000u);
 }
 
 }  // namespace
