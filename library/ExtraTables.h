@@ -1,6 +1,7 @@
 // The tables of a library beside the documented three: a version for each row, kept by triggers so that the
-// changes of every program count, the data sets that were deleted, the names that data sets had, and the points
-// that kept limits were calculated from. They are made when first needed; a library without them is a library.
+// changes of every program count, the data sets that were deleted, the names that data sets had, and the
+// points that kept limits were calculated from. They are made when first needed; a library without them is a
+// library.
 #pragma once
 
 #include <map>
