@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QTextDocument>
 
 // The control under its name, by which tests, styles and assistive tools find it.
 template <class Control>
@@ -17,6 +18,11 @@ inline QLabel* TextLabel(const QString& name, QWidget* parent, const QString& te
   label->setWordWrap(true);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
+}
+
+// A tool tip that shows any text to the letter: what looks like markup would be taken for it.
+inline QString PlainToolTip(const QString& text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
 // The font of what heads a window or a panel.

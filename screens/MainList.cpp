@@ -3,160 +3,265 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <utility>
+#include <vector>
 
-#include "screens/Indicators.h"
-#include "texts/DetectionRules.h"
-#include "texts/Texts.h"
+#include "texts/Words.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
-
-void ShowState(QTreeWidgetItem* row, int state) {
-  row->setIcon(0, ProcessStateIcon(state));
-  row->setToolTip(0, ProcessState::Name(state));
-  row->setData(0, Qt::AccessibleTextRole, ProcessState::Name(state));
+constexpr int figures[] = {MainListModel::Cpk, MainListModel::Samples, MainListModel::LastModified};
 }
 
-}  // namespace
-
-MainList::MainList(QWidget* parent) : QTreeWidget(parent) {
+MainList::MainList(QWidget* parent) : QTreeView(parent), rows_(new MainListModel(this)) {
+  setModel(rows_);
   setRootIsDecorated(false);
+  setItemsExpandable(false);
   setUniformRowHeights(true);  // so that a row costs the same in a list of thousands
   setAllColumnsShowFocus(true);
   setTabKeyNavigation(false);
   setVerticalScrollMode(ScrollPerPixel);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setHorizontalScrollMode(ScrollPerPixel);
   setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
   SetupListColumns();
-  connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* row) {
-    if (row) Q_EMIT ItemClick(row->text(Description));
-  });
+  connect(this, &MainList::Arranged, this, &MainList::Describe);
 }
 
+// Columns
+
 void MainList::SetupListColumns() {
-  setColumnCount(ColumnCount);
-  setHeaderLabels({{}, LoadResText(u"Data Description;186"), {}});
-  hideColumn(ID);
-  header()->setSectionsMovable(false);
-  header()->setSectionsClickable(false);
-  header()->setSectionResizeMode(QHeaderView::Fixed);
-  header()->setStretchLastSection(false);
-  header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  QHeaderView& columns = *header();
+  columns.setSectionsMovable(false);
+  columns.setStretchLastSection(false);
+  columns.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  columns.setSectionResizeMode(MainListModel::State, QHeaderView::Fixed);
+  columns.setSectionsClickable(true);
+  columns.setSortIndicatorShown(true);
+  columns.setSortIndicatorClearable(true);  // the third click gives the library's order back
+  columns.setSortIndicator(-1, Qt::AscendingOrder);
+  const int margin = fontMetrics().height() * 3 / 2;
+  for (const int figure : figures) {
+    const QString caption = rows_->headerData(figure, Qt::Horizontal, Qt::DisplayRole).toString();
+    const QString widest = figure == MainListModel::LastModified ? u"0000-00-00 00:00:00"_s : QString();
+    columns.resizeSection(figure, margin + std::max(fontMetrics().horizontalAdvance(caption),
+                                                    fontMetrics().horizontalAdvance(widest)));
+  }
+  columns.hideSection(MainListModel::ID);
+  connect(&columns, &QHeaderView::sectionResized, this,
+          [this](int column, int, int width) { ColumnResized(column, width); });
+  connect(&columns, &QHeaderView::sortIndicatorChanged, this, &MainList::Sort);
+}
+
+void MainList::Sort(int column, Qt::SortOrder direction) {
+  KeepPlace([&] {
+    rows_->SortBy(column, direction);
+    rows_->Arrange(CurrentID());
+  });
+  scrollToTop();
 }
 
 void MainList::SizeColumns() {
+  const QScopedValueRollback sizing(isSizing_, true);
   const int width = viewport()->width();
-  const int icon = std::max(width * 4 / 100, iconSize().width() * 2);
-  setColumnWidth(Icon, icon);
-  setColumnWidth(Description, width - icon);
+  const int state = std::max(width * 4 / 100, iconSize().width() * 2);
+  int rest = width - state;
+  for (const int figure : figures) rest -= columnWidth(figure);
+  setColumnWidth(MainListModel::State, state);
+  setColumnWidth(MainListModel::Description,
+                 chosenWidth_ > 0 ? chosenWidth_ : std::max(rest, fontMetrics().height() * 12));
 }
 
-void MainList::AddRow(const CData& dataSet) { addTopLevelItem(MakeRow(dataSet)); }
+void MainList::ColumnResized(int column, int width) {
+  if (isSizing_) return;
+  if (column == MainListModel::Description)
+    chosenWidth_ = width;
+  else
+    SizeColumns();
+}
 
-void MainList::InsertRow(int row, const CData& dataSet) {
-  insertTopLevelItem(std::min(row, topLevelItemCount()), MakeRow(dataSet));
+QString MainList::ColumnWidths() const {
+  QStringList widths{QString::number(chosenWidth_)};
+  for (const int figure : figures) widths << QString::number(columnWidth(figure));
+  return widths.join(u' ');
+}
+
+void MainList::SetColumnWidths(const QString& widths) {
+  const QStringList list = widths.split(u' ');
+  if (list.size() != 1 + std::ssize(figures)) return;
+  chosenWidth_ = std::clamp(list[0].toInt(), 0, 10'000);
+  for (qsizetype i = 0; i < std::ssize(figures); ++i)
+    if (const int width = list[i + 1].toInt(); width > 0) setColumnWidth(figures[i], std::min(width, 10'000));
+  SizeColumns();
+}
+
+// Rows
+
+void MainList::Clear() {
+  const QSignalBlocker quiet(this);
+  rows_->Clear();
+  lastCurrent_ = 0;
 }
 
 void MainList::AddRows(std::span<const CDataPtr> dataSets) {
-  QList<QTreeWidgetItem*> rows;
-  for (const CDataPtr& dataSet : dataSets) rows << MakeRow(*dataSet);
-  addTopLevelItems(rows);
+  rows_->Append(dataSets);
+  if (!rows_->IsPlain()) return KeepPlace([this] { rows_->Arrange(CurrentID()); });
+  rows_->ShowAppended();
+  if (!HasCurrent()) MakeCurrent(0);
+  Q_EMIT Arranged();
 }
 
-QTreeWidgetItem* MainList::MakeRow(const CData& dataSet) {
-  auto* row = new QTreeWidgetItem({{}, dataSet.Description(), QString::number(dataSet.ID())});
-  row->setToolTip(Description, dataSet.Description());
-  ShowState(row, dataSet.ProcessState());
-  return row;
+void MainList::Change(const std::function<void(MainListModel&)>& change) {
+  KeepPlace([&] {
+    const qint32 current = CurrentID();
+    change(*rows_);
+    rows_->Arrange(current);
+  });
 }
 
-void MainList::UpdateRow(const CData& dataSet) {
-  for (QTreeWidgetItem* row : findItems(QString::number(dataSet.ID()), Qt::MatchExactly, ID)) {
-    ShowState(row, dataSet.ProcessState());
-    row->setText(Description, dataSet.Description());
-    row->setToolTip(Description, dataSet.Description());
+void MainList::KeepPlace(const std::function<void()>& rearrange) {
+  const int row = currentIndex().row();
+  const qint32 current = CurrentID();
+  const int scrolled = horizontalScrollBar()->value();
+  std::vector<std::pair<qint32, int>> inView;  // IDs and where they are
+  for (QModelIndex index = indexAt({0, 0}); index.isValid(); index = indexBelow(index)) {
+    const int top = visualRect(index).top();
+    if (top > viewport()->height()) break;
+    inView.emplace_back(rows_->IDAt(index.row()), top);
   }
+  rearrange();
+  const int found = rows_->RowWith(current);
+  MakeCurrent(found >= 0 ? found : std::clamp(row, 0, std::max(0, rows_->rowCount() - 1)));
+  for (const auto& [id, top] : inView) {
+    const QModelIndex index = rows_->index(rows_->RowWith(id), MainListModel::Description);
+    if (!index.isValid()) continue;
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + visualRect(index).top() - top);
+    break;
+  }
+  horizontalScrollBar()->setValue(scrolled);
+  Q_EMIT Arranged();
 }
 
-void MainList::KeepPlace(const std::function<void()>& change) {
-  const QTreeWidgetItem* top = itemAt(0, 0);
-  const QString topID = top ? top->text(ID) : QString();
-  const int before = top ? visualItemRect(top).top() : 0;
-  change();
-  const auto found = findItems(topID, Qt::MatchExactly, ID);
-  if (top && !found.isEmpty())
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + visualItemRect(found.first()).top() -
-                                  before);
-}
-
-void MainList::RemoveRows(qint32 id) { qDeleteAll(findItems(QString::number(id), Qt::MatchExactly, ID)); }
-
-bool MainList::SelectRow(int row) {
+void MainList::MakeCurrent(int row) {
   const QSignalBlocker quiet(this);
-  QTreeWidgetItem* item = topLevelItem(row);
-  if (item) setCurrentItem(item, Description);
-  return item != nullptr;
+  setCurrentIndex(rows_->index(row, MainListModel::Description));
 }
 
-int MainList::RowOf(const QString& description) const {
-  const auto found = findItems(description, Qt::MatchExactly | Qt::MatchCaseSensitive, Description);
-  return found.isEmpty() ? -1 : indexOfTopLevelItem(found.first());
+bool MainList::Select(qint32 id) {
+  if (rows_->RowWith(id) < 0) KeepPlace([&] { rows_->Arrange(id); });
+  const int row = rows_->RowWith(id);
+  if (row >= 0) MakeCurrent(row);
+  return row >= 0;
 }
 
 QString MainList::CurrentDescription() const {
-  return currentItem() ? currentItem()->text(Description) : QString();
+  return currentIndex().siblingAtColumn(MainListModel::Description).data().toString();
 }
 
-void MainList::SetHint(const QString& hint) {
-  hint_ = hint;
-  setAccessibleDescription(hint);
-  viewport()->update();
+void MainList::SetFilter(const MainListModel::Filter& filter) {
+  const qint32 before = CurrentID();
+  rows_->SetFilter(filter);
+  rows_->Arrange(0);
+  MakeCurrent(std::max(0, rows_->RowWith(lastCurrent_)));
+  Q_EMIT Arranged();
+  if (CurrentID() != before) Q_EMIT ItemClick(CurrentDescription());
+}
+
+void MainList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTreeView::currentChanged(current, previous);
+  if (!current.isValid()) return;
+  lastCurrent_ = CurrentID();
+  if (current.row() != previous.row()) Q_EMIT ItemClick(CurrentDescription());
+}
+
+// Keys and mouse
+
+void MainList::keyboardSearch(const QString& search) {
+  // The search looks in the column of the current cell.
+  if (HasCurrent()) setCurrentIndex(currentIndex().siblingAtColumn(MainListModel::Description));
+  QTreeView::keyboardSearch(search);
+}
+
+QItemSelectionModel::SelectionFlags MainList::selectionCommand(const QModelIndex& index,
+                                                               const QEvent*) const {
+  // With Ctrl too, so that the commands never act on a row that does not look selected.
+  return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                         : QItemSelectionModel::NoUpdate;
 }
 
 void MainList::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (currentItem()) Q_EMIT RowActivated();
+      if (HasCurrent()) Q_EMIT RowActivated();
       break;
     case Qt::Key_Delete:
-      if (currentItem()) Q_EMIT DeletePressed();
+      if (HasCurrent()) Q_EMIT DeletePressed();
       break;
+    case Qt::Key_Escape:
+      Q_EMIT EscapePressed();
+      break;
+    case Qt::Key_F10:
+      if (event->modifiers() == Qt::ShiftModifier) return RequestMenu();
+      [[fallthrough]];
     default:
-      QTreeWidget::keyPressEvent(event);
+      QTreeView::keyPressEvent(event);
   }
 }
 
 void MainList::mouseReleaseEvent(QMouseEvent* event) {
-  QTreeWidget::mouseReleaseEvent(event);
+  QTreeView::mouseReleaseEvent(event);
   if (event->button() == Qt::RightButton) Q_EMIT MenuRequested(event->globalPosition().toPoint());
 }
 
 void MainList::mouseDoubleClickEvent(QMouseEvent* event) {
-  QTreeWidget::mouseDoubleClickEvent(event);
-  if (event->button() == Qt::LeftButton && itemAt(event->position().toPoint())) Q_EMIT RowActivated();
+  QTreeView::mouseDoubleClickEvent(event);
+  if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+    Q_EMIT RowActivated();
 }
 
 void MainList::contextMenuEvent(QContextMenuEvent* event) {
   // The mouse opens the menu when its button is released.
-  if (event->reason() == QContextMenuEvent::Mouse) return;
-  const QRect row = visualItemRect(currentItem());
-  const QPoint place = row.isValid() ? row.center() : viewport()->rect().center();
-  Q_EMIT MenuRequested(viewport()->mapToGlobal(place));
+  if (event->reason() != QContextMenuEvent::Mouse) RequestMenu();
+}
+
+void MainList::RequestMenu() {
+  scrollTo(currentIndex());
+  const QRect row = visualRect(currentIndex()) & viewport()->rect();
+  Q_EMIT MenuRequested(viewport()->mapToGlobal((row.isValid() ? row : viewport()->rect()).center()));
 }
 
 void MainList::resizeEvent(QResizeEvent* event) {
-  QTreeWidget::resizeEvent(event);
+  QTreeView::resizeEvent(event);
   SizeColumns();
 }
 
+// Where there is nothing to show
+
+void MainList::SetHint(const QString& hint) {
+  hint_ = hint;
+  Describe();
+}
+
+QString MainList::Hint() const {
+  if (rows_->rowCount() > 0) return {};
+  return rows_->Total() > 0 ? Words::Main::nothingFits() : hint_;
+}
+
+void MainList::Describe() {
+  setAccessibleDescription(Hint());
+  viewport()->update();
+}
+
 void MainList::paintEvent(QPaintEvent* event) {
-  QTreeWidget::paintEvent(event);
-  if (topLevelItemCount() > 0 || hint_.isEmpty()) return;
+  QTreeView::paintEvent(event);
+  if (Hint().isEmpty()) return;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.setPen(palette().color(QPalette::Text));
   const int margin = fontMetrics().height();
   painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                   Qt::AlignCenter | Qt::TextWordWrap, hint_);
+                   Qt::AlignCenter | Qt::TextWordWrap, Hint());
 }

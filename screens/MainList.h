@@ -1,42 +1,55 @@
-// The main window's list of data sets: one row each, with the process state's icon, the description and the
-// hidden ID.
+// The main window's list of data sets: one row each, with the process state's icon, the description, the
+// hidden ID and the figures that it can be sorted by.
 #pragma once
 
-#include <QTreeWidget>
+#include <QTreeView>
 #include <functional>
 #include <span>
 
-#include "data/CData.h"
+#include "screens/MainListModel.h"
 
-class MainList : public QTreeWidget {
+class MainList : public QTreeView {
   Q_OBJECT
  public:
   explicit MainList(QWidget* parent = nullptr);
 
-  void AddRow(const CData& dataSet);
-  void AddRows(std::span<const CDataPtr> dataSets);  // at the cost of adding one
-  void InsertRow(int row, const CData& dataSet);
-  void UpdateRow(const CData& dataSet);  // icon and description of the row with the same ID
-  void RemoveRows(qint32 id);
+  void Clear();
+  void AddRows(std::span<const CDataPtr> dataSets);  // while a library loads
 
-  // Makes the row current without an ItemClick; false where there is no such row.
-  bool SelectRow(int row);
-  int RowOf(const QString& description) const;  // -1 for none
-  QString CurrentDescription() const;           // empty for none
+  // Changes the rows. The current one stays current, also where it no longer fits the filter; where it is
+  // gone, its neighbour becomes current. What is in view stays in its place. There is no ItemClick.
+  void Change(const std::function<void(MainListModel& rows)>& change);
 
-  // Runs what adds and removes rows, and leaves those that are in view in their places.
-  void KeepPlace(const std::function<void()>& change);
+  // Makes the data set's row current, and shows it whatever the filter, without an ItemClick; false where
+  // there is none.
+  bool Select(qint32 id);
+  bool HasCurrent() const { return currentIndex().isValid(); }
+  QString CurrentDescription() const;  // empty for none
+  const MainListModel& Rows() const { return *rows_; }
 
-  // What stands in the middle of the list while it has no rows.
+  // Shows only what fits, and makes the first of it current where the current row does not. ItemClick tells.
+  void SetFilter(const MainListModel::Filter& filter);
+
+  // What stands in the middle of the list while it holds no data sets.
   void SetHint(const QString& hint);
 
+  // The widths that the user has chosen, in words; empty for none.
+  QString ColumnWidths() const;
+  void SetColumnWidths(const QString& widths);
+
  Q_SIGNALS:
-  void ItemClick(const QString& description);  // another row became current, by mouse or key
+  void ItemClick(const QString& description);  // another row became current; empty: none is
   void RowActivated();                         // double-click or Enter
   void DeletePressed();
+  void EscapePressed();
   void MenuRequested(const QPoint& globalPosition);
+  void Arranged();  // other rows are shown, or others of them
 
  protected:
+  void keyboardSearch(const QString& search) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -45,11 +58,20 @@ class MainList : public QTreeWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  enum Column { Icon, Description, ID, ColumnCount };
-
-  static QTreeWidgetItem* MakeRow(const CData& dataSet);
   void SetupListColumns();
   void SizeColumns();
+  void ColumnResized(int column, int width);
+  void Sort(int column, Qt::SortOrder direction);
+  qint32 CurrentID() const { return HasCurrent() ? rows_->IDAt(currentIndex().row()) : 0; }
+  void MakeCurrent(int row);
+  void KeepPlace(const std::function<void()>& rearrange);
+  void RequestMenu();
+  QString Hint() const;  // empty while there are rows
+  void Describe();
 
-  QString hint_;
+  MainListModel* rows_;
+  QString hint_;            // where there are no data sets
+  qint32 lastCurrent_ = 0;  // the ID of the row that is current, or was before none was left
+  int chosenWidth_ = 0;     // of the description; 0: what the others leave
+  bool isSizing_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
@@ -22,6 +23,7 @@
 #include "platform/ui/ButtonBar.h"
 #include "screens/DatabaseChoice.h"
 #include "screens/Indicators.h"
+#include "screens/ListFilter.h"
 #include "screens/MainList.h"
 #include "screens/StatSummary.h"
 #include "texts/SharingWords.h"
@@ -60,6 +62,8 @@ void frmMain::InitTimer_Timer() {
     InitTimer.stop();
     const QScopedValueRollback phase(phase_, Phase::Loading);
     UpdateToolbarStates();
+    filter_->ShowAll();
+    ListView1->header()->setSortIndicator(-1, Qt::AscendingOrder);
     if (ReadCollection()) ProcessMainListData();
   });
   if (IsClosing) return;
@@ -72,7 +76,7 @@ void frmMain::InitTimer_Timer() {
 }
 
 bool frmMain::ReadCollection() {
-  ListView1->clear();
+  ListView1->Clear();
   ListView1->SetHint({});
   ClearSummary();
   watch_.reset();
@@ -118,10 +122,7 @@ void frmMain::PopulateMainList() {
     }
     const double share = double(i + 1) / double(count);
     if (ccrpProgressBar1->value() < 95) ccrpProgressBar1->setValue(Conversions::CLng(share * 100));
-    if (i == 0) {
-      ListView1->SelectRow(0);
-      MakeCurrent(collection[0]->ID());
-    }
+    if (i == 0) FollowList();
     // A wait lasts at least ten milliseconds. Waiting until the row's own due time, not for the delay, keeps
     // that from adding up to ten seconds for a thousand rows.
     if (now < due) wait.WaitTimer(qint32(due - now));
@@ -142,10 +143,9 @@ void frmMain::ReloadLibrary() {
     UpdateToolbarStates();
     const int scrolled = ListView1->verticalScrollBar()->value();
     if (!ReadCollection() || IsClosing) return;
-    const auto& collection = Globals().gDataCollection;
-    ListView1->AddRows(collection);
-    const int row = std::max(0, ListView1->RowOf(selected));
-    if (ListView1->SelectRow(row)) MakeCurrent(collection[size_t(row)]->ID());
+    ListView1->AddRows(Globals().gDataCollection);
+    ListView1->Select(DataObjectFunctions::GetCurrentDataObjectID(selected));
+    FollowList();
     if (added.isEmpty()) ListView1->verticalScrollBar()->setValue(scrolled);
   });
   ShowHint();
@@ -185,32 +185,36 @@ void frmMain::EnableLoadTimer() { InitTimer.start(); }
 void frmMain::SetupMainFormDisplay() { UpdateToolbarStates(); }
 
 void frmMain::AddListRow(const CData& dataSet) {
-  ListView1->AddRow(dataSet);
+  ListView1->Change([&](MainListModel& rows) { rows.Append(dataSet); });
   if (dataSet.ID() == 0) added_ = dataSet.Description();
 }
 
 void frmMain::UpdateListRow(const CData& dataSet) {
-  ListView1->UpdateRow(dataSet);
+  ListView1->Change([&](MainListModel& rows) { rows.Update(dataSet); });
   ShowCurrentSummary();
 }
 
 void frmMain::SelectListRow(qint32 id) {
-  if (ListView1->SelectRow(ListView1->RowOf(DataObjectFunctions::GetDataObjectDescription(id))))
-    MakeCurrent(id);
+  if (ListView1->Select(id)) MakeCurrent(id);
 }
 
 void frmMain::RemoveListRow(qint32 id) {
-  ListView1->RemoveRows(id);
-  if (ListView1->topLevelItemCount() > 0) return;
-  ClearSummary();
+  ListView1->Change([&](MainListModel& rows) { rows.Remove(id); });
+  FollowList();
   ShowHint();
 }
 
 // The selected data set
 
 void frmMain::ItemClick(const QString& description) {
-  MakeCurrent(DataObjectFunctions::GetCurrentDataObjectID(description));
+  if (ListView1->HasCurrent())
+    MakeCurrent(DataObjectFunctions::GetCurrentDataObjectID(description));
+  else
+    ClearSummary();
+  UpdateToolbarStates();
 }
+
+void frmMain::FollowList() { ItemClick(ListView1->CurrentDescription()); }
 
 void frmMain::MakeCurrent(qint32 id) {
   Globals().gCurrentDataID = id;
@@ -250,7 +254,7 @@ void frmMain::UpdateToolbarStates() {
   if (IsClosing) return;
   const ProgramState& state = Globals();
   const bool open = state.gDatabaseOpen && phase_ != Phase::Loading && !InitTimer.isActive();
-  const bool any = open && !state.gDataCollection.empty() && ListView1->currentItem();
+  const bool any = open && !state.gDataCollection.empty() && ListView1->HasCurrent();
   Toolbar1->Button(ViewButton)->setEnabled(any);
   Toolbar1->Entry(DataButton, 1)->setEnabled(open);
   Toolbar1->Entry(DataButton, 2)->setEnabled(any);

@@ -12,6 +12,7 @@
 #include "data/CData.h"
 
 class ButtonBar;
+class ListFilter;
 class MainList;
 class ProcessStateIndicator;
 class QAction;
@@ -73,6 +74,7 @@ class frmMain : public QMainWindow, public MainScreen {
   QWidget* BuildSummaryPanel();
   void BuildStatusBar();
   void BuildMenu();
+  void BuildSortMenu();
   void ShowPicture();
 
   void InitTimer_Timer();
@@ -84,6 +86,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void ShowHint();
 
   void ItemClick(const QString& description);
+  void FollowList();  // as if the row that is current in the list had been clicked
   void MakeCurrent(qint32 id);
   CDataPtr CurrentDataSet();  // null where there is none any more, after telling the user
   void ShowCurrentSummary();
@@ -127,6 +130,7 @@ class frmMain : public QMainWindow, public MainScreen {
   QTimer NewsTimer;
   ButtonBar* Toolbar1 = nullptr;
   MainList* ListView1 = nullptr;
+  ListFilter* filter_ = nullptr;
   ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
   StatSummary* StatSummary1 = nullptr;
   QLabel* Image1 = nullptr;

@@ -1,6 +1,7 @@
 // Builds the main window: its toolbar, list, summary panel, status bar, pop-up menu and timers.
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPainter>
@@ -17,6 +18,7 @@
 #include "screens/DatabaseChoice.h"
 #include "screens/Help.h"
 #include "screens/Indicators.h"
+#include "screens/ListFilter.h"
 #include "screens/MainList.h"
 #include "screens/StatSummary.h"
 #include "screens/frmMain.h"
@@ -57,13 +59,17 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   setWindowTitle(LoadResText(u"Kestrel;108"));
   ListView1 = Named(new MainList(this), u"ListView1"_s);
   ListView1->setAccessibleName(Words::Main::dataSets());
+  filter_ = new ListFilter(ListView1, this);
   BuildToolbar();
   BuildMenu();
   BuildStatusBar();
 
   auto* body = new QWidget(this);
   auto* layout = new QHBoxLayout(body);
-  layout->addWidget(ListView1, 1);
+  auto* list = new QVBoxLayout;
+  list->addWidget(filter_);
+  list->addWidget(ListView1, 1);
+  layout->addLayout(list, 1);
   layout->addWidget(BuildSummaryPanel());
   setCentralWidget(body);
   ListView1->setFocus();
@@ -84,6 +90,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
     if (phase_ != Phase::Idle || InitTimer.isActive() || !Globals().gDatabaseOpen) return;
     Globals().gUnread.library.isEmpty() ? ReloadLibrary() : ReopenLibrary();
   });
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, filter_, &ListFilter::Find);
   connect(&HandOverTimer, &QTimer::timeout, this, &frmMain::HandOverTimer_Timer);
   connect(&NewsTimer, &QTimer::timeout, this, [this] {
     NewsTimer.stop();
@@ -156,6 +163,29 @@ void frmMain::BuildMenu() {
   mnuAddMeasurements =
       item(u"mnuAddMeasurements"_s, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   mnuDelete = item(u"mnuDelete"_s, Words::Main::deleteData(), Symbol::Delete, &frmMain::DeleteData);
+  BuildSortMenu();
+}
+
+// What a click on a column does, by the keyboard.
+void frmMain::BuildSortMenu() {
+  QMenu* menu = Named(MyMenu->addMenu(Words::Main::sortBy()), u"mnuSort"_s);
+  Mnemonics mnemonics;
+  const auto item = [&](const QString& caption, int column) {
+    QAction* action = menu->addAction(mnemonics.Mark(caption));
+    action->setObjectName(u"mnuSort_%1"_s.arg(column));
+    connect(action, &QAction::triggered, this, [this, column] {
+      const QHeaderView& header = *ListView1->header();
+      const bool turns =
+          header.sortIndicatorSection() == column && header.sortIndicatorOrder() == Qt::AscendingOrder;
+      ListView1->header()->setSortIndicator(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
+    });
+  };
+  item(Words::Main::libraryOrder(), -1);
+  item(Words::Sharing::state(), MainListModel::State);
+  item(LoadResText(u"Data Description;186"), MainListModel::Description);
+  item(Words::Figure::cpk(), MainListModel::Cpk);
+  item(Words::Figure::samples(), MainListModel::Samples);
+  item(Words::Figure::lastModified(), MainListModel::LastModified);
 }
 
 QWidget* frmMain::BuildSummaryPanel() {

@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QScopedValueRollback>
-#include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
 
@@ -64,28 +63,19 @@ void frmMain::ShowLibraryNews(const CollectionWatch::News& news) {
 
 void frmMain::ShowNewRows(const CollectionWatch::News& news) {
   const auto& collection = Globals().gDataCollection;
-  {
-    // Rows that go one after the other would each make the next one current.
-    const QSignalBlocker quiet(ListView1);
-    ListView1->KeepPlace([&] {
-      for (const CDataPtr& dataSet : news.changed) ListView1->UpdateRow(*dataSet);
-      for (const CDataPtr& dataSet : news.gone) {
-        const bool isThere = Globals().gUnread.rows.contains(dataSet->ID());
-        if (dataSet->ID() == Globals().gCurrentDataID && !isThere)
-          ShowNews(Words::Sharing::deletedByOthers(dataSet->Description()));
-        ListView1->RemoveRows(dataSet->ID());
-      }
-      for (const CDataPtr& dataSet : news.added)
-        ListView1->InsertRow(int(std::ranges::find(collection, dataSet) - collection.begin()), *dataSet);
-    });
-  }
-  if (!ListView1->currentItem()) ListView1->SelectRow(0);
-  if (ListView1->currentItem())
-    ItemClick(ListView1->CurrentDescription());
-  else
-    ClearSummary();
+  ListView1->Change([&](MainListModel& rows) {
+    for (const CDataPtr& dataSet : news.changed) rows.Update(*dataSet);
+    for (const CDataPtr& dataSet : news.gone) {
+      const bool isThere = Globals().gUnread.rows.contains(dataSet->ID());
+      if (dataSet->ID() == Globals().gCurrentDataID && !isThere)
+        ShowNews(Words::Sharing::deletedByOthers(dataSet->Description()));
+      rows.Remove(dataSet->ID());
+    }
+    for (const CDataPtr& dataSet : news.added)
+      rows.Insert(size_t(std::ranges::find(collection, dataSet) - collection.begin()), *dataSet);
+  });
+  FollowList();
   ShowHint();
-  UpdateToolbarStates();
 }
 
 void frmMain::ReopenLibrary() {

@@ -83,6 +83,21 @@ inline constexpr Text<> deleteData{u"&Delete Data"};
 inline constexpr Text<> noDatabase{
     u"No database is open.\nChoose Tools, Database Connection or Tools, New Database."};
 inline constexpr Text<> noDataSets{u"No data sets yet.\nChoose Stat Data, Add."};
+inline constexpr Text<> nothingFits{u"No data set fits what is asked for above.\nEscape shows all."};
+inline constexpr Text<> find{u"&Find:"};
+inline constexpr Text<> findTip{u"Show only the descriptions with these words in them (Ctrl+F)"};
+inline constexpr Text<> onlyOutOfControl{u"Only &out of control"};
+inline constexpr Text<> sortTip{
+    u"Click to sort, once more to turn the order, and again for the library's own"};
+inline constexpr Text<> sortBy{u"&Sort By"};
+inline constexpr Text<> libraryOrder{u"Order of the Library"};
+inline constexpr Text<1> countIdeal{u"%1 ideal"};
+inline constexpr Text<1> countThreshold{u"%1 threshold"};
+inline constexpr Text<1> countBrinkOfChaos{u"%1 brink of chaos"};
+inline constexpr Text<1> countChaos{u"%1 chaos"};
+inline constexpr Text<1> countNotEvaluated{u"%1 not evaluated"};
+inline constexpr Text<> countComma{u", "};
+inline constexpr Text<3> shown{u"%1 (%2 of %3 shown)"};
 inline constexpr Text<> allFiles{u"All Files (*)"};
 inline constexpr Text<> libraries{u"Kestrel Libraries (*.kestrel *.db)"};
 inline constexpr Text<> newLibraries{u"Kestrel Libraries (*.mdb *.kestrel *.db)"};

@@ -246,15 +246,15 @@ void AtRestore(QWidget& form) {
 }
 
 void AtMain(QWidget& form) {
-  auto& list = Get<QTreeWidget>(form, "ListView1");
-  if (list.topLevelItemCount() == 0) return;
+  auto& list = Get<QTreeView>(form, "ListView1");
+  const int rows = list.model()->rowCount();
+  if (rows == 0) return;
   typed = {};
   wasAsked = false;
   // Mostly one of the first ones, so that the hands meet.
-  QTreeWidgetItem* row =
-      list.topLevelItem(dice.bounded(std::min(Chance(80) ? 2 : 100, list.topLevelItemCount())));
-  list.scrollToItem(row);
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(row).center());
+  const QModelIndex row = list.model()->index(dice.bounded(std::min(Chance(80) ? 2 : 100, rows)), 1);
+  list.scrollTo(row);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(row).center());
   const int what = given.role == u"units" ? 0 : dice.bounded(100);
   if (what < 45) return Press(form, "Toolbar1_2_2");
   if (what < 52) return Press(form, "Toolbar1_2_1");

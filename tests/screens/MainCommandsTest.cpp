@@ -31,10 +31,10 @@ TEST_F(MainCommandsTest, OpensTheOtherScreens) {
 TEST_F(MainCommandsTest, FollowsAFormToAnotherDataSet) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
   main->SelectListRow(program.state.gDataCollection[1]->ID());
-  EXPECT_EQ(List().currentItem()->text(1), u"Shaft");
+  EXPECT_EQ(Current(), u"Shaft");
   EXPECT_EQ(program.state.gCurrentDataID, program.state.gDataCollection[1]->ID());
   main->SelectListRow(99);
-  EXPECT_EQ(List().currentItem()->text(1), u"Shaft");
+  EXPECT_EQ(Current(), u"Shaft");
 }
 
 TEST_F(MainCommandsTest, ThePopUpMenuOpensByMouseAndKey) {
@@ -56,7 +56,7 @@ TEST_F(MainCommandsTest, AddingReadsTheLibraryAgainAndSelectsTheNewDataSet) {
   ClickRow(1);
   QTest::keyClick(main.get(), Qt::Key_N, Qt::ControlModifier);
   EXPECT_EQ(opened, QStringList{u"editor to add"_s});
-  EXPECT_EQ(List().currentItem()->text(1), u"Shaft") << "nothing was added";
+  EXPECT_EQ(Current(), u"Shaft") << "nothing was added";
 
   inEditor = [this] {
     const CDataPtr added = TestProgram::NewDataSet(u"PIN"_s);
@@ -69,7 +69,7 @@ TEST_F(MainCommandsTest, AddingReadsTheLibraryAgainAndSelectsTheNewDataSet) {
   Action("Toolbar1_2_1").trigger();
   EXPECT_EQ(clock.ticks, before) << "the user need not wait";
   EXPECT_EQ(Rows(), (QStringList{u"Bore"_s, u"Shaft"_s, u"PIN"_s}));
-  EXPECT_EQ(List().currentItem()->text(1), u"PIN");
+  EXPECT_EQ(Current(), u"PIN");
   EXPECT_EQ(program.state.gCurrentDataID, program.state.gDataCollection.at(2)->ID());
   EXPECT_NE(program.state.gCurrentDataID, 0);
   EXPECT_EQ(Enabled(), u"xxxxxxxx");
@@ -84,7 +84,7 @@ TEST_F(MainCommandsTest, AnEditedDataSetIsShownAnew) {
     DataObjectFunctions::ModifyDataObjectInSystem(edited);
   };
   Action("mnuEdit").trigger();
-  EXPECT_EQ(List().topLevelItem(0)->toolTip(0), ProcessState::Name(1));
+  EXPECT_EQ(StateOf(0), ProcessState::Name(1));
   EXPECT_EQ(Get<ProcessStateIndicator>(*main, "ProcessStateIndicator1").Value(), 1);
   EXPECT_EQ(Summary("SubGroupSize"), u"7");
 }

@@ -7,12 +7,12 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QLabel>
-#include <QTreeWidget>
 #include <functional>
 #include <memory>
 
 #include "core/RegistryFunctions.h"
 #include "library/LibraryFile.h"
+#include "screens/MainList.h"
 #include "screens/frmMain.h"
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
@@ -72,16 +72,20 @@ class MainScreenFixture : public testing::Test {
 
   void Tick(const char* timer) const { Fire(*main, timer); }
   QAction& Action(const char* name) const { return Get<QAction>(*main, name); }
-  QTreeWidget& List() const { return Get<QTreeWidget>(*main, "ListView1"); }
+  MainList& List() const { return Get<MainList>(*main, "ListView1"); }
+  QModelIndex At(int row, int column) const { return List().model()->index(row, column); }
+  QString Current() const { return List().CurrentDescription(); }
+  QString TopRow() const { return List().indexAt({0, 0}).siblingAtColumn(1).data().toString(); }
+  QString StateOf(int row) const { return At(row, 0).data(Qt::ToolTipRole).toString(); }
   QString Panel() const { return TextOf(*main, "StatusBar1_1"); }
   QString Summary(const char* name) const { return TextOf(*main, name); }
 
   QStringList Rows() const {
     QStringList rows;
-    for (int i = 0; i < List().topLevelItemCount(); ++i) rows << List().topLevelItem(i)->text(1);
+    for (int i = 0; i < List().model()->rowCount(); ++i) rows << At(i, 1).data().toString();
     return rows;
   }
-  QPoint PlaceOf(int row) const { return List().visualItemRect(List().topLevelItem(row)).center(); }
+  QPoint PlaceOf(int row) const { return List().visualRect(At(row, 1)).center(); }
   void ClickRow(int row) const { QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
 
   // The documented commands in one word: View, Add, Edit, Delete, Exit, the three of the pop-up menu.

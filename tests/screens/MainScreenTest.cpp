@@ -33,7 +33,7 @@ TEST_F(MainScreenTest, LoadsTheLibraryOneSecondAfterTheStart) {
 
   EXPECT_EQ(Rows(), (QStringList{u"Bore"_s, u"Shaft"_s}));
   const CData& bore = *program.state.gDataCollection[0];
-  EXPECT_EQ(List().topLevelItem(0)->toolTip(0), ProcessState::Name(bore.ProcessState()));
+  EXPECT_EQ(StateOf(0), ProcessState::Name(bore.ProcessState()));
   EXPECT_EQ(program.state.gCurrentDataID, bore.ID());
   EXPECT_EQ(Summary("SampleQty"), u"40");
   EXPECT_EQ(Summary("CPKValue"), QString::number(bore.CPKValue()));

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableWidget>
+#include <QTreeWidget>
 
 #include "core/DataObjectFunctions.h"
 #include "screens/DataEditor.h"
@@ -49,7 +50,6 @@ class SharingTest : public MainScreenFixture {
   void AppendElsewhere(const QString& name, const QStringList& values) const {
     Library::Open(program.LibraryPath(), {})->Append(name, values, clock.now);
   }
-  QIcon IconOf(int row) const { return List().topLevelItem(row)->icon(0); }
 };
 
 TEST_F(SharingTest, TheListFollowsTheLibrary) {
@@ -60,14 +60,14 @@ TEST_F(SharingTest, TheListFollowsTheLibrary) {
   QScrollBar& bar = *List().verticalScrollBar();
   bar.setValue(bar.maximum() / 2);
   const int scrolled = bar.value();
-  const QString topID = List().itemAt(0, 0)->text(1);
+  const QString topID = TopRow();
   Tick("WatchTimer");
   EXPECT_EQ(opened, QStringList());
 
   AppendElsewhere(u"D00"_s, {u"90"_s, u"90"_s, u"90"_s, u"90"_s});
-  const QString before = List().topLevelItem(0)->toolTip(0);
+  const QString before = StateOf(0);
   Tick("WatchTimer");
-  EXPECT_NE(List().topLevelItem(0)->toolTip(0), before) << "the state";
+  EXPECT_NE(StateOf(0), before) << "the state";
   EXPECT_EQ(Summary("SampleQty"), u"44");
   program.Execute(u"DELETE FROM StatData WHERE Description = 'D01'"_s);
   program.Insert(u"NEW"_s);
@@ -77,9 +77,9 @@ TEST_F(SharingTest, TheListFollowsTheLibrary) {
   expected.removeAt(1);
   expected[1] = u"TWO"_s;
   EXPECT_EQ(Rows(), expected << u"NEW"_s);
-  EXPECT_EQ(List().currentItem()->text(1), u"D00");
-  EXPECT_EQ(List().itemAt(0, 0)->text(1), topID);
-  EXPECT_NEAR(bar.value(), scrolled, List().visualItemRect(List().topLevelItem(0)).height() + 1);
+  EXPECT_EQ(Current(), u"D00");
+  EXPECT_EQ(TopRow(), topID);
+  EXPECT_NEAR(bar.value(), scrolled, List().visualRect(At(0, 1)).height() + 1);
   EXPECT_EQ(int(program.state.gDataCollection.size()), Rows().size());
 
   program.Execute(u"DELETE FROM StatData WHERE Description = 'D00'"_s);
@@ -95,7 +95,7 @@ TEST_F(SharingTest, TheListFollowsTheLibrary) {
   program.Insert(u"LAST"_s);
   Tick("WatchTimer");
   EXPECT_EQ(Enabled(), u"xxxxxxxx");
-  EXPECT_EQ(List().currentItem()->text(1), u"LAST");
+  EXPECT_EQ(Current(), u"LAST");
 }
 
 TEST_F(SharingTest, AFileInTheLibrarysPlaceIsRead) {
@@ -134,7 +134,7 @@ TEST_F(SharingTest, F5ReadsAllAgainAndKeepsThePlace) {
   program.Insert(u"PIN"_s);
   QTest::keyClick(main.get(), Qt::Key_F5);
   EXPECT_EQ(Rows().last(), u"PIN");
-  EXPECT_EQ(List().currentItem()->text(1), u"Shaft");
+  EXPECT_EQ(Current(), u"Shaft");
 }
 
 TEST_F(SharingTest, WhatCannotBeReadIsNamedAndTheRestIsUsable) {
@@ -296,7 +296,7 @@ TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
     EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 14);
   });
   EXPECT_EQ(Rows(), (QStringList{u"Shaft"_s, u"Bore"_s}));
-  EXPECT_EQ(List().currentItem()->text(1), u"Bore");
+  EXPECT_EQ(Current(), u"Bore");
   EXPECT_EQ(program.state.gDataCollection.size(), 2U);
   EXPECT_EQ(program.state.gDataCollection.at(1)->ID(), 4);
 }
@@ -349,7 +349,7 @@ TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
   };
   QTest::keyClick(main.get(), Qt::Key_F2);
   EXPECT_EQ(Rows(), QStringList({u"Bore"_s, u"Axle"_s}));
-  EXPECT_EQ(List().currentItem()->text(1), u"Axle");
+  EXPECT_EQ(Current(), u"Axle");
 
   WithEditor([&](DataEditor& editor) {
     Type(editor, "txtUSL", u"13"_s);

@@ -1,0 +1,31 @@
+// What stands above the main list: how many data sets are in which state, and what the list is to show of
+// them.
+#pragma once
+
+#include <QWidget>
+
+class MainList;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+
+class ListFilter : public QWidget {
+  Q_OBJECT
+ public:
+  ListFilter(MainList* list, QWidget* parent);
+
+  void Find();     // puts the keyboard into the box
+  void ShowAll();  // filters nothing
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Apply();
+  void ShowCounts();
+
+  MainList* list_;
+  QLineEdit* txtFind = nullptr;
+  QCheckBox* checkOutOfControl = nullptr;
+  QLabel* lblCounts = nullptr;
+};
