@@ -38,6 +38,7 @@ constexpr Page pages[] = {
     {HelpTopics::Sharing, u"sharing.html", Words::Manual::sharing},
     {HelpTopics::Configuration, u"configuration.html", Words::Manual::configuration},
     {HelpTopics::About, u"about.html", Words::Manual::about},
+    {HelpTopics::Keys, u"keys.html", Words::Manual::keys},
     {HelpTopics::Figures, u"figures.html", Words::Manual::figures, 0},
     {HelpTopics::XBarChart, u"xbar-chart.html", Words::Manual::xBarChart},
     {HelpTopics::RChart, u"r-chart.html", Words::Manual::rChart},

@@ -20,6 +20,7 @@ enum Number {
   About = 27,
   AddMeasurements = 28,
   RestoreDeleted = 29,
+  Keys = 201,
 
   Figures = 3,
   XBarChart = 30,

@@ -361,6 +361,7 @@ inline constexpr Text<> configuration{u"Configuration"};
 inline constexpr Text<> restoreDeleted{u"Bringing back what was deleted"};
 inline constexpr Text<> sharing{u"Working on one library with others"};
 inline constexpr Text<> about{u"The about box"};
+inline constexpr Text<> keys{u"Keys"};
 inline constexpr Text<> figures{u"What the figures mean"};
 inline constexpr Text<> xBarChart{u"The X-bar chart"};
 inline constexpr Text<> rChart{u"The R chart"};
