@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
@@ -93,7 +94,7 @@ void AddMeasurements::BuildControls() {
   layout->addWidget(notes_);
   layout->addLayout(verdict);
   layout->addLayout(buttons);
-  setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+  setMinimumWidth(std::min(fontMetrics().averageCharWidth() * 60, RoomFor(*this).width()));
   txtNewValues->setFocus();
 
   connect(txtNewValues, &QPlainTextEdit::textChanged, &NotesTimer,

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "texts/SharingWords.h"
 
@@ -52,7 +53,7 @@ ConflictForm::ConflictForm(const QString& question, const std::vector<VersionTex
   qsizetype lines = 10;  // of the question, the heading and the buttons
   for (const VersionText& version : versions)
     lines += 2 + std::max(version.mine.count(u'\n'), version.theirs.count(u'\n'));
-  resize(em * 38, em * int(std::min(lines, qsizetype{40})));
+  resize(QSize(em * 38, em * int(std::min(lines, qsizetype{40}))).boundedTo(RoomFor(*this)));
   InstallHelpKey(this, HelpTopics::Sharing);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QScreen>
 #include <QTextDocument>
 
 // The control under its name, by which tests, styles and assistive tools find it.
@@ -9,6 +10,12 @@ template <class Control>
 Control* Named(Control* control, const QString& name) {
   control->setObjectName(name);
   return control;
+}
+
+// The room that a window has on its screen, without what the desktop puts around it.
+inline QSize RoomFor(const QWidget& window) {
+  const int em = window.fontMetrics().height();
+  return window.screen()->availableSize() - QSize(em, em * 5 / 2);
 }
 
 // A label for a text of any length: shown to the letter, wrapped, and to be copied from.

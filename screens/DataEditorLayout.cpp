@@ -81,7 +81,7 @@ void DataEditor::BuildControls() {
     list->installEventFilter(this);
   }
   SetTabOrder();
-  ScrollingPage::FitToScreen(this, sizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0));
+  resize((sizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0)).boundedTo(RoomFor(*this)));
   txtDescription->setFocus();
 }
 

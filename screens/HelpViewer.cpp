@@ -19,7 +19,6 @@
 
 #include "platform/ui/Icons.h"
 #include "screens/Controls.h"
-#include "screens/ScrollingPage.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -92,7 +91,7 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
   navigation_->setVisible(withContents);
   connect(page_, &QTextBrowser::sourceChanged, this, &HelpViewer::MarkCurrentTopic);
   const int em = fontMetrics().height();
-  ScrollingPage::FitToScreen(this, {em * (withContents ? 60 : 42), em * 40});
+  resize(QSize(em * (withContents ? 60 : 42), em * 40).boundedTo(RoomFor(*this)));
   qApp->installEventFilter(this);
 }
 

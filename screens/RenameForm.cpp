@@ -55,7 +55,7 @@ void RenameForm::BuildControls() {
   const int width = fontMetrics().averageCharWidth() * 60;
   // A wrapped text claims no room of its own in the window around it.
   lblNews->setMinimumHeight(fontMetrics().lineSpacing() * 3);
-  resize(width, minimumSizeHint().height());
+  resize(QSize(width, minimumSizeHint().height()).boundedTo(RoomFor(*this)));
   txtName->setFocus();
   connect(cmdRename, &QPushButton::clicked, this, &RenameForm::Rename);
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);

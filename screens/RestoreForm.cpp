@@ -11,6 +11,7 @@
 
 #include "core/Globals.h"
 #include "core/Trap.h"
+#include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/Indicators.h"
 #include "texts/DetectionRules.h"
@@ -87,7 +88,7 @@ void RestoreForm::BuildControls() {
   layout->addLayout(name);
   layout->addWidget(lblNews);
   layout->addLayout(buttons);
-  resize(em * 38, em * 22);
+  resize(QSize(em * 38, em * 22).boundedTo(RoomFor(*this)));
 
   connect(listDeleted, &QTreeWidget::currentItemChanged, this, &RestoreForm::ShowSelected);
   connect(listDeleted, &QTreeWidget::itemDoubleClicked, this, &RestoreForm::Restore);

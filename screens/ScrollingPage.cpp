@@ -1,7 +1,6 @@
 #include "screens/ScrollingPage.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <QScrollBar>
 
 ScrollingPage::ScrollingPage(QWidget* page, QWidget* parent) : QScrollArea(parent) {
@@ -21,9 +20,3 @@ ScrollingPage::ScrollingPage(QWidget* page, QWidget* parent) : QScrollArea(paren
 }
 
 QSize ScrollingPage::sizeHint() const { return widget()->sizeHint(); }
-
-void ScrollingPage::FitToScreen(QWidget* window, QSize wanted) {
-  const int em = window->fontMetrics().height();
-  const QSize frame(em, em * 5 / 2);  // what the desktop puts around the window
-  window->resize(wanted.boundedTo(window->screen()->availableSize() - frame));
-}

@@ -11,7 +11,4 @@ class ScrollingPage : public QScrollArea {
   explicit ScrollingPage(QWidget* page, QWidget* parent = nullptr);
 
   QSize sizeHint() const override;  // all of the page
-
-  // As large as the window wants to be, as far as its screen has room.
-  static void FitToScreen(QWidget* window, QSize wanted);
 };

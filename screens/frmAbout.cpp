@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVersionNumber>
 #include <QtEndian>
+#include <algorithm>
 #include <utility>
 
 #include "core/Globals.h"
@@ -83,8 +84,9 @@ void frmAbout::BuildControls() {
   grid->addWidget(Separator(u"separator2"_s, this), 4, 0, 1, 3);
   grid->addWidget(lblDisclaimer, 5, 0, 2, 2, Qt::AlignTop);
   AddButtons(grid);
-  setMinimumWidth(em * 30);
-  resize(em * 30, grid->heightForWidth(em * 30));
+  const int width = std::min(em * 30, RoomFor(*this).width());
+  setMinimumWidth(width);
+  resize(width, grid->heightForWidth(width));
 }
 
 void frmAbout::AddButtons(QGridLayout* grid) {

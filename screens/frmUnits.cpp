@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
@@ -76,7 +77,7 @@ void frmUnits::BuildControls() {
   layout->addWidget(qsMenuBar1);
   layout->addLayout(form);
   layout->addStretch();
-  setMinimumWidth(qsMenuBar1->sizeHint().width());
+  setMinimumWidth(std::min(qsMenuBar1->sizeHint().width(), RoomFor(*this).width()));
   setTabOrder(txtName, txtDescription);
   txtName->setFocus();
   ConnectControls();
@@ -134,7 +135,9 @@ void frmUnits::AddUnit() {
 void frmUnits::SaveUnit() {
   if (txtName->text().trimmed().isEmpty())
     return ShowErrorMessage(false, LoadResText(u"Units Of Measurement requires a unique name;118"), {});
-  if (SaveCurrentData()) RefreshScreen();
+  if (!SaveCurrentData()) return;
+  if (!isListed_) ListAll();  // among the others it stays in sight
+  RefreshScreen();
 }
 
 // A deleted unit's name is free again. A test that failed has been reported and says nothing of the name.
@@ -205,10 +208,17 @@ void frmUnits::MoveTo(qint64 position) {
   for (qint64 at = 1; at < std::min(position, recordset_.RecordCount()); ++at) recordset_.MoveNext();
 }
 
+// Stays at the unit that is shown.
+bool frmUnits::ListAll() {
+  const qint32 id = recordset_.RecordCount() > 0 ? CurrentID() : 0;
+  isListed_ = GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, {}, true);
+  if (isListed_) FindUnit(id);
+  return isListed_;
+}
+
 void frmUnits::RefreshList() {
   if (!ResolvePendingChanges()) return;
-  if (!GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, {}, true)) return;
-  isListed_ = true;
+  if (!ListAll()) return;
   if (recordset_.RecordCount() > 0) QCGlobalFunctions::MoveToFirstRecord(recordset_, IsNewRecord);
   IsNewRecord = false;
   RefreshScreen();
@@ -327,6 +337,7 @@ void frmUnits::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
   MonitorChanges();
   QAction* save = qsMenuBar1->Button(RecordBar::Save);
+  setAttribute(Qt::WA_KeyboardFocusChange);  // where it has gone can be seen
   if (focusWidget() == txtDescription && save->isEnabled())
     qsMenuBar1->widgetForAction(save)->setFocus(Qt::TabFocusReason);
   else

@@ -45,6 +45,8 @@ class frmUnits : public QDialog, public LibraryView {
   qint32 CurrentID() const { return recordset_.Field(QStringLiteral("ID")).toInt(); }
   void DeleteUnit();
   void RefreshList();
+  bool ListAll();
+  void FindUnit(qint32 id);
   void Move(int command);
   void MoveTo(qint64 position);
   bool ResolvePendingChanges();

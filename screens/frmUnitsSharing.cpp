@@ -53,6 +53,11 @@ std::optional<frmUnits::Texts> frmUnits::TextsInTable() const {
 void frmUnits::ReadAgain() {
   const qint32 id = recordset_.RecordCount() > 0 ? CurrentID() : 0;
   recordset_.Requery();
+  FindUnit(id);
+}
+
+// The first one where that is gone.
+void frmUnits::FindUnit(qint32 id) {
   if (recordset_.RecordCount() == 0) return;
   for (recordset_.MoveFirst(); !recordset_.EndOfFile() && CurrentID() != id;) recordset_.MoveNext();
   if (recordset_.EndOfFile()) recordset_.MoveFirst();

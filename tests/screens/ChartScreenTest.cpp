@@ -16,6 +16,11 @@ TEST_F(ChartScreenTest, RefusesWhatItCannotShow) {
   };
   data->SetNumberOfPlotPoints(7);
   refuse(u"A minimum of 8 data points are required");
+  const CData whole = *data;
+  data->SetSubGroupSize(5);
+  data->SetDelimitedInputString(u"1,"_s.repeated(30));
+  refuse(u"\r\n\r\n30 samples make 6 points; 8 are needed for a chart: 10 more samples.");
+  *data = whole;
   data->SetNumberOfPlotPoints(8);
   Open();
   EXPECT_TRUE(screen->isVisible());

@@ -106,6 +106,8 @@ TEST_F(UnitsTest, TypingANameBeginsAUnitOrSaysWhyNot) {
   }
   QTest::keyClick(form.focusWidget(), Qt::Key_Return);
   EXPECT_EQ(Stored(), asBefore + u",inch="_s);
+  form.LibraryChanged();
+  EXPECT_EQ(Name() + TextOf(form, "lblRecord"), u"inchUnit 4 of 4") << "in sight, and among the others";
   QTest::keyClicks(&name, u"x"_s);
   EXPECT_TRUE(TextOf(form, "lblRecord").contains(u"The name of a unit stays"_s));
   EXPECT_NE(Name(), u"x");
