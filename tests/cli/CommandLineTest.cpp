@@ -1,10 +1,12 @@
 // Every command once as it should be used, and every kind of bad input with the line it gets.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <deque>
 
+#include "tests/support/Cases.h"
 #include "tests/support/Program.h"
 
 namespace {
@@ -75,9 +77,6 @@ TEST_F(CommandLineTest, ReportShowsAStretchAndDatesItsFiles) {
     EXPECT_EQ(Read(Path(u"out/Shaft%1.svg"_s.arg(name))).count(said), 2) << said;
   }
   EXPECT_FALSE(QFile::exists(Path(u"out/Shaft.svg"_s))) << "a part is not written over the whole";
-  Fails(2, u"report LIB --out @out --points 5-2", {u"--points"_s, u"\"5-2\""_s});
-  Fails(2, u"report LIB --out @out --points 9-12", {u"\"Shaft\""_s, u"9"_s, u"8"_s});
-  Fails(2, u"report LIB --out @out --points 1-2 --last 3", {u"--points"_s, u"--last"_s});
   ImportShaft(u"--subgroup 2 --description Bore"_s);
   const ProgramRun both = RunIn(u"report LIB --out @out --format svg --points 6-8 Bore Shaft");
   EXPECT_EQ(both.output, Path(u"out/Shaft.6-8.svg\n"_s));
@@ -240,69 +239,33 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_TRUE(RunIn(u"append LIB --description Bore 20"_s).output.endsWith(u", rule 1\n"_s));
 }
 
-TEST_F(CommandLineTest, HelpIsGivenAndWrongUsageNamesTheWord) {
+TEST_F(CommandLineTest, HelpAndVersion) {
   EXPECT_TRUE(RunIn(u"--version").output.startsWith(u"kestrel "));
   EXPECT_TRUE(RunIn(u"--help").output.contains(u"kestrel stats"));
   EXPECT_TRUE(RunIn(u"help append").output.startsWith(u"kestrel append "));
-  Fails(2, u"--fly", {u"--fly"_s});
-  Fails(2, u"help fly", {u"fly"_s});
-  Fails(2, u"statsu LIB", {u"statsu"_s});
-  Fails(2, u"status LIB --jsn", {u"--jsn"_s});
-  Fails(2, u"status", {u"missing"_s});
-  Fails(2, u"status LIB more", {u"more"_s});
-  Fails(2, u"stats --subgroup 21", {u"--subgroup"_s, u"21"_s});
-  Fails(2, u"stats --subgroup", {u"--subgroup"_s});
-  Fails(2, u"stats --usl x", {u"--usl"_s, u"\"x\""_s});
-  Fails(2, u"stats --usl 1", {u"--lsl"_s});
-  Fails(2, u"stats --limits 1,2", {u"--limits"_s});
-  Fails(2, u"report LIB --out @o --format gif", {u"gif"_s});
-  Fails(2, u"append LIB --description \"No\rne\" 1", {u"\"No ne\""_s});
-  Fails(2, u"report LIB --out @o Nothing", {u"Nothing"_s});
 }
 
-TEST_F(CommandLineTest, BadNumbersNameThePlaceAndChangeNothing) {
+TEST_F(CommandLineTest, WhatIsWrongIsNamedAndChangesNothing) {
   ImportShaft();
-  const QByteArray before = Read(library);
-  const QByteArray many = QByteArray("1\n").repeated(32768);
-  Fails(2, u"stats", {u"value 3"_s, u"12x"_s}, "1 2 12x 4");
-  Fails(2, u"stats", {u"32767"_s}, many);
-  Fails(2, u"append LIB --description Shaft 1 1e999", {u"value 2"_s, u"1e999"_s});
-  Fails(2, u"append LIB --description Shaft 7,5", {u"7,5"_s});
-  Fails(2, u"append LIB --description Shaft", {u"no values"_s}, " \n");
-  Fails(2, u"append LIB --description Shaft", {u"32768"_s}, many.left(2 * 32760));
-  struct {
-    const char* text;
-    QString options;
-    QStringList named;
-  } const files[] = {
-      {"a,b\n1,2\n3,oops\n5,6\n", u"--column b"_s, {u"@ line 3"_s, u"column 2 (b)"_s, u"oops"_s}},
-      // Each of these once became other numbers, or fewer, without a word.
-      {"Weight\n12,3\n12,4\n", {}, {u"@ line 2"_s}},
-      {"Weight\n\"12\"34\n", {}, {u"@ line 2"_s, u"\"12\"34"_s}},
-      {"12.3x\n5\n6\n", {}, {u"@ line 1"_s, u"12.3x"_s}},
-      {many.constData(), {}, {u"32768"_s, u"32767"_s}},
-      {"1\n2\n", u"--description SHAFT"_s, {u"SHAFT"_s, u"already"_s}},
-      {"1\n2\n", u"--usl 8"_s, {u"lower specification limit 9"_s, u"8"_s}},
-      {"1\n2\n", u"--nominal 12"_s, {u"nominal value 12"_s}}};
-  for (const auto& [text, options, named] : files) {
-    SCOPED_TRACE(QByteArray(text).left(40).toStdString());
-    ExpectFailure(Import(options, text), 2, QStringList(named).replaceInStrings(u"@"_s, u"v.csv"_s));
-  }
-  EXPECT_EQ(Read(library), before);
-}
-
-TEST_F(CommandLineTest, FilesThatCannotBeReadOrWritten) {
   Write(u"text"_s, "no database at all, only text");
   Write(u"void"_s, "");
-  Fails(3, u"new LIB", {library});
-  Fails(3, u"new @no/such/folder", {u"no/such"_s});
-  for (const QString& path : {u"missing"_s, u"text"_s, u"void"_s, QString()})
-    Fails(3, u"status @"_s + path, {Path(path)});
-  Fails(3, u"import LIB @missing.csv --usl 2 --lsl 0 --nominal 1 --description A", {u"missing.csv"_s});
-  // A folder in which nobody can write, the superuser included.
-  Fails(3, u"new /proc/a.kestrel", {u"/proc/a.kestrel"_s});
-  Fails(3, u"export LIB --out /proc/out", {u"/proc/out"_s});
-  EXPECT_EQ(Files().join(u' '), u"plant.kestrel text void");
+  EXPECT_EQ(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
+  const QStringList files = Files();
+  const QByteArray before = Read(library), many = QByteArray("1\n").repeated(32768);
+  const auto named = [this](const QJsonValue& words) { return Placed(words.toVariant().toStringList()); };
+  // The status, the command line, what the message names, the standard input.
+  for (const auto& one : Cases(u"refusals.json"_s, u"commands"_s))
+    Fails(one[0].toInt(), one[1].toString(), named(one[2]), one[3].toString().toUtf8());
+  Fails(2, u"stats", {u"32767"_s}, many);
+  Fails(2, u"append LIB --description Shaft", {u"32768"_s}, many.left(2 * 32760));
+  EXPECT_EQ(Files(), files);
+  // Several of these files once became other numbers, or fewer, without a word.
+  for (const auto& one : Cases(u"refusals.json"_s, u"imports"_s)) {
+    SCOPED_TRACE(one[0].toString().toStdString());
+    ExpectFailure(Import(one[1].toString(), one[0].toString().toUtf8()), 2, named(one[2]));
+  }
+  ExpectFailure(Import({}, many), 2, {u"32768"_s, u"32767"_s});
+  EXPECT_EQ(Read(library), before);
 }
 
 TEST_F(CommandLineTest, AnOldRevisionAndABrokenRowAreNamed) {

@@ -1,11 +1,9 @@
 // Both copies of the raw-data routines, above all where they differ.
-#include <array>
-#include <tuple>
-
 #include "data/TAVELDataStringFunctions.h"
 #include "data/clsTavelDataStringFunctions.h"
 #include "platform/language/Conversions.h"
 #include "tests/support/BothLocales.h"
+#include "tests/support/Cases.h"
 
 using namespace Qt::StringLiterals;
 namespace Module = TAVELDataStringFunctions;
@@ -26,53 +24,25 @@ TEST_P(DataStrings, ConvertsBetweenCommasAndLines) {
   EXPECT_EQ(copy.ConvertStringDelimiter(true, u"1.5,2,"_s), u"1.5\r2\r"_s);
 }
 
-TEST_P(DataStrings, CountsTheValuesThatACommaFollows) {
-  const std::vector<std::pair<QString, int>> cases = {
-      {u"12,13,14,15,"_s, 4},       {u"12,13,14,15"_s, 3},
-      {u"1,2,3,4,5"_s, 0},                                   // nine characters
-      {u"1,2,3,4,5,"_s, 5},                                  // ten
-      {u"   1,2,3,4,   "_s, 0},                              // blanks at the ends are no characters
-      {u"12,13,abc,15,"_s, 0},      {u"12,13,14,abc"_s, 3},  // the last element is not looked at
-      {u"12,,14,15,16,"_s, 0},                               // an empty element is no number
-      {u"12, 13 ,14.5,-1e3,"_s, 4}, {u""_s, 0},
-  };
+TEST_P(DataStrings, CountAndCutTheValuesThatACommaFollows) {
   clsTavelDataStringFunctions copy;
-  for (const auto& [data, count] : cases) {
-    EXPECT_EQ(Module::ValidateDelimitedDataString(data), count) << data.toStdString();
-    EXPECT_EQ(copy.ValidateDelimitedDataString(data), count) << data.toStdString();
+  const auto cases = [](const QString& part) { return Cases(u"data_strings.json"_s, part); };
+  for (const auto& one : cases(u"counts"_s)) {
+    const QString data = one[0].toString();
+    EXPECT_EQ(Module::ValidateDelimitedDataString(data), one[1].toInt()) << data.toStdString();
+    EXPECT_EQ(copy.ValidateDelimitedDataString(data), one[1].toInt()) << data.toStdString();
   }
-}
-
-TEST_P(DataStrings, RemovesFliers) {
-  const std::vector<std::array<QString, 3>> cases = {
-      // data, as the module leaves them, as the class does
-      {u"1.5,2.5,3.5,"_s, u"2.5,"_s, u"2.5,"_s},
-      {u"2,2.5,3,"_s, u"2.5,"_s, u"2.5,"_s},  // a limit itself is outside
-      {u"2.1,2.2,2.3,"_s, u"2.1,2.2,2.3,"_s, u"2.1,2.2,2.3"_s},
-      {u"2.1,2.2,2.3"_s, u"2.1,2.2,2.3"_s, u"2.1,2.2"_s},
-      {u"2.1,2.2,9"_s, u"2.1,2.2,"_s, u"2.1,2.2"_s},
-      {u"2.10, 2.2 ,2.3,"_s, u"2.10, 2.2 ,2.3,"_s, u"2.10, 2.2 ,2.3"_s},  // the texts stay as they are
-      {u"2.1,abc,2.3,"_s, u"2.1,"_s, u"2.1,"_s},                          // ends at the failure
-      {u",2.5,"_s, u""_s, u""_s},
-  };
-  clsTavelDataStringFunctions copy;
-  for (const auto& [data, ofModule, ofClass] : cases) {
-    EXPECT_EQ(Module::RemoveFliersFromDataString(data, 2, 3), ofModule) << data.toStdString();
-    EXPECT_EQ(copy.RemoveFliersFromDataString(data, 2, 3), ofClass) << data.toStdString();
+  // As the module leaves them, and as the class does.
+  for (const auto& one : cases(u"fliers"_s)) {
+    const QString data = one[0].toString();
+    EXPECT_EQ(Module::RemoveFliersFromDataString(data, 2, 3), one[1].toString()) << data.toStdString();
+    EXPECT_EQ(copy.RemoveFliersFromDataString(data, 2, 3), one[2].toString()) << data.toStdString();
   }
-}
-
-TEST_P(DataStrings, DiscardsExcessSamples) {
-  const std::vector<std::tuple<QString, qint16, QString, QString>> cases = {
-      {u"1,2,3,4,5,"_s, 3, u"1,2,3"_s, u""_s}, {u"1,2,3,4,5,"_s, 5, u"1,2,3,4,5"_s, u""_s},
-      {u"1,2,3,4,5,"_s, 6, u""_s, u""_s},      {u"1,2,3,4,5"_s, 5, u""_s, u""_s},
-      {u"1,2,"_s, -32768, u""_s, u""_s},       {u""_s, 0, u""_s, u""_s},
-      {u"1 2 3 4 "_s, 3, u""_s, u"1,2,3"_s},  // the class splits at blanks
-  };
-  clsTavelDataStringFunctions copy;
-  for (const auto& [data, most, ofModule, ofClass] : cases) {
-    EXPECT_EQ(Module::DiscardExcessSamples(data, most), ofModule) << data.toStdString();
-    EXPECT_EQ(copy.DiscardExcessSamples(data, most), ofClass) << data.toStdString();
+  for (const auto& one : cases(u"excess"_s)) {
+    const QString data = one[0].toString();
+    const auto most = static_cast<qint16>(one[1].toInt());
+    EXPECT_EQ(Module::DiscardExcessSamples(data, most), one[2].toString()) << data.toStdString();
+    EXPECT_EQ(copy.DiscardExcessSamples(data, most), one[3].toString()) << data.toStdString();
   }
 }
 

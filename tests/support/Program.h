@@ -40,11 +40,10 @@ class ProgramTest : public testing::Test {
             QString::fromUtf8(process.readAllStandardError())};
   }
   // Words in which LIB stands for the library and @ for this test's folder.
-  QStringList Words(QStringView words) const {
-    return QProcess::splitCommand(words)
-        .replaceInStrings(u"LIB"_s, library)
-        .replaceInStrings(u"@"_s, folder_.path() + u'/');
+  QStringList Placed(QStringList words) const {
+    return words.replaceInStrings(u"LIB"_s, library).replaceInStrings(u"@"_s, folder_.path() + u'/');
   }
+  QStringList Words(QStringView words) const { return Placed(QProcess::splitCommand(words)); }
   ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const { return Run(Words(words), input); }
 
   // A failure is one line on standard error that holds all the given words, and nothing on standard output.
