@@ -123,7 +123,6 @@ void Store(const HistogramResults& histogram, std::string_view delimiter, Result
   counts.Finish();
   results.histogramLabelsOutputString = histogram.labels;
   results.histogramCounts = histogram.counts;
-  results.histogramBinStarts = histogram.starts;
 }
 
 bool AllFinite(const Results& r) {

@@ -105,8 +105,7 @@ struct Results {
   int histogramBinQty = 0;
   std::string histogramBinValuesOutputString;
   std::string histogramLabelsOutputString;
-  std::array<int, histogramBins> histogramCounts{};        // of each bin
-  std::array<double, histogramBins> histogramBinStarts{};  // the lower end of each, as its label shows it
+  std::array<int, histogramBins> histogramCounts{};  // of each bin
   double histoHiScaleValue = 0;
   double histoLoScaleValue = 0;
   bool isInControl = true;

@@ -130,7 +130,6 @@ void MakeHistogram(std::span<const double> samples, double minimum, double maxim
     labels[bin] = RoundToPlaces(starts[bin], inputs.places);
   }
   WriteLabels(labels, inputs, results.labels);
-  results.starts = labels;
   results.lowScale = low;
   results.highScale = high;
   // Finite, so that it makes nothing but 0 of 0.
@@ -166,7 +165,6 @@ void MakeHistogram(std::span<const std::int64_t> samples, int decimals, std::int
     const Int128 start = scale.low * histogramBins + width * static_cast<int>(bin);
     starts[bin] = Clamp(CeilingOfQuotient(start, finer));
     labels[bin] = round.Any(start);
-    results.starts[bin] = QuotientAsDouble(labels[bin], 1, inputs.places);
   }
   WriteLabels(labels, inputs, results.labels);
   results.lowScale = QuotientAsDouble(scale.low, 1, scale.decimals);

@@ -27,9 +27,8 @@ struct HistogramInputs {
 struct HistogramResults {
   double lowScale = 0;
   double highScale = 0;
-  std::array<int, histogramBins> counts{};     // they add up to the number of samples
-  std::array<double, histogramBins> starts{};  // each bin's lower end, as shown
-  std::string labels;                          // the same, joined
+  std::array<int, histogramBins> counts{};  // they add up to the number of samples
+  std::string labels;                       // each bin's lower end, joined
 };
 
 // Of samples mantissa / 10^decimals; there is at least one, and minimum and maximum are theirs. Bin ends are
