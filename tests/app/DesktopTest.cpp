@@ -8,9 +8,9 @@
 #include <QTextBrowser>
 #include <deque>
 
-#include "platform/registry/Registry.h"
 #include "screens/frmMain.h"
 #include "tests/support/Program.h"
+#include "tests/support/StoredValue.h"
 #include "tests/support/Widgets.h"
 
 namespace {
@@ -46,10 +46,9 @@ class DesktopTest : public ProgramTest {
     qputenv("XDG_RUNTIME_DIR", Path(u"session"_s).toUtf8());
     QDir().mkdir(Path(u"session"_s));
     qputenv("TMPDIR", folder_.path().toUtf8());
-    Registry::Key handle = 0;
     FileRegistry registry;
-    registry.RegCreateKeyEx(key, Registry::KeyWrite, handle);
-    registry.RegSetValueEx(handle, u"DatabaseName"_s, Registry::String, Path(u"configured"_s).toUtf8());
+    StoreValue(registry, u"Software\\Orvane Labs\\Kestrel"_s, u"DatabaseName"_s,
+               Path(u"configured"_s).toUtf8());
   }
 
   // A second start, from outside of the session.
@@ -78,7 +77,6 @@ class DesktopTest : public ProgramTest {
   }
 
   QProcess second;
-  const QString key = u"Software\\Orvane Labs\\Kestrel"_s;
 };
 
 TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {

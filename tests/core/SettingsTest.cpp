@@ -6,6 +6,7 @@
 #include "core/RegistryFunctions.h"
 #include "core/StartUp.h"
 #include "core/clsWaitTimer.h"
+#include "tests/support/StoredValue.h"
 #include "tests/support/TestProgram.h"
 
 using namespace Qt::StringLiterals;
@@ -16,14 +17,7 @@ namespace {
 constexpr int text = 1, dword = 4;
 const QString key = u"Software\\Orvane Labs\\Kestrel"_s;
 
-class SettingsTest : public testing::Test {
- protected:
-  void Store(const QString& name, const QByteArray& data) {
-    Registry::Key handle = 0;
-    program.registry.RegCreateKeyEx(key, Registry::KeyWrite, handle);
-    program.registry.RegSetValueEx(handle, name, Registry::String, data);
-  }
-
+struct SettingsTest : testing::Test {
   TestProgram program;
 };
 
@@ -56,9 +50,9 @@ TEST_F(SettingsTest, NumbersAreReadByteByByteWithoutLeadingZeros) {
     EXPECT_EQ(GetKeyValue(key, u"Number"_s, dword), read) << stored;
   }
   // The caller's type counts, not the stored one.
-  Store(u"Number"_s, "\x05");
+  StoreValue(program.registry, key, u"Number"_s, "\x05");
   EXPECT_EQ(GetKeyValue(key, u"Number"_s, dword), u"5"_s);
-  Store(u"Number"_s, "C:\\long enough.mdb");
+  StoreValue(program.registry, key, u"Number"_s, "C:\\long enough.mdb");
   program.boxes.Expect();
   EXPECT_EQ(GetKeyValue(key, u"Number"_s, dword), QString());
   program.boxes.Expect();
@@ -66,8 +60,8 @@ TEST_F(SettingsTest, NumbersAreReadByteByByteWithoutLeadingZeros) {
 }
 
 TEST_F(SettingsTest, ATextLosesOneEndingNul) {
-  Store(u"A"_s, QByteArray("C:\\a.mdb\0", 9));
-  Store(u"B"_s, "C:\\b.mdb");
+  StoreValue(program.registry, key, u"A"_s, QByteArray("C:\\a.mdb\0", 9));
+  StoreValue(program.registry, key, u"B"_s, "C:\\b.mdb");
   EXPECT_EQ(GetKeyValue(key, u"A"_s, text), u"C:\\a.mdb"_s);
   EXPECT_EQ(GetKeyValue(key, u"B"_s, text), u"C:\\b.mdb"_s);
   EXPECT_EQ(GetKeyValue(u"Software\\Other"_s, u"A"_s, text), QString());

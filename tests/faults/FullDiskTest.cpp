@@ -3,8 +3,8 @@
 
 #include <csignal>
 
-#include "platform/registry/Registry.h"
 #include "tests/faults/Command.h"
+#include "tests/support/StoredValue.h"
 #include "tests/support/WithoutPrivileges.h"
 
 namespace {
@@ -100,10 +100,7 @@ TEST_F(FullDiskTest, KeepsTheSettingsThatWere) {
   const QString path = Path(u"settings.json"_s);
   const auto write = [&](const QByteArray& value) {
     FileRegistry registry(path);
-    Registry::Key key = 0;
-    const int status = registry.RegCreateKeyEx(u"Key"_s, Registry::KeyWrite, key);
-    return status == Registry::Success ? registry.RegSetValueEx(key, u"Value"_s, Registry::String, value)
-                                       : status;
+    return StoreValue(registry, u"Key"_s, u"Value"_s, value);
   };
   EXPECT_EQ(write("old"), Registry::Success);
   const QByteArray settings = Read(path);

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "tests/support/StoredValue.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -14,13 +16,6 @@ namespace {
 class FileRegistryTest : public testing::Test {
  protected:
   const QString key = u"Software\\Orvane Labs\\Kestrel"_s;
-
-  static int Set(Registry& registry, const QString& path, const QString& name, Registry::Type type,
-                 const QByteArray& data) {
-    Registry::Key handle = 0;
-    const int status = registry.RegCreateKeyEx(path, Registry::KeyWrite, handle);
-    return status == Registry::Success ? registry.RegSetValueEx(handle, name, type, data) : status;
-  }
 
   static QByteArray Get(Registry& registry, const QString& path, const QString& name) {
     Registry::Key handle = 0;
@@ -43,8 +38,9 @@ class FileRegistryTest : public testing::Test {
 TEST_F(FileRegistryTest, TwoProgramsSeeEachOthersValuesAndTypesAreKept) {
   FileRegistry first(path), second(path);
   const QString file = u"C:\\Prüfung \"A\"\\StatData.mdb"_s;
-  EXPECT_EQ(Set(first, key, u"DatabaseName"_s, Registry::String, file.toUtf8()), Registry::Success);
-  EXPECT_EQ(Set(second, key, u"Choice"_s, Registry::Dword, QByteArray("\0\1\0\0", 4)), Registry::Success);
+  EXPECT_EQ(StoreValue(first, key, u"DatabaseName"_s, file.toUtf8()), Registry::Success);
+  EXPECT_EQ(StoreValue(second, key, u"Choice"_s, QByteArray("\0\1\0\0", 4), Registry::Dword),
+            Registry::Success);
   EXPECT_EQ(Get(second, key.toUpper(), u"databasename"_s), file.toUtf8());
   EXPECT_EQ(Get(first, key, u"Choice"_s), QByteArray("\0\1\0\0", 4));
   EXPECT_EQ(Get(first, u"Software\\Other"_s, u"Choice"_s), "status 2");
@@ -58,7 +54,7 @@ TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {
     Registry::Key handle = 0;
     EXPECT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::ReadFault);
     EXPECT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::NotFound);
-    EXPECT_EQ(Set(registry, key, u"DatabaseName"_s, Registry::String, "a.mdb"), Registry::Success);
+    EXPECT_EQ(StoreValue(registry, key, u"DatabaseName"_s, "a.mdb"), Registry::Success);
     QFile aside(path + u".damaged"_s);
     ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
     EXPECT_EQ(aside.readAll(), content);
@@ -71,12 +67,12 @@ TEST_F(FileRegistryTest, AValueThatCannotBeMadeOutStaysInTheFile) {
   WriteFile(R"({"Software\\Orvane Labs\\Kestrel": {"Choice": {"4": "01zz"}, "Other": {"3": "0"}}})");
   FileRegistry registry(path);
   EXPECT_EQ(Get(registry, key, u"Choice"_s), "");
-  EXPECT_EQ(Set(registry, key, u"DatabaseName"_s, Registry::String, "a.mdb"), Registry::Success);
+  EXPECT_EQ(StoreValue(registry, key, u"DatabaseName"_s, "a.mdb"), Registry::Success);
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QByteArray content = file.readAll();
   EXPECT_TRUE(content.contains(R"("4": "01zz")") && content.contains(R"("3": "0")")) << content.toStdString();
-  EXPECT_EQ(Set(registry, key, u"Choice"_s, Registry::Dword, "\1"), Registry::Success);
+  EXPECT_EQ(StoreValue(registry, key, u"Choice"_s, "\1", Registry::Dword), Registry::Success);
   EXPECT_EQ(Get(registry, key, u"Choice"_s), "\1") << "until it is set";
 }
 

@@ -24,6 +24,7 @@
 #include "screens/frmConfigure.h"
 #include "screens/frmMain.h"
 #include "screens/frmUnits.h"
+#include "tests/support/StoredValue.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
 
@@ -78,12 +79,6 @@ TEST(Configure, AcceptStoresAndStaysOpenForMore) {
 
 class AboutTest : public testing::Test {
  protected:
-  void Store(const QString& path, const QString& name, const QByteArray& data,
-             Registry::Type type = Registry::String) {
-    Registry::Key key = 0;
-    program.registry.RegCreateKeyEx(path, Registry::KeyWrite, key);
-    program.registry.RegSetValueEx(key, name, type, data);
-  }
   // What the button starts, and whether that is possible; where it is not, a box says so.
   void ExpectStart(const QString& path, bool possible) {
     QString started;
@@ -106,18 +101,19 @@ class AboutTest : public testing::Test {
 
 TEST_F(AboutTest, StartsTheToolThatTheStoreNames) {
   ExpectStart({}, false);  // nothing is known
-  Store(location, u"MSINFO"_s, QFile::encodeName(program.folder.path()));
+  StoreValue(program.registry, location, u"MSINFO"_s, QFile::encodeName(program.folder.path()));
   ExpectStart({}, false);  // the folder is known, the tool is not in it
   QFile tool(program.Path(u"MSINFO32.EXE"_s));
   ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
   ExpectStart(QDir::toNativeSeparators(tool.fileName()), true);
-  Store(direct, u"PATH"_s, QByteArray("/tools/info\0", 12));  // comes first, and without its closing zero
+  StoreValue(program.registry, direct, u"PATH"_s,
+             QByteArray("/tools/info\0", 12));  // comes first, and without its closing zero
   ExpectStart(u"/tools/info"_s, true);
   ExpectStart(u"/tools/info"_s, false);
 }
 
 TEST_F(AboutTest, NumbersReadAsHexadecimalText) {
-  Store(direct, u"Flags"_s, QByteArray("\x1f\x02\x00\x00", 4), Registry::Dword);
+  StoreValue(program.registry, direct, u"Flags"_s, QByteArray("\x1f\x02\x00\x00", 4), Registry::Dword);
   QString text;
   EXPECT_TRUE(frmAbout::GetKeyValue(direct, u"Flags"_s, text));
   EXPECT_EQ(text, u"&h21F");
