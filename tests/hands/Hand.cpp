@@ -62,7 +62,6 @@ struct Typed {
 QString figureBefore;  // as the form has shown it
 bool wasAsked = false;
 bool mustCalculate = false;
-QString deleting;
 std::set<QWidget*> busy;
 
 void NoteTry() {
@@ -93,10 +92,6 @@ void Answer(QMessageBox& box) {
   } else if (text.contains(u"as a new data set?"_s)) {
     if (!Chance(50)) answer = QMessageBox::No;
     if (answer == QMessageBox::Yes) Note({u"new"_s, text.section(u'"', 1, 1)});
-  } else if (text.contains(u"Are you sure you want to delete"_s)) {
-    deleting = QString::number(Globals().gCurrentDataID);
-  } else if (text.contains(u"successfully deleted"_s)) {
-    Note({u"deleted"_s, deleting});
   } else if (text.contains(u"successfully saved"_s) || text.contains(u"Data was saved to the database"_s)) {
     NoteSaved();
   } else if (text.contains(u"Calculate Limits On Save"_s)) {

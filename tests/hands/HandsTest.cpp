@@ -33,14 +33,13 @@ int Setting(const char* name, int otherwise) {
 class Story {
  public:
   std::multiset<QString> tried, made;  // samples and units; names of data sets
-  std::set<QString> saved, removed, deleted;
+  std::set<QString> saved, removed;
   struct Figure {
     std::set<QString> before;
     bool isSaved = false;
     bool wasAsked = false;
   };
   std::map<QString, Figure> figures;
-  std::map<QString, int> boxes;
   int conflicts = 0;
 
   void Read(const std::vector<Words>& log) {
@@ -52,8 +51,6 @@ class Story {
       if (kind == u"saved") saved.insert(rest.begin(), rest.end());
       if (kind == u"remove") removed.insert(rest.begin(), rest.end());
       if (kind == u"new") made.insert(Names::Key(rest[0]));
-      if (kind == u"deleted") deleted.insert(rest[0]);
-      if (kind == u"box") ++boxes[rest[0]];
       if (kind == u"figure") figures[rest[1]].before.insert(rest[0]), open.insert(rest[1]);
       if (kind == u"figure saved") figures[rest[0]].isSaved = true, open.clear();
       if (kind != u"conflict") continue;
@@ -329,10 +326,8 @@ TEST_F(HandsTest, NobodysWorkIsLost) {
   if (HasFailure()) folder.setAutoRemove(false);
   std::printf(
       "%d of %d script runs reported saved, %zu samples and units, %zu figures tried, %d conflicts, "
-      "%zu deletions, %d desktops killed\n",
-      runsDone, runs, story.saved.size(), story.figures.size(), story.conflicts, story.deleted.size(), kills);
-  if (qEnvironmentVariableIsSet("KESTREL_HANDS_BOXES"))
-    for (const auto& [text, count] : story.boxes) std::printf("%6d  %s\n", count, qPrintable(text));
+      "%d desktops killed\n",
+      runsDone, runs, story.saved.size(), story.figures.size(), story.conflicts, kills);
 }
 
 }  // namespace
