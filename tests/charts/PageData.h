@@ -7,6 +7,8 @@
 #include "charts/StatPage.h"
 #include "data/CData.h"
 #include "data/Statistics.h"
+#include "tests/support/Cases.h"
+#include "tests/support/Figures.h"
 
 namespace PageData {
 
@@ -15,35 +17,7 @@ using namespace Qt::StringLiterals;
 // Eight subgroups of two with round results.
 inline CData Simple() {
   CData data;
-  data.SetDescription(u"Shaft"_s);
-  data.SetUnitOfMeasurement(u"mm"_s);
-  data.SetSampleQty(16);
-  data.SetSubGroupSize(2);
-  data.SetLowerSpecLimit(9);
-  data.SetNominalSpecLimit(10);
-  data.SetUpperSpecLimit(11);
-  data.SetMinValue(9.1);
-  data.SetMaxValue(10.9);
-  data.SetStdDevValue(0.25);
-  data.SetXBarLCL(9.7);
-  data.SetXBarMean(10);
-  data.SetXBarUCL(10.3);
-  data.SetRBarLCL(0);
-  data.SetRBarMean(0.2);
-  data.SetRBarUCL(0.5);
-  data.SetSensitivityValue(2);
-  data.SetCPKValue(1);
-  data.SetRuleViolation(1);
-  data.SetProcessState(2);
-  data.SetNumberOfPlotPoints(8);
-  data.SetXBarOutputString(u"10.0,10.1,9.9,10.4,10.0,9.8,10.2,50.0"_s);
-  data.SetRBarOutputString(u"0.1,0.2,0.3,0.2,0.1,0.2,0.3,0.2"_s);
-  data.SetHistogramBinQty(12);
-  data.SetHistoLoScaleValue(9);
-  data.SetHistoHiScaleValue(11);
-  data.SetHistogramBinValuesOutputString(u"0,0,1,2,3,4,3,2,1,0,0,0"_s);
-  data.SetHistogramLabelsOutputString(u"9.0,9.2,9.3,9.5,9.7,9.8,10.0,10.2,10.3,10.5,10.7,10.8"_s);
-  data.SetLastModified(u"2024-05-17"_s);
+  SetFigures(data, Cases(u"page.json"_s, u"figures"_s)[0].toObject());
   CData::ViolatingPointLists points;
   points[0] = {4, 8};
   points[1] = {8};
@@ -72,7 +46,6 @@ inline engine::Results NumbersOf(const CData& data) {
   };
   results.xBarSeries.values = numbers(data.XBarOutputString());
   results.rangeSeries.values = numbers(data.RBarOutputString());
-  std::ranges::copy(numbers(data.HistogramLabelsOutputString()), results.histogramBinStarts.begin());
   std::ranges::transform(numbers(data.HistogramBinValuesOutputString()), results.histogramCounts.begin(),
                          [](double count) { return static_cast<int>(count); });
   results.histogramLabelsOutputString = data.HistogramLabelsOutputString().toStdString();

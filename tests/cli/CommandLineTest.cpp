@@ -249,6 +249,7 @@ TEST_F(CommandLineTest, WhatIsWrongIsNamedAndChangesNothing) {
   ImportShaft();
   Write(u"text"_s, "no database at all, only text");
   Write(u"void"_s, "");
+  EXPECT_TRUE(QFile::copy(QStringLiteral(KESTREL_TEST_DATA "/access/plant.mdb"), Path(u"old.mdb"_s)));
   EXPECT_EQ(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
   const QStringList files = Files();
   const QByteArray before = Read(library), many = QByteArray("1\n").repeated(32768);

@@ -5,6 +5,7 @@
 
 #include "data/TAVELDataStringFunctions.h"
 #include "tests/support/BothLocales.h"
+#include "tests/support/Cases.h"
 
 using namespace Qt::StringLiterals;
 
@@ -37,43 +38,23 @@ TEST_P(RawDataTextTest, SubgroupsBeginWhereTheirFirstValueStands) {
   EXPECT_EQ(RawDataText::SubgroupStarts(u"x\n1\n2\n"_s, 2), QList<qsizetype>());
 }
 
-TEST_P(RawDataTextTest, TheLiveLineNamesWhatStandsOut) {
-  const auto line = [](const QString& text) {
-    return RawDataText::Describe(RawDataText::Examine(text, RawDataText::FlierLimits{0, 100}), u"1"_s);
+TEST_P(RawDataTextTest, TheLiveLineCountsAndNamesWhatStandsOut) {
+  const auto line = [](const QString& text, const QString& subGroup) {
+    return RawDataText::Describe(RawDataText::Examine(text, RawDataText::FlierLimits{0, 100}), subGroup);
   };
-  EXPECT_TRUE(line(u"12.5\n125\n12.4"_s).contains(u"Line 2 does not lie between the flier limits: "_s));
-  EXPECT_EQ(RawDataText::FliersBeyond(.1, .4).high, .7);
-  EXPECT_TRUE(line(u"100\n99"_s).contains(u"Line 1 does not lie"_s)) << "a flier limit is beyond itself";
-  EXPECT_TRUE(line(u"1.25\n1.24\n12.6\n1.25"_s).contains(u"Line 3 is ten times its neighbours: "_s));
-  EXPECT_TRUE(line(u"1\n2\n20"_s).contains(u"Line 3 is ten times"_s));
-  EXPECT_FALSE(line(u"1\n20\n21\n1.9"_s).contains(u"ten times"_s)) << "a step is no slip";
-  EXPECT_TRUE(line(u"12.6\n1.25\n1.24"_s).contains(u"Line 1 is ten times"_s));
-  EXPECT_FALSE(line(u"126"_s).contains(u"ten times"_s));
-  EXPECT_FALSE(line(u".5\n0\n.5"_s).contains(u"ten times"_s));
-  EXPECT_TRUE(line(u"1.5\n0.123456789"_s).contains(u"Line 2 has more than the 8 decimals"_s));
-  EXPECT_EQ(RawDataText::DecimalsOf(u"1.500"_s), 1);
-  EXPECT_EQ(RawDataText::DecimalsOf(u"1.5e-9"_s), 10);
-  EXPECT_EQ(RawDataText::DecimalsOf(u"1.25E1"_s), 1);
-  EXPECT_EQ(RawDataText::DecimalsOf(u"x.123456789"_s), 0);
-}
-
-TEST_P(RawDataTextTest, TheLiveLineCountsAndNamesTheFirstFault) {
-  const auto line = [](const QString& text, const QString& subGroup = u"5"_s) {
-    return RawDataText::Describe(RawDataText::Examine(text), subGroup);
-  };
-  EXPECT_EQ(line(u"1\n2\n3\n4\n5\n6\n7"_s), u"7 values: 1 subgroup of 5, 2 left over."_s);
+  for (const auto& one :
+       Cases(u"raw_data.json"_s, u"live line: values, size of a subgroup, what it says"_s)) {
+    const QString found = line(one[0].toString(), one[1].toString());
+    EXPECT_TRUE(found.contains(one[2].toString())) << found.toStdString();
+  }
+  for (const auto& text : Cases(u"raw_data.json"_s, u"no slip of the decimal point"_s))
+    EXPECT_FALSE(line(text.toString(), u"1"_s).contains(u"ten times"_s)) << text.toString().toStdString();
   EXPECT_EQ(line(u"1"_s, u"21"_s), u"1 value"_s);
   EXPECT_EQ(line(u"1\n2\n"_s, u"2.5"_s), u"2 values"_s);
-  EXPECT_TRUE(line(u"\n"_s).startsWith(u"No values yet."_s));
-  EXPECT_TRUE(line(u"1\n\n2,x\nabc"_s).endsWith(u"\nLine 3 is not a number: \"\u2068x\u2069\""_s));
-  EXPECT_TRUE(line(u"1\n1,234.5"_s).contains(u"Line 2 is unclear: \"\u20681,234.5\u2069\""_s));
-  EXPECT_TRUE(
-      line(u"1\n12,5 mm"_s).contains(u"1 value: 0 subgroups of 5, 1 left over.\nLine 2 is unclear: "_s));
-  EXPECT_TRUE(line(u"08:00\t12.5"_s).contains(u"Line 1 has several cells: \"\u206808:00|12.5\u2069\""_s));
-  EXPECT_TRUE(line(u"1\n12,\n3"_s).contains(u"Line 2: no number stands on one side of a comma."_s));
-  EXPECT_TRUE(line(u"1\n12,5"_s).startsWith(u"3 values: 0 subgroups of 5, 3 left over.\nLine 2 is more"_s));
-  EXPECT_TRUE(line(QString(400, u'1'))
-                  .endsWith(u"Line 1 is not a number: \"\u2068"_s + QString(24, u'1') + u"…\u2069\""_s));
+  EXPECT_EQ(RawDataText::FliersBeyond(.1, .4).high, .7);
+  for (const auto& [text, decimals] :
+       {std::pair(u"1.500"_s, 1), {u"1.5e-9"_s, 10}, {u"1.25E1"_s, 1}, {u"x.123456789"_s, 0}})
+    EXPECT_EQ(RawDataText::DecimalsOf(text), decimals) << text.toStdString();
 }
 
 }  // namespace

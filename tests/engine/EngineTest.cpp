@@ -5,33 +5,26 @@
 #include "engine/Decimal.h"
 #include "engine/Parse.h"
 #include "tests/engine/EngineRun.h"
+#include "tests/support/Cases.h"
 
 namespace {
 
 using engine::Inputs;
 using engine::Results;
 
+QJsonArray EngineCases(const char* part) {
+  return Cases(QStringLiteral("engine.json"), QString::fromLatin1(part));
+}
+std::string Text(const QJsonValue& text) { return text.toString().toStdString(); }
+
+// The delimiter comes before the number that might hold it; what is too small for a double is 0.
 TEST(Engine, ReadsEveryWayToWriteANumber) {
-  struct Case {
-    std::string text;
-    const char* delimiter;
-    int precision;
-    std::string series;
-  };
-  const Case cases[] = {
-      {" 1 ,+2,-3.50,.5,7.,1e2,1.5E-1,,\t4\r\n,", ",", 3,
-       "1.000,2.000,-3.500,0.500,7.000,100.000,0.150,4.000"},
-      {"1.50000000000000000000000,000000000000000000000002", ",", 1, "1.5,2.0"},
-      {"1e-999,0.0000", ",", 1, "0.0,0.0"},  // too small for a double
-      {"1;2;3", ";", 0, "1;2;3"},
-      {"1\r\n2\r\n", "\r\n", 0, "1\r\n2"},
-      {"1 2  3", " ", 0, "1 2 3"},
-      {"1.2.3", ".", 0, "1.2.3"},  // the delimiter comes before the number that might hold it
-  };
-  for (const auto& [text, delimiter, precision, series] : cases)
-    EXPECT_EQ(RunEngine(text, {.stringDelimiter = delimiter, .precisionValue = precision}).xBarOutputString,
-              series)
-        << text;
+  for (const auto& one : EngineCases("samples")) {
+    const std::string delimiter = Text(one[1]);
+    EXPECT_EQ(RunEngine(Text(one[0]), {.stringDelimiter = delimiter, .precisionValue = one[2].toInt()})
+                  .xBarOutputString,
+              Text(one[3]));
+  }
 }
 
 // A single value and one among samples are read by two ways.
@@ -162,31 +155,16 @@ TEST(Engine, FindsRangesBeyondTheirLimitsWithoutAVerdict) {
 }
 
 TEST(Engine, KnowsTheDecimalsThatSamplesAndLimitsNeed) {
-  const std::pair<const char*, int> texts[] = {{"", 0},
-                                               {"1,2,3", 0},
-                                               {"1.0,2.000,0.00000", 0},
-                                               {"1.25,2.5,3", 2},
-                                               {"1.50,2.10", 1},
-                                               {"0.000148,0.00015", 6},
-                                               {"15e-5,1.5E-4,1000e-6", 5},
-                                               {"1.5e3,12", 0},
-                                               {"1e20,0.5", 1},
-                                               {"1.50000000000000000000000,2", 1},
-                                               {"1e30,1.25e-7", 9},
-                                               {"1200e-30,1e10", 28},
-                                               {"0.0e-40,1e30", 0}};
   engine::Engine engine;
-  for (const auto& [text, decimals] : texts) {
-    ASSERT_TRUE(engine.Read(text, ",", false)) << text;
-    EXPECT_EQ(engine.SampleDecimals(), decimals) << text;
+  for (const auto& one : EngineCases("decimals")) {
+    ASSERT_TRUE(engine.Read(Text(one[0]), ",", false)) << Text(one[0]);
+    EXPECT_EQ(engine.SampleDecimals(), one[1].toInt()) << Text(one[0]);
   }
-  const std::pair<double, int> limits[] = {{0, 0},        {12, 0},    {-12.6, 1},   {0.00015, 5},
-                                           {1200, 0},     {1e300, 0}, {1.25e-7, 9}, {123456789.0125, 4},
-                                           {0.1 + 0.2, 1}};
-  for (const auto& [limit, decimals] : limits) EXPECT_EQ(engine::DecimalsRead(limit), decimals) << limit;
-  const int shown[] = {4, 4, 4, 4, 4, 7, 8, 8, 8, 8};
-  for (int decimals = 0; decimals < 10; ++decimals)
-    EXPECT_EQ(engine::DecimalsToShow(decimals), shown[decimals]) << decimals;
+  for (const auto& one : EngineCases("decimals of a limit"))
+    EXPECT_EQ(engine::DecimalsRead(one[0].toDouble()), one[1].toInt()) << one[0].toDouble();
+  int decimals = 0;
+  for (const auto& shown : EngineCases("decimals shown"))
+    EXPECT_EQ(engine::DecimalsToShow(decimals++), shown.toInt()) << decimals;
 }
 
 // One empty data set must not keep a library from loading.
@@ -238,11 +216,9 @@ TEST(Engine, RefusalsNameTheThingAndLeaveTheResults) {
     EXPECT_FALSE(engine.Run(inputs, results)) << error;
     EXPECT_EQ(engine.LastError(), error);
   }
-  for (const char* bad :
-       {"1e999", "NaN", "inf", "1 2", "--1", "1e", ".", "-", "+", "1.2.3", "0x10", "1e5.5", "\xC2\xB5"}) {
-    const std::string text = std::string("7,") + bad;
-    EXPECT_FALSE(engine.Run({.delimitedInputString = text}, results)) << bad;
-    EXPECT_EQ(engine.LastError(), std::string("value 2 (\"") + bad + "\") is not a number");
+  for (const auto& bad : EngineCases("no number")) {
+    EXPECT_FALSE(engine.Run({.delimitedInputString = "7," + Text(bad)}, results)) << Text(bad);
+    EXPECT_EQ(engine.LastError(), "value 2 (\"" + Text(bad) + "\") is not a number");
   }
   EXPECT_EQ(results.numberOfPlotPoints, 3);
   ASSERT_TRUE(engine.Run({.delimitedInputString = "4"}, results));
@@ -250,22 +226,9 @@ TEST(Engine, RefusalsNameTheThingAndLeaveTheResults) {
 }
 
 TEST(Decimal, RoundsHalvesAwayFromZeroAsAPersonReadsThem) {
-  struct Case {
-    double value;
-    int places;
-    double rounded;
-  };
-  for (const auto& [value, places, rounded] : {Case{12.345, 2, 12.35},
-                                               {-0.125, 2, -0.13},
-                                               {1.005, 2, 1.01},
-                                               {2.6749999999999994, 2, 2.68},  // a half in 15 digits
-                                               {2.6749999999, 2, 2.67},
-                                               {999999.99995, 4, 1000000},
-                                               {0.04, 1, 0},
-                                               {0.05, 1, 0.1},
-                                               {1e300, 8, 1e300},
-                                               {1000000000.12345678, 7, 1000000000.1234568}})
-    EXPECT_EQ(engine::RoundToPlaces(value, places), rounded) << value;
+  for (const auto& one : EngineCases("rounded"))
+    EXPECT_EQ(engine::RoundToPlaces(one[0].toDouble(), one[1].toInt()), one[2].toDouble())
+        << one[0].toDouble();
   for (int i = -2000; i < 2000; ++i) {
     const double once = engine::RoundToPlaces(i * 0.000737 + 1e6, 4);
     EXPECT_EQ(engine::RoundToPlaces(once, 4), once);

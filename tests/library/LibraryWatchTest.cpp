@@ -68,17 +68,7 @@ TEST_F(LibraryWatchTest, ALockIsNotWaitedForAndLosesNothing) {
   library->Database().Run(u"lock"_s, u"COMMIT"_s);
   Expect(watch, {1}, {});
   EXPECT_TRUE(late.Look()->replaced) << "what came before it began is not known";
-}
-
-// A watch that begins under a lock knows nothing of what was there.
-TEST_F(LibraryWatchTest, WhatCameBeforeALookSucceedsIsTold) {
-  library->Database().Run(u"lock"_s, u"BEGIN EXCLUSIVE"_s);
-  LibraryWatch watch(path);
-  EXPECT_FALSE(watch.Look());
-  library->Database().Run(u"lock"_s, u"COMMIT"_s);
-  Added(u"One"_s);
-  EXPECT_TRUE(watch.Look()->replaced);
-  EXPECT_FALSE(watch.Look());
+  EXPECT_FALSE(late.Look());
 }
 
 TEST_F(LibraryWatchTest, AnotherFileInItsPlaceIsToldAndOneThatIsGoneOnce) {

@@ -3,6 +3,7 @@
 
 #include "platform/error/Error.h"
 #include "tests/library/LibraryFixture.h"
+#include "tests/support/Cases.h"
 
 using Unit = Column::Unit;
 
@@ -34,25 +35,10 @@ class MergeTest : public testing::Test {
 };
 
 TEST_F(MergeTest, Values) {
-  const struct {
-    QString base, mine, theirs, merged;
-  } cases[] = {{u"1,2,"_s, u"1,2,"_s, u"1,2,3,"_s, u"1,2,3,"_s},
-               {u"1,2,"_s, u"1,2,4,"_s, u"1,2,"_s, u"1,2,4,"_s},
-               {u"1,2,"_s, u"1,2,4,"_s, u"1,2,3,"_s, u"1,2,3,4,"_s},
-               {u"1,2,"_s, u"1,2,4,"_s, u"1,2,4,"_s, u"1,2,4,4,"_s},  // measured twice
-               {u"1,2,"_s, u"1,9,"_s, u"1,2,3,"_s, u"1,9,3,"_s},
-               {u"1,2,"_s, u"1,2,4,"_s, u"1,9,"_s, u"1,9,4,"_s},
-               {u"1,2,"_s, u"1,"_s, u"1,2,3,"_s, u"1,3,"_s},
-               {u"1,2,"_s, u"1,9,"_s, u"1,8,"_s, u"conflict"_s},
-               {u"1,2,"_s, u"1,9,"_s, u"1,9,"_s, u"1,9,"_s},
-               {u"1,2,"_s, u"1,2.0,"_s, u"1,2,"_s, u"1,2.0,"_s},
-               {{}, u"1,"_s, u"2,"_s, u"2,1,"_s},
-               // The same samples: the row's own text stays.
-               {u" 1 ,2"_s, u"1,2,"_s, u" 1 ,2"_s, u" 1 ,2"_s},
-               {u"1,2"_s, u"1,2,4,"_s, u"1,2,3"_s, u"1,2,3,4,"_s}};
-  for (const auto& [base, mine, theirs, merged] : cases)
-    EXPECT_EQ(Values(base, mine, theirs), merged)
-        << base.toStdString() << " | " << mine.toStdString() << " | " << theirs.toStdString();
+  // What two have measured alike stands there twice; of the same samples the row's own text stays.
+  for (const auto& one : Cases(u"merge.json"_s, u"values: as read, mine, theirs, merged"_s))
+    EXPECT_EQ(Values(one[0].toString(), one[1].toString(), one[2].toString()), one[3].toString())
+        << QJsonDocument(one.toArray()).toJson().toStdString();
   CData data = Loaded(Row());
   data.SetDelimitedInputString(u"9,"_s + u"1,"_s.repeated(20000));
   EXPECT_THROW(Merge::Of(data, Row(u"1,2,3,4,"_s + u"1,"_s.repeated(20000))), InputError);

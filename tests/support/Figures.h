@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonObject>
 #include <QMap>
 #include <QVariant>
 #include <type_traits>
@@ -19,6 +20,14 @@ inline Figures FiguresOf(const CData& data) {
     figures[QString::fromLatin1(name)] = QVariant::fromValue(value);
   });
   return figures;
+}
+
+// Sets what is named.
+inline void SetFigures(CData& data, const QJsonObject& figures) {
+  data.ForEachProperty([&]<class T>(const char* name, const T&, const auto&, auto set) {
+    const QJsonValue value = figures[QLatin1String(name)];
+    if (!value.isUndefined()) (data.*set)(value.toVariant().value<T>());
+  });
 }
 
 // A number from 31 on for each property, with a fraction where it can have one; texts are their own names.

@@ -1,29 +1,23 @@
 // Lets a test that runs as the superuser meet the file permissions of an ordinary user.
 #pragma once
 
-#include <QString>
-
-#ifdef Q_OS_LINUX
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
+
+#include <QString>
 
 class WithoutPrivileges {
  public:
   // The folder is opened to everybody for reading, so that the ordinary user comes that far.
-  explicit WithoutPrivileges([[maybe_unused]] const QString& folder) {
-#ifdef Q_OS_LINUX
+  explicit WithoutPrivileges(const QString& folder) {
     if (geteuid() != 0) {
       effective_ = true;
     } else if (chmod(folder.toUtf8().constData(), 0755) == 0 && setresuid(65534, 65534, 0) == 0) {
       effective_ = dropped_ = true;
     }
-#endif
   }
   ~WithoutPrivileges() {
-#ifdef Q_OS_LINUX
     if (dropped_ && setresuid(0, 0, 0) != 0) _exit(1);
-#endif
   }
   WithoutPrivileges(const WithoutPrivileges&) = delete;
   WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
