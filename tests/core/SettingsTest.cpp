@@ -42,6 +42,16 @@ TEST_F(SettingsTest, TheDefaultsServeForANewADamagedAndABrokenStore) {
   EXPECT_TRUE(program.boxes.Take().text.contains(file.fileName()));
 }
 
+TEST_F(SettingsTest, AStoreOfAnEarlierVersionServes) {
+  ASSERT_TRUE(QFile::copy(QStringLiteral(KESTREL_TEST_DATA "/upgrades/settings.json"),
+                          program.Path(u"settings.json"_s)));
+  FileRegistry earlier(program.Path(u"settings.json"_s));
+  program.state.registry = &earlier;
+  program.state.gSetup.ListviewDoubleClickViewsChart = true;
+  EXPECT_TRUE(QCGlobalFunctions::GetRegistrySettings());
+  EXPECT_FALSE(program.state.gSetup.ListviewDoubleClickViewsChart);
+}
+
 TEST_F(SettingsTest, NumbersAreReadByteByByteWithoutLeadingZeros) {
   const std::pair<qint32, QString> cases[] = {
       {0, u"0"_s}, {1, u"1"_s}, {255, u"255"_s}, {256, u"16"_s}, {0x01020304, u"4660"_s}, {-1, u"-1"_s}};
