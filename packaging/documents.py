@@ -45,7 +45,8 @@ class Command:
         self.options = []
         for line in lines[end + 1:]:
             if line.startswith("  --"):
-                option, _, text = line.strip().partition("  ")
+                # An option too long for its column has its text a single blank behind.
+                option, text = re.match(r"(--\S+(?: \S+(?= ))?(?=  )|--\S+ \S+)(.*)", line.strip()).groups()
                 self.options.append([option, text.strip()])
             elif line.startswith("  "):
                 self.options[-1][1] = f"{self.options[-1][1]} {line.strip()}".strip()
@@ -56,7 +57,7 @@ class Command:
 
 
 def title(name, version, day):
-    return f'.TH {name.upper()} 1 "{day}" "Kestrel {version}" "Kestrel"\n'
+    return f'.TH {name.upper()} 1 "{day}" "Kestrel {version}" "Kestrel"\n.nh\n.ad l\n'
 
 
 def page_of(command, version, day, status):
