@@ -60,13 +60,12 @@ void AddMeasurements::BuildControls() {
   NotesTimer.setObjectName(u"NotesTimer"_s);
   NotesTimer.setSingleShot(true);
 
-  auto* lblDescription = TextLabel(u"lblDescription"_s, this,
-                                   Words::Adding::dataSet(data_->Description(), data_->UnitOfMeasurement()));
+  lblDescription = TextLabel(u"lblDescription"_s, this);
   QFont heading = font();
   heading.setBold(true);
   lblDescription->setFont(heading);
   txtNewValues = new RawDataBox(u"txtNewValues"_s, this);
-  txtNewValues->setMinimumHeight(fontMetrics().lineSpacing() * 7);
+  txtNewValues->setMinimumHeight(std::min(fontMetrics().lineSpacing() * 7, RoomFor(*this).height() / 4));
   auto* label = new QLabel(Words::Adding::newValues(), this);
   label->setBuddy(txtNewValues);
   notes_ = new RawDataNotes(txtNewValues, this);
@@ -116,6 +115,7 @@ void AddMeasurements::LibraryChanged() {
 
 void AddMeasurements::UpdateNotes() {
   Trap(u"AddMeasurements::UpdateNotes"_s, [this] {
+    lblDescription->setText(Words::Adding::dataSet(data_->Description(), data_->UnitOfMeasurement()));
     const bool areOpen = Tables::LeavesLimitsOpen(data_->RowAsKnown());
     const QString stay = areOpen ? Words::Adding::limitsAreOpen() : Words::Adding::limitsStay();
     const QString limits = areOpen ? QString() : SaveQuestions::LimitsHint(*data_);

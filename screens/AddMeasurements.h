@@ -40,6 +40,7 @@ class AddMeasurements : public QDialog, public LibraryView {
   RawDataBox* txtNewValues = nullptr;
   RawDataNotes* notes_ = nullptr;
   Led* ledVerdict = nullptr;
+  QLabel* lblDescription = nullptr;
   QLabel* lblLimits = nullptr;
   QLabel* lblVerdict = nullptr;
   QPushButton* cmdAdd = nullptr;
