@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
@@ -103,6 +104,8 @@ QWidget* HelpViewer::MakeNavigation() {
   contents_ = Named(new QTreeWidget, u"Contents"_s);
   contents_->setAccessibleName(Words::Manual::contents());
   contents_->setHeaderHidden(true);
+  contents_->header()->setStretchLastSection(false);  // scrolls where it is too narrow
+  contents_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   results_ = Named(new QListWidget, u"Results"_s);
   results_->setAccessibleName(Words::Manual::results());
   results_->setWordWrap(true);

@@ -65,6 +65,7 @@ void frmUnits::BuildControls() {
   txtDescription = Named(new QLineEdit(this), u"txtDescription"_s);
   lblRecord = Named(new QLabel(this), u"lblRecord"_s);
   lblRecord->setWordWrap(true);
+  lblRecord->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
   auto* form = new QFormLayout;
   form->setContentsMargins(9, 9, 9, 9);
@@ -309,6 +310,9 @@ void frmUnits::UpdateButtons() {
   QStringList lines{record, note_, news_};
   lines.removeAll(QString());
   lblRecord->setText(lines.join(u'\n'));
+  // A wrapped text claims no room of its own in the window around it.
+  const int needed = isVisible() ? lblRecord->heightForWidth(lblRecord->width()) : 0;
+  lblRecord->setMinimumHeight(std::max(fontMetrics().lineSpacing() * 3, needed));
 }
 
 void frmUnits::reject() {

@@ -111,6 +111,9 @@ TEST_F(UnitsTest, TypingANameBeginsAUnitOrSaysWhyNot) {
   QTest::keyClicks(&name, u"x"_s);
   EXPECT_TRUE(TextOf(form, "lblRecord").contains(u"The name of a unit stays"_s));
   EXPECT_NE(Name(), u"x");
+  QCoreApplication::processEvents();
+  const auto& record = Get<QWidget>(form, "lblRecord");
+  EXPECT_GE(record.height(), record.heightForWidth(record.width())) << "all of it can be read";
   Run(RecordBar::RefreshList);
   EXPECT_EQ(TextOf(form, "lblRecord"), u"Unit 1 of 4");
 }
