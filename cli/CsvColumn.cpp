@@ -42,13 +42,21 @@ class Reader {
   }
 
  private:
+  bool SaysDecimalComma() const { return options_.notation.decimal == Decimal::Comma; }
+
+  // Whether the separator is the decimal comma that was told.
+  bool HasDecimalCommas(const CsvTable& table) const {
+    return SaysDecimalComma() && table.separator == u',' &&
+           std::ranges::any_of(table.rows, &CsvRow::IsDividedBetweenDigits);
+  }
+
   // The separators that divide the text; a null one where it may be a single column.
   std::vector<QChar> Separators() const {
     if (!options_.notation.separator.isNull()) return {options_.notation.separator};
     const auto divides = [&](QChar separator) {
       const CsvTable table(text_, separator, firstLine_);
       return !table.rows.empty() && table.rows[0].fields.size() > 1 && table.IsEven() &&
-             !LeavesTwoNumbers(table);
+             !LeavesTwoNumbers(table) && !HasDecimalCommas(table);
     };
     if (divides(u'\t')) return {u'\t'};
     std::vector<QChar> separators;
@@ -61,7 +69,7 @@ class Reader {
       if (separators[0] == u',') RequireThatCommasSeparate(whole);
     }
     // Where commas are said to be decimal they are the last to divide.
-    if (options_.notation.decimal == Decimal::Comma)
+    if (SaysDecimalComma())
       std::ranges::stable_partition(separators, [](QChar separator) { return separator != u','; });
     return separators;
   }
@@ -87,30 +95,26 @@ class Reader {
     });
   }
 
-  // Refuses commas that may as well stand within a value in front of its unit ("10,5 m3"), or in the heading
-  // of a single column ("Length, mm").
+  // Refuses commas that may as well stand in the heading of a single column ("Length, mm").
   void RequireThatCommasSeparate(const CsvTable& whole) const {
-    static const QRegularExpression withUnit(u"^(.*,[\\d.]*\\d\\.?)\\s*(?![.:/-]\\s*\\d)[^\\s\\d.,][^,]*$"_s);
     static const QRegularExpression bareComma(u",(?! )"_s);
     const QString heading = whole.rows.empty() ? QString() : whole.rows.front().fields[0].text;
-    bool isOneColumn = options_.notation.decimal != Decimal::Comma && heading.contains(u',') &&
-                       !heading.contains(bareComma) && !heading.contains(u'"');
+    bool isOneColumn = !SaysDecimalComma() && heading.contains(u',') && !heading.contains(bareComma) &&
+                       !heading.contains(u'"');
     bool hasComma = false;
     for (const CsvRow& row : whole.rows) {
-      const QString& line = row.fields[0].text;
-      if (row.fields[0].quoted) continue;
-      if (const auto match = withUnit.match(line); match.hasMatch() && IsNumber(match.captured(1)))
-        throw InputError(Words::Csv::unitOrColumns(name_, row.line, Shown(line)));
+      const CsvField& line = row.fields[0];
+      if (line.quoted) continue;
       const bool isHeading = &row == &whole.rows.front();
-      isOneColumn &= IsNumber(line) != isHeading;
-      hasComma |= !isHeading && line.contains(u',');
+      isOneColumn &= IsNumber(line.text) != isHeading;
+      hasComma |= !isHeading && line.text.contains(u',');
     }
     if (isOneColumn && hasComma)
       throw InputError(Words::Csv::headingOrColumns(name_, whole.rows.front().line, Shown(heading)));
   }
 
   void Try(QChar separator) {
-    if (options_.notation.decimal == Decimal::Comma && !outcomes_.empty()) return;
+    if (SaysDecimalComma() && !outcomes_.empty()) return;
     const CsvTable table(text_, separator, firstLine_);
     try {
       for (Outcome& outcome : CsvReadings::Of(table, name_, options_)) {
@@ -121,8 +125,8 @@ class Reader {
       if (missing_.isEmpty()) missing_ = ErrorText(error);
     } catch (const InputError& error) {
       // What a weaker separator makes of the file is no way out. A comma is one while no column is named.
-      const bool isStrong = separator == u';' || separator == u'\t' ||
-                            (options_.column.isEmpty() && options_.notation.decimal != Decimal::Comma);
+      const bool isStrong =
+          separator == u';' || separator == u'\t' || (options_.column.isEmpty() && !SaysDecimalComma());
       if (isStrong) throw;
       if (failure_.isEmpty()) failure_ = ErrorText(error);
     }

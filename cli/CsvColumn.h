@@ -13,6 +13,8 @@ struct CsvOptions {
   QString column;  // its place from 1, or its heading; empty means the only one
   WrittenNumbers::Notation notation;
   std::optional<std::pair<double, double>> expected;  // where the values lie, roughly
+  QString unit = {};                                  // may stand behind each value
+  bool noHeading = false;                             // the first line is a value
 };
 
 // The column's numbers as the program writes them, top to bottom.
@@ -20,7 +22,8 @@ struct CsvOptions {
 // The file is UTF-8, UTF-16 with a byte order mark, or Latin-1; line ends are of every kind. Fields may be
 // quoted; a tab, semicolon or comma separates, whichever divides all lines alike, or a first line "sep="
 // says. A first line whose field is a text, unlike any number, is the heading, and so is one that was chosen
-// by name. Empty fields below the last number are passed over.
+// by name. What may be a heading or a value is asked for: a text that stands for a value or holds one, a
+// whole number above values with decimals. Empty fields below the last number are passed over.
 //
 // All fields are read with one decimal mark. What the file leaves open (a comma that may be decimal or
 // separate columns or thousands, a point that may separate thousands) is never guessed: unless the options

@@ -1,5 +1,6 @@
 #include "cli/CsvReadings.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <optional>
 
@@ -21,13 +22,26 @@ bool HasDigit(const QString& text) { return std::ranges::any_of(text, IsDigit); 
 
 bool BeginsLikeNumber(const QString& text) { return text[0].isDigit() || u"+-.,\u2212"_s.contains(text[0]); }
 
-// A mistyped number in the first line is no heading ("<0.5", "O.5", "(5.2 mm)"): it would be lost as one.
-bool LooksLikeValue(const QString& text) {
-  if (!HasDigit(text)) return false;
-  const auto isLetterOrDigit = [](QChar c) { return c.isLetterOrNumber(); };
-  const auto start = std::ranges::find_if(text, isLetterOrDigit);
-  return std::ranges::count_if(text, [](QChar c) { return c.isLetter(); }) < 2 ||
-         RawDataLines::ReadingsOf(QStringView(start, text.end())).Any();
+// What stands for a value that is not there, as instruments, laboratories and spreadsheets write it.
+bool StandsForValue(const QString& text) {
+  static const QRegularExpression form(
+      u"^(?:NA|na|ND|nd|OL|N?IO|n?iO|#[A-Z/0!?]+|[\u2013\u2014?*/_]+|"
+      u"(?i:nan|inf(?:inity)?|n[./][adv]\\.?|[kn]\\. ?[av]\\.|n?[./]? ?i\\. ?o\\.|n\\.? ?o\\. "
+      u"?k\\.|n?ok|null|none|"
+      u"nil|err(?:or)?|over(?:flow|range)?|pass|fail|missing))$"_s);
+  return form.match(text).hasMatch();
+}
+
+// The unit behind the number in a text; empty where there is none.
+QString UnitIn(const QString& text) {
+  static const QRegularExpression form(u"^(?:\\s+[^,]+|(?![:/-]\\s*\\d)[^\\s\\d.,][^,]*)$"_s);
+  for (qsizetype size = text.size() - 1; size > 0; --size) {
+    const QChar last = text[size - 1];
+    if ((!IsDigit(last) && last != u'.') || !IsNumber(text.first(size))) continue;
+    const QString rest = text.sliced(size);
+    return form.match(rest).hasMatch() ? rest.trimmed() : QString();
+  }
+  return {};
 }
 
 // Finds the column in a table and reads it in every way that it allows.
@@ -38,6 +52,7 @@ class Column {
     if (table.openQuote > 0) throw InputError(Words::Csv::openQuote(name, table.openQuote));
     if (table.rows.empty()) throw NoSuchColumn(Words::Csv::noValues(name));
     for (const CsvRow& row : table.rows) RequireFields(row);
+    RequireWholeValues();
     const bool byName = Find();
     TakeHeading(byName);
     CollectFields();
@@ -52,6 +67,7 @@ class Column {
       if (outcome && (outcomes.empty() || !SameValues(outcomes[0], *outcome))) outcomes.push_back(*outcome);
     }
     if (outcomes.empty()) ThrowFault();
+    for (const Outcome& outcome : outcomes) RequireNoHeading(outcome);
     if (outcomes.size() > 1 && PointIsDecimal(outcomes[0], outcomes[1])) outcomes.pop_back();
     if (options_.notation.separator.isNull()) RequireNoList(outcomes[0]);
     return outcomes;
@@ -77,15 +93,38 @@ class Column {
     throw InputError(Words::Csv::uneven(name_, row.line, row.fields.size(), First().size()));
   }
 
+  // Refuses commas that may as well stand within a value in front of its unit ("10,5 m3", "10,5 1/min"),
+  // unless a heading over three columns or more shows that they separate.
+  void RequireWholeValues() const {
+    if (table_.separator != u',' || !options_.notation.separator.isNull()) return;
+    const bool areHeadings = std::ranges::none_of(
+        First(), [](const CsvField& field) { return field.text.isEmpty() || BeginsLikeNumber(field.text); });
+    if (First().size() > 2 && areHeadings) return;
+    for (const CsvRow& row : table_.rows) {
+      for (std::size_t from = 0; from + 1 < row.fields.size(); ++from) {
+        QString joined = row.fields[from].text;
+        for (std::size_t i = from + 1; i < row.fields.size() && IsNumber(joined); ++i) {
+          if (row.fields[i - 1].quoted || row.fields[i].quoted) break;
+          joined += u',' + row.fields[i].text;
+          const QString unit = IsNumber(joined) ? QString() : UnitIn(joined);
+          if (!unit.isEmpty()) throw InputError(Words::Csv::unitOrColumns(name_, row.line, Shown(joined)));
+        }
+      }
+    }
+  }
+
   // Sets the place of the column; true where its heading was named.
   bool Find() {
     const QStringList headings = FirstTexts();
     const QString& column = options_.column;
     if (column.isEmpty()) {
       if (headings.size() == 1) return false;
-      const bool mayBeDecimal = table_.separator == u',' && std::ranges::all_of(headings, IsNumber);
-      const auto& refusal = mayBeDecimal ? Words::Csv::columnsOrDecimals : Words::Csv::severalColumns;
-      throw InputError(refusal(name_, headings.size(), Shown(headings.join(u", "_s))));
+      const QString shown = Shown(headings.join(u", "_s));
+      if (table_.separator != u',' || !table_.rows.front().IsDividedBetweenDigits())
+        throw InputError(Words::Csv::severalColumns(name_, headings.size(), shown));
+      const QString one =
+          options_.notation.decimal ? SeparatorOption(QChar()) : WrittenNumbers::Option(Decimal::Comma);
+      throw InputError(Words::Csv::columnsOrOne(name_, headings.size(), shown, one));
     }
     bool isPlace = false;
     const int place = column.toInt(&isPlace);
@@ -93,6 +132,8 @@ class Column {
       index_ = static_cast<std::size_t>(place - 1);
       return false;
     }
+    if (options_.noHeading)
+      throw NoSuchColumn(Words::Csv::noSuchColumn(name_, column, Shown(headings.join(u", "_s))));
     for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
       const auto isIt = [&](const QString& text) { return text.compare(column.trimmed(), sensitivity) == 0; };
       const auto count = std::ranges::count_if(headings, isIt);
@@ -105,18 +146,81 @@ class Column {
   }
 
   void TakeHeading(bool byName) {
-    const QString first = First()[index_].text;
-    const bool isText = !first.isEmpty() && !BeginsLikeNumber(first);
-    const int line = table_.rows.front().line;
-    if (!byName && isText && LooksLikeValue(first))
-      throw InputError(Words::Csv::headingOrFault(name_, line, Shown(first)));
-    if (!byName && !isText) {
-      if (!OthersAreHeadings() && !IsAlone(first)) return;
-      if (IsNumber(first)) throw InputError(Words::Csv::headingOrValue(name_, line, first));
-      if (!first.isEmpty()) return;
+    if (options_.noHeading) return;
+    const QString first = Value(First()[index_]);
+    if (!byName && !first.isEmpty()) {
+      const QString& written = First()[index_].text;
+      const int line = table_.rows.front().line;
+      if (BeginsLikeNumber(first) ? !IsNumber(first) : LooksLikeValue(first))
+        throw InputError(Words::Csv::headingOrFault(name_, line, Shown(written)) + UnitHint(written) +
+                         DecimalHint());
+      if (IsNumber(first)) {
+        if (!OthersAreHeadings(first) && !IsAlone(first)) return;
+        throw InputError(Words::Csv::headingOrValue(name_, line, written));
+      }
     }
-    heading_ = first;
+    if (!byName && first.isEmpty() && !OthersAreHeadings(first)) return;
+    heading_ = First()[index_].text;
     dataFrom_ = 1;
+  }
+
+  // The field without the unit that was told.
+  QString Value(const CsvField& field) const {
+    const QString& unit = options_.unit;
+    if (unit.isEmpty() || !field.text.endsWith(unit) || IsNumber(field.text)) return field.text;
+    const QString number = field.text.chopped(unit.size());
+    const bool isPart = BeginsLikeNumber(unit) && !number.isEmpty() && !number.back().isSpace();
+    return isPart || !IsNumber(number) ? field.text : number.trimmed();
+  }
+
+  static QString UnitHint(const QString& text) {
+    const QString unit = UnitIn(text);
+    return unit.isEmpty() ? unit : Words::Csv::ifUnit(Shown(unit));
+  }
+
+  QString DecimalHint() const {
+    const bool mayBeDecimal = table_.separator == u',' && !options_.notation.decimal &&
+                              table_.rows.front().IsDividedBetweenDigits();
+    return mayBeDecimal ? Words::Csv::orDecimalComma() : QString();
+  }
+
+  // A mistyped number in the first line is no heading ("<0.5", "O.5", "(5.2 mm)", "ca. 5"), nor what stands
+  // for a value: it would be lost as one.
+  bool LooksLikeValue(const QString& text) const {
+    if (StandsForValue(text)) return true;
+    const auto digit = std::ranges::find_if(text, IsDigit);
+    if (digit == text.end()) return false;
+    if (std::ranges::count_if(text, [](QChar c) { return c.isLetter(); }) < 2) return true;
+    const RawDataLines::Readings readings = RawDataLines::ReadingsOf(QStringView(digit, text.end()));
+    const bool beginsWithIt = std::none_of(text.begin(), digit, [](QChar c) { return c.isLetter(); });
+    if (beginsWithIt || !options_.expected) return readings.Any();
+    return IsExpected(readings.point) || IsExpected(readings.comma);
+  }
+
+  // Refuses a whole number in the first line that may be a heading: all below are written in another way, or
+  // it counts from column to column.
+  void RequireNoHeading(const Outcome& outcome) const {
+    if (options_.noHeading || dataFrom_ > 0) return;
+    const Number& first = outcome.numbers.front();
+    if (!std::ranges::all_of(first.text, IsDigit) || outcome.numbers.size() < 2) return;
+    const auto isUnlike = [&](const Number& number) {
+      const bool isWhole = std::ranges::all_of(number.value, IsDigit);
+      return number.value.contains(u'.') || (isWhole && number.text != number.value && first.text.size() > 3);
+    };
+    if (std::all_of(outcome.numbers.begin() + 1, outcome.numbers.end(), isUnlike) || FirstLineCounts())
+      throw InputError(Words::Csv::headingOrValue(name_, first.line, first.text));
+  }
+
+  // Whether the first line's numbers count up from column to column, and another line's do not.
+  bool FirstLineCounts() const {
+    const auto counts = [](const CsvRow& row) {
+      std::vector<int> numbers;
+      for (const CsvField& field : row.fields)
+        if (IsNumber(field.text)) numbers.push_back(field.text.toInt());
+      const auto isNoStep = [](int left, int right) { return right != left + 1; };
+      return numbers.size() > 1 && std::ranges::adjacent_find(numbers, isNoStep) == numbers.end();
+    };
+    return counts(table_.rows.front()) && !std::ranges::all_of(table_.rows, counts);
   }
 
   // Whether a whole number in the first line, such as a year, lies where no value is expected, unlike all
@@ -126,7 +230,7 @@ class Column {
     if (!isWhole || !options_.expected || IsExpected(first) || table_.rows.size() < 2) return false;
     return std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
       if (index_ >= row.fields.size() || row.fields[index_].text.isEmpty()) return true;
-      const QString& text = row.fields[index_].text;
+      const QString text = Value(row.fields[index_]);
       return IsExpected(WrittenNumbers::Read(text, Decimal::Point)) ||
              IsExpected(WrittenNumbers::Read(text, Decimal::Comma));
     });
@@ -139,12 +243,15 @@ class Column {
     return value >= options_.expected->first && value <= options_.expected->second;
   }
 
-  // Whether another column has a text in the first line, and numbers in all others; or no digit there, and
-  // some in all others, as times have.
-  bool OthersAreHeadings() const {
+  // Whether another column has a text in the first line, and numbers, dates or times in all others; or, above
+  // a whole number such as a year, no digit there, and some in all others.
+  bool OthersAreHeadings(const QString& first) const {
+    const bool mayBeHeading = std::ranges::all_of(first, IsDigit);
     for (std::size_t i = 0; i < First().size(); ++i) {
       if (i == index_ || First()[i].text.isEmpty()) continue;
-      if (IsUnlikeOthers(i, IsNumber) || IsUnlikeOthers(i, HasDigit)) return true;
+      if (IsUnlikeOthers(i, IsNumber) || IsUnlikeOthers(i, BeginsLikeNumber) ||
+          (mayBeHeading && IsUnlikeOthers(i, HasDigit)))
+        return true;
     }
     return false;
   }
@@ -171,7 +278,7 @@ class Column {
         continue;
       }
       if (emptyLine != 0) throw InputError(Words::Csv::noNumber(Place(emptyLine)));
-      fields_.push_back({row.line, field.text, {}});
+      fields_.push_back({row.line, Value(field), {}});
       hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
     }
     if (fields_.empty())
@@ -214,8 +321,10 @@ class Column {
                                                !std::ranges::all_of(pieces, mayBeValue));
       if (isOne) continue;
       const WrittenNumbers::Reading joined{number.value, SeparatorOption(outcome.separator)};
+      const WrittenNumbers::Reading several{Words::Csv::severalValues(pieces.size()),
+                                            Words::Csv::onLinesOfTheirOwn()};
       throw InputError(
-          Words::Csv::line(name_, number.line, WrittenNumbers::Doubt(Shown(number.text), {joined})));
+          Words::Csv::line(name_, number.line, WrittenNumbers::Doubt(Shown(number.text), {joined, several})));
     }
   }
 
@@ -229,7 +338,7 @@ class Column {
       const auto& refusal = !mark                     ? Words::Csv::isNone
                             : *mark == Decimal::Point ? Words::Csv::isNoneWithPoint
                                                       : Words::Csv::isNoneWithComma;
-      throw InputError(refusal(Place(field.line), Shown(field.text)));
+      throw InputError(refusal(Place(field.line), Shown(field.text)) + UnitHint(field.text));
     }
     const auto notPoint =
         std::ranges::find_if(fields_, [&](const Number& f) { return !reads(f, Decimal::Point); });

@@ -84,3 +84,11 @@ bool CsvTable::IsEven() const {
   return std::ranges::all_of(
       rows, [&](const CsvRow& row) { return row.fields.size() <= rows.front().fields.size(); });
 }
+
+bool CsvRow::IsDividedBetweenDigits() const {
+  const auto areDigits = [](const CsvField& left, const CsvField& right) {
+    if (left.quoted || right.quoted || left.text.isEmpty() || right.text.isEmpty()) return false;
+    return left.text.back().isDigit() && right.text.front().isDigit();
+  };
+  return std::ranges::adjacent_find(fields, areDigits) != fields.end();
+}

@@ -13,6 +13,9 @@ struct CsvField {
 struct CsvRow {
   int line = 0;  // where it starts in the file, from 1
   std::vector<CsvField> fields;
+
+  // Whether a separator stands between digits, as a decimal mark does.
+  bool IsDividedBetweenDigits() const;
 };
 
 struct CsvTable {

@@ -29,6 +29,7 @@ using namespace SharedOptions;
 const Option nominal = Option::Number(u"nominal"_s, Words::Command::nominalOption()).Required();
 const Option unit = Option::Text(u"unit"_s, u"U"_s, Words::Command::unitOption());
 const Option recalculate = Option::Flag(u"recalculate"_s, Words::Command::recalculateOption());
+const Option noHeading = Option::Flag(u"no-heading"_s, Words::Command::noHeadingOption());
 const Option column = Option::Text(u"column"_s, u"NAME|N"_s, Words::Command::columnOption());
 
 // The stored form: each value followed by a comma.
@@ -82,20 +83,24 @@ void WarnOfDecimals(const CData& data) {
 }
 
 // What is to be known of the limits that the points are judged by; `before` is the number of points that were
-// there.
-QString LimitsOf(const CData& data, qsizetype before) {
+// there, `areNew` whether limits are kept for the first time.
+QString LimitsOf(const CData& data, qsizetype before, bool areNew) {
   constexpr int enough = QCGlobalFunctions::pointsForLimits;
   const int points = data.NumberOfPlotPoints();
   if (points == 0) return {};
-  if (Tables::LeavesLimitsOpen(data.RowAsKnown())) return Words::Command::noLimits();
-  if (points < enough) return Words::Command::preliminary(enough);
+  if (Tables::LeavesLimitsOpen(data.RowAsKnown()))
+    return points < 2 ? Words::Command::noLimits() : Words::Command::noWidth(data.PrecisionValue());
+  const QString kept = areNew ? Words::Command::limitsAreKept(Conversions::CStr(data.XBarLCL()),
+                                                              Conversions::CStr(data.XBarUCL()))
+                              : QString();
+  if (points < enough) return kept + Words::Command::preliminary(enough);
   const bool mayRestOnFew = before > 0 && before < enough;
   if (mayRestOnFew && OriginOfLimits(data).kind != LimitsOrigin::AllPoints)
     return Words::Command::restOnFew(before);
-  return {};
+  return kept;
 }
 
-void PrintResult(const CData& data, qsizetype added) {
+void PrintResult(const CData& data, qsizetype added, bool areLimitsNew = false) {
   WarnOfDecimals(data);
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
@@ -103,7 +108,7 @@ void PrintResult(const CData& data, qsizetype added) {
   const QString rest = left > 0 ? Words::Command::leftOver(left) : QString();
   const QString counts =
       Words::Command::added(Console::OnOneLine(data.Description()), added, values, data.NumberOfPlotPoints());
-  Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before) + u'\n');
+  Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before, areLimitsNew) + u'\n');
 }
 
 QStringList ValuesToAppend(const Arguments& arguments) {
@@ -133,8 +138,8 @@ int RunImport(const Arguments& arguments) {
   data.SetUnitOfMeasurement(arguments.Text(unit).trimmed());
 
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
-  const CsvOptions csv{arguments.Text(column), Notation(arguments),
-                       std::pair(data.LoFlier(), data.HiFlier())};
+  const CsvOptions csv{arguments.Text(column), Notation(arguments), std::pair(data.LoFlier(), data.HiFlier()),
+                       data.UnitOfMeasurement(), arguments.Has(noHeading)};
   const QStringList values = ReadCsvColumn(arguments.Operands()[1], csv);
   data.SetDelimitedInputString(StoredForm(values));
   library->Add(data, QDateTime::currentDateTime());
@@ -147,7 +152,8 @@ int RunAppend(const Arguments& arguments) {
   const QStringList values = ValuesToAppend(arguments);
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
   const auto limits = arguments.Has(recalculate) ? Library::Limits::AreRenewed : Library::Limits::Stay;
-  PrintResult(*library->Append(name, values, QDateTime::currentDateTime(), limits), values.size());
+  const auto [data, keepsLimits] = library->Append(name, values, QDateTime::currentDateTime(), limits);
+  PrintResult(*data, values.size(), keepsLimits);
   return 0;
 }
 
@@ -176,13 +182,14 @@ const Command& New() {
 }
 
 const Command& Import() {
-  static const Command command = {.name = u"import"_s,
-                                  .purpose = Words::Command::importPurpose(),
-                                  .operands = {libraryFile, {u"CSV"_s, Words::Command::csvFile()}},
-                                  .options = {description, usl.Required(), lsl.Required(), nominal, unit,
-                                              subGroup, sensitivity, period, column, decimal, separator},
-                                  .details = Words::Command::importDetails(),
-                                  .run = RunImport};
+  static const Command command = {
+      .name = u"import"_s,
+      .purpose = Words::Command::importPurpose(),
+      .operands = {libraryFile, {u"CSV"_s, Words::Command::csvFile()}},
+      .options = {description, usl.Required(), lsl.Required(), nominal, unit, subGroup, sensitivity, period,
+                  column, noHeading, decimal, separator},
+      .details = Words::Command::importDetails(),
+      .run = RunImport};
   return command;
 }
 

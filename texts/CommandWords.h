@@ -70,11 +70,15 @@ inline constexpr Text<> newDetails{u"An existing file is never overwritten.\n"};
 
 inline constexpr Text<> importPurpose{u"adds a data set from one column of a CSV file"};
 inline constexpr Text<> importDetails{
-    u"The control limits are calculated from the data and kept, once two points have a spread.\n"};
+    u"The control limits are calculated from the data and kept, once they have a width. Where a value\n"
+    u"may be read in two ways, or the first line as a heading or a value, the answer names the options that "
+    u"say "
+    u"which.\n"};
 inline constexpr Text<> csvFile{u"the CSV file"};
 inline constexpr Text<> nominalOption{u"the nominal value, within the specification limits"};
-inline constexpr Text<> unitOption{u"the unit of measurement"};
+inline constexpr Text<> unitOption{u"the unit of measurement, which may stand behind each value"};
 inline constexpr Text<> columnOption{u"the column, by its number from 1 or its heading"};
+inline constexpr Text<> noHeadingOption{u"the first line is no heading"};
 inline constexpr Text<1> emptyName{u"%1: the description is empty"};
 inline constexpr Text<1> nameOnLines{
     u"%1: the description holds a tab, a line break or another control character; leave it out"};
@@ -86,13 +90,15 @@ inline constexpr Text<3> limitsAreOne{u"the specification limits %1 and %2 are o
 inline constexpr Text<> appendPurpose{u"adds values to a data set"};
 inline constexpr Text<> appendDetails{
     u"Without values on the line they are read from standard input. Kept control limits stay as they are;\n"
-    u"where none are kept yet they are calculated from all points, and kept once two have a spread.\n"};
+    u"where none are kept yet they are calculated from all points, and kept once they have a width.\n"};
 inline constexpr Text<> recalculateOption{u"calculates the control limits anew, from all points"};
 inline constexpr Text<> nothingToAppend{u"there are no values to append"};
 inline constexpr Text<4> added{u"%1: %2 values added, %3 in all, %4 plot points"};
 inline constexpr Text<1> leftOver{u" and %1 values left over"};
 inline constexpr Text<> noPoints{u"no points yet"};
-inline constexpr Text<> noLimits{u"; no limits are kept yet, for they need two points with a spread"};
+inline constexpr Text<> noLimits{u"; no limits are kept yet, for they need two points"};
+inline constexpr Text<1> noWidth{u"; no limits are kept yet, for with %1 decimals they have no width"};
+inline constexpr Text<2> limitsAreKept{u"; the limits, %1 to %2, are kept from now on"};
 inline constexpr Text<1> preliminary{
     u"; the limits are preliminary, with fewer than %1 points: append --recalculate renews them"};
 inline constexpr Text<1> restOnFew{

@@ -221,11 +221,13 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
     EXPECT_EQ(run.status, 0) << run.error.toStdString();
     return run.output;
   };
-  EXPECT_TRUE(Import({}, "10\n").output.contains(u"no limits are kept yet"));
-  EXPECT_TRUE(append(u"10 10"_s).contains(u"in control; no limits are kept yet"));
-  EXPECT_TRUE(append(u"10.5 9.5 10"_s).contains(u"preliminary"));
+  EXPECT_TRUE(Import({}, "10\n").output.contains(u"need two points"));
+  EXPECT_TRUE(append(u"10 10"_s).contains(u"in control; no limits are kept yet, for with 4 decimals"));
+  EXPECT_TRUE(
+      append(u"10.5 9.5 10"_s)
+          .contains(u"; the limits, 8.67 to 11.33, are kept from now on; the limits are preliminary"));
   const QJsonObject kept = OnlyDataSet();
-  EXPECT_TRUE(append(u"10.5"_s).contains(u"preliminary"));
+  EXPECT_TRUE(append(u"10.5"_s).contains(u"in control; the limits are preliminary"));
   EXPECT_TRUE(
       append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"rest on 7 points at most"));
   EXPECT_EQ(OnlyDataSet()[u"XBarUCL"_s], kept[u"XBarUCL"_s]);
@@ -234,7 +236,8 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_GT(OnlyDataSet()[u"XBarMean"_s].toDouble(), 20);
   Import(u"--description Bore"_s, "10\n");
   const QString many = u" 10 11"_s.repeated(20);
-  EXPECT_TRUE(RunIn(u"append LIB --description Bore"_s + many).output.endsWith(u", in control\n"_s))
+  EXPECT_TRUE(
+      RunIn(u"append LIB --description Bore"_s + many).output.contains(u"in control; the limits, "))
       << "kept from now on, and from all points";
   EXPECT_TRUE(RunIn(u"append LIB --description Bore 20"_s).output.endsWith(u", rule 1\n"_s));
 }

@@ -39,7 +39,7 @@ TEST(CsvColumn, SeparatorsAndHeadings) {
   EXPECT_EQ(Read("2023;2024\n9;8\n", Named(u"2024"_s)), "8") << "chosen by name it is a heading";
   EXPECT_EQ(
       Read("part;2024\n9;8\n", Named(u"2"_s)),
-      "line 1: \"2024\" may be a heading (--column \"2024\" says so) or a value (below a heading it is one)");
+      "line 1: \"2024\" may be a heading (--column \"2024\" says so) or a value (--no-heading says so)");
   EXPECT_EQ(Read("2024\n9\n8\n", {{}, {}, {{5, 15}}}), Read("part;2024\n9;8\n", Named(u"2"_s)));
   EXPECT_EQ(Read("2024;Zeit\n2095;08:00\n2101;08:01\n", {u"1"_s, {}, {{1800, 2400}}}),
             Read("part;2024\n9;8\n", Named(u"2"_s)));
@@ -53,7 +53,8 @@ TEST(CsvColumn, SeparatorsAndHeadings) {
 
 TEST(CsvColumn, WhatIsAmbiguousIsRefusedWithItsReadings) {
   const QByteArray bare = "12,3\n12,4\n";
-  EXPECT_EQ(Read(bare), "has 2 columns (12, 3); name one with --column, or say --decimal comma");
+  EXPECT_EQ(Read(bare),
+            "has 2 columns (12, 3); name one with --column, or say --decimal comma where it is only one");
   EXPECT_EQ(Read(bare, Named(u"1"_s)),
             "line 1: \"12,3\" may be 12 (--separator comma) or 12.3 (--decimal comma)");
   EXPECT_EQ(Read(bare, {{}, {Decimal::Comma, {}}, {}}), "12.3 12.4");
@@ -92,11 +93,14 @@ TEST(CsvColumn, WhatIsAmbiguousIsRefusedWithItsReadings) {
 TEST(CsvColumn, NothingIsJoinedOrLostWithoutAWord) {
   const CsvOptions near{{}, {}, {{90, 110}}}, large{{}, {}, {{1000, 2000}}}, wide{{}, {}, {{0, 2000}}};
   EXPECT_EQ(Read("100 101 102\n", near),
-            "line 1: \"100 101 102\" is 100101102 only with --separator semicolon");
-  EXPECT_EQ(Read("w;v\n99 101.5;1\n", Named(u"w"_s)),
-            "line 2: \"99 101.5\" is 99101.5 only with --separator semicolon");
+            "line 1: \"100 101 102\" may be 100101102 (--separator semicolon) or 3 values (each on a line of "
+            "its own)");
+  EXPECT_EQ(
+      Read("w;v\n99 101.5;1\n", Named(u"w"_s)),
+      "line 2: \"99 101.5\" may be 99101.5 (--separator semicolon) or 2 values (each on a line of its own)");
   EXPECT_EQ(Read("1 234.5\n", large), "1234.5") << "neither side is a value expected";
-  EXPECT_EQ(Read("1 234.5\n", wide), "line 1: \"1 234.5\" is 1234.5 only with --separator semicolon");
+  EXPECT_EQ(Read("1 234.5\n", wide).find("line 1: \"1 234.5\" may be 1234.5 (--separator semicolon) or 2"),
+            0U);
   EXPECT_EQ(Read("1 234.5\n", {{}, {{}, u';'}, {}}), "1234.5");
   for (const QByteArray& text : {QByteArray("n,w\nA,1\n\"B,2\nC,3\n"), QByteArray("n,w\nA,1\n\"B,2\n\"C,3\n"),
                                  QByteArray("\nw\n\"5\n6\n"), QByteArray("w;n\n1;\"\"\n2;\"x\n3;y\n")})
@@ -109,7 +113,58 @@ TEST(CsvColumn, NothingIsJoinedOrLostWithoutAWord) {
   EXPECT_EQ(Read("x1\n10.6\n", Named(u"X1"_s)), "10.6");
   for (const QByteArray& text : {QByteArray(), QByteArray("w\n"), QByteArray("\n\n")})
     EXPECT_EQ(Read(text), "holds no values");
-  EXPECT_EQ(Read("\uFF11\uFF12\n", wide), "line 1, column 1: \"\uFF11\uFF12\" is not a number");
+  EXPECT_EQ(Read("5\n\uFF11\uFF12\n", wide), "line 2, column 1: \"\uFF11\uFF12\" is not a number");
+}
+
+TEST(CsvColumn, AUnitIsReadWhereItWasNamed) {
+  CsvOptions comma{{}, {Decimal::Comma, {}}, {}, u"1/min"_s}, semicolon{{}, {{}, u';'}, {}, u"mm"_s};
+  for (const char* line :
+       {"10,5 1/min", "10,5 10^3/h", "10,5 3 mm", "10,525\u00B0C", "Ann,10,5 mm", "10,5 mm,x"}) {
+    EXPECT_NE(Read(line, Named(u"1"_s)).find("\" may be one value with a unit"), std::string::npos) << line;
+    EXPECT_EQ(Read(line, comma), std::string(line) == "10,5 1/min" ? "10.5" : "") << line;
+  }
+  EXPECT_EQ(
+      Read("10,5 1/min\n10\n11,51/min\n", comma),
+      "line 3, column 1: \"11,51/min\" is not a number with a decimal comma; if \"/min\" is its unit, --unit "
+      "\"/min\" says so");
+  EXPECT_EQ(Read("23,372.42 mm\n7mm\n", semicolon), "23372.42 7");
+  EXPECT_EQ(Read("\"10,5 mm\"\n\"10,6 cm\"\n", semicolon),
+            "line 2, column 1: \"10,6 cm\" is not a number; if \"cm\" is its unit, --unit \"cm\" says so");
+  EXPECT_EQ(Read("id,count,length\n1,10,5 mm\n", Named(u"count"_s)), "10") << "the headings tell";
+  EXPECT_EQ(
+      Read("\u00D8 12,5 mm\n"),
+      "has 2 columns (\u00D8 12, 5 mm); name one with --column, or say --decimal comma where it is only one");
+  EXPECT_EQ(
+      Read("12,345\n", {{}, {Decimal::Point, {}}, {}}),
+      "has 2 columns (12, 345); name one with --column, or say --separator semicolon where it is only one");
+}
+
+TEST(CsvColumn, WhatMayBeAHeadingOrAValueIsAskedFor) {
+  CsvOptions range{{}, {}, {{2000, 2050}}}, value = range, small{{}, {}, {{5, 6}}};
+  value.noHeading = true;
+  const QByteArray year = "2024\n2020.5\n2023.25\n";
+  const std::string either =
+      "line 1: \"2024\" may be a heading (--column \"2024\" says so) or a value (--no-heading";
+  EXPECT_EQ(Read(year, range).find(either), 0U);
+  EXPECT_EQ(Read(year, value), "2024 2020.5 2023.25");
+  range.column = u"1"_s;
+  EXPECT_EQ(Read("2024;2025\n2020,5;1\n2023,25;2\n", range).find(either), 0U);
+  EXPECT_EQ(Read("n;2024;2025\nA;2020;2019\nB;2021;2031\n", Named(u"2"_s)).find(either), 0U);
+  EXPECT_EQ(Read("2024\n2'020\n2'023\n", range).find(either), 0U);
+  EXPECT_EQ(Read("2024\n2020\n2023.5\n", range), "2024 2020 2023.5");
+  EXPECT_EQ(Read("1;990\n2;1'010\n3;1'020\n", Named(u"2"_s)), "990 1010 1020") << "too short for thousands";
+  EXPECT_EQ(Read("08:00;O'Neil;0,4\n08:01;B2;0,5\n", Named(u"3"_s)), "0.4 0.5") << "no heading above times";
+  for (const char* text :
+       {"ca. 5", "abt 5.3", "NaN", "-inf", "n.d.", "n/a", "OK", "#DIV/0!", "?", "2024-05"}) {
+    const std::string hint =
+        "\" is not a number; if it is the heading, --column \"" + std::string(text) + "\" says so";
+    EXPECT_NE(Read(text + QByteArray("\n5.5\n"), small).find(hint), std::string::npos) << text;
+    small.column = QString::fromUtf8(text);
+    EXPECT_EQ(Read(text + QByteArray("\n5.5\n"), small), "5.5") << text;
+    small.column.clear();
+  }
+  for (const char* heading : {"kV", "Na", "mm", "Bore 12", "%"})
+    EXPECT_EQ(Read(heading + QByteArray("\n5.5\n"), small), "5.5") << heading;
 }
 
 // How a language's spreadsheet writes numbers and separates columns.
