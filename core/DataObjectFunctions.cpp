@@ -111,7 +111,7 @@ bool SaveDataObjectToDatabase(const CDataPtr& data, Library::Saved* saved, const
 
 bool AppendToDataObject(const CDataPtr& data, const QStringList& values) {
   return Trap(u"DataObjectFunctions::AppendToDataObject"_s, false, [&] {
-    *data = *CurrentLibrary()->Append(data->Description(), values, Globals().clock->Now());
+    *data = *CurrentLibrary()->Append(data->Description(), values, Globals().clock->Now()).data;
     return ModifyDataObjectInSystem(data);
   });
 }

@@ -321,8 +321,8 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
   return row.data;
 }
 
-CDataPtr Library::Append(const QString& description, const QStringList& values, const QDateTime& now,
-                         Limits limits) {
+Library::Appended Library::Append(const QString& description, const QStringList& values, const QDateTime& now,
+                                  Limits limits) {
   Extended(description, values, limits);  // what is refused is refused before a backup is made
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
@@ -339,7 +339,7 @@ CDataPtr Library::Append(const QString& description, const QStringList& values, 
   const QVariantList written = Update(data->RowAsKnown(), after, now);
   transaction.Commit();
   TakeRow(*data, written);
-  return data;
+  return {data, wereOpen};
 }
 
 bool Library::OffersUnit(const QString& name) {

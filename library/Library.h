@@ -99,7 +99,11 @@ class Library {
 
   // Puts values behind those of the data set, whose kept control limits stay or are calculated anew from all
   // points; those that the row leaves open are kept as soon as they can be. Gives it with its statistics.
-  CDataPtr Append(const QString& description, const QStringList& values, const QDateTime& now,
+  struct Appended {
+    CDataPtr data;
+    bool keepsLimits = false;  // for the first time
+  };
+  Appended Append(const QString& description, const QStringList& values, const QDateTime& now,
                   Limits limits = Limits::Stay);
 
   // Offers a unit of measurement, unless it is offered already.

@@ -16,6 +16,7 @@
 #include "data/RawDataReadings.h"
 #include "data/RawDataText.h"
 #include "library/Tables.h"
+#include "platform/language/Conversions.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/Indicators.h"
@@ -182,9 +183,13 @@ void AddMeasurements::Add() {
       txtNewValues->setFocus();
       return;
     }
+    const bool wereOpen = Tables::LeavesLimitsOpen(data_->RowAsKnown());
     if (!DataObjectFunctions::AppendToDataObject(data_, values)) return;
     news_ = Words::Adding::added(RawDataText::DescribeAdded(
         RawDataText::Examine(text), AddedSamples::CountOf(*data_) - values.size(), data_->SubGroupSize()));
+    if (wereOpen && !Tables::LeavesLimitsOpen(data_->RowAsKnown()))
+      news_ += u' ' + Words::Adding::limitsAreKept(Conversions::CStr(data_->XBarLCL()),
+                                                   Conversions::CStr(data_->XBarUCL()));
     txtNewValues->ShowText({});
     UpdateNotes();
     txtNewValues->setFocus();

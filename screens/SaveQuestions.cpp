@@ -122,7 +122,7 @@ QString LimitsHint(const CData& data, std::optional<int> basePoints) {
   const int points = basePoints.value_or(data.NumberOfPlotPoints());
   const engine::ControlLimits limits = data.ControlLimits();
   if (data.NumberOfPlotPoints() == 0) return {};
-  if (limits.xBarLower == limits.xBarUpper) return Words::Adding::withoutSpread();
+  if (limits.xBarLower == limits.xBarUpper) return Words::Adding::withoutWidth(data.PrecisionValue());
   return points < enoughPoints ? Words::Adding::preliminary(points) : QString();
 }
 

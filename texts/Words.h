@@ -232,14 +232,14 @@ inline constexpr Text<2> dataSet{u"%1 [%2]"};
 inline constexpr Text<> limitsStay{u"The control limits stay as they are."};
 inline constexpr Text<> limitsAreOpen{
     u"No control limits are kept yet: they are calculated from all points, and kept with the values added as "
-    u"soon "
-    u"as two points differ."};
+    u"soon as they have a width."};
+inline constexpr Text<2> limitsAreKept{u"The control limits, %1 to %2, are kept from now on."};
 inline constexpr Text<1> preliminary{
     u"The control limits are preliminary: they rest on %1 points at most, fewer than 20. Recalculate them "
-    u"when "
-    u"there are more."};
-inline constexpr Text<> withoutSpread{
-    u"The control limits rest on values without a spread. Recalculate them when the values differ."};
+    u"when there are more."};
+inline constexpr Text<1> withoutWidth{
+    u"With %1 decimals the control limits have no width: they are not kept, but calculated from all points "
+    u"until they have one."};
 inline constexpr Text<> newValues{u"&New values, one on each line:"};
 inline constexpr Text<> add{u"&Add"};
 inline constexpr Text<> addTip{u"Put the values behind those of the data set and save (Ctrl+Enter)"};

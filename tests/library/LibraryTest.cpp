@@ -41,7 +41,8 @@ TEST_F(LibraryTest, LimitsOfNoWidthAreNotKept) {
   EXPECT_EQ(Value(u"SELECT XBarUCL FROM StatData"_s), 0);
   // As an older program left them.
   Execute(u"UPDATE StatData SET XBarUCL = 10, XBarLCL = 10, XBarMean = 10"_s);
-  EXPECT_TRUE(library->Append(u"Shaft"_s, {u"10"_s, u"10.01"_s, u"9.99"_s, u"10"_s}, now)->IsInControl());
+  EXPECT_TRUE(
+      library->Append(u"Shaft"_s, {u"10"_s, u"10.01"_s, u"9.99"_s, u"10"_s}, now).data->IsInControl());
   EXPECT_GT(Value(u"SELECT XBarUCL FROM StatData"_s).toDouble(), 10);
 }
 
