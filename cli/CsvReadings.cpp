@@ -223,17 +223,20 @@ class Column {
     return counts(table_.rows.front()) && !std::ranges::all_of(table_.rows, counts);
   }
 
-  // Whether a whole number in the first line, such as a year, lies where no value is expected, unlike all
-  // others.
+  // Whether a number in the first line, such as a year, lies where no value is expected, unlike most others.
   bool IsAlone(const QString& first) const {
-    const bool isWhole = !first.isEmpty() && std::ranges::all_of(first, IsDigit);
-    if (!isWhole || !options_.expected || IsExpected(first) || table_.rows.size() < 2) return false;
-    return std::all_of(table_.rows.begin() + 1, table_.rows.end(), [&](const CsvRow& row) {
-      if (index_ >= row.fields.size() || row.fields[index_].text.isEmpty()) return true;
-      const QString text = Value(row.fields[index_]);
+    const auto mayBeExpected = [&](const QString& text) {
       return IsExpected(WrittenNumbers::Read(text, Decimal::Point)) ||
              IsExpected(WrittenNumbers::Read(text, Decimal::Comma));
-    });
+    };
+    if (!options_.expected || mayBeExpected(first)) return false;
+    qsizetype expected = 0, others = 0;
+    for (const CsvRow& row : table_.rows) {
+      if (&row == &table_.rows.front() || index_ >= row.fields.size()) continue;
+      const bool isExpected = mayBeExpected(Value(row.fields[index_]));
+      ++(isExpected ? expected : others);
+    }
+    return expected > others;
   }
 
   // Whether a number in the program's own form lies where values are expected.

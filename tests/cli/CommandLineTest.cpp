@@ -225,7 +225,7 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_TRUE(append(u"10 10"_s).contains(u"in control; no limits are kept yet, for with 4 decimals"));
   EXPECT_TRUE(
       append(u"10.5 9.5 10"_s)
-          .contains(u"; the limits, 8.67 to 11.33, are kept from now on; the limits are preliminary"));
+          .contains(u"; the limits, 8.9365 to 11.0635, are kept from now on; the limits are preliminary"));
   const QJsonObject kept = OnlyDataSet();
   EXPECT_TRUE(append(u"10.5"_s).contains(u"in control; the limits are preliminary"));
   EXPECT_TRUE(
@@ -236,8 +236,7 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_GT(OnlyDataSet()[u"XBarMean"_s].toDouble(), 20);
   Import(u"--description Bore"_s, "10\n");
   const QString many = u" 10 11"_s.repeated(20);
-  EXPECT_TRUE(
-      RunIn(u"append LIB --description Bore"_s + many).output.contains(u"in control; the limits, "))
+  EXPECT_TRUE(RunIn(u"append LIB --description Bore"_s + many).output.contains(u"in control; the limits, "))
       << "kept from now on, and from all points";
   EXPECT_TRUE(RunIn(u"append LIB --description Bore 20"_s).output.endsWith(u", rule 1\n"_s));
 }
