@@ -191,13 +191,14 @@ class Column {
     const auto digit = std::ranges::find_if(text, IsDigit);
     if (digit == text.end()) return false;
     if (std::ranges::count_if(text, [](QChar c) { return c.isLetter(); }) < 2) return true;
-    const RawDataLines::Readings readings = RawDataLines::ReadingsOf(QStringView(digit, text.end()));
+    const auto start = digit > text.begin() && u"+-.,\u2212"_s.contains(*(digit - 1)) ? digit - 1 : digit;
+    const RawDataLines::Readings readings = RawDataLines::ReadingsOf(QStringView(start, text.end()));
     const bool beginsWithIt = std::none_of(text.begin(), digit, [](QChar c) { return c.isLetter(); });
     if (beginsWithIt || !options_.expected) return readings.Any();
     return IsExpected(readings.point) || IsExpected(readings.comma);
   }
 
-  // Refuses a whole number in the first line that may be a heading: all below are written in another way, or
+  // Refuses a whole number in the first line that may be a heading: most below are written in another way, or
   // it counts from column to column.
   void RequireNoHeading(const Outcome& outcome) const {
     if (options_.noHeading || dataFrom_ > 0) return;
@@ -207,7 +208,9 @@ class Column {
       const bool isWhole = std::ranges::all_of(number.value, IsDigit);
       return number.value.contains(u'.') || (isWhole && number.text != number.value && first.text.size() > 3);
     };
-    if (std::all_of(outcome.numbers.begin() + 1, outcome.numbers.end(), isUnlike) || FirstLineCounts())
+    const auto unlike = std::count_if(outcome.numbers.begin() + 1, outcome.numbers.end(), isUnlike);
+    const auto others = std::ssize(outcome.numbers) - 1;
+    if (4 * unlike >= 3 * others || FirstLineCounts())
       throw InputError(Words::Csv::headingOrValue(name_, first.line, first.text));
   }
 

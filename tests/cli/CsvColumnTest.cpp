@@ -141,12 +141,13 @@ TEST(CsvColumn, AUnitIsReadWhereItWasNamed) {
 }
 
 TEST(CsvColumn, WhatMayBeAHeadingOrAValueIsAskedFor) {
-  CsvOptions range{{}, {}, {{2000, 2050}}}, value = range, small{{}, {}, {{5, 6}}};
+  CsvOptions range{{}, {}, {{2000, 2050}}}, value = range, small{{}, {}, {{-1, 6}}};
   value.noHeading = true;
   const QByteArray year = "2024\n2020.5\n2023.25\n";
   const std::string either =
       "line 1: \"2024\" may be a heading (--column \"2024\" says so) or a value (--no-heading";
   EXPECT_EQ(Read(year, range).find(either), 0U);
+  EXPECT_EQ(Read("5.1\n2020\n2023\n30000\n", range).find("line 1: \"5.1\" may be a heading"), 0U);
   EXPECT_EQ(Read(year, value), "2024 2020.5 2023.25");
   range.column = u"1"_s;
   EXPECT_EQ(Read("2024;2025\n2020,5;1\n2023,25;2\n", range).find(either), 0U);
@@ -156,7 +157,7 @@ TEST(CsvColumn, WhatMayBeAHeadingOrAValueIsAskedFor) {
   EXPECT_EQ(Read("1;990\n2;1'010\n3;1'020\n", Named(u"2"_s)), "990 1010 1020") << "too short for thousands";
   EXPECT_EQ(Read("08:00;O'Neil;0,4\n08:01;B2;0,5\n", Named(u"3"_s)), "0.4 0.5") << "no heading above times";
   for (const char* text :
-       {"ca. 5", "abt 5.3", "NaN", "-inf", "n.d.", "n/a", "OK", "#DIV/0!", "?", "2024-05"}) {
+       {"ca. 5", "abt 5.3", "abt -.3", "NaN", "-inf", "n.d.", "n/a", "OK", "#DIV/0!", "?", "2024-05"}) {
     const std::string hint =
         "\" is not a number; if it is the heading, --column \"" + std::string(text) + "\" says so";
     EXPECT_NE(Read(text + QByteArray("\n5.5\n"), small).find(hint), std::string::npos) << text;
