@@ -67,7 +67,7 @@ TEST_F(LibraryTest, NotesThePointsThatLimitsWereCalculatedFrom) {
     EXPECT_EQ(noted(*from), std::pair(qint16(2), qint16(3)));
   EXPECT_EQ(library->ReadAll()[0].data->LimitsBase().first, 2);
   EXPECT_EQ(library->Read(2)->data->LimitsBase().first, 0);
-  EXPECT_EQ(library->Append(u"Shaft"_s, {u"9"_s}, now)->LimitsBase().first, 2);
+  EXPECT_EQ(library->Append(u"Shaft"_s, {u"9"_s}, now).data->LimitsBase().first, 2);
 }
 
 TEST_F(LibraryTest, AConflictWritesNothingUntilItIsDecided) {

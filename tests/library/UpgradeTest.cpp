@@ -26,7 +26,7 @@ TEST_P(UpgradeTest, ALibraryOfAnEarlierLayoutIsALibrary) {
   EXPECT_EQ(rings->SampleQty(), 130);
   EXPECT_EQ(rings->CPKValue(), 1.67);
   EXPECT_EQ(rings->XBarUCL(), 74.0143);
-  EXPECT_EQ(library->Append(u"PISTON RING Ø"_s, QStringList(5, u"74.002"_s), now)->SampleQty(), 135);
+  EXPECT_EQ(library->Append(u"PISTON RING Ø"_s, QStringList(5, u"74.002"_s), now).data->SampleQty(), 135);
 
   if (GetParam() == 0) library->Delete(2, now);
   const std::vector<Library::Deleted> deleted = library->DeletedDataSets();
