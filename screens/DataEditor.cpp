@@ -54,13 +54,15 @@ bool IsEntered(const QFocusEvent& event) {
   }
 }
 
-QStringList OfferedUnits() {
+QStringList ReadUnits() {
   Recordset units;
   units.Open(u"SELECT * FROM Units WHERE Deleted = 0"_s, CurrentConnection());
   QStringList names;
   for (; !units.EndOfFile(); units.MoveNext()) names << units.Field(u"Name"_s).toString();
   return names;
 }
+
+QStringList OfferedUnits() { return Trap(u"DataEditor::FillUnits"_s, QStringList(), ReadUnits); }
 
 }  // namespace
 
@@ -236,7 +238,7 @@ void DataEditor::ShowUnits(const QStringList& names) {
 // As others have changed them.
 void DataEditor::FollowUnits() {
   try {
-    const QStringList names = OfferedUnits();
+    const QStringList names = ReadUnits();
     if (names == listedUnits_) return;
     const QString chosen = comboUnits->currentText();
     ShowUnits(names);

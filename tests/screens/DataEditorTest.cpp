@@ -414,7 +414,13 @@ TEST_F(DataEditorTest, TheListOfUnitsFollowsTheLibrary) {
   Fire(*editor, "NotesTimer");
   EXPECT_EQ(Units().currentText(), QString());
   EXPECT_TRUE(Text("lblHint").contains(u"deleted this unit"_s));
+  program.Execute(u"ALTER TABLE Units RENAME TO Elsewhere"_s);
+  editor->LibraryChanged();                       // in no box: the library would bring one after the other
   QTest::keyClick(editor.get(), Qt::Key_Escape);  // there is nothing in the boxes
+  program.boxes.Expect(u"no such table");
+  Open();
+  EXPECT_EQ(Units().count(), 0) << "and all else can be seen";
+  QTest::keyClick(editor.get(), Qt::Key_Escape);
 }
 
 TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
