@@ -5,6 +5,7 @@
 #include <QPolygonF>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "platform/chart/GraphPainter.h"
 #include "platform/chart/MarkNumbers.h"
@@ -26,6 +27,53 @@ constexpr double finestDots = 2000;
 constexpr double smallestMark = 0.37;
 // Up to so many marks, a number may stand away from its mark, at the end of a leader.
 constexpr size_t mostFarNumbers = 40;
+
+// A sheet that marks are stamped on, to be laid over a picture at once: thousands of polygons, or of pictures
+// one by one, would take longer than a picture may that follows the mouse.
+class MarkSheet {
+ public:
+  // For marks with their centres in the area.
+  MarkSheet(QPainter& painter, const QRectF& area, const QImage& stamp)
+      : painter_(painter), stamp_(stamp), toDevice_(painter.deviceTransform()) {
+    const int side = stamp.width();
+    const QRect place = toDevice_.mapRect(area).toAlignedRect().adjusted(-side, -side, side, side);
+    origin_ = place.topLeft();
+    sheet_ = QImage(place.size(), QImage::Format_ARGB32_Premultiplied);
+    sheet_.setDevicePixelRatio(stamp.devicePixelRatio());
+    sheet_.fill(Qt::transparent);
+    for (int y = 0; y < side; ++y) {
+      const auto* row = reinterpret_cast<const QRgb*>(stamp_.constScanLine(y));
+      const auto isClear = [](QRgb pixel) { return qAlpha(pixel) == 0; };
+      const QRgb* first = std::find_if_not(row, row + side, isClear);
+      const QRgb* end = row + side;
+      while (end > first && isClear(end[-1])) --end;
+      rows_.push_back({first, end, y * sheet_.width() + (first - row)});
+    }
+    pixels_ = reinterpret_cast<QRgb*>(sheet_.bits());
+  }
+
+  void Stamp(QPointF centre) {
+    const QPointF half(stamp_.width() / 2.0, stamp_.height() / 2.0);
+    const QPoint corner = (toDevice_.map(centre) - half).toPoint() - origin_;
+    QRgb* const to = pixels_ + std::ptrdiff_t{corner.y()} * sheet_.width() + corner.x();
+    for (const auto& [first, end, offset] : rows_) std::copy(first, end, to + offset);
+  }
+
+  void Lay() const { painter_.drawImage(toDevice_.inverted().map(QPointF(origin_)), sheet_); }
+
+ private:
+  struct Row {
+    const QRgb *first, *end;  // the pixels that are not clear
+    std::ptrdiff_t offset;    // of the first, on the sheet
+  };
+  QPainter& painter_;
+  QImage stamp_;
+  QTransform toDevice_;
+  QPoint origin_;
+  QImage sheet_;  // of 32-bit pixels, so that its lines lie without a gap
+  QRgb* pixels_ = nullptr;
+  std::vector<Row> rows_;
+};
 
 class CurvePicture {
  public:
@@ -134,18 +182,14 @@ class CurvePicture {
     }
     painter_.setPen(Qt::NoPen);
     painter_.setRenderHint(QPainter::Antialiasing, single_);
-    // Thousands of polygons would take longer than a picture may that follows the mouse.
-    const QImage stamp = IsRaster() && !single_ ? MarkStamp() : QImage();
-    const QPointF corner = -QPointF(stamp.width(), stamp.height()) / stamp.devicePixelRatio() / 2;
+    std::optional<MarkSheet> sheet;
+    if (IsRaster() && !single_ && !marks.empty()) sheet.emplace(painter_, geometry_.plot, MarkStamp());
     for (const size_t i : marks) {
       const QPointF at = At(i);
-      if (stamp.isNull()) {
-        PaintMark(painter_, at);
-      } else {
-        painter_.drawImage(at + corner, stamp);
-      }
+      sheet ? sheet->Stamp(at) : PaintMark(painter_, at);
       numbers_.Take(Around(at, OuterRadius()));
     }
+    if (sheet) sheet->Lay();
     return marks;
   }
 
@@ -209,14 +253,20 @@ class CurvePicture {
     return marks;
   }
 
+  // Where its sign is.
+  QPointF SignOf(size_t i) const {
+    if (!geometry_.IsOutside(values_[i])) return At(i);
+    return EdgeOf(i) + QPointF(0, IsAbove(i) ? ArrowSize() : -ArrowSize());
+  }
+
   // A mark has the number of what it tells, an arrow that of its point behind it.
   MarkNumbers::Number NumberOf(size_t i) const {
-    const QString point = QString::number(positions_[i]);
-    const QString mark = curve_.marksArePoints ? point : QString::number(MarkOf(i));
-    if (!geometry_.IsOutside(values_[i])) return {At(i), mark, OuterRadius(), values_[i] >= curve_.middle};
-    const double size = ArrowSize();
-    const QString text = MarkOf(i) == 0 || curve_.marksArePoints ? u'#' + point : mark + u" #"_s + point;
-    return {EdgeOf(i) + QPointF(0, IsAbove(i) ? size : -size), text, size * 0.8, !IsAbove(i)};
+    const auto point = [&] { return QString::number(std::lround(positions_[i])); };
+    const QString mark = curve_.marksArePoints ? point() : QString::number(MarkOf(i));
+    if (!geometry_.IsOutside(values_[i]))
+      return {SignOf(i), mark, OuterRadius(), values_[i] >= curve_.middle};
+    const QString text = MarkOf(i) == 0 || curve_.marksArePoints ? u'#' + point() : mark + u" #"_s + point();
+    return {SignOf(i), text, ArrowSize() * 0.8, !IsAbove(i)};
   }
 
   // Where there is no room for all numbers, the first and the last of each run of marks have theirs first;
@@ -237,8 +287,7 @@ class CurvePicture {
     Placement::Occupancy tried(geometry_.plot, std::max(1.0, markRadius_));
     for (const auto& some : {ends, insides, unmarked}) {
       for (const size_t i : some) {
-        const MarkNumbers::Number number = NumberOf(i);
-        if (tried.TakeCell(number.mark) || single_) numbers_.Paint(number);
+        if (tried.TakeCell(SignOf(i)) || single_) numbers_.Paint(NumberOf(i));
       }
     }
   }

@@ -49,14 +49,19 @@ void MarkNumbers::TakeLine(const QPolygonF& line) {
 
 bool MarkNumbers::IsFree(const QRectF& box) const {
   const QRectF room = box.adjusted(-gap_, -gap_, gap_, gap_);
-  return line_.IsFree(room) && taken_.IsFree(room) &&
+  return taken_.IsFree(room) && line_.IsFree(room) &&
          std::ranges::none_of(levels_, [&](double y) { return y > room.top() && y < room.bottom(); }) &&
          std::ranges::none_of(leaders_, [&](const QLineF& leader) { return Crosses(leader, room); });
 }
 
+// All digits are of one width.
 QSizeF MarkNumbers::SizeOf(const QString& text) {
-  QSizeF& size = sizes_[text];
-  if (size.isEmpty()) size = {metrics_.horizontalAdvance(text), metrics_.capHeight()};
+  QString shape = text;
+  for (QChar& c : shape) {
+    if (c.isDigit()) c = u'0';
+  }
+  QSizeF& size = sizes_[shape];
+  if (size.isEmpty()) size = {metrics_.horizontalAdvance(shape), metrics_.capHeight()};
   return size;
 }
 

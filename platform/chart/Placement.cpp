@@ -79,17 +79,21 @@ std::vector<int> KeepExtremes(std::span<const double> values, int columns) {
 
 Occupancy::Occupancy(const QRectF& area, double cell)
     : area_(area),
-      cell_(cell),
+      perUnit_(1 / cell),
       columns_(static_cast<int>(area.width() / cell) + 1),
       rows_(static_cast<int>(area.height() / cell) + 1),
       taken_(static_cast<size_t>(columns_) * static_cast<size_t>(rows_)) {}
 
+int Occupancy::ColumnAt(double x) const {
+  return static_cast<int>(std::clamp((x - area_.left()) * perUnit_, 0.0, columns_ - 1.0));
+}
+
+int Occupancy::RowAt(double y) const {
+  return static_cast<int>(std::clamp((y - area_.top()) * perUnit_, 0.0, rows_ - 1.0));
+}
+
 Occupancy::Cells Occupancy::CellsOf(const QRectF& rect) const {
-  const auto cellAt = [this](double offset, int count) {
-    return static_cast<int>(std::clamp(std::floor(offset / cell_), 0.0, count - 1.0));
-  };
-  return {cellAt(rect.left() - area_.left(), columns_), cellAt(rect.top() - area_.top(), rows_),
-          cellAt(rect.right() - area_.left(), columns_), cellAt(rect.bottom() - area_.top(), rows_)};
+  return {ColumnAt(rect.left()), RowAt(rect.top()), ColumnAt(rect.right()), RowAt(rect.bottom())};
 }
 
 void Occupancy::Take(const QRectF& rect) {
@@ -101,8 +105,7 @@ void Occupancy::Take(const QRectF& rect) {
 }
 
 bool Occupancy::TakeCell(QPointF point) {
-  const Cells cell = CellsOf({point, QSizeF(0, 0)});
-  char& taken = taken_.begin()[std::ptrdiff_t{cell.top} * columns_ + cell.left];
+  char& taken = taken_.begin()[std::ptrdiff_t{RowAt(point.y())} * columns_ + ColumnAt(point.x())];
   return std::exchange(taken, 1) == 0;
 }
 
@@ -117,11 +120,14 @@ bool Occupancy::IsFree(const QRectF& rect) const {
 }
 
 Band::Band(const QRectF& area, double column)
-    : area_(area), column_(column), reaches_(static_cast<size_t>(area.width() / column) + 1) {}
+    : area_(area),
+      column_(column),
+      perUnit_(1 / column),
+      reaches_(static_cast<size_t>(area.width() / column) + 1) {}
 
 int Band::ColumnAt(double x) const {
   return static_cast<int>(
-      std::clamp((x - area_.left()) / column_, 0.0, static_cast<double>(reaches_.size() - 1)));
+      std::clamp((x - area_.left()) * perUnit_, 0.0, static_cast<double>(reaches_.size() - 1)));
 }
 
 void Band::Take(QPointF from, QPointF to) {

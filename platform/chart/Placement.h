@@ -29,10 +29,12 @@ class Occupancy {
   struct Cells {
     int left, top, right, bottom;
   };
+  int ColumnAt(double x) const;
+  int RowAt(double y) const;
   Cells CellsOf(const QRectF& rect) const;
 
   QRectF area_;
-  double cell_;
+  double perUnit_;  // cells
   int columns_;
   int rows_;
   std::vector<char> taken_;
@@ -50,6 +52,7 @@ class Band {
 
   QRectF area_;
   double column_;
+  double perUnit_;  // columns
   struct Reach {
     double top = std::numeric_limits<double>::infinity();
     double bottom = -std::numeric_limits<double>::infinity();
