@@ -286,8 +286,9 @@ bool StatGraphics::Save() {
 // False where the user keeps the screen open, or what he wants saved cannot be.
 bool StatGraphics::Form_Unload() {
   if (!dataChanged_) return true;
-  const Answer answer = ShowSystemMessage(LoadResText(u"Data has changed;226"), Icon::Question,
-                                          MessageBox::Buttons::YesNoCancel);
+  const Answer answer =
+      ShowSystemMessage(LoadResText(u"Data has changed;226") + u'\r' + Words::Chart::whatYesDoes(),
+                        Icon::Question, MessageBox::Buttons::YesNoCancel);
   if (answer == Answer::Yes) return Save();
   return answer == Answer::No;
 }

@@ -6,6 +6,8 @@
 namespace Words {
 
 namespace Chart {
+inline constexpr Text<> whatYesDoes{
+    u"Yes saves the new control limits, No discards them, Cancel goes back to the chart."};
 inline constexpr Text<> controlCharts{u"Control Charts"};
 inline constexpr Text<> keys{
     u"Arrow keys select a graph, Enter zooms it; Page Up and Page Down explain the points of a chart, with "
