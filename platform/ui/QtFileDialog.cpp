@@ -20,6 +20,23 @@ void FollowFilter(QFileDialog& dialog) {
                    [&dialog](const QString& filter) { dialog.setDefaultSuffix(SuffixOf(filter)); });
 }
 
+// Whether the folder holds a file of that kind.
+bool Fits(const QString& filter, const QDir& folder) {
+  static const QRegularExpression inBrackets(uR"(\(([^()]*)\)$)"_s);
+  const QStringList patterns = inBrackets.match(filter).captured(1).split(u' ');
+  return !folder.entryList(patterns, QDir::Files).isEmpty();
+}
+
+// Where the folder has no file of the chosen kind, the first kind is chosen that it has; not all files, which
+// the user may choose.
+void ShowWhatIsThere(QFileDialog& dialog) {
+  const QDir folder = dialog.directory();
+  if (Fits(dialog.selectedNameFilter(), folder)) return;
+  for (const QString& filter : dialog.nameFilters()) {
+    if (!filter.contains(u"(*)") && Fits(filter, folder)) return dialog.selectNameFilter(filter);
+  }
+}
+
 }  // namespace
 
 QString QtFileDialog::Ask(const FileDialog::Request& request) {
@@ -37,6 +54,11 @@ QString QtFileDialog::Ask(const FileDialog::Request& request) {
   } else if (!request.folder.isEmpty()) {
     if (start.dir().exists()) dialog.setDirectory(start.dir());
     dialog.selectFile(start.fileName());
+  }
+  if (!save) {
+    ShowWhatIsThere(dialog);
+    QObject::connect(&dialog, &QFileDialog::directoryEntered, &dialog,
+                     [&dialog] { ShowWhatIsThere(dialog); });
   }
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }

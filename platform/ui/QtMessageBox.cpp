@@ -55,8 +55,10 @@ void Dress(QMessageBox& box, MessageBox::Icon icon) {
     // The box wraps by itself a text that is wider; with a floor to its width it would cut that off instead.
     text->setWordWrap(false);
     const int width = text->sizeHint().width();  // with what tabs take in a label
-    if (width <= std::min(em * 28, box.screen()->availableSize().width() - em * 10))
-      text->setMinimumWidth(width);
+    const int most = std::min(em * 28, box.screen()->availableSize().width() - em * 10);
+    // The window's own buttons stand beside the title, whose letters may be bold.
+    const int title = box.fontMetrics().horizontalAdvance(box.windowTitle()) * 5 / 4 + em * 2;
+    if (width <= most) text->setMinimumWidth(std::max(width, std::min(title, most)));
   }
 }
 

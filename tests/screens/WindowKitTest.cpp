@@ -168,6 +168,16 @@ TEST(QtMessageBoxTest, HasItsButtonsAndSignAndEscapeRefuses) {
   }
 }
 
+TEST(QtMessageBoxTest, ItsTitleIsNotCut) {
+  const auto act = [](QMessageBox* box) {
+    const int letters = box->fontMetrics().horizontalAdvance(box->windowTitle());
+    EXPECT_GT(box->width(), letters + box->fontMetrics().height() * 6) << "the window's own buttons";
+    QTest::keyClick(box, Qt::Key_Escape);
+  };
+  WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); }, act);
+  QtMessageBox({u"&OK"_s, {}, {}, {}}).Show({u"No"_s, u"A title of some more letters"_s});
+}
+
 TEST(QtFileDialogTest, AsksForWhatTheRequestSays) {
   using FileDialog::Kind;
   const QTemporaryDir folder;
@@ -197,6 +207,36 @@ TEST(QtFileDialogTest, AsksForWhatTheRequestSays) {
     WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
     EXPECT_EQ(QtFileDialog().Ask({kind, u"Title"_s, filter, start, u"pdf"_s, keepsExisting}), chosen);
   }
+}
+
+TEST(QtFileDialogTest, ShowsTheKindOfFileThatTheFolderHas) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"old"_s) && QDir(folder.path()).mkdir(u"other"_s));
+  for (const QString& name :
+       {u"plant.kestrel"_s, u"old/plant.MDB"_s, u"old/plant.db"_s, u"other/notes.txt"_s})
+    ASSERT_TRUE(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
+  const auto act = [&](QFileDialog* dialog) {
+    const auto chosen = [&](const QString& entered) {
+      dialog->setDirectory(folder.filePath(entered));
+      Q_EMIT dialog->directoryEntered(folder.filePath(entered));
+      return dialog->selectedNameFilter();
+    };
+    EXPECT_EQ(dialog->selectedNameFilter(), u"K (*.kestrel *.db)");
+    EXPECT_EQ(chosen(u"old"_s), u"K (*.kestrel *.db)") << "it has such a file too";
+    EXPECT_EQ(chosen(u"other"_s), u"K (*.kestrel *.db)");
+    dialog->selectNameFilter(u"Access(*.mdb)"_s);
+    EXPECT_EQ(chosen(u"old"_s), u"Access(*.mdb)");
+    EXPECT_EQ(chosen(u"."_s), u"K (*.kestrel *.db)");
+    dialog->selectNameFilter(u"All (*)"_s);
+    EXPECT_EQ(chosen(u"old"_s), u"All (*)") << "the user's choice stays";
+    QTest::keyClick(dialog, Qt::Key_Escape);
+  };
+  WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
+  QtFileDialog().Ask({FileDialog::Kind::Open,
+                      u"Title"_s,
+                      u"Access(*.mdb);;K (*.kestrel *.db);;All (*)"_s,
+                      folder.path(),
+                      {}});
 }
 
 TEST(QtFileDialogTest, AnotherKindOfFileHasAnotherEnding) {
