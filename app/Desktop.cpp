@@ -7,6 +7,7 @@
 #include <QWindow>
 
 #include "core/Globals.h"
+#include "core/StartUp.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/SingleInstance.h"
 #include "platform/ui/Contrast.h"
@@ -164,6 +165,7 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   application.installEventFilter(&reactivation);
   const Installation installation;
   Globals().gDatabaseForThisRun = library;
+  StartUp::UseSettings();  // the main window knows its place before it is seen
   PagePrinting printing;
   frmMain main({.chart = [&printing] { ShowChartScreen(printing); },
                 .editor = ShowModal<DataEditor>,

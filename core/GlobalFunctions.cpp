@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "core/Globals.h"
+#include "core/RecentLibraries.h"
 #include "core/RegistryFunctions.h"
 #include "core/Trap.h"
 #include "library/Revision.h"
@@ -34,8 +35,19 @@ void UseDatabase(const QString& path, const QString& revision, bool keepInSettin
     clsSetup& setup = Globals().gSetup;
     setup.DatabaseName = path;
     RegistryFunctions::SetKeyValue(setup.RegistryKeyPath, u"DatabaseName"_s, Registry::String, path);
+    RecentLibraries::Note(path);
   }
   if (MainScreen* screen = Globals().mainScreen) screen->EnableLoadTimer();
+}
+
+// Why a file cannot be opened; empty where it can.
+QString WhyNotOpened(const QString& path) {
+  try {
+    Connection().OpenWith(path);
+    return {};
+  } catch (const std::exception& error) {
+    return ErrorText(error).remove(path + u": "_s);
+  }
 }
 
 }  // namespace
@@ -98,7 +110,8 @@ void AttachDatabase(const QString& databasePath) {
     bool valid = false;
     if (TestDatabaseConnection(false, path)) IsDBRevisionValid(path, revision, valid);
     if (!valid) {
-      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path, {});
+      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path,
+                       WhyNotOpened(path));
     } else {
       if (OpenDatabaseConnection(false, path)) {
         state.gDatabaseOpen = true;

@@ -1,5 +1,6 @@
 #include "core/Settings.h"
 
+#include "core/Globals.h"
 #include "core/RegistryFunctions.h"
 
 namespace Settings {
@@ -12,6 +13,16 @@ QString Read(const Setting& setting) {
 
 void Write(const Setting& setting, const QString& value) {
   RegistryFunctions::SetKeyValue({}, setting.key.toString(), setting.type, value);
+}
+
+void Keep(const Setting& setting, const QString& value) {
+  const ProgramState& state = Globals();
+  Registry::Key key = 0;
+  if (state.registry->RegCreateKeyEx(state.gSetup.RegistryKeyPath, Registry::KeyWrite, key) !=
+      Registry::Success)
+    return;
+  state.registry->RegSetValueEx(key, setting.key.toString(), setting.type, value.toUtf8());
+  state.registry->RegCloseKey(key);
 }
 
 }  // namespace Settings

@@ -16,8 +16,17 @@ struct Setting {
 // 1: the chart screen draws on the fitted scale, 0: on the standard scale
 inline constexpr Setting chartFittedScale{u"ChartFittedScale", Registry::Dword, u"0"};
 
+// the libraries that were opened last, one on a line, the last one first
+inline constexpr Setting recentLibraries{u"RecentLibraries", Registry::String, u""};
+// the main window's place and size as Qt writes them, in Base64; the widths of its list's columns
+inline constexpr Setting mainWindowPlace{u"MainWindowPlace", Registry::String, u""};
+inline constexpr Setting mainListColumns{u"MainListColumns", Registry::String, u""};
+
 QString Read(const Setting& setting);
 void Write(const Setting& setting, const QString& value);
+
+// Writes a text that nobody has asked to have kept: nothing is said where it cannot be.
+void Keep(const Setting& setting, const QString& value);
 
 inline bool IsOn(const Setting& setting) { return Read(setting) != u'0'; }
 inline void SetOn(const Setting& setting, bool on) { Write(setting, on ? QString(u'1') : QString(u'0')); }

@@ -13,11 +13,15 @@ using namespace Qt::StringLiterals;
 
 namespace StartUp {
 
+void UseSettings() {
+  Globals().gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\"_s + LoadResText(u"Kestrel;108");
+}
+
 bool ReadSettings(const QString& applicationFolder) {
   ProgramState& state = Globals();
   state.gRunningInDevelopment = qEnvironmentVariableIsSet("KESTREL_DEVELOPMENT");
   state.gHelpFilePath = applicationFolder + QDir::toNativeSeparators(u"/Help/KESTREL.chm"_s);
-  state.gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\"_s + LoadResText(u"Kestrel;108");
+  UseSettings();
   if (QCGlobalFunctions::GetRegistrySettings()) return true;
   MessageBox::Show({LoadResText(u"Registry could not be read;254"), LoadResText(u"Fatal Error;200"),
                     MessageBox::Icon::Critical, MessageBox::Buttons::Ok});

@@ -8,6 +8,9 @@
 
 namespace StartUp {
 
+// Names the key of the settings, which can be read and written from then on.
+void UseSettings();
+
 // Sets the development flag, the help file's path and the key of the settings, and reads them. False where
 // they cannot be read, after the "Fatal Error" box: the program then has to end.
 bool ReadSettings(const QString& applicationFolder);

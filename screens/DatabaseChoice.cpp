@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProgressDialog>
+#include <QStandardPaths>
+#include <functional>
 
 #include "core/Globals.h"
 #include "core/Messages.h"
@@ -10,8 +12,10 @@
 #include "library/AccessImport.h"
 #include "library/Library.h"
 #include "library/Revision.h"
+#include "library/SampleLibrary.h"
 #include "platform/access/JetFile.h"
 #include "platform/ui/FileDialog.h"
+#include "texts/StartWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -19,11 +23,43 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString DocumentsFolder() {
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
 QString CurrentFolder() {
   const ProgramState& state = Globals();
   const QString& current =
       state.gDatabaseForThisRun.isEmpty() ? state.gSetup.DatabaseName : state.gDatabaseForThisRun;
-  return current.isEmpty() ? QDir::homePath() : QFileInfo(current).path();
+  return current.isEmpty() ? DocumentsFolder() : QFileInfo(current).path();
+}
+
+// A name that no file has yet: with a number where it has to be.
+QString FreeName(const QString& folder, const QString& name, const QString& suffix) {
+  const auto path = [&](const QString& file) { return QDir(folder).filePath(file + u'.' + suffix); };
+  QString free = path(name);
+  for (int number = 2; QFileInfo::exists(free); ++number) free = path(Words::Start::numbered(name, number));
+  return free;
+}
+
+// Asks for a file and makes it; gives its path.
+QString Make(const QString& title, const QString& filter, const QString& proposed, const QString& failure,
+             const std::function<void(const QString&)>& make) {
+  const QString path = FileDialog::Ask({.kind = FileDialog::Kind::Save,
+                                        .title = title,
+                                        .filter = filter + u";;"_s + Words::Main::allFiles(),
+                                        .folder = proposed,
+                                        .defaultSuffix = QFileInfo(proposed).suffix(),
+                                        .keepsExisting = true});
+  if (path.isEmpty()) return {};
+  try {
+    make(path);
+    return path;
+  } catch (const std::exception& error) {
+    ShowErrorMessage(false, failure, ErrorText(error));
+    return {};
+  }
 }
 
 // Files of one name and of other kinds keep copies of their own.
@@ -82,21 +118,16 @@ QString DatabaseChoice::ChooseExisting() {
 }
 
 QString DatabaseChoice::CreateNew() {
-  const QString path =
-      FileDialog::Ask({.kind = FileDialog::Kind::Save,
-                       .title = Words::Main::newDatabase(),
-                       .filter = Words::Main::newLibraries() + u";;"_s + Words::Main::allFiles(),
-                       .folder = QDir(CurrentFolder()).filePath(u"StatData.mdb"_s),
-                       .defaultSuffix = u"mdb"_s,
-                       .keepsExisting = true});
-  if (path.isEmpty()) return {};
-  try {
-    Library::Create(path);
-    return path;
-  } catch (const std::exception& error) {
-    ShowErrorMessage(false, Words::Main::databaseNotMade(), ErrorText(error));
-    return {};
-  }
+  return Make(Words::Main::newDatabase(), Words::Main::newLibraries(),
+              FreeName(CurrentFolder(), u"StatData"_s, u"mdb"_s), Words::Main::databaseNotMade(),
+              Library::Create);
+}
+
+QString DatabaseChoice::CreateSamples() {
+  return Make(Words::Start::sampleTitle(), Words::Main::libraries(),
+              FreeName(DocumentsFolder(), Words::Start::sampleFile(), u"kestrel"_s),
+              Words::Start::sampleNotMade(),
+              [](const QString& path) { SampleLibrary::Create(path, Globals().clock->Now()); });
 }
 
 QString DatabaseChoice::LibraryFor(const QString& path, QWidget* parent) {

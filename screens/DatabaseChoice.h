@@ -10,8 +10,10 @@ namespace DatabaseChoice {
 
 QString ChooseExisting();
 
-// Asks for a name and makes an empty library there; an existing file is refused.
+// Asks for a name and makes an empty library there, or a copy of the sample library; an existing file is
+// refused.
 QString CreateNew();
+QString CreateSamples();
 
 // The path itself, unless it is that of an Access file: the user is then offered its copy beside it, which is
 // made, with a progress window over `parent`, where it does not exist yet.
