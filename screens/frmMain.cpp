@@ -14,6 +14,7 @@
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
 #include "core/Globals.h"
+#include "core/Settings.h"
 #include "core/StartUp.h"
 #include "core/Trap.h"
 #include "core/clsWaitTimer.h"
@@ -155,9 +156,7 @@ void frmMain::ReloadLibrary() {
 
 void frmMain::ShowHint() {
   const ProgramState& state = Globals();
-  if (!state.gDatabaseOpen)
-    ListView1->SetHint(Words::Main::noDatabase());
-  else if (state.gDataCollection.empty() && state.gUnread != Unread())
+  if (state.gDataCollection.empty() && state.gUnread != Unread())
     ListView1->SetHint(Words::Sharing::nothingRead(state.gUnread.Text()));
   else if (state.gDataCollection.empty())
     ListView1->SetHint(Words::Main::noDataSets());
@@ -182,7 +181,10 @@ QString frmMain::PanelText() const {
 void frmMain::EnableLoadTimer() { InitTimer.start(); }
 
 // The toolbar's captions, tool tips and pictures never change, so that only the states are left to set.
-void frmMain::SetupMainFormDisplay() { UpdateToolbarStates(); }
+void frmMain::SetupMainFormDisplay() {
+  ShowStartPage(!Globals().gDatabaseOpen);
+  UpdateToolbarStates();
+}
 
 void frmMain::AddListRow(const CData& dataSet) {
   ListView1->Change([&](MainListModel& rows) { rows.Append(dataSet); });
@@ -354,9 +356,15 @@ void frmMain::closeEvent(QCloseEvent* event) {
   Q_EMIT Unloaded();
 }
 
+void frmMain::KeepLooks() const {
+  Settings::Keep(Settings::mainWindowPlace, QString::fromLatin1(saveGeometry().toBase64()));
+  Settings::Keep(Settings::mainListColumns, ListView1->ColumnWidths());
+}
+
 void frmMain::Unload() {
   Trap(u"frmMain::Form_Unload"_s, [this] {
     IsClosing = true;
+    KeepLooks();
     for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer, &WatchTimer, &HandOverTimer, &NewsTimer})
       timer->stop();
     watch_.reset();

@@ -19,6 +19,7 @@ class QAction;
 class QLabel;
 class QMenu;
 class QProgressBar;
+class QStackedWidget;
 class StatSummary;
 
 class frmMain : public QMainWindow, public MainScreen {
@@ -75,6 +76,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void BuildStatusBar();
   void BuildMenu();
   void BuildSortMenu();
+  void ShowStartPage(bool shown);
   void ShowPicture();
 
   void InitTimer_Timer();
@@ -110,6 +112,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void ShowNews(const QString& news);  // in the first panel, for a while
   void ShowPanelText();
   void Unload();
+  void KeepLooks() const;  // place, size and columns, for the next start
 
   Screens screens_;
   bool IsClosing = false;
@@ -131,6 +134,7 @@ class frmMain : public QMainWindow, public MainScreen {
   ButtonBar* Toolbar1 = nullptr;
   MainList* ListView1 = nullptr;
   ListFilter* filter_ = nullptr;
+  QStackedWidget* pages_ = nullptr;  // the list, or else the start page
   ProcessStateIndicator* ProcessStateIndicator1 = nullptr;
   StatSummary* StatSummary1 = nullptr;
   QLabel* Image1 = nullptr;

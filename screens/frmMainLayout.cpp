@@ -8,11 +8,13 @@
 #include <QProgressBar>
 #include <QScreen>
 #include <QShortcut>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "core/Globals.h"
+#include "core/Settings.h"
 #include "platform/ui/ButtonBar.h"
 #include "screens/Controls.h"
 #include "screens/DatabaseChoice.h"
@@ -20,9 +22,11 @@
 #include "screens/Indicators.h"
 #include "screens/ListFilter.h"
 #include "screens/MainList.h"
+#include "screens/StartPage.h"
 #include "screens/StatSummary.h"
 #include "screens/frmMain.h"
 #include "texts/SharingWords.h"
+#include "texts/StartWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -66,15 +70,22 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
 
   auto* body = new QWidget(this);
   auto* layout = new QHBoxLayout(body);
-  auto* list = new QVBoxLayout;
+  auto* page = new QWidget(body);
+  auto* list = new QVBoxLayout(page);
+  list->setContentsMargins(0, 0, 0, 0);
   list->addWidget(filter_);
   list->addWidget(ListView1, 1);
-  layout->addLayout(list, 1);
+  pages_ = new QStackedWidget(body);
+  pages_->addWidget(page);
+  layout->addWidget(pages_, 1);
   layout->addWidget(BuildSummaryPanel());
   setCentralWidget(body);
   ListView1->setFocus();
+  ListView1->SetColumnWidths(Settings::Read(Settings::mainListColumns));
+  const QByteArray lastPlace = Settings::Read(Settings::mainWindowPlace).toLatin1();
   const int em = fontMetrics().height();
-  resize(QSize(em * 64, em * 40).boundedTo(screen()->availableSize() * 0.9));
+  if (!restoreGeometry(QByteArray::fromBase64(lastPlace)))  // which keeps it on the screens that there are
+    resize(QSize(em * 64, em * 40).boundedTo(screen()->availableSize() * 0.9));
 
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
@@ -139,6 +150,8 @@ void frmMain::BuildToolbar() {
   })->setShortcut(QKeySequence::Open);
   entry(ToolsButton, Words::Main::newDatabase(), Symbol::New,
         [this] { Attach(DatabaseChoice::CreateNew()); });
+  entry(ToolsButton, Words::Start::sampleEntry(), Symbol::Chart,
+        [this] { Attach(DatabaseChoice::CreateSamples()); });
 
   button(u"Help;219", u"Application Help;220", Symbol::Help);
   entry(HelpButton, Words::Main::contents(), Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });
@@ -186,6 +199,24 @@ void frmMain::BuildSortMenu() {
   item(Words::Figure::cpk(), MainListModel::Cpk);
   item(Words::Figure::samples(), MainListModel::Samples);
   item(Words::Figure::lastModified(), MainListModel::LastModified);
+}
+
+void frmMain::ShowStartPage(bool shown) {
+  QWidget* page = pages_->widget(1);
+  if (shown == (page != nullptr)) return;
+  if (page) {
+    pages_->removeWidget(page);
+    page->deleteLater();  // one of its buttons may have been pressed
+    return ListView1->setFocus();
+  }
+  page = new StartPage({.makeNew = [this] { Attach(DatabaseChoice::CreateNew()); },
+                        .open = [this] { Attach(DatabaseChoice::ChooseExisting()); },
+                        .samples = [this] { Attach(DatabaseChoice::CreateSamples()); },
+                        .attach = [this](const QString& path) { Attach(path); }},
+                       pages_);
+  pages_->addWidget(page);
+  pages_->setCurrentWidget(page);
+  page->setFocus();
 }
 
 QWidget* frmMain::BuildSummaryPanel() {

@@ -80,8 +80,6 @@ inline constexpr Text<> about{u"About"};
 inline constexpr Text<> viewChart{u"&View Chart"};
 inline constexpr Text<> editData{u"&Edit Data"};
 inline constexpr Text<> deleteData{u"&Delete Data"};
-inline constexpr Text<> noDatabase{
-    u"No database is open.\nChoose Tools, Database Connection or Tools, New Database."};
 inline constexpr Text<> noDataSets{u"No data sets yet.\nChoose Stat Data, Add."};
 inline constexpr Text<> nothingFits{u"No data set fits what is asked for above.\nEscape shows all."};
 inline constexpr Text<> find{u"&Find:"};

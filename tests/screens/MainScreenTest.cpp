@@ -1,6 +1,9 @@
 // The main window from its start to its end: loading, selecting, what is enabled, closing, and what goes
 // wrong.
+#include <QFileInfo>
+#include <QHeaderView>
 #include <QProgressBar>
+#include <QScreen>
 
 #include "screens/Indicators.h"
 #include "tests/screens/MainScreenFixture.h"
@@ -79,13 +82,65 @@ TEST_F(MainScreenTest, TheRowsAppearWithinASecondHoweverManyThereAre) {
   }
 }
 
-TEST_F(MainScreenTest, WithoutADatabaseItSaysHowToGetOne) {
+TEST_F(MainScreenTest, WithoutADatabaseItOffersTheWaysToOne) {
   program.boxes.Expect(u"A valid database connection could not be established. From the tool bar, select ");
   Open();
   Tick("InitTimer");
   EXPECT_EQ(Panel(), u"Current Database: <none>");
   EXPECT_EQ(Enabled(), u"----x---");
-  EXPECT_TRUE(List().accessibleDescription().contains(u"New Database"));
+  EXPECT_FALSE(List().isVisible());
+  for (const char* button : {"cmdNew", "cmdOpen"}) {
+    files.Expect({});  // cancelled
+    Click(*main, button);
+  }
+  const QString mine = program.Path(u"mine.kestrel"_s);
+  files.Expect(mine);
+  Click(*main, "cmdSamples");
+  EXPECT_EQ(QFileInfo(files.last.folder).fileName(), u"Kestrel Samples.kestrel");
+  EXPECT_TRUE(List().isVisible());
+  Tick("InitTimer");
+  EXPECT_EQ(Panel(), u"Current Database: mine.kestrel (DB Rev. 2.0)");
+  EXPECT_EQ(TextOf(*main, "lblCounts"), u"7 ideal, 1 threshold, 4 brink of chaos, 1 chaos");
+  EXPECT_EQ(Rows().first() + u' ' + Summary("CPKValue"), u"Piston ring diameter 1.66");
+  EXPECT_EQ(program.Rows(u"SELECT Name FROM Units"_s, mine).size(), 9U);
+
+  const QString other = OtherLibrary();
+  Choose(other);
+  main.reset();
+  program.state.gLibrary.reset();
+  program.state.gDatabaseOpen = false;
+  ASSERT_TRUE(QFile::remove(mine) && QFile::remove(other));
+  program.boxes.Expect(other + u" with error: \r\nthere is no such file"_s);
+  Open();
+  EXPECT_EQ(TextOf(*main, "cmdRecent_1"), u"other.kestrel");
+  program.boxes.Expect(mine + u" with error: \r\nthere is no such file"_s);
+  Click(*main, "cmdRecent_2");
+  EXPECT_FALSE(List().isVisible());
+}
+
+TEST_F(MainScreenTest, KeepsItsPlaceAndItsColumns) {
+  const auto columns = [this] {
+    return std::array{List().columnWidth(MainListModel::Description), List().columnWidth(MainListModel::Cpk)};
+  };
+  StartLoaded({u"Bore"_s});
+  const QSize first = main->size();
+  const auto automatic = columns();
+  for (const QRect& place : {QRect(90, 200, 700, 520), QRect(5000, 4000, 700, 520)}) {
+    main->setGeometry(place);
+    List().header()->resizeSection(MainListModel::Cpk, 123);
+    List().header()->resizeSection(MainListModel::Description, 177);
+    program.state.gRunningInDevelopment = true;  // no question
+    main->close();
+    Open();
+    EXPECT_EQ(main->size(), place.size());
+    EXPECT_NE(main->size(), first);
+    EXPECT_TRUE(main->screen()->geometry().contains(main->geometry())) << "another screen is gone";
+    const bool isNear = (main->pos() - place.topLeft()).manhattanLength() < 20;  // but for the frame
+    EXPECT_EQ(isNear, place.x() < 800);
+    EXPECT_EQ(columns(), (std::array{177, 123}));
+    EXPECT_NE(columns(), automatic);
+    Tick("InitTimer");
+  }
 }
 
 TEST_F(MainScreenTest, ClosesOnlyAfterTheFirstLoadAndAQuestion) {
