@@ -157,7 +157,11 @@ TEST_F(LibraryTest, OneRuleSaysWhichNamesAreTheSame) {
   EXPECT_EQ(Number(u"SELECT ID FROM StatData WHERE \"Values\" LIKE '%,2,'"_s), 1) << "else the first";
   library->AddUnit(u"µm Ø"_s);
   library->AddUnit(u"µM ø"_s);
-  EXPECT_EQ(Number(u"SELECT count(*) FROM Units"_s), 1);
+  Execute(u"UPDATE Units SET Deleted = 1"_s);
+  library->AddUnit(u"µm ø"_s);
+  library->Add(*NewDataSet(u"New"_s), now);
+  EXPECT_EQ(Value(u"SELECT group_concat(Name) FROM Units WHERE Deleted = 0"_s), u"µm ø,MM"_s)
+      << "what was deleted is offered again, and the unit of a new data set is";
 }
 
 TEST_F(LibraryTest, WhatIsDeletedCanBeRestoredOrPurged) {
