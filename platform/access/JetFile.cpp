@@ -34,28 +34,16 @@ void JetFile::ReadCatalog() {
   constexpr int localTable = 1;
   constexpr int linkedTable = 4;  // over ODBC
   constexpr int attachedTable = 6;
-  constexpr quint32 systemFlags = 0x80000002;
-  const QStringList columns = {u"Id"_s, u"Name"_s, u"Type"_s, u"Flags"_s};
+  const QStringList columns = {u"Id"_s, u"Name"_s, u"Type"_s};
   JetRows rows(pages_, ReadTableDefinition(pages_, catalogPage, u"MSysObjects"_s), columns);
   while (rows.Next()) {
     const std::vector<QVariant>& values = rows.Values();
     const int type = values[2].toInt();
     if (type == localTable || type == linkedTable || type == attachedTable) {
       const quint32 page = values[0].toUInt() & 0xFFFFFF;
-      const bool system = (static_cast<quint32>(values[3].toInt()) & systemFlags) != 0;
-      tables_.push_back({values[1].toString(), page, type != localTable, system});
+      tables_.push_back({values[1].toString(), page, type != localTable});
     }
   }
-}
-
-QStringList JetFile::UserTables() const {
-  QStringList names;
-  for (const Entry& table : tables_) {
-    if (!table.linked && !table.system) {
-      names += table.name;
-    }
-  }
-  return names;
 }
 
 JetTable JetFile::Table(const QString& name) {

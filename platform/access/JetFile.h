@@ -23,7 +23,6 @@ class JetFile {
   // Whether the file is an Access database by its content, of whatever version, readable or not.
   static bool IsAccessFile(const QString& path);
 
-  QStringList UserTables() const;
   JetTable Table(
       const QString& name);  // names compare without case; Access's own tables can be opened as well
 
@@ -35,7 +34,6 @@ class JetFile {
     QString name;
     quint32 page = 0;
     bool linked = false;  // its rows are in another file
-    bool system = false;
   };
 
   void ReadCatalog();

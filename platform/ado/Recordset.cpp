@@ -137,8 +137,6 @@ size_t Recordset::Column(const QString& name) const {
   return static_cast<size_t>(column);
 }
 
-QStringList Recordset::FieldNames() const { return columns_; }
-
 std::vector<QVariant>& Recordset::CurrentRow() { return rows_[static_cast<size_t>(position_ - 1)]; }
 
 const QVariant& Recordset::Field(const QString& name) const {

@@ -44,7 +44,6 @@ class Recordset {
   // The current row's value (a null QVariant for Null), valid until the next move, change or closing. Names
   // compare without case; an unknown name, or no current row, is an error.
   const QVariant& Field(const QString& name) const;
-  QStringList FieldNames() const;
   void SetField(const QString& name, const QVariant& value);
 
   void AddNew();  // a new, empty current row; Update inserts it and gives it its ID

@@ -85,7 +85,8 @@ inline QJsonArray ReadTable(JetFile& file, const QString& name) {
 inline QJsonObject ReadAll(const QByteArray& bytes) {
   const auto file = Open(bytes);
   QJsonObject contents;
-  for (const QString& name : file->UserTables()) contents[name] = ReadTable(*file, name);
+  for (const char* table : {"StatData", "Units", "DBRevision"})
+    contents[QLatin1String(table)] = ReadTable(*file, QString::fromLatin1(table));
   return contents;
 }
 

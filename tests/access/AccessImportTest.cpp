@@ -1,7 +1,6 @@
 // Taking over a library from an Access file: all of it, exactly, or none of it and the reason.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -186,10 +185,4 @@ TEST_F(AccessImportTest, KeepsTextsThatADatabaseMightTakeForSomethingElse) {
   json.replace("\"BORE DIAMETER", "\"\\ufeff DIAMETER");
   AccessImport::Convert(Write(file), target_);
   EXPECT_EQ(Dump(ReadLibrary()), Dump(QJsonDocument::fromJson(json).object()));
-}
-
-int main(int argc, char** argv) {
-  QCoreApplication application(argc, argv);
-  testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
 }

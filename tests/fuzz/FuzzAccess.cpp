@@ -26,8 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   buffer->open(QIODevice::ReadOnly);
   try {
     JetFile file(std::move(buffer));
-    for (const QString& name : file.UserTables()) ReadTable(file, name);
-    for (const char* name : {"MSysObjects", "MSysACEs", "MSysAccessStorage"})
+    for (const char* name :
+         {"StatData", "Units", "DBRevision", "MSysObjects", "MSysACEs", "MSysAccessStorage"})
       ReadTable(file, QString::fromLatin1(name));
   } catch (const JetError&) {
   }

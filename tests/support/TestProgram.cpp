@@ -1,6 +1,9 @@
 #include "tests/support/TestProgram.h"
 
-#include "platform/ado/Recordset.h"
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+#include "platform/ado/Connection.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,13 +67,11 @@ void RunSql(const QString& path, const QString& sql, const QVariantList& values)
 std::vector<QVariantList> RowsOf(const QString& path, const QString& sql) {
   Connection connection;
   connection.OpenWith(path);
-  Recordset recordset;
-  recordset.Open(sql, connection);
+  QSqlQuery query = connection.Run(u"select"_s, sql);
   std::vector<QVariantList> rows;
-  for (; !recordset.EndOfFile(); recordset.MoveNext()) {
-    QVariantList row;
-    for (const QString& name : recordset.FieldNames()) row << recordset.Field(name);
-    rows.push_back(row);
+  while (connection.NextRow(query)) {
+    rows.emplace_back();
+    for (int column = 0; column < query.record().count(); ++column) rows.back() << query.value(column);
   }
   return rows;
 }
