@@ -27,7 +27,7 @@ TEST_F(KillTest, AppendIsWholeOrNotAtAll) {
       qEnvironmentVariableIsSet("KESTREL_KILLS") ? qEnvironmentVariableIntValue("KESTREL_KILLS") : 200;
   ASSERT_EQ(RunIn(u"new LIB").status, 0);
   ASSERT_EQ(Import({}, QByteArray("10.5\n").repeated(2000)).status, 0);
-  const QStringList append = Words(u"append LIB --description=Shaft 10.25 10.75");
+  const QStringList append = Placed(u"append LIB --description=Shaft 10.25 10.75");
   QElapsedTimer timer;
   timer.start();
   ASSERT_EQ(Run(append).status, 0);

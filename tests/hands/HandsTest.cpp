@@ -1,25 +1,17 @@
 // Many hands on one library for a while: scripts that append and import, desktops, an editor of units; each
 // is killed now and then. Whatever one of them was told is saved must be there, and nobody's work may be
 // changed without a question.
-#include <gtest/gtest.h>
-
-#include <QDir>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QThread>
 #include <atomic>
-#include <functional>
 #include <map>
 #include <set>
 #include <thread>
 
 #include "data/Names.h"
 #include "library/Library.h"
-#include "tests/support/TestProgram.h"
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Program.h"
 
 namespace {
 
@@ -60,12 +52,12 @@ class Story {
   }
 };
 
-class HandsTest : public testing::Test {
+class HandsTest : public ProgramTest {
  protected:
   static constexpr const char* names[] = {"ONE", "TWO", "THREE", "FOUR"};
 
   HandsTest() {
-    Run({u"new"_s, library});
+    RunUntil({u"new"_s, library});
     Connection connection;
     connection.OpenWith(library);
     // Every change of what a hand can overwrite, in its order.
@@ -85,7 +77,7 @@ class HandsTest : public testing::Test {
     note(u"C5"_s, u"INSERT ON Units"_s, u"with"_s, u"NEW.ID"_s, u"NEW.Description"_s);
   }
 
-  int Run(const Words& words, int killAfter = -1) const {
+  int RunUntil(const Words& words, int killAfter = -1) const {
     QProcess process;
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(QStringLiteral(KESTREL_PROGRAM), words);
@@ -128,7 +120,8 @@ class HandsTest : public testing::Test {
     const Words samples = loop.Samples(1 + int(loop.dice.bounded(3)));
     const QString name = QString::fromLatin1(names[loop.dice.bounded(4)]);
     ++loop.runs;
-    if (Run(Words{u"append"_s, library, u"--description"_s, name} + samples, loop.KillAfter()) != 0) return;
+    if (RunUntil(Words{u"append"_s, library, u"--description"_s, name} + samples, loop.KillAfter()) != 0)
+      return;
     ++loop.done;
     loop.Saved(samples);
   }
@@ -143,17 +136,13 @@ class HandsTest : public testing::Test {
 
   void ImportAs(Loop& loop, const QString& name, int count, int killAfter) const {
     const Words samples = loop.Samples(count);
-    const QString csv = folder.filePath(u"values.csv"_s);
-    QFile file(csv);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(samples.join(u'\n').toUtf8() + '\n');
-    file.close();
+    const QString csv = Write(u"values.csv"_s, samples.join(u'\n').toUtf8() + '\n');
     loop.log.push_back({u"new"_s, name});
     ++loop.runs;
     const Words command{u"import"_s,    library,          csv,          u"--description"_s,
                         name,           u"--usl=12"_s,    u"--lsl=8"_s, u"--nominal=10"_s,
                         u"--unit=MM"_s, u"--subgroup=2"_s};
-    if (Run(command, killAfter) != 0) return;
+    if (RunUntil(command, killAfter) != 0) return;
     ++loop.done;
     loop.Saved(samples);
   }
@@ -168,13 +157,13 @@ class HandsTest : public testing::Test {
   };
   void Start(Desk& desk) {
     desk.number = nextHand_++;
-    const QString session = folder.filePath(u"session"_s + desk.role);
+    const QString session = Path(u"session"_s + desk.role);
     QDir().mkpath(session);
     QFile::setPermissions(session, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_RUNTIME_DIR"_s, session);
     environment.insert(u"KESTREL_SETTINGS"_s, session + u"/settings.json"_s);
-    environment.insert(u"TMPDIR"_s, folder.path());
+    environment.insert(u"TMPDIR"_s, folder_.path());
     desk.process = std::make_unique<QProcess>();
     desk.process->setProcessEnvironment(environment);
     desk.process->setStandardErrorFile(QProcess::nullDevice());
@@ -185,7 +174,7 @@ class HandsTest : public testing::Test {
     desk.since.start();
     desk.lives = 5000 + int(dice_.bounded(10000));
   }
-  QString LogOf(int number) const { return folder.filePath(u"%1.log"_s.arg(number)); }
+  QString LogOf(int number) const { return Path(u"%1.log"_s.arg(number)); }
 
   std::vector<Words> ReadLog(int number) const {
     std::vector<Words> log;
@@ -234,7 +223,7 @@ class HandsTest : public testing::Test {
   }
 
   void Fault(const QString& what) {
-    ADD_FAILURE() << what.toStdString() << " in " << folder.path().toStdString();
+    ADD_FAILURE() << what.toStdString() << " in " << folder_.path().toStdString();
   }
 
   void CheckSamples() {
@@ -306,8 +295,6 @@ class HandsTest : public testing::Test {
 
   static constexpr int firstDesk = 10;
   static inline const quint32 seed = 100 * static_cast<quint32>(Setting("KESTREL_HANDS_SEED", 1));
-  QTemporaryDir folder;
-  QString library = folder.filePath(u"plant.kestrel"_s);
   Story story;
   int runs = 0;
   int runsDone = 0;
@@ -323,7 +310,7 @@ TEST_F(HandsTest, NobodysWorkIsLost) {
   Round(Setting("KESTREL_HANDS", 8) * 1000);
   CheckSamples();
   CheckChanges();
-  if (HasFailure()) folder.setAutoRemove(false);
+  if (HasFailure()) folder_.setAutoRemove(false);
   std::printf(
       "%d of %d script runs reported saved, %zu samples and units, %zu figures tried, %d conflicts, "
       "%d desktops killed\n",

@@ -1,8 +1,6 @@
 // The chart screen and its data set: what it shows, saves and asks.
 #include "tests/screens/ChartScreenFixture.h"
 
-#include <QApplication>
-
 #include "screens/Indicators.h"
 
 namespace {
@@ -163,17 +161,14 @@ TEST_F(ChartScreenTest, NewLimitsNeverReplaceWhatAnotherProgramWrote) {
   lastPoint = 8;
   Click(*screen, "Toolbar1_4");
   program.Execute(u"UPDATE StatData SET XBarUCL = 99"_s);
-  const auto answer = [](const char* button) {
-    QTimer::singleShot(0, [button] { Click(*QApplication::activeModalWidget(), button); });
-  };
-  answer("cmdCancel");
+  ClickInNextWindow("cmdCancel");
   Click(*screen, "Toolbar1_2");
   EXPECT_EQ(StoredLimit(), 99);
   program.boxes.Expect(Answer::Yes, u"Data has changed");
-  answer("cmdCancel");
+  ClickInNextWindow("cmdCancel");
   Close();
   EXPECT_TRUE(screen->isVisible());
-  answer("cmdTheirs");
+  ClickInNextWindow("cmdTheirs");
   Click(*screen, "Toolbar1_2");
   EXPECT_EQ(DrawnLimit(), 99);
 

@@ -25,15 +25,6 @@ using MessageBox::Answer;
 
 namespace {
 
-// Runs act in the modal window that the next event opens, and fails where none comes.
-void InModalWindow(const std::function<void(QWidget&)>& act) {
-  QTimer::singleShot(0, [act] {
-    QWidget* window = QApplication::activeModalWidget();
-    ASSERT_TRUE(window);
-    act(*window);
-  });
-}
-
 class DataEditorTest : public testing::Test {
  protected:
   DataEditorTest() {
@@ -396,7 +387,7 @@ TEST_F(DataEditorTest, AnApostropheIsNamedAsTheCause) {
 
 TEST_F(DataEditorTest, TheListOfUnitsFollowsTheLibrary) {
   OpenExisting();
-  InModalWindow([](QWidget& units) { units.close(); });
+  InNextWindow([](QWidget& units) { units.close(); });
   Click(*editor, "cmdUnits");
   EXPECT_FALSE(SaveIsEnabled()) << "nothing was changed there";
   program.Execute(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
@@ -447,7 +438,7 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
   EXPECT_EQ(editor->focusWidget(), &samples);
 
   // A unit added in the units screen is in the list at once.
-  InModalWindow([this](QWidget& units) {
+  InNextWindow([this](QWidget& units) {
     program.Execute(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
     units.close();
   });
@@ -457,7 +448,7 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
 
   const QString before = Raw();
   for (const bool accept : {false, true}) {
-    InModalWindow([&](QWidget& expanded) {
+    InNextWindow([&](QWidget& expanded) {
       auto& text = Get<QPlainTextEdit>(expanded, "txtExpandedRawData");
       EXPECT_EQ(text.toPlainText(), before);
       Fire(expanded, "LoadTimer");

@@ -1,8 +1,6 @@
 // The units screen, driven with clicks and keys.
 #include <gtest/gtest.h>
 
-#include <QApplication>
-
 #include "core/GlobalFunctions.h"
 #include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
@@ -202,22 +200,19 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   form.LibraryChanged();
   EXPECT_EQ(Description(), u"kilo!");
   EXPECT_TRUE(TextOf(form, "lblRecord").contains(u"somebody else"_s));
-  const auto answer = [](const char* button) {
-    QTimer::singleShot(0, [button] { Click(*QApplication::activeModalWidget(), button); });
-  };
   program.boxes.Expect(Answer::Yes);
-  answer("cmdCancel");
+  ClickInNextWindow("cmdCancel");
   form.close();
   EXPECT_TRUE(form.isVisible());
   EXPECT_EQ(Description(), u"kilo!");
   Fire(form, "ChangeMonitorTimer");
-  answer("cmdMine");
+  ClickInNextWindow("cmdMine");
   Run(RecordBar::Save);
   EXPECT_EQ(Stored(), u"kg=kilo!,bar=other");
   Describe();
   Fire(form, "ChangeMonitorTimer");
   program.Execute(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'kg'"_s);
-  answer("cmdTheirs");
+  ClickInNextWindow("cmdTheirs");
   Run(RecordBar::Save);
   EXPECT_EQ(Description(), u"theirs");
 
@@ -269,7 +264,7 @@ TEST_F(UnitsTest, WhoIsQuickerIsNotOverwritten) {
   Describe();
   Fire(form, "ChangeMonitorTimer");
   others(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'mm'"_s);
-  QTimer::singleShot(0, [] { Click(*QApplication::activeModalWidget(), "cmdCancel"); });
+  ClickInNextWindow("cmdCancel");
   Run(RecordBar::Save);
   EXPECT_TRUE(Stored().startsWith(u"mm=theirs,"_s));
   EXPECT_EQ(Description(), u"mm text!");

@@ -43,8 +43,10 @@ class ProgramTest : public testing::Test {
   QStringList Placed(QStringList words) const {
     return words.replaceInStrings(u"LIB"_s, library).replaceInStrings(u"@"_s, folder_.path() + u'/');
   }
-  QStringList Words(QStringView words) const { return Placed(QProcess::splitCommand(words)); }
-  ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const { return Run(Words(words), input); }
+  QStringList Placed(QStringView words) const { return Placed(QProcess::splitCommand(words)); }
+  ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const {
+    return Run(Placed(words), input);
+  }
 
   // A failure is one line on standard error that holds all the given words, and nothing on standard output.
   static void ExpectFailure(const ProgramRun& run, int status, const QStringList& named) {

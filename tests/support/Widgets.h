@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+#include <functional>
 #include <stdexcept>
 
 template <class Control = QLineEdit>
@@ -25,6 +27,18 @@ inline void Click(const QObject& form, QAnyStringView name) {
 
 inline void Fire(const QObject& form, QAnyStringView timer) {
   QMetaObject::invokeMethod(&Get<QTimer>(form, timer), "timeout");
+}
+
+// What is done in the modal window that comes up next, or the button that is clicked there.
+inline void InNextWindow(const std::function<void(QWidget&)>& act) {
+  QTimer::singleShot(0, [act] {
+    QWidget* window = QApplication::activeModalWidget();
+    if (!window) throw std::runtime_error("no modal window");
+    act(*window);
+  });
+}
+inline void ClickInNextWindow(const char* button) {
+  InNextWindow([button](QWidget& window) { Click(window, button); });
 }
 
 // Types over what stands there.
