@@ -8,6 +8,7 @@
 
 #include "cli/CsvReadings.h"
 #include "cli/CsvTable.h"
+#include "cli/CsvTexts.h"
 #include "platform/error/Error.h"
 #include "texts/CsvWords.h"
 #include "texts/NumberWords.h"
@@ -15,6 +16,7 @@
 using namespace Qt::StringLiterals;
 using WrittenNumbers::Decimal;
 using namespace CsvReadings;
+using namespace CsvTexts;
 
 namespace {
 

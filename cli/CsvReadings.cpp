@@ -1,9 +1,9 @@
 #include "cli/CsvReadings.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 #include <optional>
 
+#include "cli/CsvTexts.h"
 #include "data/RawDataLines.h"
 #include "platform/language/Conversions.h"
 #include "texts/CsvWords.h"
@@ -11,38 +11,11 @@
 
 using namespace Qt::StringLiterals;
 using WrittenNumbers::Decimal;
+using namespace CsvTexts;
 
 namespace CsvReadings {
 
 namespace {
-
-bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
-
-bool HasDigit(const QString& text) { return std::ranges::any_of(text, IsDigit); }
-
-bool BeginsLikeNumber(const QString& text) { return text[0].isDigit() || u"+-.,\u2212"_s.contains(text[0]); }
-
-// What stands for a value that is not there, as instruments, laboratories and spreadsheets write it.
-bool StandsForValue(const QString& text) {
-  static const QRegularExpression form(
-      u"^(?:NA|na|ND|nd|OL|N?IO|n?iO|#[A-Z/0!?]+|[\u2013\u2014?*/_]+|"
-      u"(?i:nan|inf(?:inity)?|n[./][adv]\\.?|[kn]\\. ?[av]\\.|n?[./]? ?i\\. ?o\\.|n\\.? ?o\\. "
-      u"?k\\.|n?ok|null|none|"
-      u"nil|err(?:or)?|over(?:flow|range)?|pass|fail|missing))$"_s);
-  return form.match(text).hasMatch();
-}
-
-// The unit behind the number in a text; empty where there is none.
-QString UnitIn(const QString& text) {
-  static const QRegularExpression form(u"^(?:\\s+[^,]+|(?![:/-]\\s*\\d)[^\\s\\d.,][^,]*)$"_s);
-  for (qsizetype size = text.size() - 1; size > 0; --size) {
-    const QChar last = text[size - 1];
-    if ((!IsDigit(last) && last != u'.') || !IsNumber(text.first(size))) continue;
-    const QString rest = text.sliced(size);
-    return form.match(rest).hasMatch() ? rest.trimmed() : QString();
-  }
-  return {};
-}
 
 // Finds the column in a table and reads it in every way that it allows.
 class Column {
@@ -69,6 +42,7 @@ class Column {
     if (outcomes.empty()) ThrowFault();
     for (const Outcome& outcome : outcomes) RequireNoHeading(outcome);
     if (outcomes.size() > 1 && PointIsDecimal(outcomes[0], outcomes[1])) outcomes.pop_back();
+    if (outcomes.size() == 1) RequireExpected(outcomes[0]);
     if (options_.notation.separator.isNull()) RequireNoList(outcomes[0]);
     return outcomes;
   }
@@ -151,7 +125,8 @@ class Column {
     if (!byName && !first.isEmpty()) {
       const QString& written = First()[index_].text;
       const int line = table_.rows.front().line;
-      if (BeginsLikeNumber(first) ? !IsNumber(first) : LooksLikeValue(first))
+      const bool isStrange = BeginsLikeNumber(first) ? !IsNumber(first) : LooksLikeValue(first);
+      if (isStrange || (!IsNumber(first) && OthersAreValues()))
         throw InputError(Words::Csv::headingOrFault(name_, line, Shown(written)) + UnitHint(written) +
                          DecimalHint());
       if (IsNumber(first)) {
@@ -164,14 +139,7 @@ class Column {
     dataFrom_ = 1;
   }
 
-  // The field without the unit that was told.
-  QString Value(const CsvField& field) const {
-    const QString& unit = options_.unit;
-    if (unit.isEmpty() || !field.text.endsWith(unit) || IsNumber(field.text)) return field.text;
-    const QString number = field.text.chopped(unit.size());
-    const bool isPart = BeginsLikeNumber(unit) && !number.isEmpty() && !number.back().isSpace();
-    return isPart || !IsNumber(number) ? field.text : number.trimmed();
-  }
+  QString Value(const CsvField& field) const { return WithoutUnit(field.text, options_.unit); }
 
   static QString UnitHint(const QString& text) {
     const QString unit = UnitIn(text);
@@ -262,6 +230,19 @@ class Column {
     return false;
   }
 
+  // Whether another column has a number, a date or a time in the first line as in all others.
+  bool OthersAreValues() const {
+    for (std::size_t i = 0; i < First().size(); ++i) {
+      const bool isValue = i != index_ && !First()[i].text.isEmpty() && BeginsLikeNumber(First()[i].text);
+      if (isValue && std::ranges::all_of(table_.rows, [&](const CsvRow& row) {
+            return i >= row.fields.size() || row.fields[i].text.isEmpty() ||
+                   BeginsLikeNumber(row.fields[i].text);
+          }))
+        return true;
+    }
+    return false;
+  }
+
   // Whether the first line's field is not such, and all others are, as far as there are any.
   bool IsUnlikeOthers(std::size_t column, bool (*isSuch)(const QString&)) const {
     if (isSuch(First()[column].text)) return false;
@@ -313,6 +294,21 @@ class Column {
       pointExpected = pointExpected || IsExpected(points.numbers[i].value);
     }
     return pointExpected;
+  }
+
+  // Refuses a value that lies where none is expected, although it would not with the other decimal mark.
+  void RequireExpected(const Outcome& outcome) const {
+    if (!options_.expected || options_.notation.decimal) return;
+    const Decimal other = outcome.mark == Decimal::Point ? Decimal::Comma : Decimal::Point;
+    for (const Number& number : outcome.numbers) {
+      const QString otherwise = WrittenNumbers::Read(number.text, other);
+      if (!WrittenNumbers::HasTwoReadings(number.text) || IsExpected(number.value) || !IsExpected(otherwise))
+        continue;
+      const QString doubt = WrittenNumbers::Doubt(
+          Shown(number.text),
+          {{number.value, WrittenNumbers::Option(outcome.mark)}, {otherwise, WrittenNumbers::Option(other)}});
+      throw InputError(Words::Csv::line(name_, number.line, doubt));
+    }
   }
 
   // Refuses a plain blank between thousands where it may as well stand between values, by the values
@@ -375,16 +371,6 @@ QString SeparatorOption(QChar separator) {
 
 bool SameValues(const Outcome& a, const Outcome& b) {
   return std::ranges::equal(a.numbers, b.numbers, {}, &Number::value, &Number::value);
-}
-
-bool IsNumber(const QString& text) {
-  return !WrittenNumbers::Read(text, Decimal::Point).isEmpty() ||
-         !WrittenNumbers::Read(text, Decimal::Comma).isEmpty();
-}
-
-QString Shown(const QString& text) {
-  constexpr qsizetype longest = 60;
-  return text.size() > longest ? text.left(longest) + u"..."_s : text;
 }
 
 std::vector<Outcome> Of(const CsvTable& table, const QString& name, const CsvOptions& options) {

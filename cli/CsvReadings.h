@@ -35,11 +35,6 @@ QString SeparatorOption(QChar separator);
 
 bool SameValues(const Outcome& a, const Outcome& b);
 
-// Whether one of the decimal marks makes a number of it.
-bool IsNumber(const QString& text);
-
-QString Shown(const QString& text);  // cut where it is long
-
 // One outcome, or two where the decimal mark is open. An InputError names the first fault where there is
 // none; `name` stands for the file.
 std::vector<Outcome> Of(const CsvTable& table, const QString& name, const CsvOptions& options);

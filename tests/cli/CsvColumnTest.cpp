@@ -165,6 +165,10 @@ TEST(CsvColumn, WhatMayBeAHeadingOrAValueIsAskedFor) {
     EXPECT_EQ(Read(text + QByteArray("\n5.5\n"), small), "5.5") << text;
     small.column.clear();
   }
+  EXPECT_NE(Read("61.5;Mean\n42.5;1\n", Named(u"2"_s)).find("\"Mean\" is not a number; if it is the head"),
+            std::string::npos);
+  EXPECT_EQ(Read("5.1;x\n4,991;y\n", {u"1"_s, {}, {{0, 9}}}),
+            "line 2: \"4,991\" may be 4991 (--decimal point) or 4.991 (--decimal comma)");
   for (const char* heading : {"kV", "Na", "mm", "Bore 12", "%"})
     EXPECT_EQ(Read(heading + QByteArray("\n5.5\n"), small), "5.5") << heading;
 }
