@@ -1,7 +1,6 @@
 // The commands that make and change libraries: new, import, append, convert.
 #include <QDateTime>
 
-#include "charts/LimitsOrigin.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -82,9 +81,9 @@ void WarnOfDecimals(const CData& data) {
   Console::Warn(Words::Command::moreDecimals(data.OwnDecimals(), data.PrecisionValue()));
 }
 
-// What is to be known of the limits that the points are judged by; `before` is the number of points that were
-// there, `areNew` whether limits are kept for the first time.
-QString LimitsOf(const CData& data, qsizetype before, bool areNew) {
+// What is to be known of the limits that the points are judged by; `areNew` where they are kept for the first
+// time.
+QString LimitsOf(const CData& data, bool areNew) {
   constexpr int enough = QCGlobalFunctions::pointsForLimits;
   const int points = data.NumberOfPlotPoints();
   if (points == 0) return {};
@@ -94,9 +93,7 @@ QString LimitsOf(const CData& data, qsizetype before, bool areNew) {
                                                               Conversions::CStr(data.XBarUCL()))
                               : QString();
   if (points < enough) return kept + Words::Command::preliminary(enough);
-  const bool mayRestOnFew = before > 0 && before < enough;
-  if (mayRestOnFew && OriginOfLimits(data).kind != LimitsOrigin::AllPoints)
-    return Words::Command::restOnFew(before);
+  if (const auto few = QCGlobalFunctions::FewPointsOfLimits(data)) return Words::Command::restOnFew(*few);
   return kept;
 }
 
@@ -104,11 +101,10 @@ void PrintResult(const CData& data, qsizetype added, bool areLimitsNew = false) 
   WarnOfDecimals(data);
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
-  const auto before = (values - added) / data.SubGroupSize();
   const QString rest = left > 0 ? Words::Command::leftOver(left) : QString();
   const QString counts =
       Words::Command::added(Console::OnOneLine(data.Description()), added, values, data.NumberOfPlotPoints());
-  Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, before, areLimitsNew) + u'\n');
+  Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, areLimitsNew) + u'\n');
 }
 
 QStringList ValuesToAppend(const Arguments& arguments) {

@@ -2,6 +2,7 @@
 
 #include <QStringEncoder>
 #include <algorithm>
+#include <array>
 
 #include "platform/error/Error.h"
 
@@ -126,6 +127,27 @@ bool CalculateStatistics(CData& data) {
 
 bool LimitsCanBeKept(const CData& data) {
   return data.NumberOfPlotPoints() >= 2 && data.XBarLCL() < data.XBarUCL();
+}
+
+std::optional<int> FewPointsOfLimits(const CData& data) {
+  const QStringList samples = data.DelimitedInputString().split(data.StringDelimiter(), Qt::SkipEmptyParts);
+  CData part = data;
+  part.SetFollowsItsDecimals(false);
+  part.SetDataStartPoint(0);
+  part.SetDataStopPoint(0);
+  const auto restOn = [&](qsizetype points) {
+    const QStringList first = samples.first(std::min(points * data.SubGroupSize(), samples.size()));
+    part.SetDelimitedInputString(first.join(data.StringDelimiter()));
+    part.SetControlLimits({});
+    constexpr std::array limits = {&CData::XBarUCL, &CData::XBarMean, &CData::XBarLCL,
+                                   &CData::RBarUCL, &CData::RBarMean, &CData::RBarLCL};
+    return CalculateStatistics(part) &&
+           std::ranges::all_of(limits, [&](auto limit) { return (part.*limit)() == (data.*limit)(); });
+  };
+  if (restOn(data.NumberOfPlotPoints())) return std::nullopt;
+  for (int points = 2; points < std::min<int>(pointsForLimits, data.NumberOfPlotPoints()); ++points)
+    if (restOn(points)) return points;
+  return std::nullopt;
 }
 
 void ClearControlLimits(CData& data) {

@@ -1,6 +1,8 @@
 // The bridge to the statistics engine: a data set's inputs in, its results back into the same data set.
 #pragma once
 
+#include <optional>
+
 #include "data/CData.h"
 #include "engine/Engine.h"
 
@@ -25,6 +27,10 @@ bool LimitsCanBeKept(const CData& data);
 
 // With fewer points limits are preliminary.
 inline constexpr int pointsForLimits = 20;
+
+// How many points the kept limits rest on where these are the first few, fewer than enough, of more; nothing
+// where the limits are no such.
+std::optional<int> FewPointsOfLimits(const CData& data);
 
 // So that the next CreateStatistics calculates all six, and a save stores them.
 void ClearControlLimits(CData& data);

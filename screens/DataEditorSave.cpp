@@ -58,7 +58,7 @@ bool DataEditorSave::SaveSelect() {
     data_->SetDelimitedInputString(values);
     if (!edited_) data_->SetDescription(fields_.description.trimmed().toUpper());
     return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) &&
-           ConfirmStrangeLimits() && StoreData();
+           ConfirmKeptDigits() && ConfirmStrangeLimits() && StoreData();
   } catch (const std::exception& error) {
     ShowSystemMessage(LoadResText(u"Error attempting to save data: ;170") + u"\r\n"_s + ErrorText(error),
                       Icon::Critical);
@@ -261,10 +261,30 @@ bool DataEditorSave::FillDataObject() {
 }
 
 void DataEditorSave::TakeControlLimits() {
+  for (const NumberBox& box : NumberBoxes())
+    if (box.IsControlLimit() && !IsAsShown(box)) (*data_.*box.store)(NumberIn(box.text));
+}
+
+// A data set has the decimals that it shows, and a number fifteen digits.
+bool DataEditorSave::ConfirmKeptDigits() {
+  if (data_->UpperSpecLimit() <= data_->LowerSpecLimit())
+    return Refuse(Words::Editor::specLimitsAreOne(fields_.lsl, fields_.usl, data_->PrecisionValue()),
+                  u"txtUSL"_s);
+  QStringList changed;
+  QString first;
   for (const NumberBox& box : NumberBoxes()) {
-    const bool isControlLimit = box.group == NumberBox::XBarLimits || box.group == NumberBox::RangeLimits;
-    if (isControlLimit && !IsAsShown(box)) (*data_.*box.store)(NumberIn(box.text));
+    const bool isCalculated = box.IsControlLimit() && (fields_.calculateLimits || !edited_);
+    const double typed = isCalculated || IsAsShown(box) ? 0 : NumberIn(box.text);
+    const double kept = (*data_.*box.read)();
+    const QString text = (fields_.*box.text).trimmed();
+    if (typed == 0 || SaveQuestions::IsKeptAsTyped(text, kept)) continue;
+    changed << Words::Saving::keptAs(box.Caption(), text, Conversions::CStr(kept));
+    if (first.isEmpty()) first = box.ControlName();
   }
+  const QString question = changed.join(u"\r\n"_s) + u"\r\n\r\n"_s + Words::Saving::saveAllTheSame();
+  if (changed.isEmpty() || ConfirmedInSystemMessage(question, Icon::Exclamation)) return true;
+  controlAtFault_ = first;
+  return false;
 }
 
 bool DataEditorSave::ConfirmStrangeLimits() {

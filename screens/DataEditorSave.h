@@ -32,6 +32,7 @@ class DataEditorSave {
   QString PrepareRawData();  // empty where nothing is left to save
   bool ConfirmExcess();
   bool FillDataObject();
+  bool ConfirmKeptDigits();
   bool ConfirmStrangeLimits();
   bool StoreData();
 

@@ -50,8 +50,7 @@ QString LimitText(double value, qint16 dataSetsDecimals) {
 
 // The centre lines can do without a number.
 bool MustBeEntered(const NumberBox& box) {
-  const bool isControlLimit = box.group == NumberBox::XBarLimits || box.group == NumberBox::RangeLimits;
-  return isControlLimit && box.text != &EditorFields::xMean && box.text != &EditorFields::rMean;
+  return box.IsControlLimit() && box.text != &EditorFields::xMean && box.text != &EditorFields::rMean;
 }
 
 }  // namespace

@@ -50,6 +50,7 @@ struct NumberBox {
   double (CData::*read)() const;
   void (CData::*store)(double);
 
+  bool IsControlLimit() const { return group == XBarLimits || group == RangeLimits; }
   QString ControlName() const { return QString::fromUtf16(control); }
   QString MarkedCaption() const { return markedCaption(); }
   QString Caption() const { return MarkedCaption().remove(u'&'); }

@@ -15,6 +15,7 @@
 #include "core/Globals.h"
 #include "core/Messages.h"
 #include "core/Trap.h"
+#include "data/Statistics.h"
 #include "platform/language/Conversions.h"
 #include "platform/ui/Mnemonics.h"
 #include "screens/Controls.h"
@@ -248,6 +249,8 @@ void RecalcScreen::Recalculate(qint16 start, qint16 stop) {
   data_->SetDataStopPoint(stop);
   QCGlobalFunctions::ClearControlLimits(*data_);
   if (QCGlobalFunctions::CreateStatistics(*data_)) {
+    if (!QCGlobalFunctions::LimitsCanBeKept(*data_))
+      ShowInformationMessage(Words::Recalculate::withoutWidth(data_->PrecisionValue()));
     Globals().gLimitsRecalculated = true;
     accept();
   } else {

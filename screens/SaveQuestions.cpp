@@ -1,8 +1,10 @@
 #include "screens/SaveQuestions.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "data/RawDataText.h"
+#include "data/Statistics.h"
 #include "platform/language/Conversions.h"
 #include "texts/Words.h"
 
@@ -105,6 +107,13 @@ QString StrangeLimits(const CData& data, bool keepsControlLimits, const CData* b
   return strange.join(u"\r\n"_s) + u"\r\n\r\n"_s + W::saveAllTheSame();
 }
 
+bool IsKeptAsTyped(const QString& typed, double kept) {
+  constexpr qsizetype mostDigits = 15;
+  QString digits = typed.section(u'e', 0, 0, QString::SectionCaseInsensitiveSeps);
+  digits.remove(QRegularExpression(u"\\D"_s)).remove(QRegularExpression(u"^0+|0+$"_s));
+  return Conversions::CDbl(typed) == kept && digits.size() <= mostDigits;
+}
+
 QString ReplacedLimits(const CData& before, const CData& after) {
   const engine::ControlLimits old = before.ControlLimits(), now = after.ControlLimits();
   QStringList texts;
@@ -118,12 +127,14 @@ QString ReplacedLimits(const CData& before, const CData& after) {
 }
 
 QString LimitsHint(const CData& data, std::optional<int> basePoints) {
-  constexpr int enoughPoints = 20;
+  constexpr int enoughPoints = QCGlobalFunctions::pointsForLimits;
   const int points = basePoints.value_or(data.NumberOfPlotPoints());
   const engine::ControlLimits limits = data.ControlLimits();
   if (data.NumberOfPlotPoints() == 0) return {};
   if (limits.xBarLower == limits.xBarUpper) return Words::Adding::withoutWidth(data.PrecisionValue());
-  return points < enoughPoints ? Words::Adding::preliminary(points) : QString();
+  if (points < enoughPoints) return Words::Adding::preliminary(points);
+  const auto few = basePoints ? std::nullopt : QCGlobalFunctions::FewPointsOfLimits(data);
+  return few ? Words::Adding::restOnFew(*few, points) : QString();
 }
 
 QString Unit(const QString& unit, const QStringList& list, const CData* before) {

@@ -23,6 +23,9 @@ QString Excess(const QString& values, qint16 kept);
 // null for a new one.
 QString StrangeLimits(const CData& data, bool keepsControlLimits, const CData* before);
 
+// Whether a number is kept with every digit that was typed.
+bool IsKeptAsTyped(const QString& typed, double kept);
+
 // The control limits that a save replaced.
 QString ReplacedLimits(const CData& before, const CData& after);
 

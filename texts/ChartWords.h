@@ -92,6 +92,10 @@ inline constexpr Text<> endPoint{u"End Point:"};
 inline constexpr Text<> drag{u"Drag the mouse over the chart to choose the points."};
 inline constexpr Text<> notNumeric{u"Not a valid numerical value"};
 inline constexpr Text<> invalidRange{u"Invalid range"};
+inline constexpr Text<1> withoutWidth{
+    u"Limits from these points have no width with %1 decimals. They are not kept: once the data set is "
+    u"saved, "
+    u"they are calculated from all points."};
 }  // namespace Recalculate
 
 }  // namespace Words

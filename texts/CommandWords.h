@@ -102,7 +102,7 @@ inline constexpr Text<2> limitsAreKept{u"; the limits, %1 to %2, are kept from n
 inline constexpr Text<1> preliminary{
     u"; the limits are preliminary, with fewer than %1 points: append --recalculate renews them"};
 inline constexpr Text<1> restOnFew{
-    u"; the limits rest on %1 points at most: append --recalculate renews them"};
+    u"; the limits rest on the first %1 points: append --recalculate renews them"};
 inline constexpr Text<2> moreDecimals{
     u"the values have %1 decimals, of which %2 are shown and judged: a smaller unit would keep them all"};
 

@@ -163,6 +163,8 @@ inline constexpr Text<1> limitMissing{
 inline constexpr Text<1> tooManySamples{u"Max Samples: no more than %1 samples can be saved."};
 inline constexpr Text<> noSamplesKept{u"Max Samples: nothing is left to save."};
 inline constexpr Text<> allAreFliers{u"No value lies between the flier limits: nothing is left to save."};
+inline constexpr Text<3> specLimitsAreOne{
+    u"The spec limits %1 and %2 are one with %3 decimals. A smaller unit of measurement keeps them apart."};
 inline constexpr Text<> specLimitsTooFarApart{u"The spec limits are too far apart."};
 }  // namespace Editor
 
@@ -238,6 +240,8 @@ inline constexpr Text<1> preliminary{
 inline constexpr Text<1> withoutWidth{
     u"With %1 decimals the control limits have no width: they are not kept, but calculated from all points "
     u"until they have one."};
+inline constexpr Text<2> restOnFew{
+    u"The control limits rest on the first %1 points only, and there are %2 by now. Recalculate them."};
 inline constexpr Text<> newValues{u"&New values, one on each line:"};
 inline constexpr Text<> add{u"&Add"};
 inline constexpr Text<> addTip{u"Put the values behind those of the data set and save (Ctrl+Enter)"};
@@ -280,6 +284,7 @@ inline constexpr Text<2> limitsOfOtherSize{
     u"The control limits were made for subgroups of %1, and the subgroup size is now %2."};
 inline constexpr Text<> isReadAgain{
     u"A restart is not needed: the library is read again at once, and the new data set is ready."};
+inline constexpr Text<3> keptAs{u"%1: %2 is kept as %3."};
 inline constexpr Text<> saveAllTheSame{u"Save all the same?"};
 inline constexpr Text<4> limitsWere{u"The X-bar control limits were %1 to %2, and are now %3 to %4."};
 inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %2, and are now %3 to %4."};

@@ -229,7 +229,7 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   const QJsonObject kept = OnlyDataSet();
   EXPECT_TRUE(append(u"10.5"_s).contains(u"in control; the limits are preliminary"));
   EXPECT_TRUE(
-      append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"rest on 7 points at most"));
+      append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"rest on the first 6 points"));
   EXPECT_EQ(OnlyDataSet()[u"XBarUCL"_s], kept[u"XBarUCL"_s]);
   EXPECT_FALSE(append(u"--recalculate"_s).contains(u"limits"));
   EXPECT_NE(OnlyDataSet()[u"RBarMean"_s], kept[u"RBarMean"_s]);

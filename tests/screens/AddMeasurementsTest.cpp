@@ -87,6 +87,12 @@ TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnewAndKept) {
   EXPECT_EQ(Verdict(), u"In control"_s);
   EXPECT_GT(Stored(u"XBarUCL"_s).toDouble(), Stored(u"XBarLCL"_s).toDouble());
   EXPECT_TRUE(TextOf(*window, "lblLimits").startsWith(u"The control limits stay"));
+  EXPECT_TRUE(Note().endsWith(u", are kept from now on."_s));
+  EXPECT_TRUE(TextOf(*window, "lblLimits").contains(u"preliminary: they rest on 11 points"_s));
+  Enter(u"9.5\n10\n10.5\n10\n"_s.repeated(10));
+  Click(*window, "cmdAdd");
+  EXPECT_TRUE(
+      TextOf(*window, "lblLimits").contains(u"rest on the first 11 points only, and there are 21 by now"_s));
 }
 
 TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {

@@ -269,6 +269,29 @@ TEST_F(DataEditorSaveTest, FineLimitsAreStoredAsTypedAndStayThroughAnotherSave) 
   EXPECT_TRUE(fields.Hint().contains(u"no more than 8 decimals are shown"_s));
 }
 
+TEST_F(DataEditorSaveTest, DigitsThatAreNotKeptAreAskedAboutAndLimitsThatBecomeOneRefused) {
+  fields.usl = u"1e-9"_s;
+  fields.nominal = fields.lsl = u"0"_s;
+  Refuse(u"The spec limits 0 and 1e-9 are one with 8 decimals.");
+  fields.usl = u"12.0000000012"_s;
+  fields.nominal = u"10.50"_s;
+  fields.lsl = u"8.00"_s;
+  fields.hiFlier = u"1234567890.12345678"_s;
+  program.boxes.Expect(
+      Answer::No,
+      u"Upper limit: 12.0000000012 is kept as 12.\r\nHigh flier: 1234567890.12345678 is kept as "
+      u"1234567890.12346.\r\n\r\nSave all the same?");
+  EXPECT_FALSE(DataEditorSave(fields, nullptr).SaveSelect());
+  EXPECT_EQ(StoredRows(), 0U);
+  const CDataPtr edited = Edit();
+  fields.calculateLimits = false;
+  fields.xUCL = u"11.123456"_s;
+  fields.rLCL = u".0001"_s;
+  program.boxes.Expect(Answer::Yes, u": 11.123456 is kept as 11.1235.");
+  Save(u"All data successfully saved.", edited);
+  EXPECT_EQ(Stored(u"XBarUCL"_s), 11.1235);
+}
+
 TEST_F(DataEditorSaveTest, UnitsStandAsTheyAre) {
   Edit();
   const auto stored = [this](const QString& unit, const QStringList& list) {

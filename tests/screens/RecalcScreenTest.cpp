@@ -100,6 +100,15 @@ TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
   }
 }
 
+TEST_F(RecalcScreenTest, SaysThatLimitsWithoutWidthAreNotKept) {
+  data->SetDelimitedInputString(u"10,"_s.repeated(32) + data->DelimitedInputString());
+  ASSERT_TRUE(QCGlobalFunctions::CreateStatistics(*data));
+  program.boxes.Expect(u"Limits from these points have no width with 4 decimals.");
+  RecalcScreen screen;
+  Run(screen, u"1"_s, u"8"_s, "cmdRange");
+  EXPECT_TRUE(program.state.gLimitsRecalculated);
+}
+
 TEST_F(RecalcScreenTest, AllTakesTheWholeSeriesWhateverTheBoxesHold) {
   for (const auto& stop : {u"2"_s, u"0"_s, u"99999999999"_s, u"xyz"_s, QString()}) {
     data->SetXBarUCL(99);
