@@ -382,8 +382,8 @@ bool DataEditor::eventFilter(QObject* watched, QEvent* event) {
 
 void DataEditor::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return QDialog::keyPressEvent(event);
-  if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
-    button->click();
-  else
-    focusNextChild();
+  if (auto* button = qobject_cast<QPushButton*>(focusWidget())) return button->click();
+  focusNextChild();
+  // Who has chosen a unit goes on to the limits.
+  if (focusWidget() == cmdUnits && comboUnits->currentIndex() >= 0) focusNextChild();
 }

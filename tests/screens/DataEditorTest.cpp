@@ -95,10 +95,11 @@ TEST_F(DataEditorTest, FromPasteToSavedRowWithTheKeyboard) {
   EXPECT_FALSE(SaveIsEnabled());
   EXPECT_EQ(Units().count(), 1) << "deleted units are not offered";
 
-  // Description, unit, Edit Units (passed by), the limits, fliers.
-  TypeOn({u"shaft"_s, u"m"_s});
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-  TypeOn({u"12"_s, u"10"_s, u"8"_s, u"14"_s, u"6"_s});
+  // Description, unit, the limits, fliers: Enter passes Edit Units by where a unit is chosen.
+  TypeOn({u"shaft"_s, {}});
+  EXPECT_TRUE(HasFocus("cmdUnits"));
+  Units().setFocus();
+  TypeOn({u"m"_s, u"12"_s, u"10"_s, u"8"_s, u"14"_s, u"6"_s});
   EXPECT_TRUE(HasFocus("checkDiscardFliers"));
   EXPECT_TRUE(SaveIsEnabled());
   QLineEdit* subGroup = Get<QComboBox>(*editor, "comboSubGroup").lineEdit();
