@@ -25,13 +25,13 @@ ListFilter::ListFilter(MainList* list, QWidget* parent) : QWidget(parent), list_
   auto* caption = new QLabel(Words::Main::find(), this);
   caption->setBuddy(txtFind);
 
-  auto* layout = new QGridLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(lblCounts, 0, 0, 1, 3);
-  layout->addWidget(caption, 1, 0);
-  layout->addWidget(txtFind, 1, 1);
-  layout->addWidget(checkOutOfControl, 1, 2);
-  layout->setColumnStretch(1, 1);
+  layout_ = new QGridLayout(this);
+  layout_->setContentsMargins(0, 0, 0, 0);
+  layout_->addWidget(lblCounts, 0, 0, 1, 3);
+  layout_->addWidget(caption, 1, 0);
+  layout_->addWidget(txtFind, 1, 1);
+  layout_->addWidget(checkOutOfControl, 2, 0, 1, 3);
+  layout_->setColumnStretch(1, 1);
 
   connect(txtFind, &QLineEdit::textChanged, this, &ListFilter::Apply);
   connect(checkOutOfControl, &QCheckBox::toggled, this, &ListFilter::Apply);
@@ -72,6 +72,15 @@ void ListFilter::ShowCounts() {
   const MainListModel& rows = list_->Rows();
   if (rows.rowCount() < rows.Total()) text = Words::Main::shown(text, rows.rowCount(), rows.Total());
   lblCounts->setText(text);
+}
+
+// The check box stands beside the text where that leaves enough of it.
+void ListFilter::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const bool isWide = width() > checkOutOfControl->sizeHint().width() + fontMetrics().averageCharWidth() * 30;
+  if (isWide == isWide_) return;
+  isWide_ = isWide;
+  layout_->addWidget(checkOutOfControl, isWide ? 1 : 2, isWide ? 2 : 0, 1, isWide ? 1 : 3);
 }
 
 // The keys of the list work in the box too, but for those that edit.

@@ -6,6 +6,7 @@
 
 class MainList;
 class QCheckBox;
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 
@@ -19,13 +20,16 @@ class ListFilter : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void Apply();
   void ShowCounts();
 
   MainList* list_;
+  QGridLayout* layout_;
   QLineEdit* txtFind = nullptr;
   QCheckBox* checkOutOfControl = nullptr;
   QLabel* lblCounts = nullptr;
+  bool isWide_ = false;
 };

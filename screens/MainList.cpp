@@ -125,7 +125,6 @@ void MainList::Change(const std::function<void(MainListModel&)>& change) {
 void MainList::KeepPlace(const std::function<void()>& rearrange) {
   const int row = currentIndex().row();
   const qint32 current = CurrentID();
-  const int scrolled = horizontalScrollBar()->value();
   std::vector<std::pair<qint32, int>> inView;  // IDs and where they are
   for (QModelIndex index = indexAt({0, 0}); index.isValid(); index = indexBelow(index)) {
     const int top = visualRect(index).top();
@@ -141,13 +140,14 @@ void MainList::KeepPlace(const std::function<void()>& rearrange) {
     verticalScrollBar()->setValue(verticalScrollBar()->value() + visualRect(index).top() - top);
     break;
   }
-  horizontalScrollBar()->setValue(scrolled);
   Q_EMIT Arranged();
 }
 
 void MainList::MakeCurrent(int row) {
   const QSignalBlocker quiet(this);
+  const int scrolled = horizontalScrollBar()->value();
   setCurrentIndex(rows_->index(row, MainListModel::Description));
+  horizontalScrollBar()->setValue(scrolled);  // a wide description would push the icons out of sight
 }
 
 bool MainList::Select(qint32 id) {

@@ -1,8 +1,8 @@
 #include "screens/StartPage.h"
 
-#include <QCommandLinkButton>
 #include <QDir>
 #include <QFileInfo>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "core/RecentLibraries.h"
@@ -12,22 +12,24 @@
 
 using namespace Qt::StringLiterals;
 
-StartPage::StartPage(const Choices& choices, QWidget* parent) : QScrollArea(parent) {
+StartPage::StartPage(const Choices& choices, QWidget* parent) : QWidget(parent) {
   setObjectName(u"StartPage"_s);
-  setWidgetResizable(true);
-  auto* page = new QWidget(this);
-  auto* layout = new QVBoxLayout(page);
-  QLabel* heading = TextLabel(u"lblNoLibrary"_s, page, Words::Start::noLibrary());
+  auto* layout = new QVBoxLayout(this);
+  QLabel* heading = TextLabel(u"lblNoLibrary"_s, this, Words::Start::noLibrary());
   heading->setFont(HeadingFont(*this));
   layout->addWidget(heading);
-  layout->addWidget(TextLabel(u"lblLibrary"_s, page, Words::Start::whatALibraryIs()));
+  layout->addWidget(TextLabel(u"lblLibrary"_s, this, Words::Start::whatALibraryIs()));
+  const int em = fontMetrics().height();
   const auto add = [&](const QString& name, const QString& caption, const QString& description, Symbol symbol,
                        const std::function<void()>& choice) {
-    auto* button = Named(new QCommandLinkButton(caption, description, page), name);
-    button->setIcon(SymbolIcon(symbol));
+    auto* button = Named(new QPushButton(SymbolIcon(symbol), caption, this), name);
+    button->setAutoDefault(true);  // for the Enter key
     button->setAccessibleDescription(description);
-    connect(button, &QCommandLinkButton::clicked, this, choice);
-    layout->addWidget(button);
+    button->setMinimumWidth(em * 12);
+    connect(button, &QPushButton::clicked, this, choice);
+    layout->addSpacing(em / 2);
+    layout->addWidget(button, 0, Qt::AlignLeft);
+    layout->addWidget(TextLabel(name + u"_Description"_s, this, description));
   };
   add(u"cmdNew"_s, Words::Start::newLibrary(), Words::Start::newLibraryTip(), Symbol::New, choices.makeNew);
   add(u"cmdOpen"_s, Words::Start::openLibrary(), Words::Start::openLibraryTip(), Symbol::Database,
@@ -35,7 +37,8 @@ StartPage::StartPage(const Choices& choices, QWidget* parent) : QScrollArea(pare
   add(u"cmdSamples"_s, Words::Start::sampleLibrary(), Words::Start::sampleLibraryTip(), Symbol::Chart,
       choices.samples);
   const QStringList paths = RecentLibraries::Paths();
-  if (!paths.isEmpty()) layout->addWidget(new QLabel(Words::Start::usedBefore(), page));
+  layout->addSpacing(em);
+  if (!paths.isEmpty()) layout->addWidget(new QLabel(Words::Start::usedBefore(), this));
   for (qsizetype i = 0; i < paths.size(); ++i) {
     const QFileInfo file(paths[i]);
     add(u"cmdRecent_%1"_s.arg(i + 1), file.fileName().replace(u'&', u"&&"_s),
@@ -43,6 +46,5 @@ StartPage::StartPage(const Choices& choices, QWidget* parent) : QScrollArea(pare
         [attach = choices.attach, path = paths[i]] { attach(path); });
   }
   layout->addStretch();
-  setWidget(page);
-  setFocusProxy(page->findChild<QCommandLinkButton*>());
+  setFocusProxy(findChild<QPushButton*>(u"cmdNew"_s));
 }

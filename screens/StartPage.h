@@ -1,10 +1,10 @@
 // What the main window shows in the list's place while no library is open: the ways to one.
 #pragma once
 
-#include <QScrollArea>
+#include <QWidget>
 #include <functional>
 
-class StartPage : public QScrollArea {
+class StartPage : public QWidget {
   Q_OBJECT
  public:
   struct Choices {

@@ -22,6 +22,7 @@
 #include "screens/Indicators.h"
 #include "screens/ListFilter.h"
 #include "screens/MainList.h"
+#include "screens/ScrollingPage.h"
 #include "screens/StartPage.h"
 #include "screens/StatSummary.h"
 #include "screens/frmMain.h"
@@ -209,21 +210,22 @@ void frmMain::ShowStartPage(bool shown) {
     page->deleteLater();  // one of its buttons may have been pressed
     return ListView1->setFocus();
   }
-  page = new StartPage({.makeNew = [this] { Attach(DatabaseChoice::CreateNew()); },
-                        .open = [this] { Attach(DatabaseChoice::ChooseExisting()); },
-                        .samples = [this] { Attach(DatabaseChoice::CreateSamples()); },
-                        .attach = [this](const QString& path) { Attach(path); }},
-                       pages_);
-  pages_->addWidget(page);
-  pages_->setCurrentWidget(page);
-  page->setFocus();
+  auto* start = new StartPage({.makeNew = [this] { Attach(DatabaseChoice::CreateNew()); },
+                               .open = [this] { Attach(DatabaseChoice::ChooseExisting()); },
+                               .samples = [this] { Attach(DatabaseChoice::CreateSamples()); },
+                               .attach = [this](const QString& path) { Attach(path); }},
+                              pages_);
+  pages_->setCurrentIndex(pages_->addWidget(new ScrollingPage(start, pages_)));
+  start->setFocus();
 }
 
 QWidget* frmMain::BuildSummaryPanel() {
   auto* panel = new QWidget(this);
   Image1 = Named(new QLabel(panel), u"Image1"_s);
   Image1->setAlignment(Qt::AlignCenter);
-  Image1->setFixedHeight(fontMetrics().height() * 6);
+  const int em = fontMetrics().height();
+  Image1->setFixedHeight(em * 6);
+  if (screen()->availableSize().height() < em * 27) Image1->hide();  // the figures need the room
   ProcessStateIndicator1 = Named(new ProcessStateIndicator(panel), u"ProcessStateIndicator1"_s);
   ProcessStateIndicator1->SetCaption(LoadResText(u"ProcessControlIndicator;268"));
   StatSummary1 = Named(new StatSummary(panel), u"StatSummary1"_s);
