@@ -171,10 +171,11 @@ class Column {
   void RequireNoHeading(const Outcome& outcome) const {
     if (options_.noHeading || dataFrom_ > 0) return;
     const Number& first = outcome.numbers.front();
-    if (!std::ranges::all_of(first.text, IsDigit) || outcome.numbers.size() < 2) return;
+    if (!std::ranges::all_of(first.text, IsDigit) || first.hasUnit || outcome.numbers.size() < 2) return;
     const auto isUnlike = [&](const Number& number) {
       const bool isWhole = std::ranges::all_of(number.value, IsDigit);
-      return number.value.contains(u'.') || (isWhole && number.text != number.value && first.text.size() > 3);
+      return number.hasUnit || number.value.contains(u'.') ||
+             (isWhole && number.text != number.value && first.text.size() > 3);
     };
     const auto unlike = std::count_if(outcome.numbers.begin() + 1, outcome.numbers.end(), isUnlike);
     const auto others = std::ssize(outcome.numbers) - 1;
@@ -265,7 +266,8 @@ class Column {
         continue;
       }
       if (emptyLine != 0) throw InputError(Words::Csv::noNumber(Place(emptyLine)));
-      fields_.push_back({row.line, Value(field), {}});
+      const QString text = Value(field);
+      fields_.push_back({row.line, text, {}, text != field.text});
       hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
     }
     if (fields_.empty())

@@ -20,6 +20,7 @@ struct Number {
   int line = 0;
   QString text;
   QString value;
+  bool hasUnit = false;  // behind it, left out of the text
 };
 
 // The column under one separator and one decimal mark.

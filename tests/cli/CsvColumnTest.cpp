@@ -128,6 +128,7 @@ TEST(CsvColumn, AUnitIsReadWhereItWasNamed) {
       Read("10,5 1/min\n10\n11,51/min\n", comma),
       "line 3, column 1: \"11,51/min\" is not a number with a decimal comma; if \"/min\" is its unit, --unit "
       "\"/min\" says so");
+  EXPECT_EQ(Read("100\n120 mm\n", semicolon).find("line 1: \"100\" may be a heading"), 0U);
   EXPECT_EQ(Read("23,372.42 mm\n7mm\n", semicolon), "23372.42 7");
   EXPECT_EQ(Read("\"10,5 mm\"\n\"10,6 cm\"\n", semicolon),
             "line 2, column 1: \"10,6 cm\" is not a number; if \"cm\" is its unit, --unit \"cm\" says so");
