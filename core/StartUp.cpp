@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace StartUp {
 
 void UseSettings() {
-  Globals().gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\"_s + LoadResText(u"Kestrel;108");
+  Globals().gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\Kestrel"_s;
 }
 
 bool ReadSettings(const QString& applicationFolder) {

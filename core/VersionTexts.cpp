@@ -38,15 +38,15 @@ QString SamplesText(const QStringList& samples, const QStringList& others) {
 
 // Of a column that is one of several in its unit; empty for one that stands alone.
 QString NameOf(const QString& column) {
-  static const std::map<QString, QString> names{
-      {u"NominalSpecLimit"_s, Words::Figure::nominal()}, {u"UpperSpecLimit"_s, Words::Figure::usl()},
-      {u"LowerSpecLimit"_s, Words::Figure::lsl()},       {u"HiFlier"_s, Words::Sharing::highFlier()},
-      {u"LoFlier"_s, Words::Sharing::lowFlier()},        {u"XBarUCL"_s, Words::Sharing::xBarUCL()},
-      {u"XBarLCL"_s, Words::Sharing::xBarLCL()},         {u"XBarMean"_s, Words::Sharing::xBarMean()},
-      {u"RBarUCL"_s, Words::Sharing::rangeUCL()},        {u"RBarLCL"_s, Words::Sharing::rangeLCL()},
-      {u"RBarMean"_s, Words::Sharing::rangeMean()},      {u"SubGroupSize"_s, Words::Figure::subgroupSize()}};
+  static const std::map<QString, Text<>> names{
+      {u"NominalSpecLimit"_s, Words::Figure::nominal}, {u"UpperSpecLimit"_s, Words::Figure::usl},
+      {u"LowerSpecLimit"_s, Words::Figure::lsl},       {u"HiFlier"_s, Words::Sharing::highFlier},
+      {u"LoFlier"_s, Words::Sharing::lowFlier},        {u"XBarUCL"_s, Words::Sharing::xBarUCL},
+      {u"XBarLCL"_s, Words::Sharing::xBarLCL},         {u"XBarMean"_s, Words::Sharing::xBarMean},
+      {u"RBarUCL"_s, Words::Sharing::rangeUCL},        {u"RBarLCL"_s, Words::Sharing::rangeLCL},
+      {u"RBarMean"_s, Words::Sharing::rangeMean},      {u"SubGroupSize"_s, Words::Figure::subgroupSize}};
   const auto found = names.find(column);
-  return found == names.end() ? QString() : found->second;
+  return found == names.end() ? QString() : found->second();
 }
 
 QString ValueText(const Column& column, const CData& data) {

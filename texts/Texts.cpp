@@ -1,5 +1,6 @@
 #include "texts/Texts.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <algorithm>
 #include <array>
@@ -197,4 +198,6 @@ QString LoadResText(QStringView reference) {
   }
 }
 
-QString Translated(QStringView english) { return english.toString(); }
+QString Translated(QStringView english) {
+  return QCoreApplication::translate("Kestrel", english.toUtf8().constData());
+}
