@@ -13,9 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace StartUp {
 
-void UseSettings() {
-  Globals().gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\Kestrel"_s;
-}
+void UseSettings() { Globals().gSetup.RegistryKeyPath = u"Software\\Orvane Labs\\Kestrel"_s; }
 
 bool ReadSettings(const QString& applicationFolder) {
   ProgramState& state = Globals();

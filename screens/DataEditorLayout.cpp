@@ -37,7 +37,8 @@ QLabel* LabelFor(QWidget* buddy, const QString& markedCaption, bool isRequired =
 // The letters of the page are handed out by hand: there are hardly enough of them. Every label has its own;
 // S, P and C are the toolbar's.
 QString Marked(QString caption, QChar letter) {
-  return caption.insert(caption.indexOf(letter, 0, Qt::CaseInsensitive), u'&');
+  const qsizetype at = caption.indexOf(letter, 0, Qt::CaseInsensitive);
+  return at < 0 ? caption : caption.insert(at, u'&');  // a translation may not have it
 }
 
 }  // namespace
@@ -208,6 +209,7 @@ void DataEditor::BuildSensitivity(QWidget* group) {
   lstSensitivity = Named(new QListWidget(group), u"lstSensitivity"_s);
   for (int sensitivity = 0; sensitivity <= 2; ++sensitivity)
     lstSensitivity->addItem(DetectionRules::SensitivityText(sensitivity));
+  lstSensitivity->setAccessibleName(LoadResText(u"Sensitivity:;153"));
   lstSensitivity->setSpacing(1);
   lstSensitivity->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   lstSensitivity->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

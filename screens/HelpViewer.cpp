@@ -73,6 +73,7 @@ HelpViewer::HelpViewer(const QString& title, const QList<HelpTopic>& topics, boo
   setAttribute(Qt::WA_QuitOnClose, false);
 
   page_ = Named(new PageBrowser(this), u"Page"_s);
+  page_->setAccessibleName(title);
   page_->setOpenExternalLinks(true);
   page_->document()->setDocumentMargin(fontMetrics().height());
   auto* splitter = new QSplitter(this);

@@ -17,7 +17,9 @@ PointsBar::PointsBar(QWidget* parent) : QFrame(parent) {
   auto* from = new QLabel(Words::Points::from(), this);
   spinFromPoint = MakeBox(u"spinFromPoint"_s, Words::Points::fromTip());
   from->setBuddy(spinFromPoint);
+  auto* to = new QLabel(Words::Points::to(), this);
   spinToPoint = MakeBox(u"spinToPoint"_s, Words::Points::toTip());
+  to->setBuddy(spinToPoint);
   cmdShowPoints = Named(new QPushButton(Words::Points::show(), this), u"cmdShowPoints"_s);
   cmdShowPoints->setToolTip(Words::Points::showTip());
   cmdAllPoints = Named(new QPushButton(Words::Points::all(), this), u"cmdAllPoints"_s);
@@ -27,7 +29,7 @@ PointsBar::PointsBar(QWidget* parent) : QFrame(parent) {
   boxes_ = new QHBoxLayout;
   boxes_->addWidget(from);
   boxes_->addWidget(spinFromPoint);
-  boxes_->addWidget(new QLabel(Words::Points::to(), this));
+  boxes_->addWidget(to);
   boxes_->addWidget(spinToPoint);
   buttons_ = new QHBoxLayout;
   buttons_->addWidget(cmdShowPoints);
@@ -63,6 +65,7 @@ void PointsBar::keyPressEvent(QKeyEvent* event) {
 QSpinBox* PointsBar::MakeBox(const QString& name, const QString& toolTip) {
   auto* box = Named(new QSpinBox(this), name);
   box->setToolTip(toolTip);
+  box->setAccessibleDescription(toolTip);
   box->setKeyboardTracking(false);
   connect(box, &QSpinBox::valueChanged, this, &PointsBar::Changed);
   return box;

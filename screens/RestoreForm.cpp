@@ -37,6 +37,7 @@ void RestoreForm::BuildList() {
   const int em = fontMetrics().height();
   listDeleted = new QTreeWidget(this);
   listDeleted->setObjectName(u"listDeleted"_s);
+  listDeleted->setAccessibleName(Words::Sharing::restoreTitle());
   listDeleted->setRootIsDecorated(false);
   listDeleted->setUniformRowHeights(true);
   listDeleted->setAllColumnsShowFocus(true);

@@ -51,7 +51,7 @@ inline constexpr Text<> next{u"Ne&xt mark"};
 inline constexpr Text<> nextTip{u"Go to the next marked point (F3)"};
 inline constexpr Text<> previous{u"Pre&vious"};
 inline constexpr Text<> previousTip{u"Go to the previous marked point (Shift+F3)"};
-inline constexpr Text<> edit{u"&Edit the Point's Samples"};
+inline constexpr Text<> edit{u"Ed&it the Point's Samples"};
 inline constexpr Text<> choosePoint{
     u"Choose a point first: put the mouse on it, or press Page Down on a chart that is selected."};
 }  // namespace Marks
