@@ -55,13 +55,23 @@ QString TakenIn(const Merge::Result& merged, const QString& newName) {
   return lines.join(u' ');
 }
 
-// The points that the limits were calculated from, where they were in this session and are a part.
-std::optional<std::pair<qint16, qint16>> BaseOf(const CData& data) {
-  const qint16 first = std::max<qint16>(1, data.DataStartPoint());
-  const qint16 count = data.NumberOfPlotPoints();
-  const qint16 last = data.DataStopPoint() == 0 ? count : std::min(data.DataStopPoint(), count);
-  if (first > last || (first == 1 && last == count)) return std::nullopt;
-  return std::pair(first, last);
+// The points that the written limits were calculated from. None where they are open, or stood there before
+// and no part of the points was chosen.
+std::optional<std::pair<qint16, qint16>> BaseOf(const CData& data, const QVariantList& before,
+                                                const QVariantList& written) {
+  if (Tables::LeavesLimitsOpen(written)) return std::nullopt;
+  const Table& table = Tables::StatData();
+  const qsizetype samples = written[table.IndexOf(u"Values")].toString().count(u',');
+  const int count = static_cast<int>(samples) / std::max(1, written[table.IndexOf(u"SubGroupSize")].toInt());
+  const int first = std::max<int>(1, data.DataStartPoint());
+  const int last = data.DataStopPoint() == 0 ? count : std::min<int>(data.DataStopPoint(), count);
+  const auto isNew = [&](const Column& column) {
+    const qsizetype at = table.IndexOf(column.name);
+    return column.IsControlLimit() && (before.isEmpty() || before[at] != written[at]);
+  };
+  const bool isPart = first != 1 || last != count;
+  if (first > last || (!isPart && std::ranges::none_of(table.columns, isNew))) return std::nullopt;
+  return std::pair(static_cast<qint16>(first), static_cast<qint16>(last));
 }
 
 // The data set as loading its present row makes it; what belongs to the user's work with it stays.
@@ -246,12 +256,19 @@ QVariantList Library::Update(const QVariantList& before, const QVariantList& aft
   return WrittenRow(id);
 }
 
+void Library::NoteLimitsBase(CData& data, const QVariantList& before, const QVariantList& written) {
+  const auto base = BaseOf(data, before, written);
+  if (!base) return;
+  ExtraTables::NoteLimitsBase(connection_, Tables::IdOf(written), *base);
+  data.SetLimitsBase(*base);
+}
+
 Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* over) {
   const QVariantList known = data.RowAsKnown();
   Transaction transaction(connection_, known.isEmpty() ? Change::Adds : Change::Replaces);
   Saved saved;
   saved.isNew = known.isEmpty();
-  QVariantList written;
+  QVariantList before, written;
   if (saved.isNew) {
     RequireFree(data.Description());  // whoever has looked before may have been overtaken
     ExtraTables::Make(connection_);
@@ -276,12 +293,10 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
     }
     saved.takenIn = TakenIn(merged, isRenamed ? name : QString());
     ExtraTables::Make(connection_);
-    written = Update(present.front(), merged.row, now);
+    before = present.front();
+    written = Update(before, merged.row, now);
   }
-  if (const auto base = BaseOf(data)) {
-    ExtraTables::NoteLimitsBase(connection_, Tables::IdOf(written), *base);
-    data.SetLimitsBase(*base);
-  }
+  NoteLimitsBase(data, before, written);
   transaction.Commit();
   TakeRow(data, written);
   return saved;
@@ -337,6 +352,7 @@ Library::Appended Library::Append(const QString& description, const QStringList&
     after = Merge::WithLimitsThatCanBeKept(after, *data);
   }
   const QVariantList written = Update(data->RowAsKnown(), after, now);
+  NoteLimitsBase(*data, data->RowAsKnown(), written);
   transaction.Commit();
   TakeRow(*data, written);
   return {data, wereOpen};

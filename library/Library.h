@@ -132,6 +132,7 @@ class Library {
   std::optional<qint64> FindDataSet(const QString& description);
   QVariantList Insert(const CData& data, const QDateTime& now);
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
+  void NoteLimitsBase(CData& data, const QVariantList& before, const QVariantList& written);
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   InputError NotThere(const QString& description);
   static QString NameIn(const QVariantList& row);

@@ -68,6 +68,11 @@ TEST_F(LibraryTest, NotesThePointsThatLimitsWereCalculatedFrom) {
   EXPECT_EQ(library->ReadAll()[0].data->LimitsBase().first, 2);
   EXPECT_EQ(library->Read(2)->data->LimitsBase().first, 0);
   EXPECT_EQ(library->Append(u"Shaft"_s, {u"9"_s}, now).data->LimitsBase().first, 2);
+
+  library->Append(u"Bore"_s, {u"9"_s, u"11"_s}, now, Library::Limits::AreRenewed);
+  EXPECT_EQ(library->Append(u"Bore"_s, {u"9"_s, u"10"_s}, now).data->LimitsBase(),
+            std::pair(qint16(1), qint16(5)))
+      << "all points that there were, when there are more";
 }
 
 TEST_F(LibraryTest, AConflictWritesNothingUntilItIsDecided) {
