@@ -312,8 +312,10 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   const QString rounded = Words::Page::limits(LimitText(chart.lowerLimit, chart.labelDecimals),
                                               LimitText(chart.mean, chart.labelDecimals),
                                               LimitText(chart.upperLimit, chart.labelDecimals));
+  const QString outer = Words::Page::limitsShort(LimitText(chart.lowerLimit, chart.labelDecimals),
+                                                 LimitText(chart.upperLimit, chart.labelDecimals));
   graph.Draw(ChartGraph::Text{
-      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98, {rounded, QString()}});
+      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98, {rounded, outer, QString()}});
   if (!chart.subtitle.isEmpty()) {
     graph.Draw(ChartGraph::Text{
         {0.985, 0.035}, ChartGraph::Alignment::RightMiddle, chart.subtitle, {Palette::Black, 16, 4, 0}, 0.3});

@@ -19,6 +19,8 @@ struct Detail {
   bool isTerse = false;     // in as few words as can be
   bool hasAllRules = true;  // rather than the points of the lowest one and the numbers of the others
   bool hasRules = true;
+  bool hasState = true;  // and ranges outside beside averages outside
+  bool hasCapability = true;
 };
 
 QString BrokenRules(const CData& data, const Detail& detail) {
@@ -94,8 +96,11 @@ QString LineWith(const CData& data, const Detail& detail) {
   const bool hasRules = detail.hasRules && !isReversed && !data.IsInControl();
   const QString broken = hasRules ? BrokenRules(data, detail) : QString();
   if (!broken.isEmpty()) verdict = Words::Verdict::because(verdict, broken);
-  QStringList parts{verdict, ProcessState::Name(data.ProcessState()), CapabilityText(data, detail.isTerse)};
-  if (!isReversed && !data.RangesOutside().empty()) parts.append(RangesText(data, detail));
+  QStringList parts{verdict};
+  if (detail.hasState) parts.append(ProcessState::Name(data.ProcessState()));
+  if (detail.hasCapability) parts.append(CapabilityText(data, detail.isTerse));
+  const bool isFirstNews = detail.hasState || data.IsInControl();
+  if (isFirstNews && !isReversed && !data.RangesOutside().empty()) parts.append(RangesText(data, detail));
   return parts.join(u" \u00b7 "_s);
 }
 
@@ -107,8 +112,13 @@ QStringList VerdictLines(const CData& data) {
     for (qsizetype pieces = MostPointPieces; pieces > 0; --pieces)
       lines.append(LineWith(data, {pieces, isTerse, hasAllRules}));
   }
-  lines.append(LineWith(data, {0, true}));
-  lines.append(LineWith(data, {0, true, false, false}));
+  // Where it is outlives what is told elsewhere: the state, and then the capability.
+  for (const bool hasCapability : {true, false}) {
+    for (qsizetype pieces = MostPointPieces; pieces > 0; --pieces)
+      lines.append(LineWith(data, {pieces, true, false, true, false, hasCapability}));
+  }
+  for (const bool hasRules : {true, false})
+    lines.append(LineWith(data, {0, true, false, hasRules, false, false}));
   lines.removeDuplicates();
   return lines;
 }

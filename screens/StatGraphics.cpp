@@ -158,6 +158,7 @@ std::unique_ptr<StatPage> StatGraphics::PageForOutput() const {
 // False where there is no scale to draw on, which has then been said.
 bool StatGraphics::StartStatGraphics() {
   return Trap(u"StatGraphics::StartStatGraphics"_s, true, [this] {
+    if (points_ && points_->last > data_->NumberOfPlotPoints()) points_.reset();  // somebody took some away
     try {
       view_->SetPage(MakePage({}));
       ShowScaleNotice();

@@ -13,6 +13,7 @@ inline constexpr Text<> histogram{u" HISTOGRAM"};
 inline constexpr Text<> tooFewToPlot{u"NOT ENOUGH  DATA"};
 inline constexpr Text<> tooFewToSumUp{u"NOT ENOUGH DATA"};
 inline constexpr Text<3> limits{u"LCL=%1, Mean=%2, UCL=%3"};
+inline constexpr Text<2> limitsShort{u"LCL=%1, UCL=%2"};
 inline constexpr Text<1> rules{u"Rules:  %1"};
 // The rules where there is little room for their words.
 inline constexpr Text<> ruleOne{u"1 = limit"};

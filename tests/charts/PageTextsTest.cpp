@@ -164,6 +164,25 @@ TEST(PageLooks, AValueThatThereIsNotIsSaidAndNotZero) {
   }
 }
 
+TEST(PageLooks, WhereItIsOutOfControlOutlivesWhatIsToldElsewhere) {
+  CData data = Sample();
+  data.SetRangesOutside({3});
+  const StatPage page = PageData::Page(data, {});
+  const auto verdict = [&](int width) {
+    const QRectF small(0, 0, width, 400);
+    RecordingDevice device{small.size().toSize()};
+    QPainter painter(&device);
+    page.Paint(painter, small);
+    const auto texts =
+        device.Where([](const PaintedShape& shape) { return shape.text.contains(u"CONTROL"); });
+    return texts.empty() ? QString() : texts[0].text;
+  };
+  int width = 1280;
+  while (width > 100 && verdict(width).contains(u"at 4, 8"_s)) width -= 20;
+  EXPECT_EQ(verdict(width + 20), u"NOT IN CONTROL: rule 1 at 4, 8; also 2"_s);
+  EXPECT_EQ(verdict(width), u"NOT IN CONTROL: rules 1, 2"_s);
+}
+
 TEST(PageLooks, TheVerdictStandsAboveTheGraphsWithWhatItRestsOn) {
   CData data = Sample();
   data.SetRangesOutside({3});
