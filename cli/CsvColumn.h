@@ -14,7 +14,7 @@ struct CsvOptions {
   WrittenNumbers::Notation notation;
   std::optional<std::pair<double, double>> expected;  // where the values lie, roughly
   QString unit = {};                                  // may stand behind each value
-  bool noHeading = false;                             // the first line is a value
+  std::optional<bool> heading = {};                   // whether the first line is one, where that is known
 };
 
 // The column's numbers as the program writes them, top to bottom.

@@ -106,7 +106,7 @@ class Column {
       index_ = static_cast<std::size_t>(place - 1);
       return false;
     }
-    if (options_.noHeading)
+    if (options_.heading == false)
       throw NoSuchColumn(Words::Csv::noSuchColumn(name_, column, Shown(headings.join(u", "_s))));
     for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
       const auto isIt = [&](const QString& text) { return text.compare(column.trimmed(), sensitivity) == 0; };
@@ -120,9 +120,10 @@ class Column {
   }
 
   void TakeHeading(bool byName) {
-    if (options_.noHeading) return;
+    if (options_.heading == false) return;
     const QString first = Value(First()[index_]);
-    if (!byName && !first.isEmpty()) {
+    const bool isKnown = byName || options_.heading == true;
+    if (!isKnown && !first.isEmpty()) {
       const QString& written = First()[index_].text;
       const int line = table_.rows.front().line;
       const bool isStrange = BeginsLikeNumber(first) ? !IsNumber(first) : LooksLikeValue(first);
@@ -131,12 +132,21 @@ class Column {
                          DecimalHint());
       if (IsNumber(first)) {
         if (!OthersAreHeadings(first) && !IsAlone(first)) return;
-        throw InputError(Words::Csv::headingOrValue(name_, line, written));
+        throw HeadingOrValue(line, written);
       }
     }
-    if (!byName && first.isEmpty() && !OthersAreHeadings(first)) return;
+    if (!isKnown && first.isEmpty() && !OthersAreHeadings(first)) return;
     heading_ = First()[index_].text;
     dataFrom_ = 1;
+  }
+
+  // A heading that is the place of a column cannot be named by --column.
+  InputError HeadingOrValue(int line, const QString& text) const {
+    bool isPlace = false;
+    const int place = text.toInt(&isPlace);
+    isPlace = isPlace && place >= 1 && place <= std::ssize(First());
+    return InputError(Words::Csv::headingOrValue(
+        name_, line, text, isPlace ? Words::Csv::headingOption() : Words::Csv::columnOption(text)));
   }
 
   QString Value(const CsvField& field) const { return WithoutUnit(field.text, options_.unit); }
@@ -169,7 +179,7 @@ class Column {
   // Refuses a whole number in the first line that may be a heading: most below are written in another way, or
   // it counts from column to column.
   void RequireNoHeading(const Outcome& outcome) const {
-    if (options_.noHeading || dataFrom_ > 0) return;
+    if (options_.heading || dataFrom_ > 0) return;
     const Number& first = outcome.numbers.front();
     if (!std::ranges::all_of(first.text, IsDigit) || first.hasUnit || outcome.numbers.size() < 2) return;
     const auto isUnlike = [&](const Number& number) {
@@ -179,8 +189,7 @@ class Column {
     };
     const auto unlike = std::count_if(outcome.numbers.begin() + 1, outcome.numbers.end(), isUnlike);
     const auto others = std::ssize(outcome.numbers) - 1;
-    if (4 * unlike >= 3 * others || FirstLineCounts())
-      throw InputError(Words::Csv::headingOrValue(name_, first.line, first.text));
+    if (4 * unlike >= 3 * others || FirstLineCounts()) throw HeadingOrValue(first.line, first.text);
   }
 
   // Whether the first line's numbers count up from column to column, and another line's do not.

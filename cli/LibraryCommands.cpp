@@ -28,6 +28,7 @@ using namespace SharedOptions;
 const Option nominal = Option::Number(u"nominal"_s, Words::Command::nominalOption()).Required();
 const Option unit = Option::Text(u"unit"_s, u"U"_s, Words::Command::unitOption());
 const Option recalculate = Option::Flag(u"recalculate"_s, Words::Command::recalculateOption());
+const Option heading = Option::Flag(u"heading"_s, Words::Command::headingOption());
 const Option noHeading = Option::Flag(u"no-heading"_s, Words::Command::noHeadingOption());
 const Option column = Option::Text(u"column"_s, u"NAME|N"_s, Words::Command::columnOption());
 
@@ -122,6 +123,12 @@ int RunNew(const Arguments& arguments) {
   return 0;
 }
 
+std::optional<bool> HeadingOf(const Arguments& arguments) {
+  if (arguments.Has(heading) && arguments.Has(noHeading)) throw InputError(Words::Command::headingOrNone());
+  if (!arguments.Has(heading) && !arguments.Has(noHeading)) return std::nullopt;
+  return arguments.Has(heading);
+}
+
 int RunImport(const Arguments& arguments) {
   CData data;
   data.SetFollowsItsDecimals(true);
@@ -135,7 +142,7 @@ int RunImport(const Arguments& arguments) {
 
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
   const CsvOptions csv{arguments.Text(column), Notation(arguments), std::pair(data.LoFlier(), data.HiFlier()),
-                       data.UnitOfMeasurement(), arguments.Has(noHeading)};
+                       data.UnitOfMeasurement(), HeadingOf(arguments)};
   const QStringList values = ReadCsvColumn(arguments.Operands()[1], csv);
   data.SetDelimitedInputString(StoredForm(values));
   library->Add(data, QDateTime::currentDateTime());
@@ -183,7 +190,7 @@ const Command& Import() {
       .purpose = Words::Command::importPurpose(),
       .operands = {libraryFile, {u"CSV"_s, Words::Command::csvFile()}},
       .options = {description, usl.Required(), lsl.Required(), nominal, unit, subGroup, sensitivity, period,
-                  column, noHeading, decimal, separator},
+                  column, heading, noHeading, decimal, separator},
       .details = Words::Command::importDetails(),
       .run = RunImport};
   return command;

@@ -78,7 +78,10 @@ inline constexpr Text<> csvFile{u"the CSV file"};
 inline constexpr Text<> nominalOption{u"the nominal value, within the specification limits"};
 inline constexpr Text<> unitOption{u"the unit of measurement, which may stand behind each value"};
 inline constexpr Text<> columnOption{u"the column, by its number from 1 or its heading"};
+inline constexpr Text<> headingOption{u"the first line is the heading, though it may be read as a value"};
 inline constexpr Text<> noHeadingOption{u"the first line is no heading"};
+inline constexpr Text<> headingOrNone{
+    u"the first line is a heading (--heading) or it is none (--no-heading)"};
 inline constexpr Text<1> emptyName{u"%1: the description is empty"};
 inline constexpr Text<1> nameOnLines{
     u"%1: the description holds a tab, a line break or another control character; leave it out"};

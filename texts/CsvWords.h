@@ -22,8 +22,10 @@ inline constexpr Text<3> headingOrColumns{
     u"%1 line %2: \"%3\" may be the heading of one column, or of several (--separator comma)"};
 inline constexpr Text<3> headingOrFault{
     u"%1 line %2: \"%3\" is not a number; if it is the heading, --column \"%3\" says so"};
-inline constexpr Text<3> headingOrValue{
-    u"%1 line %2: \"%3\" may be a heading (--column \"%3\" says so) or a value (--no-heading says so)"};
+inline constexpr Text<4> headingOrValue{
+    u"%1 line %2: \"%3\" may be a heading (%4 says so) or a value (--no-heading says so)"};
+inline constexpr Text<> headingOption{u"--heading"};
+inline constexpr Text<1> columnOption{u"--column \"%1\""};
 
 inline constexpr Text<3> line{u"%1 line %2: %3"};
 inline constexpr Text<3> place{u"%1 line %2, column %3"};

@@ -143,13 +143,20 @@ TEST(CsvColumn, AUnitIsReadWhereItWasNamed) {
 
 TEST(CsvColumn, WhatMayBeAHeadingOrAValueIsAskedFor) {
   CsvOptions range{{}, {}, {{2000, 2050}}}, value = range, small{{}, {}, {{-1, 6}}};
-  value.noHeading = true;
+  value.heading = false;
   const QByteArray year = "2024\n2020.5\n2023.25\n";
   const std::string either =
       "line 1: \"2024\" may be a heading (--column \"2024\" says so) or a value (--no-heading";
   EXPECT_EQ(Read(year, range).find(either), 0U);
   EXPECT_EQ(Read("5.1\n2020\n2023\n30000\n", range).find("line 1: \"5.1\" may be a heading"), 0U);
   EXPECT_EQ(Read(year, value), "2024 2020.5 2023.25");
+  // What --column takes for a place cannot name a heading.
+  CsvOptions headed = Named(u"2"_s);
+  EXPECT_EQ(Read("No;1\n1;101.5\n2;99.5\n", headed),
+            "line 1: \"1\" may be a heading (--heading says so) or a value (--no-heading says so)");
+  headed.heading = true;
+  EXPECT_EQ(Read("No;1\n1;101.5\n2;99.5\n", headed), "101.5 99.5");
+  EXPECT_EQ(Read("\"10.05\"\n\"10,011\"\n", {{}, {}, {{9.7, 10.4}}}).find("line 2: \"10,011\""), 0U);
   range.column = u"1"_s;
   EXPECT_EQ(Read("2024;2025\n2020,5;1\n2023,25;2\n", range).find(either), 0U);
   EXPECT_EQ(Read("n;2024;2025\nA;2020;2019\nB;2021;2031\n", Named(u"2"_s)).find(either), 0U);
