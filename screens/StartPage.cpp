@@ -25,7 +25,7 @@ StartPage::StartPage(const Choices& choices, QWidget* parent) : QWidget(parent) 
     auto* button = Named(new QPushButton(SymbolIcon(symbol), caption, this), name);
     button->setAutoDefault(true);  // for the Enter key
     button->setAccessibleDescription(description);
-    button->setMinimumWidth(em * 12);
+    button->setMinimumWidth(em * 8);
     connect(button, &QPushButton::clicked, this, choice);
     layout->addSpacing(em / 2);
     layout->addWidget(button, 0, Qt::AlignLeft);

@@ -156,7 +156,9 @@ void frmMain::ReloadLibrary() {
 
 void frmMain::ShowHint() {
   const ProgramState& state = Globals();
-  if (state.gDataCollection.empty() && state.gUnread != Unread())
+  if (!state.gDatabaseOpen)
+    ListView1->SetHint({});  // the start page says it
+  else if (state.gDataCollection.empty() && state.gUnread != Unread())
     ListView1->SetHint(Words::Sharing::nothingRead(state.gUnread.Text()));
   else if (state.gDataCollection.empty())
     ListView1->SetHint(Words::Main::noDataSets());
