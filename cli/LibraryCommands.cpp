@@ -102,9 +102,12 @@ void PrintResult(const CData& data, qsizetype added, bool areLimitsNew = false) 
   WarnOfDecimals(data);
   const auto values = data.DelimitedInputString().count(u',');
   const auto left = values - data.SampleQty();
-  const QString rest = left > 0 ? Words::Command::leftOver(left) : QString();
-  const QString counts =
-      Words::Command::added(Console::OnOneLine(data.Description()), added, values, data.NumberOfPlotPoints());
+  const auto counted = [](qsizetype count) {
+    return count == 1 ? Words::Command::oneValue() : Words::Command::values(count);
+  };
+  const QString rest = left > 0 ? Words::Command::leftOver(counted(left)) : QString();
+  const QString counts = Words::Command::added(Console::OnOneLine(data.Description()), counted(added), values,
+                                               data.NumberOfPlotPoints());
   Console::Tell(counts + rest + u", "_s + VerdictOf(data) + LimitsOf(data, areLimitsNew) + u'\n');
 }
 

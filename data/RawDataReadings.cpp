@@ -270,6 +270,11 @@ QString OneValue(const QString& line) {
   return readings.comma.isEmpty() ? readings.point : readings.comma;
 }
 
+QString WithThousands(const QString& line) {
+  const QString number = ReadingsOf(line).point;
+  return number == OneValue(line) ? QString() : number;
+}
+
 }  // namespace
 
 Pasted FromPasted(const QString& pasted) {
@@ -321,7 +326,8 @@ std::optional<Doubt> DoubtfulComma(const QString& text) {
     if (doubt)
       ++doubt->more;
     else
-      doubt = Doubt{line, number, OneValue(line), RawDataLines::NumbersBetweenCommas(line), 0};
+      doubt = Doubt{
+          line, number, OneValue(line), RawDataLines::NumbersBetweenCommas(line), 0, WithThousands(line)};
   });
   return doubt;
 }

@@ -49,7 +49,8 @@ struct Doubt {
   qsizetype number = 0;
   QString oneValue;
   QStringList severalValues;
-  qsizetype more = 0;  // lines like it
+  qsizetype more = 0;      // lines like it
+  QString thousands = {};  // the one value with thousands, where it may be that as well
 };
 
 // The first such line; nothing where there is none.

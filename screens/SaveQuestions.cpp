@@ -44,8 +44,10 @@ bool IsIn1252(QChar character) {
 
 QString DoubtfulComma(const RawDataReadings::Doubt& doubt) {
   const QString line = RawDataText::Quoted(doubt.line), several = Joined(doubt.severalValues);
-  if (doubt.more == 0) return W::oneValueOrSeveral(doubt.number, line, doubt.oneValue, several);
-  return W::oneValueOrSeveralEach(doubt.number, line, doubt.oneValue, several, doubt.more + 1);
+  const QString thousands =
+      doubt.thousands.isEmpty() ? QString() : u"\r\n"_s + W::orThousands(doubt.thousands);
+  if (doubt.more == 0) return W::oneValueOrSeveral(doubt.number, line, doubt.oneValue, several) + thousands;
+  return W::oneValueOrSeveralEach(doubt.number, line, doubt.oneValue, several, doubt.more + 1) + thousands;
 }
 
 QString Fliers(const QString& values, const CData& data, qint16 subGroupSize) {

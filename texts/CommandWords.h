@@ -96,8 +96,10 @@ inline constexpr Text<> appendDetails{
     u"where none are kept yet they are calculated from all points, and kept once they have a width.\n"};
 inline constexpr Text<> recalculateOption{u"calculates the control limits anew, from all points"};
 inline constexpr Text<> nothingToAppend{u"there are no values to append"};
-inline constexpr Text<4> added{u"%1: %2 values added, %3 in all, %4 plot points"};
-inline constexpr Text<1> leftOver{u" and %1 values left over"};
+inline constexpr Text<> oneValue{u"1 value"};
+inline constexpr Text<1> values{u"%1 values"};
+inline constexpr Text<4> added{u"%1: %2 added, %3 in all, %4 plot points"};
+inline constexpr Text<1> leftOver{u" and %1 left over"};
 inline constexpr Text<> noPoints{u"no points yet"};
 inline constexpr Text<> noLimits{u"; no limits are kept yet, for they need two points"};
 inline constexpr Text<1> noWidth{u"; no limits are kept yet, for with %1 decimals they have no width"};

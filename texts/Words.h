@@ -257,6 +257,8 @@ inline constexpr Text<1> withThem{u"With these values: %1"};
 namespace Saving {
 inline constexpr Text<4> oneValueOrSeveral{
     u"Line %1 holds %2. Is that one value, %3?\r\n\r\nYes: one value, %3.\r\nNo: several values, %4."};
+inline constexpr Text<1> orThousands{
+    u"Is %1 meant? Cancel, and choose the reading with thousands below the values."};
 inline constexpr Text<5> oneValueOrSeveralEach{
     u"%5 lines hold such a value, line %1 first: %2. Is each of them one value, as %3?\r\n\r\n"
     u"Yes: one value, %3.\r\nNo: several values, %4."};

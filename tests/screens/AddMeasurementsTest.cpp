@@ -112,6 +112,9 @@ TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
   program.boxes.Expect(Answer::Yes);
   Click(*window, "cmdAdd");
   EXPECT_EQ(Stored(u"Values"_s).toString(), before + u"10.25,"_s);
+  Enter(u"10,025"_s);
+  program.boxes.Expect(Answer::Cancel, u"Is 10025 meant? Cancel, and choose the reading with thousands");
+  Click(*window, "cmdAdd");
 }
 
 TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
