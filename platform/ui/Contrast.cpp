@@ -36,7 +36,7 @@ QColor FirstReadable(const QColor& from, const QColor& to, const QList<QColor>& 
 }  // namespace
 
 double Contrast::Between(const QColor& a, const QColor& b) {
-  const auto [darker, lighter] = std::minmax(Luminance(a), Luminance(b));
+  const auto [darker, lighter] = std::minmax({Luminance(a), Luminance(b)});
   return (lighter + 0.05) / (darker + 0.05);
 }
 
