@@ -280,7 +280,7 @@ void PageView::SelectTo(int number, int before) {
     return;
   }
   if (anchor_ == 0) anchor_ = before;
-  const auto [first, last] = std::minmax(anchor_, number);
+  const auto [first, last] = std::minmax({anchor_, number});
   SetStretch(PointRange{first, last});
   Q_EMIT StretchSelected();
 }
