@@ -214,6 +214,14 @@ TEST_F(CommandLineTest, ADataSetWithoutPointsIsNoError) {
   EXPECT_EQ(OnlyDataSet()[u"XBarMean"_s], 11);
 }
 
+TEST_F(CommandLineTest, AWordMayBeginWithADash) {
+  Import({}, "10\n");
+  EXPECT_EQ(RunIn(u"append LIB --description Shaft -.5 -10"_s).status, 0);
+  EXPECT_EQ(OnlyDataSet()[u"SampleQty"_s], 3);
+  EXPECT_EQ(RunIn(u"rename LIB -- Shaft -Shaft"_s).status, 0);
+  EXPECT_EQ(OnlyDataSet()[u"Description"_s], u"-Shaft"_s);
+}
+
 // Limits of no width would call every later value out of control.
 TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   const auto append = [&](const QString& words) {
@@ -230,6 +238,7 @@ TEST_F(CommandLineTest, LimitsAreKeptOnceTheyHaveAWidthAndRenewedOnRequest) {
   EXPECT_TRUE(append(u"10.5"_s).contains(u"in control; the limits are preliminary"));
   EXPECT_TRUE(
       append(u"30 30 30 30 30 30 30 30 30 30 30 30 30 30 30"_s).contains(u"rest on the first 6 points"));
+  EXPECT_TRUE(RunIn(u"status LIB"_s).output.contains(u"NO, rule 1"));
   EXPECT_EQ(OnlyDataSet()[u"XBarUCL"_s], kept[u"XBarUCL"_s]);
   EXPECT_FALSE(append(u"--recalculate"_s).contains(u"limits"));
   EXPECT_NE(OnlyDataSet()[u"RBarMean"_s], kept[u"RBarMean"_s]);

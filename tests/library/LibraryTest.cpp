@@ -46,6 +46,13 @@ TEST_F(LibraryTest, LimitsOfNoWidthAreNotKept) {
   EXPECT_GT(Value(u"SELECT XBarUCL FROM StatData"_s).toDouble(), 10);
 }
 
+TEST_F(LibraryTest, AnAppendBeginsAValueOfItsOwn) {
+  Added(u"Shaft"_s);
+  Execute(u"UPDATE StatData SET \"Values\" = '9,10'"_s);  // as another program may leave it
+  library->Append(u"Shaft"_s, {u"11"_s}, now);
+  EXPECT_EQ(Values(), u"9,10,11,"_s);
+}
+
 TEST_F(LibraryTest, NotesThePointsThatLimitsWereCalculatedFrom) {
   const CDataPtr data = Added(u"Shaft"_s), other = Added(u"Bore"_s);
   const auto noted = [&](Library& from) { return from.Read(1)->data->LimitsBase(); };
