@@ -129,25 +129,22 @@ bool LimitsCanBeKept(const CData& data) {
   return data.NumberOfPlotPoints() >= 2 && data.XBarLCL() < data.XBarUCL();
 }
 
+bool LimitsAreFrom(const CData& data, int first, int last) {
+  CData calculated = data;
+  ClearControlLimits(calculated);
+  calculated.SetDataStartPoint(Short(first));
+  calculated.SetDataStopPoint(Short(last));
+  calculated.SetControlLimits(ResultsOf(calculated).limits);
+  return std::ranges::all_of(std::array{&CData::XBarUCL, &CData::XBarMean, &CData::XBarLCL, &CData::RBarUCL,
+                                        &CData::RBarMean, &CData::RBarLCL},
+                             [&](auto limit) { return (data.*limit)() == (calculated.*limit)(); });
+}
+
 std::optional<int> FewPointsOfLimits(const CData& data) {
-  const QStringList samples = data.DelimitedInputString().split(data.StringDelimiter(), Qt::SkipEmptyParts);
-  CData part = data;
-  part.SetFollowsItsDecimals(false);
-  part.SetDataStartPoint(0);
-  part.SetDataStopPoint(0);
-  const auto restOn = [&](qsizetype points) {
-    const QStringList first = samples.first(std::min(points * data.SubGroupSize(), samples.size()));
-    part.SetDelimitedInputString(first.join(data.StringDelimiter()));
-    part.SetControlLimits({});
-    constexpr std::array limits = {&CData::XBarUCL, &CData::XBarMean, &CData::XBarLCL,
-                                   &CData::RBarUCL, &CData::RBarMean, &CData::RBarLCL};
-    return CalculateStatistics(part) &&
-           std::ranges::all_of(limits, [&](auto limit) { return (part.*limit)() == (data.*limit)(); });
-  };
-  if (restOn(data.NumberOfPlotPoints())) return std::nullopt;
-  for (int points = 2; points < std::min<int>(pointsForLimits, data.NumberOfPlotPoints()); ++points)
-    if (restOn(points)) return points;
-  return std::nullopt;
+  const auto [first, last] = data.LimitsBase();
+  const bool mayBeFew = first == 1 && last < std::min<int>(pointsForLimits, data.NumberOfPlotPoints());
+  if (!mayBeFew || LimitsAreFrom(data, 0, 0) || !LimitsAreFrom(data, first, last)) return std::nullopt;
+  return last;
 }
 
 void ClearControlLimits(CData& data) {

@@ -28,8 +28,12 @@ bool LimitsCanBeKept(const CData& data);
 // With fewer points limits are preliminary.
 inline constexpr int pointsForLimits = 20;
 
-// How many points the kept limits rest on where these are the first few, fewer than enough, of more; nothing
-// where the limits are no such.
+// Whether the data set has the limits that it would get, with its decimals, from these of its points; 0 and 0
+// are all. Error when the engine refuses it.
+bool LimitsAreFrom(const CData& data, int first, int last);
+
+// How many points the kept limits rest on where these are known to be the first few, fewer than enough, of
+// more; nothing where the limits are no such.
 std::optional<int> FewPointsOfLimits(const CData& data);
 
 // So that the next CreateStatistics calculates all six, and a save stores them.

@@ -134,9 +134,9 @@ QString LimitsHint(const CData& data, std::optional<int> basePoints) {
   const engine::ControlLimits limits = data.ControlLimits();
   if (data.NumberOfPlotPoints() == 0) return {};
   if (limits.xBarLower == limits.xBarUpper) return Words::Adding::withoutWidth(data.PrecisionValue());
-  if (points < enoughPoints) return Words::Adding::preliminary(points);
-  const auto few = basePoints ? std::nullopt : QCGlobalFunctions::FewPointsOfLimits(data);
-  return few ? Words::Adding::restOnFew(*few, points) : QString();
+  if (const auto few = QCGlobalFunctions::FewPointsOfLimits(data))
+    return Words::Adding::restOnFew(*few, data.NumberOfPlotPoints());
+  return points < enoughPoints ? Words::Adding::preliminary(points) : QString();
 }
 
 QString Unit(const QString& unit, const QStringList& list, const CData* before) {

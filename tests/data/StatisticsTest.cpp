@@ -145,6 +145,19 @@ TEST(CreateStatistics, ARefusalLeavesAllFiguresAsTheyWere) {
   EXPECT_EQ(data.OwnDecimals(), 2);
 }
 
+// Recalculating would change nothing where all points give the same limits.
+TEST(FewPointsOfLimits, TellsOnlyOfLimitsThatMorePointsWouldChange) {
+  CData data;
+  data.SetDelimitedInputString(u"9,11,10,12,"_s.repeated(6));
+  data.SetSubGroupSize(2);
+  data.SetLimitsBase({1, 4});
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
+  EXPECT_EQ(QCGlobalFunctions::FewPointsOfLimits(data), std::nullopt);
+  data.SetDelimitedInputString(data.DelimitedInputString() + u"20,24,"_s);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
+  EXPECT_EQ(QCGlobalFunctions::FewPointsOfLimits(data), 4);
+}
+
 TEST(CreateStatistics, ClearsTheSixControlLimitsAndNothingElse) {
   CData data = DistinctData();
   Figures expected = FiguresOf(data);
