@@ -132,8 +132,8 @@ class Installation {
   ProgramState state_;
 };
 
-// What a second start tells the first: the library (none for an empty one), and by what right it may come to
-// the front.
+// What a second start tells the first: the library or the request (none for an empty one), and by what right
+// it may come to the front.
 constexpr char activationToken[] = "XDG_ACTIVATION_TOKEN";
 
 int HandOver(const SingleInstance& instance, const QString& library) {
@@ -158,13 +158,15 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   // Closing the main window ends the program, whatever help windows are still open.
   QApplication::setQuitOnLastWindowClosed(false);
   SingleInstance instance;
-  const QString library = fileForThisRun.isEmpty() ? QString() : QFileInfo(fileForThisRun).absoluteFilePath();
+  const bool isRequest = frmMain::IsRequest(fileForThisRun);
+  const bool isFile = !isRequest && !fileForThisRun.isEmpty();
+  const QString library = isFile ? QFileInfo(fileForThisRun).absoluteFilePath() : fileForThisRun;
   if (instance.PrevInstance()) return HandOver(instance, library);
 
   Reactivation reactivation;
   application.installEventFilter(&reactivation);
   const Installation installation;
-  Globals().gDatabaseForThisRun = library;
+  if (isFile) Globals().gDatabaseForThisRun = library;
   StartUp::UseSettings();  // the main window knows its place before it is seen
   PagePrinting printing;
   frmMain main({.chart = [&printing] { ShowChartScreen(printing); },
@@ -177,6 +179,7 @@ int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;
+  if (isRequest) main.ShowLibrary(library);
   instance.Listen([&main](const QByteArray& message) { TakeOver(main, message); });
   return QApplication::exec();
 }

@@ -8,6 +8,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
 #include "platform/system/Memory.h"
+#include "screens/frmMain.h"
 #include "texts/CommandWords.h"
 #include "texts/Version.h"
 
@@ -64,7 +65,8 @@ int main(int argc, char** argv) {
     return CommandLine::BadInput;
   }
   const QStringList& words = *given;
-  if (CommandLine::IsCommand(words)) return RunCommandLine(argc, argv, words);
+  const bool isRequest = words.size() == 1 && frmMain::IsRequest(words.first());
+  if (!isRequest && CommandLine::IsCommand(words)) return RunCommandLine(argc, argv, words);
   if (!HasDisplay()) {
     Console::Complain(Words::Usage::noDisplay());
     return CommandLine::FileTrouble;

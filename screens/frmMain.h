@@ -43,8 +43,10 @@ class frmMain : public QMainWindow, public MainScreen {
 
   // Comes to the front and attaches that library for this run (an empty path: keeps its own), once the forms
   // of the present one have closed. These ask first where something would be lost; who stays keeps the
-  // library.
+  // library. In place of a path one of the requests: its menu entry is carried out then.
   void ShowLibrary(const QString& path);
+  static constexpr QStringView newLibrary = u"--new-library", sampleLibrary = u"--sample-library";
+  static bool IsRequest(const QString& word) { return word == newLibrary || word == sampleLibrary; }
 
   void SetDatabasePanelText(const QString& text) override;
   void EnableLoadTimer() override;
@@ -106,7 +108,8 @@ class frmMain : public QMainWindow, public MainScreen {
   void ShowLibraryNews(const CollectionWatch::News& news);
   void ShowNewRows(const CollectionWatch::News& news);
   void ReopenLibrary();
-  QString PanelText() const;  // the first panel's, while there is no news
+  QString PanelText() const;   // the first panel's, while there is no news
+  QString HandedOver() const;  // as the user knows it
   void HandOverTimer_Timer();
   void AttachForThisRun(const QString& chosenPath);
   void ShowNews(const QString& news);  // in the first panel, for a while
@@ -122,7 +125,7 @@ class frmMain : public QMainWindow, public MainScreen {
   QString added_;  // the description of a new data set that has no ID before the library is read again
 
   std::unique_ptr<CollectionWatch> watch_;  // of the library that the collection was read from
-  QString handedOver_;                      // the library that a second start wants to see
+  QString handedOver_;                      // the library, or the request, of a start
   bool isClosingForm_ = false;
 
   QTimer InitTimer;

@@ -18,6 +18,8 @@
 #include "screens/MainList.h"
 #include "screens/frmMain.h"
 #include "texts/SharingWords.h"
+#include "texts/StartWords.h"
+#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -111,7 +113,13 @@ void frmMain::ShowLibrary(const QString& path) {
   handedOver_ = isOpen ? QString() : path;
   if (handedOver_.isEmpty()) return HandOverTimer.stop();
   HandOverTimer.start();
-  if (front != this) ShowNews(Words::Sharing::opensLater(QDir::toNativeSeparators(path)));
+  if (front != this) ShowNews(Words::Sharing::opensLater(HandedOver()));
+}
+
+QString frmMain::HandedOver() const {
+  if (handedOver_ == newLibrary) return Words::Main::newDatabase();
+  if (handedOver_ == sampleLibrary) return Words::Start::sampleTitle();
+  return QDir::toNativeSeparators(handedOver_);
 }
 
 // One form at a time: what opened it goes on first when it has closed.
@@ -123,12 +131,18 @@ void frmMain::HandOverTimer_Timer() {
     if (!dynamic_cast<LibraryView*>(form)) return;
     const QScopedValueRollback closing(isClosingForm_, true);
     if (form->close()) return;
-    ShowNews(Words::Sharing::notOpened(QDir::toNativeSeparators(handedOver_)));
+    ShowNews(Words::Sharing::notOpened(HandedOver()));
     handedOver_.clear();
     return HandOverTimer.stop();
   }
   HandOverTimer.stop();
-  AttachForThisRun(std::exchange(handedOver_, {}));
+  const QString library = std::exchange(handedOver_, {});
+  if (library == newLibrary)
+    Attach(DatabaseChoice::CreateNew());
+  else if (library == sampleLibrary)
+    Attach(DatabaseChoice::CreateSamples());
+  else
+    AttachForThisRun(library);
 }
 
 void frmMain::AttachForThisRun(const QString& chosenPath) {

@@ -9,7 +9,8 @@ namespace Words::Usage {
 
 inline constexpr Text<> programs{
     u"kestrel: statistical process control for measured characteristics\n\n"
-    u"  kestrel [FILE]         the desktop program\n"};
+    u"  kestrel [FILE]         the desktop program; --new-library or --sample-library in place of FILE\n"
+    u"                         makes a library first\n"};
 inline constexpr Text<> helpAndStatus{
     u"\nkestrel help COMMAND tells more. kestrel --version gives the version.\n"
     u"Exit status: 0 fine; 1 out of control (--check) or a difference (verify); 2 wrong usage or bad\n"

@@ -393,6 +393,12 @@ TEST_F(SharingTest, ASecondStartHandsItsLibraryOverForThisRun) {
   Tick("HandOverTimer");
   EXPECT_EQ(Panel(), otherAttached);
   EXPECT_EQ(program.state.gDatabaseForThisRun, other);
+  // A request waits like a library, and what it makes stays the library.
+  const QString made = program.Path(u"made.mdb"_s);
+  main->ShowLibrary(u"--new-library"_s);
+  files.Expect(made);
+  Tick("HandOverTimer");
+  EXPECT_EQ(StoredDatabase(), made);
 }
 
 TEST_F(SharingTest, ALibraryHandedOverWaitsForWhatIsNotSaved) {
