@@ -32,9 +32,10 @@ if(KESTREL_TEST_FOLDER)
 endif()
 
 # kestrel_test(NAME SOURCES ... USES ...): one test program; every case of it is a test of CTest, labelled with its room.
+# ON_SERVER: those named after a server share one, and are together one test of CTest.
 # Tests see their data through KESTREL_TEST_DATA and the samples through KESTREL_SAMPLES.
 function(kestrel_test name)
-  cmake_parse_arguments(TEST "MOC" "" "SOURCES;USES" ${ARGN})
+  cmake_parse_arguments(TEST "MOC;ON_SERVER" "" "SOURCES;USES" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE kestrel_qt_options ${TEST_USES} GTest::gtest)
   target_compile_definitions(${name} PRIVATE
@@ -48,5 +49,12 @@ function(kestrel_test name)
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME room)
   # This property is what CMake 3.25 has for a launcher of tests.
   set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${kestrel_test_launcher}")
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${room} TIMEOUT 300)
+  set(filter "*")
+  if(TEST_ON_SERVER)
+    set(filter "-*Server*")
+    add_test(NAME ${name}_on_server COMMAND ${name} --gtest_filter=*Server*)
+    set_tests_properties(${name}_on_server PROPERTIES LABELS ${room} TIMEOUT 300 SKIP_REGULAR_EXPRESSION "  SKIPPED ")
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_FILTER "${filter}"
+    PROPERTIES LABELS ${room} TIMEOUT 300)
 endfunction()

@@ -1,30 +1,45 @@
 // An ADO-like connection to one database: provider and connect string in, SQL text out to Qt Sql.
 //
-// "Microsoft.Jet.OLEDB.4.0" is the embedded file (SQLite); the connect string is its path. "MSDASQL" is ODBC;
-// the connect string is the driver's. Opening never creates a file. SQL may say "DELETE
-// * FROM", which is translated; a second statement in one text is refused. Every failure is a DatabaseError
-// whose text names the file and the reason. A file that another program has locked is a failure after a short
-// wait, never a hang.
+// "Microsoft.Jet.OLEDB.4.0" is the program's own database: the connect string is the path of a file (SQLite),
+// or the address of a database on a server (PostgreSQL; see ServerAddress.h). "MSDASQL" is ODBC; the connect
+// string is the driver's. Opening never creates a file. SQL is SQLite's, and may say "DELETE * FROM"; what
+// another database calls otherwise is translated (Dialect.h). A second statement in one text is refused.
+// Every failure is a DatabaseError whose text names the place and the reason. What another program has locked
+// is a failure after a short wait, never a hang; a connection that was lost is made again by the next call.
 #pragma once
 
 #include <QSqlDatabase>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 #include <QVariantList>
 #include <functional>
+#include <memory>
 
 #include "platform/error/Error.h"
 
 class DatabaseError : public Error {
  public:
-  explicit DatabaseError(const QString& text, int resultCode = 0) : Error(text), code(resultCode) {}
+  enum class Cause {
+    Other,
+    Busy,       // another program has locked it
+    Overtaken,  // by another program: the whole transaction may be tried again
+    Duplicate,  // another row has what only one may have
+    ReadOnly,   // the user has no right to it
+    Lost        // there is no connection to the server
+  };
 
-  bool IsBusy() const { return code == 5 || code == 6; }  // another program has locked it
+  explicit DatabaseError(const QString& text, int resultCode = 0, Cause why = Cause::Other,
+                         Kind kind = Kind::Unavailable)
+      : Error(text, kind), code(resultCode), cause(why) {}
 
-  int code;  // the embedded database's result code (https://sqlite.org/rescode.html), 0 where it is not known
+  bool IsBusy() const { return cause == Cause::Busy || code == 5 || code == 6; }
+
+  int code;  // a file's result code (https://sqlite.org/rescode.html), 0 where it is not known
+  Cause cause;
 };
+
+class Dialect;
 
 class Connection {
  public:
@@ -44,10 +59,12 @@ class Connection {
   void SetLockWait(int milliseconds);  // of an open one; never fails
   QString Provider = JetProvider;
 
-  // Opens, and proves that the file is a database by reading from it.
+  // Opens, and proves that the file is a database by reading from it. Throws InputError where an address is
+  // none or holds a password.
   void OpenWith(const QString& connectString, const QString& user = {}, const QString& password = {});
   void Close();
   State GetState() const { return state_; }
+  bool IsServer() const;
 
   // Runs one statement that returns no rows; the values are bound to its "?" in order. Returns the rows
   // affected.
@@ -58,10 +75,21 @@ class Connection {
   QSqlQuery Run(const QString& operation, const QString& sql, const QVariantList& values = {});
   bool NextRow(QSqlQuery& query) const;
 
+  // Runs an INSERT of one row; gives its ID.
+  QVariant Insert(const QString& sql, const QVariantList& values = {});
+
+  // Whether there is a table or a trigger of that name.
+  bool Has(const QString& name);
+
+  // What stands at the end of a selection by ID: in a transaction on a server, where rows have locks, it
+  // keeps the row as it is read until the end.
+  QString RowLock() const;
+
   // What a transaction does with what is there.
   enum class Change { Adds, Replaces };
 
-  // Transactions; a nested Begin is an error. Rollback never fails.
+  // Transactions; a nested Begin is an error. Rollback never fails. Where the connection is lost during a
+  // commit, its Error is of the kind Unknown.
   void BeginTransaction(Change change = Change::Replaces);
   void CommitTransaction();
   void RollbackTransaction();
@@ -71,7 +99,7 @@ class Connection {
   // Where it throws there is no transaction.
   std::function<void(Change change)> BeforeChange;
 
-  // Another number whenever another connection has changed the file.
+  // Of a file: another number whenever another connection has changed it.
   qint64 DataVersion();
 
   // Reads the whole file and throws where its structure is damaged. Texts and numbers in it are not judged.
@@ -79,23 +107,22 @@ class Connection {
 
   QSqlDatabase Database() const;
 
-  // The statement in the embedded database's own words.
-  static QString Translate(const QString& sql);
-
   // For tests: called with the operation's name before each database operation of every connection; it may
   // throw.
   static std::function<void(const QString& operation)> FaultHook;
   static void BeforeOperation(const QString& operation);
 
  private:
-  void OpenFile(const QString& path);
-  void OpenOdbc(const QString& connectString, const QString& user, const QString& password);
+  void Reopen();
+  QSqlQuery RunOnce(const QString& sql, const QVariantList& values);
   void Control(const QString& operation, const QString& sql);
   void CallBeforeChange(Change change);
-  DatabaseError Failure(const QSqlError& error) const;
+  void RequireOpen() const;
 
-  QString name_;   // of the Qt Sql connection
-  QString place_;  // what messages call the database: the file's path
+  QString name_;  // of the Qt Sql connection
+  std::unique_ptr<Dialect> dialect_;
+  QString user_;
+  QString password_;
   State state_ = Closed;
   bool inTransaction_ = false;
 };

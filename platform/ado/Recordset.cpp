@@ -210,7 +210,7 @@ std::vector<QVariant> Recordset::Insert() {
     const QStringList marks(names.size(), u"?"_s);
     sql = u"INSERT INTO %1 (%2) VALUES (%3)"_s.arg(Quoted(table_), names.join(u", "_s), marks.join(u", "_s));
   }
-  const QVariant id = connection_->Run(u"insert"_s, sql, values).lastInsertId();
+  const QVariant id = connection_->Insert(sql, values);
   // Read back, for the columns that the database itself filled.
   QSqlQuery query =
       connection_->Run(u"select"_s, u"SELECT * FROM %1 WHERE ID = ?"_s.arg(Quoted(table_)), {id});

@@ -1,0 +1,170 @@
+// A database on a server: which addresses are meant and taken, what is told of what is wrong, and what
+// becomes of a connection that is lost.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "platform/ado/Recordset.h"
+#include "platform/ado/ServerAddress.h"
+#include "tests/support/TestServer.h"
+
+using namespace Qt::StringLiterals;
+using Cause = DatabaseError::Cause;
+
+namespace {
+
+QString Refusal(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.Text();
+  }
+  return u"taken"_s;
+}
+
+TEST(ServerAddressTest, IsReadByTheRulesOfTheServersLibrary) {
+  using Parts = std::map<QString, QString>;
+  for (const auto& [text, parts] : std::initializer_list<std::pair<QString, Parts>>{
+           {u"postgresql://"_s, {}},
+           {u"POSTGRES://host/plant"_s, {{u"host"_s, u"host"_s}, {u"dbname"_s, u"plant"_s}}},
+           {u"postgresql://me@[2001:db8::1]:5433"_s,
+            {{u"user"_s, u"me"_s}, {u"host"_s, u"2001:db8::1"_s}, {u"port"_s, u"5433"_s}}},
+           {u"postgresql://%2Frun%2Fpg/my%20plant?host=x&sslmode=verify-full"_s,
+            {{u"host"_s, u"x"_s}, {u"dbname"_s, u"my plant"_s}, {u"sslmode"_s, u"verify-full"_s}}},
+           {u"postgresql:///plant?host=/run/pg&ssl=true"_s,
+            {{u"host"_s, u"/run/pg"_s}, {u"dbname"_s, u"plant"_s}, {u"sslmode"_s, u"require"_s}}},
+           {u"postgresql://a:1,b/plant"_s,
+            {{u"host"_s, u"a,b"_s}, {u"port"_s, u"1,"_s}, {u"dbname"_s, u"plant"_s}}}})
+    EXPECT_EQ(ServerAddress::Parse(text).parts, parts) << text.toStdString();
+  EXPECT_FALSE(ServerAddress::IsOne(u"postgresql.kestrel"_s));
+  for (const char* wrong : {"host:seventy", "host:70000", "[::1", "host/%zz", "host?port", "a:b:c"})
+    EXPECT_THROW(ServerAddress::Parse(u"postgresql://"_s + QString::fromLatin1(wrong)), InputError) << wrong;
+}
+
+TEST(ServerAddressTest, APasswordIsRefusedAndNotShown) {
+  for (const char* address :
+       {"me:secret@host/plant", "me:sec/ret@host", "me:sec?ret@host/plant", "me:7/ret@host", "me:7?ret@host",
+        "host?password=secret", "host?%70assword=secret", "host/plant?sslpassword=secret"}) {
+    const QString text = u"postgresql://"_s + QString::fromLatin1(address);
+    const QString refusal = Refusal([&] { Connection().OpenWith(text); });
+    EXPECT_TRUE(refusal.startsWith(u"postgresql://"_s)) << refusal.toStdString();
+    EXPECT_FALSE(refusal.contains(u"sec"_s) || refusal.contains(u"ret"_s)) << refusal.toStdString();
+  }
+  EXPECT_TRUE(Refusal([] { ServerAddress::Parse(u"postgres://me:x@host"_s); }).contains(u"~/.pgpass"_s));
+}
+
+class ServerTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    address = TestServer::NewDatabase();
+    if (address.isEmpty()) GTEST_SKIP() << TestServer::missing;
+    connection.OpenWith(address);
+    other.OpenWith(address);
+    connection.Execute(
+        u"CREATE TABLE T (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT COLLATE NOCASE, \"Values\", "
+        u"Deleted INTEGER NOT NULL DEFAULT 0)"_s);
+    connection.Execute(u"INSERT INTO T (Name) VALUES ('one'), ('two')"_s);
+  }
+
+  QString Open(const QString& place) {
+    return Refusal([&] { Connection().OpenWith(place); }).remove(place + u": "_s);
+  }
+
+  QString address;
+  Connection connection, other;
+};
+
+TEST_F(ServerTest, SaysWhatIsWrong) {
+  const auto with = [&](const QString& text, const QString& now) {
+    return QString(address).replace(text, now);
+  };
+  EXPECT_EQ(Open(with(address.section(u'/', -1), u"none"_s)), u"the server has no database \"none\""_s);
+  EXPECT_EQ(Open(TestServer::As(u"nobody"_s, address)), u"the server knows no user \"nobody\""_s);
+  EXPECT_TRUE(Open(TestServer::As(u"guarded"_s, address)).contains(u"needs a password"_s));
+  qputenv("PGPASSWORD", "wrong");
+  EXPECT_EQ(Open(TestServer::As(u"guarded"_s, address)), u"the user \"guarded\" or the password is wrong"_s);
+  qputenv("PGPASSWORD", "let me in");
+  EXPECT_EQ(Open(TestServer::As(u"guarded"_s, address)), u"taken"_s);
+  qunsetenv("PGPASSWORD");
+  EXPECT_TRUE(Open(address + u"?port=1"_s).contains(u"check the host"_s));
+  EXPECT_EQ(Open(u"postgresql://none.invalid/plant"_s), u"the host \"none.invalid\" is not known"_s);
+  EXPECT_TRUE(Open(address + u"?sslmood=on"_s).contains(u"sslmood"_s));
+  Connection reader;
+  reader.OpenWith(TestServer::As(u"reader"_s, address));
+  EXPECT_TRUE(Refusal([&] { reader.Run(u"select"_s, u"SELECT * FROM T"_s); }).contains(u"no right"_s));
+}
+
+TEST_F(ServerTest, HostileTextsAreValuesAndASecondStatementIsRefused) {
+  const QString hostile = u"o'ring\\'; DROP TABLE T; --"_s;
+  const QVariant id = connection.Insert(u"INSERT INTO T (Name, \"Values\", Deleted) VALUES (?, ?, ?)"_s,
+                                        {hostile, -0.0, true});
+  Recordset rows;
+  rows.Open(u"SELECT * FROM T WHERE ID = %1"_s.arg(id.toInt()), connection);
+  EXPECT_EQ(rows.Field(u"Name"_s), hostile);
+  EXPECT_TRUE(std::signbit(rows.Field(u"Values"_s).toDouble()));
+  EXPECT_EQ(rows.Field(u"Deleted"_s), 1);
+  for (const char* text :
+       {"SELECT 1; DROP TABLE T", "SELECT ';' ; DROP TABLE T", "SELECT E'\\''; DROP TABLE T --'",
+        "SELECT $$'$$; DROP TABLE T --'", "SELECT 1 -- '\n; DROP TABLE T --'",
+        "SELECT /* ' */ 1; DROP TABLE T --'", "SELECT 'open"})
+    EXPECT_THROW(connection.Run(u"select"_s, QString::fromLatin1(text)), DatabaseError) << text;
+  EXPECT_EQ(connection.Execute(u"DELETE * FROM T WHERE Name = 'two;';\n"_s), 0);
+}
+
+TEST_F(ServerTest, RecordsetsReadInTheOrderOfTheIdsAndWrite) {
+  connection.Execute(u"UPDATE T SET Name = 'first' WHERE ID = 1"_s);  // which moves the row behind the others
+  Recordset rows;
+  rows.Open(u"SELECT * FROM T WHERE Deleted = 0"_s, connection);
+  EXPECT_EQ(rows.Field(u"Name"_s), u"first"_s);
+  rows.AddNew();
+  rows.SetField(u"NAME"_s, u"three"_s);
+  rows.Update();
+  EXPECT_EQ(rows.Field(u"ID"_s), 3);
+  rows.SetField(u"Deleted"_s, true);
+  rows.Update();
+  rows.Requery();
+  EXPECT_EQ(rows.RecordCount(), 2);
+  other.Execute(u"UPDATE T SET Name = 'theirs' WHERE ID = 2"_s);
+  rows.SetField(u"Name"_s, u"mine"_s);
+  EXPECT_THROW(rows.Update(), DatabaseError);
+}
+
+TEST_F(ServerTest, WaitsForALockedRowAndNotForEver) {
+  other.BeginTransaction();
+  const auto lock = [](Connection& from) {
+    from.Run(u"select"_s, u"SELECT * FROM T WHERE ID = 1"_s + from.RowLock());
+  };
+  lock(other);
+  EXPECT_EQ(connection.RowLock(), QString()) << "who only reads waits for nobody";
+  lock(connection);
+  connection.Execute(u"SET lock_timeout = 50"_s);
+  Transaction transaction(connection);
+  try {
+    lock(connection);
+    ADD_FAILURE() << "two have the row";
+  } catch (const DatabaseError& error) {
+    EXPECT_TRUE(error.IsBusy()) << error.what();
+  }
+}
+
+TEST_F(ServerTest, AConnectionThatWasLostIsMadeAgain) {
+  TestServer::Restart();
+  QSqlQuery query = connection.Run(u"select"_s, u"SELECT count(*) FROM T"_s);
+  EXPECT_TRUE(connection.NextRow(query) && query.value(0) == 2);
+  TestServer::Restart();
+  EXPECT_EQ(connection.Execute(u"UPDATE T SET Deleted = 1 WHERE ID = 1"_s), 1);
+  connection.BeginTransaction();
+  connection.Execute(u"DELETE FROM T"_s);
+  TestServer::Restart();
+  try {
+    connection.CommitTransaction();
+    ADD_FAILURE() << "written";
+  } catch (const DatabaseError& error) {
+    EXPECT_EQ(error.GetKind(), Error::Kind::Unknown) << error.what();
+  }
+  connection.RollbackTransaction();
+  EXPECT_EQ(connection.Execute(u"DELETE FROM T"_s), 2) << "nothing of it was written";
+}
+
+}  // namespace

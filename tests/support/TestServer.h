@@ -1,0 +1,21 @@
+// A PostgreSQL server of the test program's own: in a temporary folder, on a local socket, started when first
+// needed and stopped at the end.
+#pragma once
+
+#include <QString>
+
+namespace TestServer {
+
+// The address of a new, empty database; empty where no server can be had: then a test skips itself. Its user
+// "kestrel" may do everything; "guarded" needs the password "let me in"; "reader" has no rights.
+QString NewDatabase();
+
+// The same database by another user, or with another option.
+QString As(const QString& user, const QString& address);
+
+// As when the power fails; and on again. Every connection is lost.
+void Restart();
+
+inline constexpr auto missing = "no PostgreSQL server (package postgresql) to test with";
+
+}  // namespace TestServer
