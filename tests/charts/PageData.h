@@ -5,14 +5,11 @@
 #include <random>
 
 #include "charts/StatPage.h"
-#include "data/CData.h"
 #include "data/Statistics.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Figures.h"
 
 namespace PageData {
-
-using namespace Qt::StringLiterals;
 
 // Eight subgroups of two with round results.
 inline CData Simple() {

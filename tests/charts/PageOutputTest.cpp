@@ -1,11 +1,9 @@
 // Files of the page: pictures, documents and the .csf export, whole or not at all.
 #include "charts/PageOutput.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
@@ -16,8 +14,6 @@
 #include "platform/error/Error.h"
 #include "tests/charts/PageData.h"
 #include "tests/support/Figures.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,15 +1,9 @@
 // The page as painted: nothing lies on anything else.
-#include <gtest/gtest.h>
-
 #include <map>
-#include <random>
 #include <set>
 
-#include "charts/StatPage.h"
 #include "tests/charts/PageData.h"
 #include "tests/support/RecordingDevice.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,8 +1,4 @@
 // What the page records for a data set, as numbers and texts, and what lies under the mouse.
-#include "charts/StatPage.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 
@@ -10,8 +6,6 @@
 #include "charts/LimitsOrigin.h"
 #include "charts/PointList.h"
 #include "tests/charts/PageData.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,0 +1,45 @@
+// What is long, and was looked at, stands in a file of tests/fixtures/approved. A test that finds something
+// else names the lines that differ. With KESTREL_APPROVE set it writes what it finds: look at what changed
+// before you commit that.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QStringList>
+#include <algorithm>
+
+namespace Approved {
+
+// Behind a tab stand places in pixels, which another font may move by so many.
+inline bool AreAlike(const QString& one, const QString& other) {
+  if (one.section(u'\t', 0, 0) != other.section(u'\t', 0, 0)) return false;
+  const int most = one.startsWith(u"Text") ? 6 : 1;
+  return std::ranges::equal(
+      one.section(u'\t', 1).split(u' '), other.section(u'\t', 1).split(u' '),
+      [most](const QString& a, const QString& b) { return std::abs(a.toInt() - b.toInt()) <= most; });
+}
+
+// The lines that stand in one list and not in the other.
+inline QStringList Without(QStringList lines, const QStringList& others) {
+  for (const QString& other : others) {
+    const auto alike =
+        std::ranges::find_if(lines, [&](const QString& line) { return AreAlike(line, other); });
+    if (alike != lines.end()) lines.erase(alike);
+  }
+  return lines;
+}
+
+inline void Expect(const QString& name, const QStringList& found) {
+  QFile file(QStringLiteral(KESTREL_TEST_DATA "/approved/%1.txt").arg(name));
+  const bool approves = qEnvironmentVariableIsSet("KESTREL_APPROVE");
+  ASSERT_TRUE(file.open(approves ? QIODevice::WriteOnly : QIODevice::ReadOnly)) << name.toStdString();
+  if (approves) return void(file.write(found.join(u'\n').toUtf8() + '\n'));
+  const QStringList approved = QString::fromUtf8(file.readAll()).chopped(1).split(u'\n');
+  EXPECT_TRUE(std::ranges::equal(approved, found, AreAlike))
+      << name.toStdString() << ", approved:\n"
+      << Without(approved, found).join(u'\n').toStdString() << "\nfound:\n"
+      << Without(found, approved).join(u'\n').toStdString();
+}
+
+}  // namespace Approved
