@@ -132,6 +132,17 @@ TEST_F(AccessImportTest, NamesTheColumnsThatAreMissing) {
   EXPECT_EQ(Refusal(file), "The table \"StatData\" lacks the column \"HiFlier\", \"LoFlier\".");
 }
 
+TEST_F(AccessImportTest, RefusesAFileThatIsWrittenMeanwhile) {
+  const QString path = Write(Bytes(u"plant.mdb"_s));
+  const auto write = [&](qint64, qint64) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadWrite) &&
+                file.setFileTime(QDateTime::currentDateTime().addSecs(9), QFile::FileModificationTime));
+  };
+  EXPECT_THROW(AccessImport::Convert(path, target_, write), Error);
+  EXPECT_FALSE(QFile::exists(target_));
+}
+
 TEST_F(AccessImportTest, NeverReplacesAFile) {
   ASSERT_TRUE(QFile::copy(Path(u"unicode.json"_s), target_));
   EXPECT_THROW(AccessImport::Convert(Path(u"plant.mdb"_s), target_), Error);

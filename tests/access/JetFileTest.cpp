@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
-#include <cmath>
 
 #include "tests/access/AccessFiles.h"
 

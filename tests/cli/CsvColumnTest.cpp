@@ -48,6 +48,11 @@ TEST(CsvColumn, SeparatorsAndHeadings) {
   EXPECT_EQ(Read("w\n5\n\n6\n\n"), "5 6");
   EXPECT_EQ(Read("w;v\n5;1\n;1\n6;1\n", Named(u"w"_s)), "line 3, column 1 (w): there is no number");
   EXPECT_EQ(Read(QByteArray("a\0b\n", 4)), "is not a text file");
+  EXPECT_EQ(Read("L\xE4nge\n1\x92"
+                 "234.5\n",
+                 Named(u"L\u00E4nge"_s)),
+            "1234.5")
+      << "of an older code page";
   EXPECT_EQ(Read("\"t\",\"p\",\"c; n\"\n\"08:00\",\"7.5\",\"1; x\"\n", Named(u"2"_s)), "7.5");
 }
 

@@ -1,17 +1,14 @@
 // Making, opening and attaching libraries, and the record helpers, each with what the user sees of a failure.
-#include <gtest/gtest.h>
-
 #include <QDir>
-#include <QFile>
 
 #include "core/GlobalFunctions.h"
 #include "core/RegistryFunctions.h"
+#include "core/StartUp.h"
 #include "library/LibraryFile.h"
 #include "platform/error/Error.h"
 #include "tests/support/FailEach.h"
 #include "tests/support/TestProgram.h"
 
-using namespace Qt::StringLiterals;
 using namespace GlobalFunctions;
 using namespace QCGlobalFunctions;
 
@@ -115,6 +112,7 @@ TEST_F(DatabaseTest, AFilteredRecordsetJoinsItsConditions) {
   EXPECT_EQ(count({}, false), 3);
   EXPECT_EQ(count({}, true), 2);
   EXPECT_EQ(count(u"Name = 'inch'"_s, false), 1);
+  EXPECT_FALSE(UpdateMenuButtonStates(recordset).firstAndPrevious);
   EXPECT_EQ(count(u"Name = 'inch'"_s, true), 0);
   program.boxes.Expect();
   EXPECT_FALSE(OpenFilteredRecordset(recordset, u"SELECT * FROM Units"_s, u"garbage ("_s, true));

@@ -1,13 +1,10 @@
 // What a data set keeps on its way into the table and back.
-#include <gtest/gtest.h>
-
 #include <QTimer>
 
 #include "core/DataObjectFunctions.h"
 #include "tests/support/Figures.h"
 #include "tests/support/TestProgram.h"
 
-using namespace Qt::StringLiterals;
 using namespace DataObjectFunctions;
 
 namespace {

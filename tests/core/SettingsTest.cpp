@@ -1,15 +1,10 @@
 // The settings' conversions, their defaults, start-up from them, and the wait.
-#include <gtest/gtest.h>
-
-#include <QFile>
-
 #include "core/RegistryFunctions.h"
 #include "core/StartUp.h"
 #include "core/clsWaitTimer.h"
 #include "tests/support/StoredValue.h"
 #include "tests/support/TestProgram.h"
 
-using namespace Qt::StringLiterals;
 using namespace RegistryFunctions;
 
 namespace {

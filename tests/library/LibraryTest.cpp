@@ -1,6 +1,4 @@
 // Two programs at work on one library, and what is kept of what is deleted.
-#include "library/Library.h"
-
 #include <csignal>
 
 #include "data/Names.h"
@@ -44,6 +42,10 @@ TEST_F(LibraryTest, LimitsOfNoWidthAreNotKept) {
   EXPECT_TRUE(
       library->Append(u"Shaft"_s, {u"10"_s, u"10.01"_s, u"9.99"_s, u"10"_s}, now).data->IsInControl());
   EXPECT_GT(Value(u"SELECT XBarUCL FROM StatData"_s).toDouble(), 10);
+  const CDataPtr one = NewDataSet(u"One"_s);
+  one->SetDelimitedInputString(u"9,11,"_s);
+  library->Add(*one, now);
+  EXPECT_EQ(Value(u"SELECT XBarUCL FROM StatData WHERE ID = 2"_s), 0) << "a single point is too few";
 }
 
 TEST_F(LibraryTest, AnAppendBeginsAValueOfItsOwn) {

@@ -124,6 +124,13 @@ TEST_F(MergeTest, WhatLoadingMadeOfTheRowIsNoChange) {
   CData mine = Loaded(row);
   EXPECT_NE(mine.XBarMean(), 0);
   EXPECT_EQ(Merge::Of(mine, row).row, row);
+  // A limit shown in the decimals of fine values stays in full where these values go.
+  row = With(Row(u"1.00001,2,3,4,"_s), u"XBarUCL", 5.12345678);
+  mine = Loaded(row);
+  mine.SetXBarUCL(mine.XBarUCL());
+  mine.SetDelimitedInputString(u"1,2,3,4,"_s);
+  ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(mine));
+  EXPECT_EQ(Merge::Of(mine, row).row[At(u"XBarUCL")], 5.12345678);
 }
 
 // Limits that the row leaves open are kept by a save that asked for them, and by no other.

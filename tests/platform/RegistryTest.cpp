@@ -1,6 +1,4 @@
 // What a settings file survives: crashes, damage, two programs.
-#include "platform/registry/Registry.h"
-
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -44,6 +42,9 @@ TEST_F(FileRegistryTest, TwoProgramsSeeEachOthersValuesAndTypesAreKept) {
   EXPECT_EQ(Get(second, key.toUpper(), u"databasename"_s), file.toUtf8());
   EXPECT_EQ(Get(first, key, u"Choice"_s), QByteArray("\0\1\0\0", 4));
   EXPECT_EQ(Get(first, u"Software\\Other"_s, u"Choice"_s), "status 2");
+  StoreValue(first, u"Software\\Other"_s, u"Choice"_s, "other");
+  EXPECT_EQ(Get(second, u"Software\\Other"_s, u"Choice"_s), "other");
+  EXPECT_EQ(Get(second, key, u"DatabaseName"_s), file.toUtf8());
 }
 
 TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {

@@ -1,5 +1,5 @@
 // The checks behind the command verify: the engine passes them, and a difference is seen.
-#include "verify/Verification.h"
+#include "verify/VerificationReport.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +16,7 @@ TEST(Verification, TheEnginePasses) {
   for (const auto& checks :
        {Verification::CertifiedSets(), Verification::Constants(), Verification::ReferenceCases()})
     EXPECT_TRUE(Verification::AllPassed(checks));
+  for (const Check& check : Verification::ReferenceCases()) EXPECT_EQ(check.quantities.size(), 28U);
 }
 
 TEST(Verification, ADifferenceIsSeen) {
@@ -34,6 +35,8 @@ TEST(Verification, ADifferenceIsSeen) {
   EXPECT_FALSE((Check{{}, {}, {}, 15, {good, bad}}.Passed()));
   EXPECT_FALSE((Check{{}, {}, {}, 15, {}}.Passed()));
   EXPECT_FALSE(Verification::AllPassed({}));
+  const VerificationReport report{{{{}, {}, {}, 15, {good, bad}}}, {}, {}};
+  EXPECT_TRUE(report.Text().contains(u"rules") && !report.Text().contains(u"mean"));
 }
 
 }  // namespace
