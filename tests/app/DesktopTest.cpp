@@ -2,11 +2,8 @@
 // becomes of the file that it was started with.
 #include "app/Desktop.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <deque>
 
 #include "screens/frmMain.h"
 #include "tests/support/Program.h"

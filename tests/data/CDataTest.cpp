@@ -2,7 +2,6 @@
 #include "data/CData.h"
 
 #include <map>
-#include <string>
 
 #include "tests/support/BothLocales.h"
 

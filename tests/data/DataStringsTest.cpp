@@ -5,7 +5,6 @@
 #include "tests/support/BothLocales.h"
 #include "tests/support/Cases.h"
 
-using namespace Qt::StringLiterals;
 namespace Module = TAVELDataStringFunctions;
 
 namespace {

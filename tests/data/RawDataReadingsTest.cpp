@@ -4,7 +4,6 @@
 #include "tests/support/BothLocales.h"
 #include "tests/support/Cases.h"
 
-using namespace Qt::StringLiterals;
 using RawDataReadings::FromPasted;
 
 namespace {

@@ -1,13 +1,9 @@
 // What reaches the checks, and what the live line says.
 #include "data/RawDataText.h"
 
-#include <gtest/gtest.h>
-
 #include "data/TAVELDataStringFunctions.h"
 #include "tests/support/BothLocales.h"
 #include "tests/support/Cases.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -3,8 +3,6 @@
 
 #include "tests/support/Figures.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // Rule 3 is broken early, and by no sensitivity but the highest.

@@ -5,7 +5,6 @@
 #include "platform/error/Error.h"
 #include "tests/support/Cases.h"
 
-using namespace Qt::StringLiterals;
 using WrittenNumbers::Decimal;
 
 TEST(WrittenNumbers, EachMarkReadsItsOwn) {

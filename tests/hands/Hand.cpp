@@ -6,13 +6,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QAction>
-#include <QApplication>
-#include <QComboBox>
 #include <QFile>
-#include <QLabel>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTableWidget>

@@ -1,9 +1,6 @@
 // When a backup is made, which ones are kept, whose they are, and what may go wrong with one.
 #include "library/Backup.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "tests/library/LibraryFixture.h"
 #include "tests/support/WithoutPrivileges.h"
 

@@ -7,7 +7,6 @@
 #include "tests/support/BothLocales.h"
 #include "tests/support/Cases.h"
 
-using namespace Qt::StringLiterals;
 using namespace Conversions;
 
 namespace {

@@ -1,18 +1,9 @@
 // Adding measurements with clicks and keys: limits that stay, the count and the verdict at once.
 #include "screens/AddMeasurements.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QPlainTextEdit>
-#include <QPushButton>
-
 #include "core/DataObjectFunctions.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
-using MessageBox::Answer;
 
 namespace {
 

@@ -1,12 +1,6 @@
 // A chart screen over a library of one data set of ten points, and what its commands lead to.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QFile>
-#include <QLabel>
-
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "screens/PageView.h"
@@ -14,9 +8,6 @@
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
-using MessageBox::Answer;
 
 // Printers that stand for their paper.
 struct TestPrinters : PrinterDialogs {

@@ -2,15 +2,8 @@
 // changes nothing.
 #include "screens/DataEditorSave.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
-
 #include "core/DataObjectFunctions.h"
 #include "tests/support/TestProgram.h"
-
-using namespace Qt::StringLiterals;
-using MessageBox::Answer;
 
 namespace {
 

@@ -1,16 +1,8 @@
 // The data editor and its expanded view, driven with clicks and keys.
 #include "screens/DataEditor.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QCheckBox>
 #include <QClipboard>
-#include <QComboBox>
 #include <QListWidget>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScreen>
 #include <QWheelEvent>
 
@@ -19,9 +11,6 @@
 #include "screens/ExpandedDataForm.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
-using MessageBox::Answer;
 
 namespace {
 

@@ -1,22 +1,11 @@
 // What holds for every screen: a screen reader has a name for each control, the keyboard reaches it, no two
 // answer the same key, and in another language every text is that language's and none is cut off.
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QAccessible>
-#include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QSpinBox>
 #include <QTextBrowser>
@@ -48,8 +37,6 @@
 #include "tests/support/Widgets.h"
 #include "texts/SharingWords.h"
 #include "texts/Words.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

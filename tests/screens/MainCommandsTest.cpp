@@ -1,7 +1,5 @@
 // The main window's commands: the other screens, adding, editing, deleting, and the ways to a database.
-#include <QApplication>
 #include <QDir>
-#include <QMenu>
 #include <QProgressDialog>
 
 #include "core/DataObjectFunctions.h"

@@ -1,9 +1,6 @@
 // Finding one of many in the main window's list: the filter, the sorting, the keys, and what stays in its
 // place while others work.
-#include <QCheckBox>
 #include <QHeaderView>
-#include <QMenu>
-#include <QScrollBar>
 
 #include "tests/screens/MainScreenFixture.h"
 

@@ -1,13 +1,7 @@
 // The main window on a test's own library, and what a user does with it and sees of it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QAction>
 #include <QCoreApplication>
-#include <QFile>
-#include <QLabel>
-#include <functional>
 #include <memory>
 
 #include "core/RegistryFunctions.h"
@@ -17,9 +11,6 @@
 #include "tests/support/RecordedFileDialogs.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
-using MessageBox::Answer;
 
 inline const auto keyPath = u"Software\\Orvane Labs\\Kestrel"_s;
 inline const auto libraryAttached = u"Current Database: StatData.mdb (DB Rev. 2.0)"_s;

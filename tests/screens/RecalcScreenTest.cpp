@@ -1,14 +1,10 @@
 // The recalculate dialog, driven as a person drives it.
 #include "screens/RecalcScreen.h"
 
-#include <gtest/gtest.h>
-
 #include "core/CreateStatistics.h"
 #include "screens/PageView.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

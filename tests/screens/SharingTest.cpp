@@ -1,8 +1,4 @@
 // The main window beside others who work on the same library, and a second start of the program.
-#include <QApplication>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QScrollBar>
 #include <QTableWidget>
 #include <QTreeWidget>
 

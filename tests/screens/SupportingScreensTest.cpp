@@ -1,7 +1,4 @@
 // Configuration, about box and help, driven as a person drives them, and the manual's own soundness.
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QDir>
 #include <QListWidget>
 #include <QRadioButton>
@@ -27,8 +24,6 @@
 #include "tests/support/StoredValue.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

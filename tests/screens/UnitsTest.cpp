@@ -1,14 +1,9 @@
 // The units screen, driven with clicks and keys.
-#include <gtest/gtest.h>
-
 #include "core/GlobalFunctions.h"
 #include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
-
-using namespace Qt::StringLiterals;
-using MessageBox::Answer;
 
 namespace {
 

@@ -7,6 +7,8 @@
 #include <clocale>
 #include <string>
 
+using namespace Qt::StringLiterals;
+
 class BothLocales : public testing::TestWithParam<QLocale::Language> {
  protected:
   void SetUp() override {

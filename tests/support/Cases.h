@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 inline QJsonArray Cases(const QString& file, const QString& part) {
   QFile json(QStringLiteral(KESTREL_TEST_DATA "/cases/") + file);
   if (!json.open(QIODevice::ReadOnly)) throw std::runtime_error("no file " + file.toStdString());

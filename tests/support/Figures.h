@@ -11,6 +11,8 @@
 
 #include "data/CData.h"
 
+using namespace Qt::StringLiterals;
+
 using Figures = QMap<QString, QVariant>;
 
 // As stored, in full precision.

@@ -1,20 +1,14 @@
 // Runs the command line in a temporary folder with a library of its own: as a process, or as a test decides.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <functional>
 
 #include "tests/support/TestProgram.h"
-
-using namespace Qt::StringLiterals;
 
 struct ProgramRun {
   int status = -1;

@@ -5,8 +5,6 @@
 
 #include "platform/ado/Connection.h"
 
-using namespace Qt::StringLiterals;
-
 TestProgram::TestProgram() {
   Library::Create(LibraryPath());
   state.gLibrary = std::make_shared<Library>(LibraryPath());

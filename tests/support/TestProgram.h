@@ -3,13 +3,18 @@
 // boxes.
 #pragma once
 
-#include <QStringList>
+#include <gtest/gtest.h>
+
+#include <QFile>
 #include <QTemporaryDir>
 #include <QVariant>
 #include <vector>
 
 #include "core/Globals.h"
 #include "tests/support/RecordedMessageBoxes.h"
+
+using namespace Qt::StringLiterals;
+using MessageBox::Answer;
 
 // Stands still unless turned; sleeping turns it.
 class TurnedClock : public Clock {
