@@ -48,7 +48,8 @@ TEST_F(CommandLineTest, FromCsvToStatusReportAndExport) {
     EXPECT_EQ(RunIn(u"report LIB --out @out/deep --fit --format "_s + format).status, 0);
     EXPECT_GT(Read(Path(u"out/deep/Shaft."_s + format)).size(), 3000);
   }
-  EXPECT_TRUE(Read(Path(u"out/deep/Shaft.svg"_s)).contains("fitted scale"));
+  EXPECT_EQ(RunIn(u"report LIB --out @plain --format svg").status, 0);
+  EXPECT_NE(Read(Path(u"plain/Shaft.svg"_s)), Read(Path(u"out/deep/Shaft.svg"_s))) << "fitted";
   EXPECT_EQ(RunIn(u"export LIB --out @out/deep shaft").output, Path(u"out/deep/Shaft.csf\n"_s));
   EXPECT_EQ(Read(Path(u"out/deep/Shaft.csf"_s)).count("\r\n"), 28);
 }
