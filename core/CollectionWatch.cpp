@@ -86,7 +86,9 @@ void CollectionWatch::Bring(qint64 id, const std::optional<Library::Row>& row, N
         std::ranges::find_if(collection, [id](const CDataPtr& data) { return data->ID() > id; });
     collection.insert(next, row->data);
     news.added.push_back(row->data);
-  } else if ((*found)->RowAsKnown() != row->data->RowAsKnown()) {  // else it is what this program wrote
+  } else if ((*found)->RowAsKnown() == row->data->RowAsKnown()) {
+    news.others = true;  // what this program wrote, or a note on a sample
+  } else {
     *found = row->data;
     news.changed.push_back(row->data);
   }

@@ -19,7 +19,7 @@ class CollectionWatch {
     std::vector<CDataPtr> changed = {};  // stand in the collection in the place of those with their IDs
     std::vector<CDataPtr> added = {};    // stand in the collection in the order of the IDs
     std::vector<CDataPtr> gone = {};     // stand there no longer
-    bool others = false;                 // something else: a unit; or Globals().gUnread
+    bool others = false;                 // something else: a unit, a note; or Globals().gUnread
     bool replaced = false;               // the file has to be opened and read again: it may be another one
   };
 

@@ -7,6 +7,7 @@
 #include "core/Globals.h"
 #include "core/Trap.h"
 #include "platform/system/EventPump.h"
+#include "platform/system/LoginName.h"
 #include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
@@ -113,6 +114,19 @@ bool AppendToDataObject(const CDataPtr& data, const QStringList& values) {
   return Trap(u"DataObjectFunctions::AppendToDataObject"_s, false, [&] {
     *data = *CurrentLibrary()->Append(data->Description(), values, Globals().clock->Now()).data;
     return ModifyDataObjectInSystem(data);
+  });
+}
+
+Trace::Record TraceOf(const CData& data) {
+  return Trap(u"DataObjectFunctions::TraceOf"_s, Trace::Record(),
+              [&] { return CurrentLibrary()->TraceOf(data); });
+}
+
+std::optional<Library::Noted> SetNote(const CData& data, qsizetype sample, const QString& seen,
+                                      const QString& text) {
+  return Trap(u"DataObjectFunctions::SetNote"_s, std::optional<Library::Noted>(), [&] {
+    return std::optional(
+        CurrentLibrary()->SetNote(data, sample, seen, text, LoginName(), Globals().clock->Now()));
   });
 }
 

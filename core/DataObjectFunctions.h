@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "data/CData.h"
 #include "library/Library.h"
@@ -25,6 +26,14 @@ bool SaveDataObjectToDatabase(const CDataPtr& data, Library::Saved* saved = null
 // Puts values behind those of the data set in the table, whose limits stay, and shows what became of it. What
 // others put there meanwhile is kept.
 bool AppendToDataObject(const CDataPtr& data, const QStringList& values);
+
+// When and in which lots the samples of a data set were taken, and what was noted about them; nothing where
+// that cannot be read.
+Trace::Record TraceOf(const CData& data);
+
+// Notes something about a sample under the user's login name (see Library::SetNote). None where that fails.
+std::optional<Library::Noted> SetNote(const CData& data, qsizetype sample, const QString& seen,
+                                      const QString& text);
 
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary

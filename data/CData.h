@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "data/Trace.h"
 #include "engine/Capability.h"
 #include "engine/ControlLimits.h"
 
@@ -249,6 +250,11 @@ class CData {
   const QVariantList& RowAsKnown() const { return rowAsKnown_; }
   void SetRowAsKnown(const QVariantList& row) { rowAsKnown_ = row; }
 
+  // Which of the samples in RowAsKnown each of the samples is, where who changed them knows; else empty, and
+  // the shortest difference tells. A save takes note of it, and is the last to know.
+  const Trace::Origins& SampleOrigins() const { return sampleOrigins_; }
+  void SetSampleOrigins(Trace::Origins origins) { sampleOrigins_ = std::move(origins); }
+
   // The first and the last plot point that the kept limits were calculated from, as the library notes it; 0,
   // 0 where it does not. It may be out of date: the limits themselves tell.
   std::pair<qint16, qint16> LimitsBase() const { return limitsBase_; }
@@ -309,6 +315,7 @@ class CData {
   std::vector<qint16> rangesOutside_;
   ViolatingPointLists violatingPoints_;
   QVariantList rowAsKnown_;
+  Trace::Origins sampleOrigins_;
   std::pair<qint16, qint16> limitsBase_;
 };
 

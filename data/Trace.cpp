@@ -141,6 +141,21 @@ std::pair<const Trace::Note*, const Trace::Note*> Trace::Record::NotesOn(qsizety
   return {place(first), place(first + count)};
 }
 
+void Trace::Record::Unplace(const std::vector<Run>& gone) {
+  QSet<qint64> placed;
+  for (const Run& run : runs) placed.insert(run.number);
+  QHash<qint64, std::size_t> listed;
+  for (const Run& run : gone) {
+    if (placed.contains(run.number)) continue;
+    if (const auto entry = listed.constFind(run.number); entry != listed.cend()) {
+      unplacedRuns[*entry].count += run.count;
+    } else {
+      listed[run.number] = unplacedRuns.size();
+      unplacedRuns.push_back(run);
+    }
+  }
+}
+
 Trace::Origins Trace::Unchanged(qsizetype count) {
   Origins origins(static_cast<std::size_t>(count));
   std::iota(origins.begin(), origins.end(), 0);
@@ -163,6 +178,13 @@ Trace::Origins Trace::Through(const Origins& first, const Origins& second) {
   for (qint32& origin : origins)
     if (origin != isNew) origin = first[static_cast<std::size_t>(origin)];
   return origins;
+}
+
+Trace::Origins Trace::Back(const Origins& origins, qsizetype count) {
+  Origins back(static_cast<std::size_t>(count), isNew);
+  for (std::size_t at = 0; at < origins.size(); ++at)
+    if (origins[at] != isNew) back[static_cast<std::size_t>(origins[at])] = static_cast<qint32>(at);
+  return back;
 }
 
 Trace::Record Trace::Moved(const Record& record, const Origins& origins, const QStringList& after) {
@@ -192,17 +214,6 @@ Trace::Record Trace::Moved(const Record& record, const Origins& origins, const Q
   }
   for (std::size_t i = 0; i < record.notes.size(); ++i)
     if (!noteIsPlaced[i]) moved.unplacedNotes.push_back(record.notes[i]);
-  QSet<qint64> placed;
-  for (const Run& run : moved.runs) placed.insert(run.number);
-  QHash<qint64, std::size_t> listed;
-  for (const Run& run : record.runs) {
-    if (placed.contains(run.number)) continue;
-    if (const auto entry = listed.constFind(run.number); entry != listed.cend()) {
-      moved.unplacedRuns[*entry].count += run.count;
-    } else {
-      listed[run.number] = moved.unplacedRuns.size();
-      moved.unplacedRuns.push_back(run);
-    }
-  }
+  moved.Unplace(record.runs);
   return moved;
 }

@@ -9,6 +9,14 @@
 
 namespace Trace {
 
+// Where samples come from: when they were taken, and in which lot.
+struct Source {
+  QDateTime time;  // invalid where it is not known
+  QString lot;
+
+  bool operator==(const Source&) const = default;
+};
+
 // Samples that were taken together. Where others came between them later, one run has several stretches; they
 // have its number.
 struct Run {
@@ -45,6 +53,8 @@ struct Record {
   bool IsEmpty() const;
   const Run* RunAt(qsizetype sample) const;    // null where none is known
   const Note* NoteAt(qsizetype sample) const;  // null where there is none
+  // Lists as unplaced those of the runs that have no stretch left.
+  void Unplace(const std::vector<Run>& gone);
   // The first note on one of the samples [first, first + count), and behind the last one.
   std::pair<const Note*, const Note*> NotesOn(qsizetype first, qsizetype count) const;
 };
@@ -65,6 +75,9 @@ Origins ByDifference(const QStringList& before, const QStringList& after);
 
 // First `second`, then `first`: origins of the result of two changes, in what was there before both.
 Origins Through(const Origins& first, const Origins& second);
+
+// The change back: for each of the `count` samples from before it, what it has become; `isNew` for nothing.
+Origins Back(const Origins& origins, qsizetype count);
 
 // What becomes of it when the samples change. A run is unplaced when none of its samples is left.
 Record Moved(const Record& record, const Origins& origins, const QStringList& after);

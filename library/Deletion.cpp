@@ -1,9 +1,12 @@
 // What a library does with data sets that are deleted.
+#include <algorithm>
+
 #include "data/Names.h"
 #include "library/DeletedRows.h"
 #include "library/ExtraTables.h"
 #include "library/Library.h"
 #include "library/Rows.h"
+#include "library/TraceTables.h"
 #include "texts/LibraryWords.h"
 
 using Change = Connection::Change;
@@ -63,5 +66,11 @@ void Library::Purge(const Deleted& deleted) {
   Transaction transaction(connection_, Change::Replaces);
   RequireKept(deleted);
   DeletedRows::Purge(connection_, deleted.number);
+  const auto isSame = [&](const DeletedRows::Entry& entry) {
+    return Tables::IdOf(entry.row) == deleted.row.id;
+  };
+  const bool isKept =
+      !SelectId(deleted.row.id).empty() || std::ranges::any_of(DeletedRows::All(connection_), isSame);
+  if (!isKept) TraceTables::Remove(connection_, deleted.row.id);
   transaction.Commit();
 }

@@ -10,12 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool Has(Connection& connection, const QString& name) {
-  QSqlQuery query =
-      connection.Run(u"select"_s, u"SELECT count(*) FROM sqlite_master WHERE name = ?"_s, {name});
-  return connection.NextRow(query) && query.value(0).toInt() > 0;
-}
-
 // The columns of StatData; the ID is one of several that were deleted.
 QString DeletedTable() {
   QStringList columns{u"Entry INTEGER PRIMARY KEY AUTOINCREMENT"_s, u"DeletedAt TEXT"_s};
@@ -65,6 +59,12 @@ void ExtraTables::RequireKnownLayout(Connection& connection, const QString& plac
 void ExtraTables::Make(Connection& connection) {
   if (HasVersions(connection) && HasDeleted(connection) && HasFormerNames(connection)) return;
   for (const QString& statement : Statements()) connection.Execute(statement);
+}
+
+bool ExtraTables::Has(Connection& connection, const QString& name) {
+  QSqlQuery query =
+      connection.Run(u"select"_s, u"SELECT count(*) FROM sqlite_master WHERE name = ?"_s, {name});
+  return connection.NextRow(query) && query.value(0).toInt() > 0;
 }
 
 bool ExtraTables::HasVersions(Connection& connection) {

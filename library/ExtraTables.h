@@ -20,6 +20,7 @@ void RequireKnownLayout(Connection& connection, const QString& place);
 // Makes those that are missing, in the transaction that is open.
 void Make(Connection& connection);
 
+bool Has(Connection& connection, const QString& name);  // a table or a trigger
 bool HasVersions(Connection& connection);
 bool HasDeleted(Connection& connection);
 bool HasFormerNames(Connection& connection);

@@ -12,6 +12,7 @@
 #include "library/Revision.h"
 #include "library/Rows.h"
 #include "library/Tables.h"
+#include "library/TraceTables.h"
 #include "platform/access/JetFile.h"
 #include "platform/language/Conversions.h"
 #include "texts/LibraryWords.h"
@@ -94,6 +95,7 @@ void TakeRow(CData& data, const QVariantList& row) {
   data.SetLastModified(loaded.LastModified());
   data.SetLimitsRenewed(false);
   data.SetRowAsKnown(row);
+  data.SetSampleOrigins({});
 }
 
 }  // namespace
@@ -263,6 +265,17 @@ void Library::NoteLimitsBase(CData& data, const QVariantList& before, const QVar
   data.SetLimitsBase(*base);
 }
 
+// The data set's row as it stands now. Under a name that it was not given it is another data set, of a file
+// that was put in the library's place.
+std::optional<QVariantList> Library::PresentRow(const CData& data) {
+  const QVariantList& known = data.RowAsKnown();
+  const RawRows rows = SelectId(Tables::IdOf(known));
+  const auto isIt = [&] {
+    return NameIn(rows.front()) == NameIn(known) || WasNamed(Tables::IdOf(known), NameIn(known));
+  };
+  return rows.empty() || !isIt() ? std::nullopt : std::optional(rows.front());
+}
+
 Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* over) {
   const QVariantList known = data.RowAsKnown();
   Transaction transaction(connection_, known.isEmpty() ? Change::Adds : Change::Replaces);
@@ -274,27 +287,25 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
     ExtraTables::Make(connection_);
     written = Insert(data, now);
   } else {
-    const RawRows present = SelectId(Tables::IdOf(known));
-    // Under a name that it was not given it is another data set, of a file that was put in the library's
-    // place.
-    const QString name = present.empty() ? QString() : NameIn(present.front());
-    const bool isRenamed = name != NameIn(known);
-    if (present.empty() || (isRenamed && !WasNamed(Tables::IdOf(known), NameIn(known)))) {
+    const auto present = PresentRow(data);
+    if (!present) {
       saved.outcome = Saved::Outcome::Gone;
       return saved;
     }
-    const bool mineDecides = over && over->RowAsKnown() == present.front();
-    const Merge::Result merged = Merge::Of(data, present.front(), mineDecides);
+    const bool mineDecides = over && over->RowAsKnown() == *present;
+    const Merge::Result merged = Merge::Of(data, *present, mineDecides);
     if (!merged.conflicts.empty()) {
       saved.outcome = Saved::Outcome::Conflict;
       for (const Column::Unit unit : merged.conflicts) saved.conflicts << Merge::NameOf(unit);
-      saved.theirs = std::make_shared<CData>(Merge::AsLoaded(present.front(), data));
+      saved.theirs = std::make_shared<CData>(Merge::AsLoaded(*present, data));
       return saved;
     }
-    saved.takenIn = TakenIn(merged, isRenamed ? name : QString());
+    const QString name = NameIn(*present);
+    saved.takenIn = TakenIn(merged, name != NameIn(known) ? name : QString());
     ExtraTables::Make(connection_);
-    before = present.front();
+    before = *present;
     written = Update(before, merged.row, now);
+    MoveTrace(data, before, written);
   }
   NoteLimitsBase(data, before, written);
   transaction.Commit();
@@ -306,7 +317,7 @@ void Library::RequireFree(const QString& description) {
   if (Contains(description)) throw InputError(Words::Library::alreadyThere(place_, description), description);
 }
 
-void Library::Add(CData& data, const QDateTime& now) {
+void Library::Add(CData& data, const QDateTime& now, std::vector<Trace::Run> runs) {
   RequireCount(data.DelimitedInputString().count(u','));
   RequireStatistics(data, place_);
   RequireFree(data.Description());  // before a backup is made for nothing
@@ -315,6 +326,13 @@ void Library::Add(CData& data, const QDateTime& now) {
   if (!kept) QCGlobalFunctions::ClearControlLimits(data);
   Save(data, now);
   if (!kept) RequireStatistics(data, place_);
+  if (!runs.empty()) {
+    Trace::Record record;
+    for (Trace::Run& run : runs) run.number = &run - runs.data() + 1;
+    record.runs = std::move(runs);
+    TraceTables::Write(connection_, Tables::IdOf(data.RowAsKnown()), record,
+                       Trace::SamplesIn(data.DelimitedInputString()));
+  }
   AddUnit(data.UnitOfMeasurement());
   transaction.Commit();
 }
@@ -337,7 +355,7 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
 }
 
 Library::Appended Library::Append(const QString& description, const QStringList& values, const QDateTime& now,
-                                  Limits limits) {
+                                  Limits limits, const Trace::Source& source) {
   Extended(description, values, limits);  // what is refused is refused before a backup is made
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
@@ -353,6 +371,9 @@ Library::Appended Library::Append(const QString& description, const QStringList&
   }
   const QVariantList written = Update(data->RowAsKnown(), after, now);
   NoteLimitsBase(*data, data->RowAsKnown(), written);
+  TraceTables::AddRun(connection_, Tables::IdOf(written),
+                      {source.time.isValid() ? source.time : now, source.lot},
+                      Trace::SamplesIn(data->DelimitedInputString()), values.size());
   transaction.Commit();
   TakeRow(*data, written);
   return {data, wereOpen};

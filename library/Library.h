@@ -92,19 +92,39 @@ class Library {
   Saved Save(CData& data, const QDateTime& now, const CData* over = nullptr);
 
   // Adds a new data set, and its unit where that is not offered yet. The description must not be taken.
-  // Control limits that cannot be kept yet are not stored.
-  void Add(CData& data, const QDateTime& now);
+  // Control limits that cannot be kept yet are not stored. The runs are those of its samples, in their order.
+  void Add(CData& data, const QDateTime& now, std::vector<Trace::Run> runs = {});
 
   enum class Limits { Stay, AreRenewed };
 
   // Puts values behind those of the data set, whose kept control limits stay or are calculated anew from all
-  // points; those that the row leaves open are kept as soon as they can be. Gives it with its statistics.
+  // points; those that the row leaves open are kept as soon as they can be. Together they are one run: of the
+  // source's lot and time, or of now. Gives it with its statistics.
   struct Appended {
     CDataPtr data;
     bool keepsLimits = false;  // for the first time
   };
   Appended Append(const QString& description, const QStringList& values, const QDateTime& now,
-                  Limits limits = Limits::Stay);
+                  Limits limits = Limits::Stay, const Trace::Source& source = {});
+
+  // When and in which lots its samples were taken, and what was noted about them. Nothing else reads that.
+  Trace::Record TraceOf(const CData& data);
+
+  // What became of a note.
+  struct Noted {
+    enum class Outcome {
+      Written,
+      Conflict,  // somebody else wrote or removed one meanwhile: nothing was written
+      Gone       // the data set or its sample is not there any more: nothing was written
+    };
+    Outcome outcome = Outcome::Written;
+    Trace::Note theirs;  // Conflict: the note that stands there; its text is empty where it was removed
+  };
+
+  // Notes something about one sample in place of what the user has seen noted there; without a text nothing
+  // is noted there any more. The sample is the one that the data set has in that place, wherever it now is.
+  Noted SetNote(const CData& data, qsizetype sample, const QString& seen, const QString& text,
+                const QString& author, const QDateTime& now);
 
   // Offers a unit of measurement, unless it is offered already.
   void AddUnit(const QString& name);
@@ -127,12 +147,14 @@ class Library {
   using RawRows = std::vector<QVariantList>;
   RawRows Select(const QString& clause = {}, const QVariantList& values = {});
   RawRows SelectId(qint64 id);
+  std::optional<QVariantList> PresentRow(const CData& data);
   QVariantList WrittenRow(qint64 id);
   std::optional<qint64> FindId(const QString& sql, const QString& name);
   std::optional<qint64> FindDataSet(const QString& description);
   QVariantList Insert(const CData& data, const QDateTime& now);
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
   void NoteLimitsBase(CData& data, const QVariantList& before, const QVariantList& written);
+  void MoveTrace(const CData& data, const QVariantList& before, const QVariantList& after);
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   InputError NotThere(const QString& description);
   static QString NameIn(const QVariantList& row);

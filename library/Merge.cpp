@@ -20,13 +20,7 @@ bool SameValue(const QVariant& a, const QVariant& b) {
   return a.isNull() || b.isNull() ? a.isNull() == b.isNull() : a == b;
 }
 
-// The samples of a stored text, without the blanks around them.
-QStringList SamplesOf(const QVariant& values) {
-  QStringList samples;
-  for (const QString& sample : values.toString().split(u',')) samples << sample.trimmed();
-  if (samples.last().isEmpty()) samples.removeLast();
-  return samples;
-}
+QStringList SamplesOf(const QVariant& values) { return Trace::SamplesIn(values.toString()); }
 
 bool BeginsWith(const QStringList& samples, const QStringList& beginning) {
   return samples.size() >= beginning.size() &&
@@ -47,6 +41,14 @@ std::optional<QStringList> MergedSamples(const QStringList& base, const QStringL
 
 QString StoredForm(const QStringList& samples) {
   return samples.isEmpty() ? QString() : samples.join(u',') + u',';
+}
+
+// Of a data set's samples in those of the row that it knows.
+Trace::Origins OriginsInBase(const CData& mine, const QStringList& base, const QStringList& samples) {
+  const Trace::Origins& known = mine.SampleOrigins();
+  const auto isThere = [&](qint32 origin) { return origin >= Trace::isNew && origin < base.size(); };
+  const bool fits = std::ssize(known) == samples.size() && std::ranges::all_of(known, isThere);
+  return fits ? known : Trace::ByDifference(base, samples);
 }
 
 // Whether the limits are those that all points give.
@@ -237,6 +239,25 @@ class Merging {
 
 Merge::Result Merge::Of(const CData& mine, const QVariantList& theirs, bool mineDecides) {
   return Merging(mine, theirs, mineDecides).Run();
+}
+
+Trace::Origins Merge::OriginsOf(const CData& data, const QVariantList& present, const QVariantList& merged) {
+  const qsizetype at = Tables::StatData().IndexOf(u"Values");
+  const QStringList base = SamplesOf(data.RowAsKnown()[at]);
+  const QStringList mine = SamplesOf(Tables::RowOf(data)[at]);
+  const QStringList theirs = SamplesOf(present[at]);
+  const auto count = static_cast<std::size_t>(SamplesOf(merged[at]).size());
+  Trace::Origins origins = Trace::Unchanged(theirs.size());
+  const bool growthIsMine = theirs != base && BeginsWith(mine, base);
+  if (!growthIsMine && mine != theirs) {
+    const Trace::Origins inTheirs = Trace::Back(Trace::ByDifference(base, theirs), base.size());
+    origins = Trace::Through(inTheirs, OriginsInBase(data, base, mine));
+    // Their growth came behind mine.
+    for (qsizetype sample = base.size(); origins.size() < count; ++sample)
+      origins.push_back(static_cast<qint32>(sample));
+  }
+  origins.resize(count, Trace::isNew);
+  return origins;
 }
 
 CData Merge::AsLoaded(const QVariantList& row, const CData& like) {

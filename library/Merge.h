@@ -28,6 +28,9 @@ struct Result {
 // is no conflict: its changes stand. Throws InputError for more values than a data set can hold.
 Result Of(const CData& mine, const QVariantList& theirs, bool mineDecides = false);
 
+// Which of the samples in the row as it stood each sample of the merged one is.
+Trace::Origins OriginsOf(const CData& mine, const QVariantList& theirs, const QVariantList& merged);
+
 // The data set as loading the row would make it; what no row holds is as in `like`.
 CData AsLoaded(const QVariantList& row, const CData& like);
 

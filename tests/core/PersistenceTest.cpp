@@ -1,7 +1,9 @@
 // What a data set keeps on its way into the table and back.
 #include <QTimer>
 
+#include "core/CollectionWatch.h"
 #include "core/DataObjectFunctions.h"
+#include "platform/system/LoginName.h"
 #include "tests/support/Figures.h"
 #include "tests/support/TestProgram.h"
 
@@ -62,6 +64,19 @@ TEST_F(PersistenceTest, SavingAgainKeepsTheDescriptionAndTheRow) {
   EXPECT_EQ(program.Rows(u"SELECT ID, Description, \"Values\" FROM StatData"_s),
             std::vector<QVariantList>({{id, u"OLD"_s, u"1,2,3,"_s}}));
   EXPECT_EQ(collection.size(), 1U);
+}
+
+TEST_F(PersistenceTest, ANoteIsWrittenInTheUsersNameAndNewsToOthers) {
+  const CDataPtr data = Loaded(program.Insert(u"A"_s));
+  CollectionWatch watch;
+  while (watch.Take()) continue;
+  ASSERT_EQ(SetNote(*data, 1, {}, u"new tool"_s)->outcome, Library::Noted::Outcome::Written);
+  EXPECT_TRUE(watch.Take()->others);
+  const Trace::Record record = TraceOf(*data);
+  ASSERT_EQ(record.notes.size(), 1U);
+  EXPECT_EQ(record.notes[0].author, LoginName());
+  EXPECT_FALSE(LoginName().isEmpty());
+  EXPECT_EQ(collection.front(), data) << "the data set is the same";
 }
 
 TEST_F(PersistenceTest, LoadingForgivesNullsAndAMissingComma) {

@@ -31,9 +31,10 @@ class FullDisk {
 
 class FullDiskTest : public CommandTest {
  protected:
-  // A small data set in front of a large one.
+  // A small data set, with all that an append needs, in front of a large one.
   FullDiskTest() {
-    EXPECT_EQ(Import({}, "1\n2\n").status, 0);
+    EXPECT_EQ(Import({}, "1\n").status, 0);
+    EXPECT_EQ(RunIn(u"append LIB --description Shaft 2").status, 0);
     EXPECT_EQ(Import(u"--description Large"_s, QByteArray("10.123456789\n").repeated(10000)).status, 0);
     files = Files();
     before = Read(library);

@@ -44,6 +44,30 @@ TEST_F(MergeTest, Values) {
   EXPECT_THROW(Merge::Of(data, Row(u"1,2,3,4,"_s + u"1,"_s.repeated(20000))), InputError);
 }
 
+// Where each sample of the merged row comes from in the row as it stood.
+TEST_F(MergeTest, SamplesAreFollowedThroughBothChanges) {
+  const struct {
+    QString base, mine, theirs;
+    Trace::Origins known, origins;
+  } cases[] = {
+      {u"1,2,3,"_s, u"1,3,"_s, u"1,2,3,"_s, {}, {0, 2}},
+      {u"1,2,3,"_s, u"1,2,3,4,"_s, u"1,2,3,5,"_s, {}, {0, 1, 2, 3, -1}},  // both added
+      {u"1,2,3,"_s, u"2,9,"_s, u"1,2,3,5,"_s, {}, {1, 2, 3}},             // theirs behind my edit
+      {u"1,2,3,"_s, u"1,2,3,4,"_s, u"2,8,"_s, {}, {0, 1, -1}},            // mine behind theirs
+      {u"1,1,1,"_s, u"1,1,"_s, u"1,1,1,1,"_s, {0, 2}, {0, 2, 3}},         // as the editor knows
+      {u"1,1,1,"_s, u"1,1,"_s, u"1,1,1,"_s, {0, 3}, {0, 1}},              // what cannot be: there are three
+      {u"1,2,3,"_s, u"1,3,4,"_s, u"0,1,2,3,"_s, {0, 2, -1}, {1, 3, -1}},  // mine decides
+  };
+  for (const auto& [base, values, theirs, known, origins] : cases) {
+    CData mine = Loaded(Row(base));
+    mine.SetDelimitedInputString(values);
+    mine.SetSampleOrigins(known);
+    const QVariantList merged = Merge::Of(mine, Row(theirs), true).row;
+    EXPECT_EQ(Merge::OriginsOf(mine, Row(theirs), merged), origins)
+        << values.toStdString() << theirs.toStdString();
+  }
+}
+
 // A field that only one has changed is that one's, and its neighbours keep every digit.
 TEST_F(MergeTest, EachUnitOnItsOwn) {
   const std::vector<std::pair<QString, QVariant>> theirChanges = {
