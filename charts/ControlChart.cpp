@@ -200,6 +200,8 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   }
   curve.marksArePoints = chart.marksArePoints;
   curve.middle = chart.mean;
+  for (const auto& [point, letters] : chart.letters)
+    curve.letters.emplace_back(static_cast<size_t>(point - chart.shown.first), letters);
   graph.Draw(std::move(curve));
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"Zero Data Set"_s, {0, 0, Palette::Black}});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});
@@ -283,8 +285,9 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
                               {},
                               std::pair<double, double>(first, last),
                               normal,
-                              Words::Figure::sample(),
-                              normal});
+                              chart.axisStretches.empty() ? Words::Figure::sample() : chart.axisTitle,
+                              normal,
+                              chart.axisStretches});
   graph.Draw(
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
@@ -293,6 +296,10 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
   if (isPart) {
     notes.append(Words::Page::part(first, last, count));
     shortNotes.append(Words::Page::partShort(first, last));
+  }
+  if (!chart.period.isEmpty()) {
+    notes.append(chart.period);
+    shortNotes = {chart.period};
   }
   if (chart.isBeyondStandardScale) {
     notes.append(Words::Page::fitted());

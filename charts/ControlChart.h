@@ -52,6 +52,11 @@ struct ControlChart {
   int baseFirst = 0;  // the points that the limits are calculated from, where that is a part; 0 for none
   int baseLast = 0;
   std::vector<double> sigmaLines{};  // sigmas from the centre line
+  // What is known of the points besides their values.
+  std::vector<std::pair<int, QString>> letters{};  // of their notes
+  QString axisTitle{};
+  std::vector<ChartGraph::Stretch> axisStretches{};  // empty: the points' numbers
+  QString period{};                                  // that the points shown were taken in
 };
 
 struct ControlCharts {

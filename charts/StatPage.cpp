@@ -8,6 +8,7 @@
 #include "charts/VerdictStrip.h"
 #include "data/Statistics.h"
 #include "platform/chart/Palette.h"
+#include "texts/NoteWords.h"
 #include "texts/PageWords.h"
 #include "texts/Words.h"
 
@@ -56,10 +57,18 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   };
   samples_ = data.DelimitedInputString();
   subgroupSize_ = std::max<int>(1, data.SubGroupSize());
+  trace_ = PointTrace(options.trace, subgroupSize_, data.NumberOfPlotPoints());
+  axis_ = options.axis;
+  std::optional<PointRange> points = options.points;
+  if (options.period) {
+    points = trace_.PointsIn(*options.period);
+    if (!points) throw InputError(Words::Period::noPoints(options.period->Text()));
+  }
   const std::optional<LimitsOrigin> origin = KnownOrigin(data);
   run("SetupControlCharts", [&] {
     charts_ = SetupControlCharts(data, results(), options.fittedScale);
-    if (options.points) ::ShowPoints(charts_, *options.points);
+    if (points) ::ShowPoints(charts_, *points);
+    NoteShown(options.period ? PeriodText(*options.period) : QString());
   });
   if (origin && origin->kind == LimitsOrigin::Points) {
     for (ControlChart* chart : {&charts_.xbar, &charts_.r}) {
@@ -87,6 +96,7 @@ QString StatPage::ScaleNote(const StatPageOptions& options) const {
 
 void StatPage::ShowPoints(PointRange points) {
   ::ShowPoints(charts_, points);
+  NoteShown({});
   for (const auto& [graph, chart] : {std::pair{GraphId::XBar, &charts_.xbar}, {GraphId::R, &charts_.r}}) {
     ChartGraph& drawn = page_.Graph(static_cast<int>(graph));
     drawn = ChartGraph(drawn.Frame());
@@ -109,6 +119,7 @@ void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
   if (!data.UnitOfMeasurement().isEmpty()) facts.append(Words::Page::unit(data.UnitOfMeasurement()));
   facts.append(Words::Page::samples(data.SampleQty()));
   facts.append(Words::Page::subgroupSize(data.SubGroupSize()));
+  if (options.period) facts.append(Words::Period::head(options.period->Text()));
   head.Draw(ChartGraph::Text{{0.01, 0.79}, Alignment::LeftMiddle, facts.join(u"     "_s), small, 0.7});
   if (options.printedAt.isValid()) {
     const QString printed = Words::Page::printed(options.printedAt.toString(u"yyyy-MM-dd HH:mm"_s));
@@ -134,7 +145,8 @@ QRectF StatPage::VerdictArea(const QRectF& target) const {
 }
 
 QRectF StatPage::PageArea(const QRectF& target) const {
-  return target.adjusted(0, VerdictArea(target).bottom() - target.top(), 0, 0);
+  return {target.left(), VerdictArea(target).bottom(), target.width(),
+          PlaceOfNotes(target).area.top() - VerdictArea(target).bottom()};
 }
 
 void StatPage::Paint(QPainter& painter, const QRectF& target) const {
@@ -145,6 +157,7 @@ void StatPage::Paint(QPainter& painter, const QRectF& target) const {
   if (head_) paintStrip(*head_, HeadArea(target));
   paintStrip(verdict_, VerdictArea(target));
   page_.Paint(painter, PageArea(target));
+  PaintNotes(painter, target);
 }
 
 GraphId StatPage::GraphAt(QPointF position, const QRectF& target) const {

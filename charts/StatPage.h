@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "charts/ControlChart.h"
+#include "charts/PageNotes.h"
+#include "charts/PointTrace.h"
 #include "data/CData.h"
 #include "engine/Engine.h"
 #include "platform/chart/ChartPage.h"
@@ -20,8 +22,12 @@ enum class GraphId { None = -1, XBar, R, Histogram, Text };
 struct StatPageOptions {
   bool fittedScale = false;  // value axes from the points and the limits, in place of the standard scale
   std::optional<PointRange> points{};  // that the control charts show; all where it is not set
-  bool printedHead = false;            // a strip above the page that says what it shows
-  QString libraryName{};               // that the data set stands in; left out where it is empty
+  // When, in which lot and with which notes the samples were taken; nothing is known where it is null.
+  std::shared_ptr<const Trace::Record> trace{};
+  AxisLabels axis = AxisLabels::Numbers;
+  std::optional<Period> period{};  // in place of points: those that were taken in it
+  bool printedHead = false;        // a strip above the page that says what it shows
+  QString libraryName{};           // that the data set stands in; left out where it is empty
   int pageNumber = 1;
   int pageCount = 1;
   QDateTime printedAt{};  // for the head; left out where it is null
@@ -33,7 +39,7 @@ struct StatPageOptions {
 class StatPage {
  public:
   // Records the page; the data set is not needed afterwards. ScaleError when a scale cannot be made, Error
-  // when the engine refuses the data set.
+  // when the engine refuses the data set, InputError when no point was taken in the period.
   StatPage(const CData& data, const StatPageOptions& options);
   // The same with these numbers for the series and the bins.
   StatPage(const CData& data, const engine::Results& results, const StatPageOptions& options);
@@ -62,6 +68,8 @@ class StatPage {
 
   QStringList SamplesOf(const PointInfo& point) const;
   int FirstSampleOf(int number) const;  // of that subgroup, counted from 1
+  const PointTrace& Trace() const { return trace_; }
+  std::vector<LetteredNote> NotesOn(int number) const;  // of a point that is shown
 
   // A point and why it is marked: by a rule, or, with rule 0, as a range beyond a limit.
   struct Mark {
@@ -100,17 +108,30 @@ class StatPage {
  private:
   void Record(const CData& data, const StatPageOptions& options,
               const std::function<const engine::Results&()>& results);
+  void NoteShown(const QString& period);
+  QString PeriodText(const Period& period) const;
   void RecordHead(const CData& data, const StatPageOptions& options);
   QString ScaleNote(const StatPageOptions& options) const;
   double StripHeight(double part, const QRectF& target, int upper, int lower) const;
   QRectF HeadArea(const QRectF& target) const;
   QRectF VerdictArea(const QRectF& target) const;
   QRectF PageArea(const QRectF& target) const;
+  void PaintNotes(QPainter& painter, const QRectF& target) const;
+  struct NotesPlace {
+    QRectF area;  // beneath the charts
+    QSizeF room;  // that the texts had
+    int pixels = 0;
+  };
+  NotesPlace PlaceOfNotes(const QRectF& target) const;
   const ControlChart* Chart(GraphId graph) const;  // null for a graph without points
 
   QString description_;
   QString samples_;
   int subgroupSize_ = 1;
+  PointTrace trace_;
+  AxisLabels axis_ = AxisLabels::Numbers;
+  std::vector<LetteredNote> notes_;  // of the points shown
+  Paragraphs noteTexts_;
   ControlCharts charts_;
   ChartPage page_;
   std::optional<ChartGraph> head_;

@@ -6,6 +6,7 @@
 
 #include "platform/chart/GraphPainter.h"
 #include "platform/chart/Palette.h"
+#include "platform/chart/StretchLabels.h"
 
 namespace {
 
@@ -66,6 +67,7 @@ class AxisLayout {
   }
 
   void Paint() {
+    if (!axis_.stretches.empty()) return PaintStretches();
     const Thinning thinning = horizontal_ ? ThinHorizontal() : ThinVertical();
     painter_.setPen(LinePen({0, 0, Palette::Black}, geometry_.unit));
     PaintLine();
@@ -130,6 +132,28 @@ class AxisLayout {
       if (step * pitch_ >= widest + geometry_.LabelGap()) return {step, false};
     }
     return {ticks_, false};
+  }
+
+  void PaintStretches() const {
+    painter_.setPen(LinePen({0, 0, Palette::Black}, geometry_.unit));
+    PaintLine();
+    const QRectF& frame = geometry_.frame;
+    const auto labels = PlaceStretchLabels(
+        axis_.stretches, frame.left(), frame.right(), [this](double value) { return geometry_.X(value); },
+        [this](const QString& text) {
+          return Metrics().horizontalAdvance(text) + 1.5 * geometry_.LabelGap();
+        });
+    const double bottom = geometry_.plot.bottom();
+    for (const StretchLabel& label : labels)
+      painter_.drawLine(QPointF(label.x, bottom), QPointF(label.x, bottom + tickLength_));
+    painter_.setFont(font_);
+    painter_.setPen(Palette::Colour(axis_.labelText.colour));
+    const QFontMetricsF metrics = Metrics();
+    for (const StretchLabel& label : labels)
+      painter_.drawText(QPointF(label.x - metrics.horizontalAdvance(label.text) / 2,
+                                bottom + 1.4 * tickLength_ + metrics.ascent()),
+                        label.text);
+    PaintTitle(false);
   }
 
   void PaintLine() const {

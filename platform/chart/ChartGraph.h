@@ -27,6 +27,13 @@ class ChartGraph {
   enum class Alignment { LeftMiddle, RightMiddle, BelowCentred, AboveCentred = 6 };
   enum class Direction { Horizontal, Vertical };
 
+  // Of a horizontal axis, up to the next one. At its start stands its heading where that is not the last one
+  // that stands, else its text; headings go first.
+  struct Stretch {
+    double from = 0;
+    QString heading;
+    QString text;
+  };
   // Ticks from the start of the scale, or at the multiples of the spacing where only some are numbered, with
   // numbers or with the given labels; labels thin out before they touch.
   struct Axis {
@@ -38,6 +45,7 @@ class ChartGraph {
     TextParameters labelText;
     QString title;
     TextParameters titleText;
+    std::vector<Stretch> stretches{};  // in place of the ticks of a horizontal axis
   };
   // One value per position. A mark other than 0 is shown at its point as a sign with that number, which
   // stands above the sign, or below it where the value is below the middle. A value that is not a number
@@ -50,6 +58,7 @@ class ChartGraph {
     bool marksArePoints = false;      // the sign's number is its position instead
     double middle = 0;
     TextParameters markText;
+    std::vector<std::pair<size_t, QString>> letters{};  // on plates at points: of what is said elsewhere
   };
   // A line across the whole plot area at the first value of a data set; not drawn outside the scale.
   struct Level {

@@ -99,6 +99,7 @@ class CurvePicture {
     const std::vector<size_t> marks = PaintMarks();
     const std::vector<size_t> arrows = PaintArrows();
     PaintNumbers(marks, arrows);
+    PaintLetters();
   }
 
  private:
@@ -289,6 +290,29 @@ class CurvePicture {
       for (const size_t i : some) {
         if (tried.TakeCell(SignOf(i)) || single_) numbers_.Paint(NumberOf(i));
       }
+    }
+  }
+
+  // In a crowded line their points show by dots.
+  void PaintLetters() {
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(Palette::Colour(Palette::Teal));
+    const double dot = geometry_.unit * 0.0045;
+    for (const auto& [i, text] : curve_.letters) {
+      if (single_ || MarkOf(i) != 0 || std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
+      painter_.drawEllipse(At(i), dot, dot);
+      numbers_.Take(Around(At(i), dot));
+    }
+    painter_.setBrush(Qt::NoBrush);
+    numbers_.AllowFar(curve_.letters.size() <= mostFarNumbers ? MarkNumbers::Far::Anywhere
+                                                              : MarkNumbers::Far::Nowhere);
+    for (const auto& [i, text] : curve_.letters) {
+      if (std::isnan(values_[i])) continue;
+      const bool isOutside = geometry_.IsOutside(values_[i]);
+      const double radius = isOutside        ? ArrowSize() * 0.8
+                            : MarkOf(i) != 0 ? OuterRadius()
+                                             : std::max(dot, PointRadius());
+      numbers_.Paint({SignOf(i), text, radius, isOutside ? !IsAbove(i) : values_[i] >= curve_.middle, true});
     }
   }
 

@@ -55,8 +55,10 @@ bool MarkNumbers::IsFree(const QRectF& box) const {
 }
 
 // All digits are of one width.
-QSizeF MarkNumbers::SizeOf(const QString& text) {
-  QString shape = text;
+QSizeF MarkNumbers::SizeOf(const Number& number) {
+  if (number.isPlate)
+    return {metrics_.horizontalAdvance(number.text) + 4 * gap_, metrics_.capHeight() + 4 * gap_};
+  QString shape = number.text;
   for (QChar& c : shape) {
     if (c.isDigit()) c = u'0';
   }
@@ -67,14 +69,16 @@ QSizeF MarkNumbers::SizeOf(const QString& text) {
 
 void MarkNumbers::PaintText(const Number& number, const QRectF& box) {
   painter_.setFont(font_);
-  painter_.setPen(ink_);
-  painter_.drawText(box.bottomLeft(), number.text);
+  if (number.isPlate) painter_.fillRect(box, Palette::Colour(Palette::Teal));
+  painter_.setPen(number.isPlate ? Palette::Colour(Palette::White) : ink_);
+  const double rim = number.isPlate ? 2 * gap_ : 0;
+  painter_.drawText(box.bottomLeft() + QPointF(rim, -rim), number.text);
   taken_.Take(box);
   boxes_.push_back(box);
 }
 
 void MarkNumbers::Paint(const Number& number) {
-  const QSizeF size = SizeOf(number.text);
+  const QSizeF size = SizeOf(number);
   if (!PaintNear(number, size) && far_ != Far::Nowhere) PaintFar(number, size);
 }
 

@@ -25,8 +25,9 @@ class MarkNumbers {
   struct Number {
     QPointF mark;
     QString text;
-    double radius;  // of the mark
-    bool above;     // rather than below it
+    double radius;         // of the mark
+    bool above;            // rather than below it
+    bool isPlate = false;  // white on a dark ground
   };
   // Leaves the number out where there is no room for it.
   void Paint(const Number& number);
@@ -37,7 +38,7 @@ class MarkNumbers {
   void PaintFar(const Number& number, QSizeF size);
   bool IsLeaderFree(const QLineF& leader) const;
   void PaintText(const Number& number, const QRectF& box);
-  QSizeF SizeOf(const QString& text);
+  QSizeF SizeOf(const Number& number);
 
   QPainter& painter_;
   const GraphGeometry& geometry_;

@@ -1,0 +1,24 @@
+// The notes on the points that a page shows: lettered as in the charts, and in words beneath them.
+#pragma once
+
+#include <QString>
+#include <utility>
+#include <vector>
+
+#include "charts/PointTrace.h"
+#include "platform/chart/Paragraphs.h"
+
+struct LetteredNote {
+  QString letter;  // A to Z, AA ...
+  int point = 0;
+  const Trace::Note* note = nullptr;
+};
+
+std::vector<LetteredNote> LetterNotes(const PointTrace& trace, PointRange shown);
+
+// For each point with notes its letters: A, or where it has several A,B.
+std::vector<std::pair<int, QString>> LettersAtPoints(const std::vector<LetteredNote>& notes);
+
+// What stands beneath the charts: these notes, then, where the last point is shown, those on samples behind
+// it, and at the end what has lost its samples.
+Paragraphs NoteTexts(const PointTrace& trace, const std::vector<LetteredNote>& notes, bool isToTheEnd);

@@ -1,0 +1,216 @@
+// Times, lots and notes on the page: which point has which, where they stand, and that nothing touches.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "platform/chart/StretchLabels.h"
+#include "tests/charts/PageData.h"
+#include "tests/support/RecordingDevice.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using Kind = PaintedShape::Kind;
+
+const QDateTime noon = QDateTime(QDate(2026, 10, 30), QTime(12, 0)).toUTC();  // here
+
+// Runs of three samples, a third of a day apart, in lots of four runs; none of the first ten samples.
+std::shared_ptr<Trace::Record> Traced(qsizetype samples) {
+  auto record = std::make_shared<Trace::Record>();
+  for (qsizetype first = 10; first < samples; first += 3) {
+    const qint64 run = (first - 10) / 3;
+    record->runs.push_back({.first = first,
+                            .count = std::min<qsizetype>(3, samples - first),
+                            .time = noon.addSecs(run * 28800),
+                            .lot = u"L-%1"_s.arg(run / 4),
+                            .number = run + 1});
+  }
+  return record;
+}
+
+Trace::Note NoteOn(qsizetype sample, const QString& text, const QString& author, const QString& value = {}) {
+  Trace::Note note;
+  note.sample = sample;
+  note.text = text;
+  note.author = author;
+  note.value = value;
+  return note;
+}
+
+void AddNotes(Trace::Record& record, int count, const QString& text, qsizetype apart = 5) {
+  for (int i = 0; i < count; ++i) record.notes.push_back(NoteOn(i * apart, text.arg(i + 1), u"lee"_s));
+}
+
+QStringList TextsIn(const std::vector<PaintedShape>& shapes) {
+  QStringList texts;
+  for (const PaintedShape& shape : shapes) texts << shape.text;
+  return texts;
+}
+
+TEST(PageNotes, APointHasWhatItsSamplesHave) {
+  auto record = Traced(50);
+  AddNotes(*record, 3, u"note %1"_s, 7);  // on the samples 0, 7 and 14
+  record->notes.push_back(NoteOn(13, u"another"_s, u"kim"_s));
+  std::ranges::sort(record->notes, {}, &Trace::Note::sample);
+  const PointTrace trace(record, 5, 8);
+  EXPECT_FALSE(trace.TimeOf(2).isValid());
+  EXPECT_EQ(trace.TimeOf(3), noon.addSecs(28800)) << "of its last sample, the fifteenth";
+  EXPECT_EQ(trace.LotOf(6), u"L-1");
+  EXPECT_EQ(trace.NotesOn(1).size(), 1u);
+  EXPECT_EQ(trace.NotesOn(3).size(), 2u);
+  const auto notes = LetterNotes(trace, {2, 8});
+  EXPECT_EQ(LettersAtPoints(notes), (std::vector<std::pair<int, QString>>{{2, u"A"_s}, {3, u"B,C"_s}}));
+
+  // On the clock of this place, the day of the end included.
+  const QDate day = noon.toLocalTime().date();
+  const auto in = [&](QDate since, QDate until) {
+    const auto points = trace.PointsIn({since, until});
+    return points ? u"%1-%2"_s.arg(points->first).arg(points->last) : u"none"_s;
+  };
+  EXPECT_EQ(in({}, {}), u"3-8");
+  EXPECT_EQ(in(day.addDays(1), day.addDays(2)), u"4-6");
+  EXPECT_EQ(in({}, day.addDays(-1)), u"none");
+  EXPECT_EQ(in(day.addDays(4), {}), u"none") << "those samples make no point yet";
+  EXPECT_EQ(Period::Month({2026, 1, 31}, -1).since, QDate(2025, 12, 1));
+  EXPECT_EQ(Period::Month({2026, 1, 31}, 1).until, QDate(2026, 2, 28));
+}
+
+TEST(PageNotes, LabelsOfTheAxisNeverTouchAndSayADayOnce) {
+  const auto record = Traced(200);
+  const PointTrace trace(record, 1, 200);
+  for (const double wide : {200.0, 500.0, 3000.0}) {
+    const auto stretches = trace.Stretches(AxisLabels::Times, {1, 200});
+    const auto labels = PlaceStretchLabels(
+        stretches, 0, wide, [&](double at) { return at / 201 * wide; },
+        [](const QString& text) { return 7.0 * double(text.size()); });
+    ASSERT_GE(labels.size(), 2u);
+    double end = 0;
+    QString day;
+    for (const StretchLabel& label : labels) {
+      const double half = 3.5 * double(label.text.size());
+      EXPECT_GE(label.x - half, end - 1e-6) << label.text.toStdString();
+      end = label.x + half;
+      // What stands there is that point's day, or its time on the day that was said last.
+      const int point = qRound(label.x / wide * 201);
+      const QDateTime time = trace.TimeOf(point).toLocalTime();
+      if (!time.isValid()) {
+        EXPECT_EQ(label.text, u"#%1"_s.arg(point));
+      } else if (label.text != time.time().toString(u"HH:mm"_s)) {
+        EXPECT_EQ(label.text, time.date().toString(Qt::ISODate));
+        EXPECT_NE(label.text, day);
+        day = label.text;
+      } else {
+        EXPECT_EQ(day, time.date().toString(Qt::ISODate));
+      }
+    }
+    EXPECT_LE(end, wide);
+  }
+  const auto lots = trace.Stretches(AxisLabels::Lots, {11, 40});
+  ASSERT_EQ(lots.size(), 3u);
+  EXPECT_EQ(lots[1].heading, u"L-1");
+  EXPECT_EQ(lots[1].from, 23);
+  EXPECT_TRUE(PointTrace(record, 1, 5).Stretches(AxisLabels::Times, {1, 5}).empty()) << "no point has a time";
+}
+
+// On paper as wide as A4 at 96 dots per inch, no letters below 7 points.
+struct Sheet {
+  explicit Sheet(StatPage page) {
+    page.SetSmallestText(7.0 / 72 * 96);
+    QPainter painter(&device);
+    page.Paint(painter, QRectF(QPointF(), QSizeF(device.size())));
+  }
+  std::vector<PaintedShape> Texts() const { return device.Of(Kind::Text, QRectF(0, 0, 1047, 718)); }
+  RecordingDevice device{QSize(1047, 718)};
+};
+
+TEST(PageNotes, TwentyNotesAreReadableAndNothingTouches) {
+  const CData data = PageData::Random({.subgroups = 40});
+  auto record = Traced(200);
+  AddNotes(*record, 20, u"note %1: the second nozzle was cleaned and the pressure set again by the book"_s);
+  for (const auto axis : {AxisLabels::Numbers, AxisLabels::Times, AxisLabels::Lots}) {
+    const Sheet sheet(
+        StatPage(data, {.fittedScale = true, .trace = record, .axis = axis, .printedHead = true}));
+    const auto texts = sheet.Texts();
+    std::multiset<QString> marks;
+    for (size_t i = 0; i < texts.size(); ++i) {
+      EXPECT_GE(texts[i].font.pixelSize(), 9) << texts[i].text.toStdString();
+      if (texts[i].text.size() == 1 && texts[i].text[0].isLetter()) marks.insert(texts[i].text);
+      EXPECT_LE(texts[i].Place().bottom(), 718);
+      for (size_t j = 0; j < i; ++j)
+        EXPECT_FALSE(texts[i].Place().intersects(texts[j].Place()))
+            << texts[i].text.toStdString() << " on " << texts[j].text.toStdString();
+    }
+    for (char16_t letter = u'A'; letter <= u'T'; ++letter)
+      EXPECT_EQ(marks.count(QString(QChar(letter))), 3u) << "in both charts and beneath: " << char(letter);
+    const QString all = TextsIn(texts).join(u' ');
+    for (int i = 1; i <= 20; ++i) EXPECT_TRUE(all.contains(u"note %1: the second"_s.arg(i))) << i;
+    EXPECT_FALSE(all.contains(u'\u2026')) << "there is room for all of it";
+    EXPECT_TRUE(all.contains(u"point 20 \u00b7 "_s)) << all.toStdString();
+    const QString titles[] = {u"Sample"_s, u"Time"_s, u"Lot"_s};
+    EXPECT_EQ(TextsIn(texts).count(titles[int(axis)]), 2);
+    // No plate lies on a point or a mark.
+    const auto plates = sheet.device.Where([](const PaintedShape& shape) {
+      return shape.kind == Kind::Rectangle && shape.fill == QColor(0, 128, 128) &&
+             shape.Place().height() < 30;
+    });
+    const auto points = sheet.device.Where([](const PaintedShape& shape) {
+      return shape.kind == Kind::Ellipse || (shape.kind == Kind::Polygon && shape.fill == QColor(255, 0, 0));
+    });
+    EXPECT_GE(plates.size(), 40u);
+    for (const auto& plate : plates)
+      for (const auto& point : points) EXPECT_FALSE(plate.Place().intersects(point.Place()));
+  }
+}
+
+TEST(PageNotes, TooManyAreCutShortThenCountedAndWhatLostItsSamplesComesLast) {
+  const CData data = PageData::Random({.subgroups = 200});
+  auto record = std::make_shared<Trace::Record>();
+  const QString text = u"note %1 "_s + u"with many words "_s.repeated(12);
+  AddNotes(*record, 30, text);
+  record->unplacedNotes = {NoteOn(0, u"lost"_s, u"kim"_s, u"74.5"_s)};
+  record->unplacedRuns = {{.count = 4, .time = noon, .lot = u"K7"_s}};
+  const QStringList cut = TextsIn(Sheet(StatPage(data, {.trace = record})).Texts());
+  const QString all = cut.join(u' ');
+  EXPECT_TRUE(all.contains(u"note 30 ") && all.contains(u'\u2026'));
+  EXPECT_TRUE(cut.at(cut.size() - 2).contains(u"(was 74.5) \u00b7 kim: lost")) << all.toStdString();
+  EXPECT_TRUE(cut.last().startsWith(u"no longer on a sample: 4 samples \u00b7 "_s)) << all.toStdString();
+  EXPECT_TRUE(cut.last().endsWith(u"lot K7"));
+
+  record->notes.clear();
+  AddNotes(*record, 200, text);
+  const QStringList most = TextsIn(Sheet(StatPage(data, {.trace = record})).Texts());
+  const int listed = int(most.filter(u"lee: note"_s).size());
+  EXPECT_GT(listed, 30);
+  EXPECT_TRUE(most.last().startsWith(u"and %1 more: "_s.arg(202 - listed))) << most.last().toStdString();
+
+  // A stretch has its own letters, and nothing behind its last point.
+  record->notes.push_back(NoteOn(1000, u"begun"_s, {}));
+  const StatPage part(data, {.points = PointRange{11, 13}, .trace = record});
+  EXPECT_EQ(part.NotesOn(12).at(0).letter, u"B");
+  EXPECT_TRUE(part.NotesOn(10).empty());
+  EXPECT_FALSE(TextsIn(Sheet(part).Texts()).join(u' ').contains(u"begun"));
+}
+
+TEST(PageNotes, APeriodShowsThePointsThatWereTakenInIt) {
+  const CData data = PageData::Random({.subgroups = 40});
+  auto record = Traced(200);
+  const QDate day = noon.toLocalTime().date();
+  const Period period{day.addDays(2), day.addDays(5)};
+  const StatPage page(data, {.trace = record, .period = period, .printedHead = true});
+  for (int point = 1; point <= 40; ++point) {
+    const auto& [first, last] = page.ShownPoints();
+    EXPECT_EQ(period.Has(page.Trace().TimeOf(point)), point >= first && point <= last) << point;
+  }
+  const QString words =
+      day.addDays(2).toString(Qt::ISODate) + u" to "_s + day.addDays(5).toString(Qt::ISODate);
+  EXPECT_EQ(TextsIn(Sheet(page).Texts()).filter(words).size(), 3) << "in the head and in both charts";
+  try {
+    StatPage(data, {.trace = record, .period = Period{day.addDays(200), {}}});
+    ADD_FAILURE() << "drawn";
+  } catch (const InputError& error) {
+    EXPECT_TRUE(ErrorText(error).contains(u"--time-column")) << ErrorText(error).toStdString();
+  }
+}
+
+}  // namespace
