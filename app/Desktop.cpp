@@ -81,8 +81,9 @@ class Reactivation : public QObject {
 };
 
 // Fusion with hints and links that can be read, and without its little pictures, which exist in a few small
-// sizes only and blur on fine screens: boxes have none on their buttons, and the arrow of a bar that does not
-// fit is drawn. (Reading that arrow, shown or not, took as long as building the rest of the bar.)
+// sizes only and blur on fine screens: boxes have none on their buttons; the arrow of a bar that does not fit
+// and the cross that empties a line are drawn. (Reading one of these, shown or not, loads the readers of all
+// kinds of pictures when the program starts.)
 class ProgramStyle : public QProxyStyle {
  public:
   ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
@@ -97,8 +98,14 @@ class ProgramStyle : public QProxyStyle {
                                                        : QProxyStyle::styleHint(hint, option, widget, data);
   }
   QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
-    return which == SP_ToolBarHorizontalExtensionButton ? SymbolIcon(Symbol::More)
-                                                        : QProxyStyle::standardIcon(which, option, widget);
+    switch (which) {
+      case SP_ToolBarHorizontalExtensionButton:
+        return SymbolIcon(Symbol::More);
+      case SP_LineEditClearButton:
+        return SymbolIcon(Symbol::Close);
+      default:
+        return QProxyStyle::standardIcon(which, option, widget);
+    }
   }
 };
 
