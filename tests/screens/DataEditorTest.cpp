@@ -1,4 +1,5 @@
-// The data editor and its expanded view, driven with clicks and keys.
+// The data editor and its expanded view, driven with clicks and keys: each walk's protocol is
+// approved.
 #include "screens/DataEditor.h"
 
 #include <QClipboard>
@@ -9,8 +10,7 @@
 #include "core/DataObjectFunctions.h"
 #include "platform/ui/Contrast.h"
 #include "screens/ExpandedDataForm.h"
-#include "tests/support/TestProgram.h"
-#include "tests/support/Widgets.h"
+#include "tests/support/Protocol.h"
 
 namespace {
 
@@ -21,6 +21,7 @@ class DataEditorTest : public testing::Test {
     program.Execute(u"INSERT INTO Units (Name, Deleted) VALUES ('ell', 1)"_s);
     program.state.gAddMode = true;
   }
+  void TearDown() override { protocol.Expect(); }
 
   // The editor as it stands on the screen, after its one-time set-up.
   void Open() {
@@ -28,6 +29,7 @@ class DataEditorTest : public testing::Test {
     editor->show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(editor.get()));
     Fire(*editor, "ChangeMonitorTimer");
+    protocol.Begin(u"Open"_s, editor.get());
   }
   void OpenExisting(const QString& change = {}) {
     program.state.gAddMode = false;
@@ -36,277 +38,183 @@ class DataEditorTest : public testing::Test {
     EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
     Open();
   }
-  // Closed by a key or by the window's own means, with that answer to the question what about the changes.
-  void Close(Answer answer, bool byKey = true) {
-    program.boxes.Expect(answer);
-    if (answer == Answer::Yes) program.boxes.Expect();  // the save's
-    if (byKey)
-      QTest::keyClick(editor.get(), Qt::Key_Escape);
-    else
-      editor->close();
+  void Step(const QString& what) {
+    if (editor->isVisible()) Fire(*editor, "NotesTimer");
+    protocol.Step(what);
   }
-
+  // A key where the focus is, or a click, with these answers to the boxes that it brings.
+  void Press(const QKeyCombination& key, std::initializer_list<Answer> answers = {}) {
+    for (const Answer answer : answers) program.boxes.Expect(answer);
+    QWidget* focus = editor->focusWidget();
+    QTest::keyClick(focus ? focus : editor.get(), key.key(), key.keyboardModifiers());
+    Step(QKeySequence(key).toString());
+  }
+  void Choose(const char* name, std::initializer_list<Answer> answers = {}) {
+    for (const Answer answer : answers) program.boxes.Expect(answer);
+    Click(*editor, name);
+    Step(QLatin1StringView(name));
+  }
+  void Save(std::initializer_list<Answer> answers) { Choose("Toolbar1_1", answers); }
   // Typed where the focus is; Enter moves on.
-  static void TypeOn(const QStringList& texts) {
+  void TypeOn(const QStringList& texts) {
     for (const QString& text : texts) {
       QTest::keyClicks(QApplication::focusWidget(), text);
-      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+      Press(Qt::Key_Return);
     }
   }
   void Enter(const char* name, const QString& text) {
+    Get(*editor, name).setFocus();
     Type(*editor, name, text);
-    Fire(*editor, "NotesTimer");
-  }
-  void Check(const char* name) {
-    Click(*editor, name);
-    Fire(*editor, "NotesTimer");
+    Step(u"%1: %2"_s.arg(QLatin1StringView(name), text));
   }
   void Paste(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
-    Click(*editor, "Toolbar1_3");
-    Fire(*editor, "NotesTimer");
+    Choose("Toolbar1_3");
   }
-  bool HasFocus(const char* name) const {
-    return QApplication::focusWidget() == &Get<QWidget>(*editor, name);
+  void Select(std::initializer_list<std::pair<QTextCursor::MoveOperation, int>> moves, bool isKept = false) {
+    for (const auto& [move, times] : moves)
+      for (int i = 0; i < times; ++i)
+        Samples().moveCursor(move, isKept ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
   }
   QComboBox& Units() const { return Get<QComboBox>(*editor, "comboUnits"); }
-  QString Text(const char* name) const { return TextOf(*editor, name); }
-  QString Raw() const { return Get<QPlainTextEdit>(*editor, "txtRawData").toPlainText(); }
-  bool SaveIsEnabled() const { return Get<QWidget>(*editor, "Toolbar1_1").isEnabled(); }
+  QPlainTextEdit& Samples() const { return Get<QPlainTextEdit>(*editor, "txtRawData"); }
 
   TestProgram program;
   std::unique_ptr<DataEditor> editor;
+  Protocol protocol{program, u"StatData"_s};
 };
 
 TEST_F(DataEditorTest, FromPasteToSavedRowWithTheKeyboard) {
   Open();
-  EXPECT_TRUE(HasFocus("txtDescription"));
-  EXPECT_FALSE(SaveIsEnabled());
   EXPECT_EQ(Units().count(), 1) << "deleted units are not offered";
-
-  // Description, unit, the limits, fliers: Enter passes Edit Units by where a unit is chosen.
-  TypeOn({u"shaft"_s, {}});
-  EXPECT_TRUE(HasFocus("cmdUnits"));
+  TypeOn({u"shaft"_s, {}});  // Enter passes Edit Units by where a unit is chosen
   Units().setFocus();
   TypeOn({u"m"_s, u"12"_s, u"10"_s, u"8"_s, u"14"_s, u"6"_s});
-  EXPECT_TRUE(HasFocus("checkDiscardFliers"));
-  EXPECT_TRUE(SaveIsEnabled());
   QLineEdit* subGroup = Get<QComboBox>(*editor, "comboSubGroup").lineEdit();
   subGroup->selectAll();
   QTest::keyClicks(subGroup, u"4"_s);
   Paste(u"9.5\r\n9.7\r\n"_s.repeated(20) + u"9.6\r\n"_s);
-  EXPECT_EQ(Text("lblRawDataNote"), u"41 values: 10 subgroups of 4, 1 left over.");
-  EXPECT_EQ(Text("txtMaxSamples"), u"41");
-
-  program.boxes.Expect(u"Data was saved to the database, but");
-  Click(*editor, "Toolbar1_1");
+  Save({Answer::Ok});  // closed, for an editor left open could add a second row
   EXPECT_EQ(editor->result(), QDialog::Accepted);
-  EXPECT_FALSE(editor->isVisible()) << "an editor left open could add a second row";
-  const auto rows = program.Rows(u"SELECT Description, UnitOfMeasurement, SubGroupSize FROM StatData"_s);
-  ASSERT_EQ(rows.size(), 1U);
-  EXPECT_EQ(rows[0], QVariantList({u"SHAFT"_s, u"mm"_s, 4}));
 }
 
 TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   OpenExisting();
-  EXPECT_EQ(Text("txtUSL") + Text("txtLowFlier"), u"12.0000.0000");
-  EXPECT_EQ(Units().currentText(), u"MM") << "as the data set has it";
-  EXPECT_EQ(Get<QListWidget>(*editor, "lstSensitivity").currentRow(), 1);
+  protocol.Tell(u"as it stands"_s);
   Type(*editor, "txtDescription", u"other"_s);
   Fire(*editor, "ChangeMonitorTimer");
-  Fire(*editor, "NotesTimer");
-  EXPECT_TRUE(Text("lblHint").contains(u"keeps its description") && Text("lblHint").contains(u"Rename..."));
-
-  // In subgroups of eight no limit is 0, and all could be kept.
+  Step(u"another description"_s);
+  // In subgroups of eight no limit is 0, and all could be kept; the next save calculates again.
   Get<QComboBox>(*editor, "comboSubGroup").setEditText(u"8"_s);
-  Check("checkUseAllSamples");
-  Type(*editor, "txtMaxSamples", u"32"_s);
-  program.boxes.Expect(Answer::Yes, u"8 samples will be discarded upon save. Continue?");
-  program.boxes.Expect(u"All data successfully saved.");
-  QTest::keyClick(editor.get(), Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(Text("txtDescription"), u"BORE");
-  EXPECT_EQ(Raw().trimmed().count(u'\n') + 1, 32);
-  EXPECT_EQ(Text("txtMaxSamples"), u"32");
-  EXPECT_NE(Text("txtRLCL"), u".0000");
-  EXPECT_TRUE(Get<QCheckBox>(*editor, "checkCalculateControlLimitsOnSave").isChecked())
-      << "the next save calculates again";
-  EXPECT_FALSE(SaveIsEnabled());
-  QTest::keyClick(editor.get(), Qt::Key_Escape);  // and nothing is asked
-  EXPECT_FALSE(editor->isVisible());
+  Choose("checkUseAllSamples");
+  Enter("txtMaxSamples", u"32"_s);
+  Press(Qt::CTRL | Qt::Key_S, {Answer::Yes, Answer::Ok});
+  Press(Qt::Key_Escape);  // and nothing is asked
 }
 
 TEST_F(DataEditorTest, EveryBoxShowsAndStoresItsOwnFigure) {
-  const std::pair<const char*, QString> boxes[] = {{"txtNominal", u"NominalSpecLimit"_s},
-                                                   {"txtUSL", u"UpperSpecLimit"_s},
-                                                   {"txtLSL", u"LowerSpecLimit"_s},
-                                                   {"txtHiFlier", u"HiFlier"_s},
-                                                   {"txtLowFlier", u"LoFlier"_s},
-                                                   {"txtXUCL", u"XBarUCL"_s},
-                                                   {"txtXLCL", u"XBarLCL"_s},
-                                                   {"txtXMean", u"XBarMean"_s},
-                                                   {"txtRUCL", u"RBarUCL"_s},
-                                                   {"txtRLCL", u"RBarLCL"_s},
-                                                   {"txtRMean", u"RBarMean"_s}};
-  const double old[] = {10.5, 12.25, 8.5, 22.5, -3.5, 11.5, 9.5, 10.25, 2.5, 1.25, 1.75};
-  const double entered[] = {10.75, 13.5, 7.5, 21.5, -2.5, 11.75, 9.25, 10.125, 2.75, 1.125, 1.5};
-  QStringList stored, columns;
-  for (size_t i = 0; i < std::size(boxes); ++i) {
-    columns << boxes[i].second;
-    stored << u"%1 = %2"_s.arg(boxes[i].second).arg(old[i]);
-  }
-  OpenExisting(u"SensitivityValue = 2, DetectionPeriod = 0, "_s + stored.join(u", "_s));
-  EXPECT_EQ(Get<QListWidget>(*editor, "lstSensitivity").currentRow(), 2);
-  EXPECT_FALSE(Get<QCheckBox>(*editor, "checkCalculateControlLimitsOnSave").isChecked());
-  for (size_t i = 0; i < std::size(boxes); ++i) {
-    EXPECT_EQ(Text(boxes[i].first), QString::number(old[i], 'f', 4)) << boxes[i].first;
-    Enter(boxes[i].first, QString::number(entered[i]));
-  }
+  OpenExisting(
+      u"SensitivityValue = 2, DetectionPeriod = 0, NominalSpecLimit = 10.5, UpperSpecLimit = 12.25, "
+      "LowerSpecLimit = 8.5, HiFlier = 22.5, LoFlier = -3.5, XBarUCL = 11.5, XBarLCL = 9.5, XBarMean = "
+      "10.25, "
+      "RBarUCL = 2.5, RBarLCL = 1.25, RBarMean = 1.75"_s);
+  protocol.Tell(u"as it stands"_s);
+  const std::pair<const char*, double> figures[] = {
+      {"txtNominal", 10.75}, {"txtUSL", 13.5},   {"txtLSL", 7.5},   {"txtHiFlier", 21.5},
+      {"txtLowFlier", -2.5}, {"txtXUCL", 11.75}, {"txtXLCL", 9.25}, {"txtXMean", 10.125},
+      {"txtRUCL", 2.75},     {"txtRLCL", 1.125}, {"txtRMean", 1.5}};
+  for (const auto& [box, figure] : figures) Enter(box, QString::number(figure));
   Get<QListWidget>(*editor, "lstSensitivity").setCurrentRow(0);
-  program.boxes.Expect(u"All data successfully saved.");
-  Click(*editor, "Toolbar1_1");
-  const auto row = program.Rows(
-      u"SELECT %1, SensitivityValue, DetectionPeriod FROM StatData"_s.arg(columns.join(u", "_s)))[0];
-  for (size_t i = 0; i < std::size(boxes); ++i) EXPECT_EQ(row[qsizetype(i)], entered[i]) << boxes[i].first;
-  EXPECT_EQ(row.mid(std::ssize(boxes)), QVariantList({0, 0}));
-  QTest::keyClick(editor.get(), Qt::Key_Escape);
+  Save({Answer::Ok});
+  Press(Qt::Key_Escape);
 }
 
 TEST_F(DataEditorTest, ARefusedSaveKeepsTheFieldsAndGoesToTheFault) {
   Open();
   Enter("txtUSL", u"12,5"_s);
-  EXPECT_EQ(Text("lblHint"), u"Upper limit: write the decimal point, 12.5.");
   Paste(u"1\r\n"_s.repeated(8));
-  program.boxes.Expect(u"The required fields");
-  Click(*editor, "Toolbar1_1");
-  EXPECT_TRUE(HasFocus("txtDescription"));
-  EXPECT_EQ(Raw().count(u'\n'), 8);
-  EXPECT_TRUE(program.Rows(u"SELECT * FROM StatData"_s).empty());
-  Check("checkCalculateControlLimitsOnSave");
+  Save({Answer::Ok});
+  Choose("checkCalculateControlLimitsOnSave");
   for (const char* name : {"txtUSL", "txtXUCL", "txtXLCL", "txtRUCL", "txtRLCL"}) Enter(name, u"1"_s);
-  EXPECT_TRUE(Text("lblHint").startsWith(u"The control limits of a new data set are always calculated"));
-  Close(Answer::No);
-
+  Press(Qt::Key_Escape, {Answer::No});
   program.Execute(u"UPDATE Units SET Deleted = 1"_s);
   Open();
-  EXPECT_TRUE(Text("lblHint").contains(u"Edit Units")) << "there is nothing to choose from";
+  protocol.Step(Get<QLabel>(*editor, "lblHint").text());  // there is nothing to choose from
 }
 
 TEST_F(DataEditorTest, ClosingAsksOnlyWhereSomethingWouldBeLost) {
   Open();
-  Click(*editor, "Toolbar1_4");
-  EXPECT_FALSE(editor->isVisible());
-
+  Choose("Toolbar1_4");
   Open();
-  Type(*editor, "txtDescription", u"x"_s);
-  Close(Answer::Cancel);
-  EXPECT_TRUE(editor->isVisible());
-  // Yes saves first, and a save that is refused keeps the editor.
-  Close(Answer::Yes);
-  EXPECT_TRUE(editor->isVisible());
-  Close(Answer::No);
-  EXPECT_FALSE(editor->isVisible());
-
+  Enter("txtDescription", u"x"_s);
+  Press(Qt::Key_Escape, {Answer::Cancel});
+  Press(Qt::Key_Escape, {Answer::Yes, Answer::Ok});  // a save that is refused keeps the editor
+  Press(Qt::Key_Escape, {Answer::No});
   OpenExisting();
   Type(*editor, "txtUSL", u"13"_s);
-  Close(Answer::Yes, false);
-  EXPECT_FALSE(editor->isVisible());
-  EXPECT_EQ(program.Rows(u"SELECT UpperSpecLimit FROM StatData"_s)[0][0], 13.0);
+  program.boxes.Expect(Answer::Yes);
+  program.boxes.Expect();
+  editor->close();
+  Step(u"close"_s);
 }
 
-TEST_F(DataEditorTest, PastedColumnsKeepClearOfWhatStandsThere) {
+TEST_F(DataEditorTest, APasteKeepsClearOfWhatStandsThere) {
   Open();
-  Paste(u"1,5\n2,5"_s);
-  Paste(u"3;4"_s);
-  EXPECT_EQ(Raw(), u"1.5\n2.5\n3\n4");
-  Get<QPlainTextEdit>(*editor, "txtRawData").moveCursor(QTextCursor::Start);
+  for (const auto& text : {u"1,5\n2,5"_s, u"3;4"_s, u"14"_s}) Paste(text);
+  Samples().moveCursor(QTextCursor::Start);
   Paste(u"8\n9\n"_s);
-  EXPECT_EQ(Raw(), u"8\n9\n1.5\n2.5\n3\n4");
-
   // Ticking "Use all samples" again fills in the number there is now.
-  Check("checkUseAllSamples");
-  Type(*editor, "txtMaxSamples", u"5"_s);
+  Choose("checkUseAllSamples");
+  Enter("txtMaxSamples", u"5"_s);
   Paste(u"1\n2"_s);
-  EXPECT_EQ(Text("txtMaxSamples"), u"5");
-  Check("checkUseAllSamples");
-  EXPECT_EQ(Text("txtMaxSamples"), u"8");
-  Close(Answer::No);
-}
-
-TEST_F(DataEditorTest, APasteNeitherCutsNorLengthensAValue) {
-  Open();
-  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
-  Paste(u"12.5\n13.5"_s);
-  Paste(u"14"_s);
-  EXPECT_EQ(Raw(), u"12.5\n13.5\n14") << "right behind a value";
-  raw.moveCursor(QTextCursor::Start);
-  raw.moveCursor(QTextCursor::NextCharacter);
-  Paste(u"7\n"_s);
-  EXPECT_EQ(Raw(), u"12.5\n7\n13.5\n14") << "inside a value";
-  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(Raw(), u"12.5\n13.5\n14");
-  // What is selected is replaced.
-  raw.moveCursor(QTextCursor::End);
-  raw.moveCursor(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor);
-  Paste(u"9"_s);
-  EXPECT_EQ(Raw(), u"12.5\n13.5\n19");
-  raw.moveCursor(QTextCursor::Start);
-  for (int i = 0; i < 2; ++i) raw.moveCursor(QTextCursor::NextCharacter);
-  for (int i = 0; i < 5; ++i) raw.moveCursor(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
-  Paste(u"9"_s);
-  EXPECT_EQ(Raw(), u"12\n9\n.5\n19") << "halves of two values are not joined";
-  Close(Answer::No);
+  Choose("checkUseAllSamples");
+  Samples().setPlainText(u"12.5\n13.5\n14"_s);
+  Select({{QTextCursor::Start, 1}, {QTextCursor::NextCharacter, 1}});
+  Paste(u"7\n"_s);  // inside a value
+  Samples().setFocus();
+  Press(Qt::CTRL | Qt::Key_Z);
+  Select({{QTextCursor::End, 1}});
+  Select({{QTextCursor::PreviousCharacter, 1}}, true);
+  Paste(u"9"_s);  // what is selected is replaced
+  Select({{QTextCursor::Start, 1}, {QTextCursor::NextCharacter, 2}});
+  Select({{QTextCursor::NextCharacter, 5}}, true);
+  Paste(u"9"_s);  // halves of two values are not joined
+  Press(Qt::Key_Escape, {Answer::No});
 }
 
 TEST_F(DataEditorTest, TheLiveLineLeadsToTheFaultAndItsReadings) {
   Open();
-  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
   Paste(u"12.7\n12,5 mm\n12,6 mm"_s);
-  EXPECT_EQ(Raw(), u"12.7\n12,5 mm\n12,6 mm");
-  EXPECT_TRUE(Text("lblRawDataNote").contains(u"Line 2 is unclear"));
   for (const char* way : {"cmdGoToLine", "lblRawDataNote"}) {
-    raw.moveCursor(QTextCursor::Start);
+    Samples().moveCursor(QTextCursor::Start);
     QTest::mouseClick(&Get<QWidget>(*editor, way), Qt::LeftButton);
-    EXPECT_EQ(raw.textCursor().blockNumber(), 1) << way;
-    EXPECT_TRUE(HasFocus("txtRawData"));
+    EXPECT_EQ(Samples().textCursor().blockNumber(), 1) << way;
+    EXPECT_EQ(QApplication::focusWidget(), &Samples());
   }
-  auto& offer = Get<QPushButton>(*editor, "cmdOffer1");
-  EXPECT_TRUE(offer.text().startsWith(u"Read 2 commas as decimal points, without"));
-  offer.setFocus();
-  QTest::keyClick(&offer, Qt::Key_Return);
-  Fire(*editor, "NotesTimer");
-  EXPECT_EQ(Raw(), u"12.7\n12.5\n12.6");
-  EXPECT_FALSE(offer.isVisible());
-  EXPECT_FALSE(Get<QWidget>(*editor, "cmdGoToLine").isVisible());
-  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(Raw(), u"12.7\n12,5 mm\n12,6 mm");
-  raw.selectAll();
+  Get<QPushButton>(*editor, "cmdOffer1").setFocus();
+  Press(Qt::Key_Return);
+  Samples().setFocus();
+  Press(Qt::CTRL | Qt::Key_Z);
+  Samples().selectAll();
   Paste(u"12,5\n12,6"_s);
-  EXPECT_TRUE(Text("lblRawDataNote").endsWith(u"\n2 commas were read as decimal points."));
-  raw.clear();
+  Samples().clear();
   Paste(u"1\t2\t3\t4\t5\t6\n7\t8\t9\t10\t11\t12"_s);
   const auto* menu = Get<QPushButton>(*editor, "cmdOffer4").menu();
   ASSERT_TRUE(menu);
   menu->actions().back()->trigger();
-  EXPECT_EQ(Raw(), u"6\n12") << "the last of more readings than there are buttons";
-  Close(Answer::No);
+  Step(u"the last of more readings than there are buttons"_s);
+  Press(Qt::Key_Escape, {Answer::No});
 }
 
 TEST_F(DataEditorTest, ASaveThatAskedAboutCommasShowsTheAnswer) {
   OpenExisting();
-  const QString before = Raw();
-  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
-  QTest::keyClicks(&raw, u"10,25"_s);
-  program.boxes.Expect(Answer::Cancel, u"Is that one value, 10.25?");
-  Click(*editor, "Toolbar1_1");
-  EXPECT_EQ(Raw(), before + u"10,25"_s);
-  program.boxes.Expect(Answer::Yes);
-  program.boxes.Expect(u"All data successfully saved.");
-  Click(*editor, "Toolbar1_1");
-  EXPECT_TRUE(Raw().endsWith(u"\n10.25\n"));
-  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
-  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(Raw(), before + u"10,25"_s) << "a save can be undone";
-  Close(Answer::No);
+  Samples().setFocus();
+  QTest::keyClicks(&Samples(), u"10,25"_s);
+  Save({Answer::Cancel});
+  Save({Answer::Yes, Answer::Ok});
+  Samples().setFocus();
+  for (int i = 0; i < 2; ++i) Press(Qt::CTRL | Qt::Key_Z);  // a save can be undone
+  Press(Qt::Key_Escape, {Answer::No});
 }
 
 TEST_F(DataEditorTest, TheWheelTurnsOnlyWhatHasTheFocus) {
@@ -351,13 +259,8 @@ TEST_F(DataEditorTest, FitsTheScreenAndScrollsToWhatHasTheFocus) {
 TEST_F(DataEditorTest, SaysHowManySamplesAreMissingForAChart) {
   Open();
   Get<QComboBox>(*editor, "comboSubGroup").setEditText(u"5"_s);
-  Paste(u"1\n"_s.repeated(30));
-  EXPECT_EQ(Text("lblHint"), u"30 samples make 6 points; 8 are needed for a chart: 10 more samples.");
-  Paste(u"1\n"_s.repeated(9));
-  EXPECT_TRUE(Text("lblHint").endsWith(u" 1 more sample."));
-  Paste(u"1\n"_s);
-  EXPECT_EQ(Text("lblHint"), QString());
-  Close(Answer::No);
+  for (const int count : {30, 9, 1}) Paste(u"1\n"_s.repeated(count));
+  Press(Qt::Key_Escape, {Answer::No});
 }
 
 TEST_F(DataEditorTest, AnApostropheIsNamedAsTheCause) {
@@ -366,42 +269,41 @@ TEST_F(DataEditorTest, AnApostropheIsNamedAsTheCause) {
                                   {"txtUSL", u"12"_s},
                                   {"txtNominal", u"10"_s},
                                   {"txtLSL", u"8"_s}})
-    Enter(box, text);
+    Type(*editor, box, text);
   Units().setCurrentIndex(0);
   Paste(u"9\n11\n"_s.repeated(20));
-  program.boxes.Expect(u"apostrophe (') in \"BOB'S BORE\"");
-  Click(*editor, "Toolbar1_1");
-  EXPECT_TRUE(HasFocus("txtDescription"));
-  Close(Answer::No);
+  Save({Answer::Ok});
+  Press(Qt::Key_Escape, {Answer::No});
 }
 
 TEST_F(DataEditorTest, TheListOfUnitsFollowsTheLibrary) {
+  const auto change = [this](const QString& sql) {
+    program.Execute(sql);
+    editor->LibraryChanged();
+    Step(u"%1: %2 units"_s.arg(sql).arg(Units().count()));
+  };
   OpenExisting();
   InNextWindow([](QWidget& units) { units.close(); });
-  Click(*editor, "cmdUnits");
-  EXPECT_FALSE(SaveIsEnabled()) << "nothing was changed there";
-  program.Execute(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
-  editor->LibraryChanged();
-  EXPECT_GE(Units().findText(u"inch"_s), 0);
-  EXPECT_EQ(Units().currentText(), u"MM");
-  EXPECT_FALSE(SaveIsEnabled());
-  QTest::keyClick(editor.get(), Qt::Key_Escape);
+  Choose("cmdUnits");
+  InNextWindow([this](QWidget& units) {
+    program.Execute(u"INSERT INTO Units (Name) VALUES ('cm')"_s);
+    units.close();
+  });
+  Choose("cmdUnits");
+  EXPECT_GE(Units().findText(u"cm"_s), 0) << "at once";
+  change(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
+  Press(Qt::Key_Escape);
 
   program.state.gAddMode = true;
   Open();
   Units().setCurrentText(u"inch"_s);
-  program.Execute(u"UPDATE Units SET Deleted = 1 WHERE Name = 'inch'"_s);
-  editor->LibraryChanged();
-  Fire(*editor, "NotesTimer");
-  EXPECT_EQ(Units().currentText(), QString());
-  EXPECT_TRUE(Text("lblHint").contains(u"deleted this unit"_s));
-  program.Execute(u"ALTER TABLE Units RENAME TO Elsewhere"_s);
-  editor->LibraryChanged();                       // in no box: the library would bring one after the other
-  QTest::keyClick(editor.get(), Qt::Key_Escape);  // there is nothing in the boxes
-  program.boxes.Expect(u"no such table");
+  change(u"UPDATE Units SET Deleted = 1 WHERE Name = 'inch'"_s);
+  change(u"ALTER TABLE Units RENAME TO Elsewhere"_s);  // in no box: they would come one after the other
+  Press(Qt::Key_Escape);
+  program.boxes.Expect();
   Open();
   EXPECT_EQ(Units().count(), 0) << "and all else can be seen";
-  QTest::keyClick(editor.get(), Qt::Key_Escape);
+  Press(Qt::Key_Escape);
 }
 
 TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
@@ -409,7 +311,7 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
   for (const char* name : {"txtUSL", "txtHiFlier"}) {
     QTest::mouseClick(&Get(*editor, name), Qt::LeftButton);
     QCoreApplication::processEvents();
-    EXPECT_EQ(Get(*editor, name).selectedText(), Text(name));
+    EXPECT_EQ(Get(*editor, name).selectedText(), TextOf(*editor, name));
   }
   // A window that comes back leaves what was begun as it was.
   QLineEdit& box = Get(*editor, "txtHiFlier");
@@ -421,42 +323,28 @@ TEST_F(DataEditorTest, FocusSelectsANumberAndCommandsReachTheirForms) {
   editor->resize(editor->width(), 0);
   editor->ShowSample(39);
   QCoreApplication::processEvents();
-  const auto& samples = Get<QPlainTextEdit>(*editor, "txtRawData");
-  EXPECT_EQ(samples.textCursor().blockNumber(), 38);
-  EXPECT_EQ(samples.textCursor().selectedText(), samples.toPlainText().section(u'\n', 38, 38));
-  EXPECT_TRUE(samples.viewport()->rect().contains(samples.cursorRect()));
-  EXPECT_EQ(editor->focusWidget(), &samples);
-
-  // A unit added in the units screen is in the list at once.
-  InNextWindow([this](QWidget& units) {
-    program.Execute(u"INSERT INTO Units (Name) VALUES ('inch')"_s);
-    units.close();
-  });
-  Click(*editor, "cmdUnits");
-  EXPECT_EQ(Units().count(), 3);
-  EXPECT_EQ(Units().currentText(), u"MM");
-
-  const QString before = Raw();
+  EXPECT_EQ(Samples().textCursor().blockNumber(), 38);
+  EXPECT_EQ(Samples().textCursor().selectedText(), Samples().toPlainText().section(u'\n', 38, 38));
+  EXPECT_TRUE(Samples().viewport()->rect().contains(Samples().cursorRect()));
+  EXPECT_EQ(editor->focusWidget(), &Samples());
   for (const bool accept : {false, true}) {
     InNextWindow([&](QWidget& expanded) {
       auto& text = Get<QPlainTextEdit>(expanded, "txtExpandedRawData");
-      EXPECT_EQ(text.toPlainText(), before);
+      EXPECT_EQ(text.toPlainText(), Samples().toPlainText());
       Fire(expanded, "LoadTimer");
       EXPECT_EQ(expanded.focusWidget(), &text);
       QTest::keyClicks(&text, u"10"_s);
       Fire(expanded, "NotesTimer");
-      EXPECT_EQ(TextOf(expanded, "lblRawDataNote"), u"41 values: 10 subgroups of 4, 1 left over."_s);
+      protocol.Step(TextOf(expanded, "lblRawDataNote"));
       if (!accept) program.boxes.Expect(Answer::No);
       Click(expanded, accept ? "cmdAccept" : "cmdClose");
     });
-    Click(*editor, "cmdRawData");
-    EXPECT_EQ(Raw(), accept ? before + u"10"_s : before);
+    Choose("cmdRawData");
   }
-  auto& raw = Get<QPlainTextEdit>(*editor, "txtRawData");
-  QTest::keyClick(&raw, Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(Raw(), before) << "what the larger view changed is undone like what was typed";
-  QTest::keyClick(&raw, Qt::Key_Y, Qt::ControlModifier);
-  Close(Answer::No);
+  Samples().setFocus();
+  Press(Qt::CTRL | Qt::Key_Z);  // what the larger view changed is undone like what was typed
+  Press(Qt::CTRL | Qt::Key_Y);
+  Press(Qt::Key_Escape, {Answer::No});
 }
 
 TEST_F(DataEditorTest, DoesNotOpenWithoutItsDataSet) {

@@ -37,7 +37,7 @@ inline void Expect(const QString& name, const QStringList& found) {
   if (approves) return void(file.write(found.join(u'\n').toUtf8() + '\n'));
   const QStringList approved = QString::fromUtf8(file.readAll()).chopped(1).split(u'\n');
   EXPECT_TRUE(std::ranges::equal(approved, found, AreAlike))
-      << name.toStdString() << ", approved:\n"
+      << name.toStdString() << " (KESTREL_APPROVE=1 approves it anew), approved:\n"
       << Without(approved, found).join(u'\n').toStdString() << "\nfound:\n"
       << Without(found, approved).join(u'\n').toStdString();
 }

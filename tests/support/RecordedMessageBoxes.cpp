@@ -12,6 +12,10 @@ bool Offers(Buttons buttons, Answer answer) {
   return answer == Answer::Cancel ? buttons == Buttons::YesNoCancel : buttons != Buttons::Ok;
 }
 
+const char* NameOf(Answer answer) {
+  return answer == Answer::Ok ? "OK" : answer == Answer::Yes ? "Yes" : answer == Answer::No ? "No" : "Cancel";
+}
+
 }  // namespace
 
 RecordedMessageBoxes::RecordedMessageBoxes() : previous_(MessageBox::Install(this)) {}
@@ -45,6 +49,9 @@ Answer RecordedMessageBoxes::Show(const MessageBox::Request& request) {
   }
   const Expected expected = answers_.front();
   answers_.pop_front();
+  log_ << QStringLiteral("\"%1\" %2%3")
+              .arg(request.text, QLatin1StringView(NameOf(expected.answer)),
+                   request.prefersNo ? QStringLiteral(", though it prefers No") : QString());
   EXPECT_TRUE(request.text.contains(expected.text)) << expected.text.toStdString() << " is not in " << box;
   if (Offers(request.buttons, expected.answer)) return expected.answer;
   ADD_FAILURE() << "the answer is no button of " << box;

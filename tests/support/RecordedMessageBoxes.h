@@ -21,6 +21,9 @@ class RecordedMessageBoxes : public MessageBox::Presenter {
   // Removes and returns the oldest box shown and not yet taken; fails the test where there is none.
   MessageBox::Request Take();
 
+  // What was shown since this was asked last: the text and the answer.
+  QStringList TakeAll() { return std::exchange(log_, {}); }
+
   MessageBox::Answer Show(const MessageBox::Request& request) override;
 
  private:
@@ -32,6 +35,7 @@ class RecordedMessageBoxes : public MessageBox::Presenter {
   MessageBox::Presenter* previous_;
   std::deque<Expected> answers_;
   std::deque<MessageBox::Request> shown_;
+  QStringList log_;
 };
 
 // Refuses what any box asks, and notes its text.
