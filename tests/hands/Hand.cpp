@@ -52,24 +52,18 @@ QStringList LinesOf(const QString& text) {
 // What was typed into a form and not saved yet.
 struct Typed {
   QStringList added, removed;
-  QString figure;  // the upper limit, or a unit's description
 } typed;
-QString figureBefore;  // as the form has shown it
-bool wasAsked = false;
 bool mustCalculate = false;
 std::set<QWidget*> busy;
 
 void NoteTry() {
   Note(QStringList{u"try"_s} + typed.added);
   Note(QStringList{u"remove"_s} + typed.removed);
-  if (!typed.figure.isEmpty()) Note({u"figure"_s, figureBefore, typed.figure});
 }
 
 void NoteSaved() {
   Note(QStringList{u"saved"_s} + typed.added);
-  if (!typed.figure.isEmpty()) Note({u"figure saved"_s, typed.figure, wasAsked ? u"asked"_s : u""_s});
   typed = {};
-  wasAsked = false;
 }
 
 void Press(QWidget& form, const char* action) {
@@ -111,7 +105,6 @@ void Decide(QWidget& question) {
   QStringList subjects;
   for (int row = 0; row < table.rowCount(); ++row) subjects << table.item(row, 0)->text();
   Note(QStringList{u"conflict"_s} + subjects);
-  wasAsked = true;
   const int choice = dice.bounded(10);
   if (choice < 4) typed = {};
   if (choice >= 6 && subjects.contains(u"the values"_s)) NoteOver();
@@ -147,18 +140,13 @@ void FillNew(QWidget& form) {
 }
 
 void AtEditor(QWidget& form) {
-  QLineEdit& limit = Get<QLineEdit>(form, "txtUSL");
-  if (typed.figure.isEmpty()) figureBefore = limit.text();
   auto& calculate = Get<QAbstractButton>(form, "checkCalculateControlLimitsOnSave");
   if (mustCalculate && !calculate.isChecked()) Click(form, "checkCalculateControlLimitsOnSave");
   mustCalculate = false;
   const int what = given.role == u"units" ? 100 : dice.bounded(100);
   if (Globals().gAddMode && typed.added.isEmpty()) return FillNew(form);
   if (what < 35 && !Globals().gAddMode) return ChangeSamples(Get<QPlainTextEdit>(form, "txtRawData"));
-  if (what < 50 && !Globals().gAddMode) {
-    typed.figure = OwnNumber(12, u'3');
-    return Type(form, "txtUSL", typed.figure);
-  }
+  if (what < 50 && !Globals().gAddMode) return Type(form, "txtUSL", OwnNumber(12, u'3'));
   if (what < 55) return Click(form, "checkCalculateControlLimitsOnSave");
   if (what < 58) return void(QTest::keyClick(&form, Qt::Key_F5));
   if (what < 85) {
@@ -166,7 +154,7 @@ void AtEditor(QWidget& form) {
     NoteTry();
     return Press(form, "Toolbar1_1");
   }
-  if (what > 97 && typed.added.isEmpty() && typed.figure.isEmpty()) return Click(form, "cmdUnits");
+  if (what > 97 && typed.added.isEmpty()) return Click(form, "cmdUnits");
   form.close();
 }
 
@@ -180,8 +168,6 @@ void AtUnits(QWidget& form) {
     if (!saveButton.isEnabled()) NoteSaved();
   };
   Fire(form, "ChangeMonitorTimer");  // what stood there before anything was typed
-  QLineEdit& description = Get<QLineEdit>(form, "txtDescription");
-  if (typed.figure.isEmpty()) figureBefore = description.text();
   const int what = dice.bounded(100);
   if (what < 20) {
     Press(form, "qsMenuBar1_1");
@@ -189,9 +175,8 @@ void AtUnits(QWidget& form) {
     Type(form, "txtName", name);
     typed.added << name;
     save();
-  } else if (what < 50 && !description.isReadOnly()) {
-    typed.figure = u"about "_s + OwnNumber(1, u'5');
-    Type(form, "txtDescription", typed.figure);
+  } else if (what < 50 && !Get(form, "txtDescription").isReadOnly()) {
+    Type(form, "txtDescription", u"about "_s + OwnNumber(1, u'5'));
     save();
   } else if (what < 90) {
     Press(form, what < 70 ? "qsMenuBar1_8" : "qsMenuBar1_9");
@@ -240,7 +225,6 @@ void AtMain(QWidget& form) {
   const int rows = list.model()->rowCount();
   if (rows == 0) return;
   typed = {};
-  wasAsked = false;
   // Mostly one of the first ones, so that the hands meet.
   const QModelIndex row = list.model()->index(dice.bounded(std::min(Chance(80) ? 2 : 100, rows)), 1);
   list.scrollTo(row);
