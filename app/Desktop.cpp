@@ -8,6 +8,7 @@
 
 #include "core/Globals.h"
 #include "core/StartUp.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/SingleInstance.h"
 #include "platform/ui/Contrast.h"
@@ -158,22 +159,23 @@ void TakeOver(frmMain& main, const QByteArray& message) {
 
 }  // namespace
 
-int RunDesktop(int& argc, char** argv, const QString& fileForThisRun) {
+int RunDesktop(int& argc, char** argv, const QString& libraryForThisRun) {
   QApplication::setOrganizationName(u"Orvane Labs"_s);
   QApplication::setStyle(new ProgramStyle);
   QApplication application(argc, argv);
   // Closing the main window ends the program, whatever help windows are still open.
   QApplication::setQuitOnLastWindowClosed(false);
   SingleInstance instance;
-  const bool isRequest = frmMain::IsRequest(fileForThisRun);
-  const bool isFile = !isRequest && !fileForThisRun.isEmpty();
-  const QString library = isFile ? QFileInfo(fileForThisRun).absoluteFilePath() : fileForThisRun;
+  const bool isRequest = frmMain::IsRequest(libraryForThisRun);
+  const bool isLibrary = !isRequest && !libraryForThisRun.isEmpty();
+  const bool isFile = isLibrary && !ServerAddress::IsOne(libraryForThisRun);
+  const QString library = isFile ? QFileInfo(libraryForThisRun).absoluteFilePath() : libraryForThisRun;
   if (instance.PrevInstance()) return HandOver(instance, library);
 
   Reactivation reactivation;
   application.installEventFilter(&reactivation);
   const Installation installation;
-  if (isFile) Globals().gDatabaseForThisRun = library;
+  if (isLibrary) Globals().gDatabaseForThisRun = library;
   StartUp::UseSettings();  // the main window knows its place before it is seen
   PagePrinting printing;
   frmMain main({.chart = [&printing] { ShowChartScreen(printing); },

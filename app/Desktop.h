@@ -3,5 +3,6 @@
 
 #include <QString>
 
-// Returns the exit status. A file is attached for this run only; an empty name means the one of the settings.
-int RunDesktop(int& argc, char** argv, const QString& fileForThisRun);
+// Returns the exit status. A library is attached for this run only; an empty name means the one of the
+// settings.
+int RunDesktop(int& argc, char** argv, const QString& libraryForThisRun);

@@ -7,7 +7,7 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "library/LibraryFile.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/error/Error.h"
 #include "texts/CommandWords.h"
 #include "texts/Version.h"
@@ -64,7 +64,7 @@ int Dispatch(const QStringList& words) {
   }
   const Command* command = Find(first);
   if (!command) {
-    LibraryFile::RequireNoServer(first);
+    if (ServerAddress::IsOne(first)) ServerAddress::Parse(first);  // says why it is none, if it is none
     const auto& refusal = first.startsWith(u'-') ? Words::Usage::noSuchOption
                           : rest.isEmpty()       ? Words::Usage::noCommandAndNoFile
                                                  : Words::Usage::noCommand;
@@ -74,12 +74,21 @@ int Dispatch(const QStringList& words) {
   return command->run(Arguments(rest, *command));
 }
 
+bool IsAddress(const QString& word) {
+  try {
+    return ServerAddress::IsOne(word) && !ServerAddress::Parse(word).parts.empty();
+  } catch (const InputError&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 bool IsCommand(const QStringList& words) {
   if (words.isEmpty()) return false;
   const QString& first = words.first();
-  return words.size() > 1 || first == "help"_L1 || Find(first) || !QFileInfo(first).isFile();
+  if (words.size() > 1 || first == "help"_L1 || Find(first)) return true;
+  return !QFileInfo(first).isFile() && !IsAddress(first);
 }
 
 bool NeedsGraphics(const QStringList& words) {

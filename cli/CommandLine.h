@@ -10,7 +10,7 @@ namespace CommandLine {
 enum Status { Fine = 0, OutOfControl = 1, Differs = 1, BadInput = 2, FileTrouble = 3 };
 
 // Whether the words behind the program's name are for the command line (else they are for the desktop,
-// which takes one file at most).
+// which takes one library at most).
 bool IsCommand(const QStringList& words);
 
 // Whether the command draws, and so needs a QGuiApplication.

@@ -1,7 +1,8 @@
 // The commands that look after a library: copy, rename, restore, watch.
 #include <QDateTime>
+#include <QEventLoop>
 #include <QProcess>
-#include <QThread>
+#include <QTimer>
 #include <limits>
 #include <map>
 #include <set>
@@ -229,7 +230,9 @@ class Watcher {
 
 [[noreturn]] void WatchUntilStopped(Watcher& watcher) {
   for (;;) {
-    QThread::msleep(lookEvery);
+    QEventLoop events;  // a server's news come as one
+    QTimer::singleShot(lookEvery, &events, &QEventLoop::quit);
+    events.exec();
     watcher.Look();
   }
 }

@@ -212,7 +212,8 @@ const Command& Append() {
 const Command& Convert() {
   static const Command command = {.name = u"convert"_s,
                                   .purpose = Words::Command::convertPurpose(),
-                                  .operands = {{u"ACCESSFILE"_s, Words::Command::accessFile()}, libraryFile},
+                                  .operands = {{u"ACCESSFILE"_s, Words::Command::accessFile()},
+                                               {u"LIBRARY"_s, Words::Command::newLibraryFile()}},
                                   .options = {},
                                   .details = Words::Command::convertDetails(),
                                   .run = RunConvert};

@@ -1,7 +1,6 @@
 // The commands that show a library: status, report, export.
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFileInfo>
 #include <QFutureSynchronizer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -302,7 +301,7 @@ int RunReport(const Arguments& arguments) {
   StatPageOptions options;
   options.fittedScale = arguments.Has(fit);
   options.printedHead = true;
-  options.libraryName = QFileInfo(arguments.Operands()[0]).fileName();
+  options.libraryName = Library::NameOf(arguments.Operands()[0]);
   options.printedAt = QDateTime::currentDateTime();
   const QString day = arguments.Has(date) ? options.printedAt.toString(u".yyyy-MM-dd"_s) : QString();
   const auto page = [&](const Output& output) {

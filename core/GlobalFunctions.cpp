@@ -1,13 +1,12 @@
 #include "core/GlobalFunctions.h"
 
-#include <QFileInfo>
-
 #include "core/Globals.h"
 #include "core/RecentLibraries.h"
 #include "core/RegistryFunctions.h"
 #include "core/Trap.h"
 #include "library/Revision.h"
 #include "library/Tables.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/language/Conversions.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -24,7 +23,7 @@ void ShowInDatabasePanel(const QString& text) {
 }
 
 void ShowInDatabasePanel(const QString& path, const QString& revision) {
-  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(QFileInfo(path).fileName(), LoadResText(u"DB Rev. ;300"), revision));
+  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(Library::NameOf(path), LoadResText(u"DB Rev. ;300"), revision));
 }
 
 // What the program does with a database once it is open.
@@ -40,13 +39,18 @@ void UseDatabase(const QString& path, const QString& revision, bool keepInSettin
   if (MainScreen* screen = Globals().mainScreen) screen->EnableLoadTimer();
 }
 
-// Why a file cannot be opened; empty where it can.
+// As it may stand in a message.
+QString Shown(const QString& path) {
+  return ServerAddress::IsOne(path) ? ServerAddress::WithoutPassword(path) : path;
+}
+
+// Why a file or a server cannot be opened; empty where it can.
 QString WhyNotOpened(const QString& path) {
   try {
     Connection().OpenWith(path);
     return {};
   } catch (const std::exception& error) {
-    return ErrorText(error).remove(path + u": "_s);
+    return ErrorText(error).remove(Shown(path) + u": "_s);
   }
 }
 
@@ -110,7 +114,7 @@ void AttachDatabase(const QString& databasePath) {
     bool valid = false;
     if (TestDatabaseConnection(false, path)) IsDBRevisionValid(path, revision, valid);
     if (!valid) {
-      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + path,
+      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + Shown(path),
                        WhyNotOpened(path));
     } else {
       if (OpenDatabaseConnection(false, path)) {
@@ -206,14 +210,28 @@ bool MoveToLastRecord(Recordset& recordset, bool& flag) {
   return Move(u"QCGlobalFunctions::MoveToLastRecord"_s, flag, recordset, &Recordset::MoveLast);
 }
 
+namespace {
+
+// A server is never given a value as a part of the statement.
+void OpenByName(Recordset& recordset, const QString& tableName, const QString& columnName,
+                const QString& value) {
+  Connection& connection = CurrentConnection();
+  const QString sql = u"SELECT * FROM %1 WHERE %2 = "_s.arg(tableName, columnName);
+  if (connection.IsServer())
+    recordset.Open(sql + u'?', connection, {value});
+  else
+    recordset.Open(sql + u"'%1'"_s.arg(value), connection);
+}
+
+}  // namespace
+
 bool IsDuplicateName(const QString& tableName, const QString& columnName, const QString& value,
                      bool* failed) {
   if (failed) *failed = true;
   return Trap(u"QCGlobalFunctions::IsDuplicateName"_s, false, [&] {
     Recordset recordset;
     try {
-      recordset.Open(u"SELECT * FROM %1 WHERE %2 = '%3'"_s.arg(tableName, columnName, value),
-                     CurrentConnection());
+      OpenByName(recordset, tableName, columnName, value);
     } catch (const Error& error) {
       if (!value.contains(u'\'')) throw;
       throw Error(Words::apostrophe(error.Text(), value), error.GetKind(), value);
@@ -230,7 +248,7 @@ qint32 GetIDByName(const QString& tableName, const QString& fieldName, const QSt
 
 qint32 FindIDByName(const QString& tableName, const QString& fieldName, const QString& name) {
   Recordset recordset;
-  recordset.Open(u"SELECT * FROM %1 WHERE Name = '%2'"_s.arg(tableName, name), CurrentConnection());
+  OpenByName(recordset, tableName, u"Name"_s, name);
   if (recordset.RecordCount() < 1) return 0;
   return Conversions::CLng(recordset.Field(fieldName).toString());
 }

@@ -24,7 +24,8 @@ std::vector<Entry> All(Connection& connection) {
 
 bool Contains(Connection& connection, qint64 number) {
   if (!ExtraTables::HasDeleted(connection)) return false;
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT 1 FROM DeletedStatData WHERE Entry = ?"_s, {number});
+  QSqlQuery query = connection.Run(
+      u"select"_s, u"SELECT 1 FROM DeletedStatData WHERE Entry = ?"_s + connection.RowLock(), {number});
   return connection.NextRow(query);
 }
 

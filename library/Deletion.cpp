@@ -56,6 +56,7 @@ void Library::Restore(const Deleted& deleted, const QString& description) {
   require();
   ExtraTables::Make(connection_);
   DeletedRows::PutBack(connection_, deleted.number, name);
+  KeepName(deleted.row.id, name);
   if (SelectId(deleted.row.id).empty())  // whatever the file's own triggers do
     throw Error(Words::Library::noLongerKept(place_, name), Error::Kind::Conflict, name);
   transaction.Commit();

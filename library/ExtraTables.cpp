@@ -3,7 +3,9 @@
 #include <array>
 
 #include "library/LibraryFile.h"
+#include "library/LibraryServer.h"
 #include "library/Tables.h"
+#include "library/TraceTables.h"
 #include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
@@ -28,12 +30,20 @@ QString Trigger(const QString& name, const QString& event, const QStringList& st
 
 QString Step(const QString& row, int deleted) {
   return u"INSERT INTO StatDataVersion VALUES (%1.ID, 1, %2) ON CONFLICT (ID) DO UPDATE SET "
-         "Version = Version + 1, Deleted = excluded.Deleted;"_s.arg(row, QString::number(deleted));
+         "Version = StatDataVersion.Version + 1, Deleted = excluded.Deleted;"_s.arg(row,
+                                                                                    QString::number(deleted));
+}
+
+QStringList Triggers(bool onServer) {
+  const QString isNew = Step(u"NEW"_s, 0);
+  const QString isGone = Step(u"OLD"_s, 1);
+  if (onServer) return LibraryServer::Triggers(isGone, isNew);
+  return {Trigger(u"StatDataInserted"_s, u"INSERT"_s, {isNew}),
+          Trigger(u"StatDataUpdated"_s, u"UPDATE"_s, {isGone, isNew}),
+          Trigger(u"StatDataDeleted"_s, u"DELETE"_s, {isGone})};
 }
 
 QStringList Statements() {
-  const QString isNew = Step(u"NEW"_s, 0);
-  const QString isGone = Step(u"OLD"_s, 1);
   return {u"CREATE TABLE IF NOT EXISTS LibraryLayout (Number INTEGER NOT NULL)"_s,
           u"INSERT INTO LibraryLayout SELECT %1 WHERE NOT EXISTS (SELECT * FROM LibraryLayout)"_s.arg(
               ExtraTables::layout),
@@ -41,16 +51,19 @@ QStringList Statements() {
           u"CREATE TABLE IF NOT EXISTS FormerDescription (Entry INTEGER PRIMARY KEY AUTOINCREMENT, "
           "ID INTEGER NOT NULL, Description TEXT NOT NULL)"_s,
           u"CREATE TABLE IF NOT EXISTS StatDataVersion (ID INTEGER PRIMARY KEY, Version INTEGER NOT NULL, "
-          "Deleted INTEGER NOT NULL)"_s,
-          Trigger(u"StatDataInserted"_s, u"INSERT"_s, {isNew}),
-          Trigger(u"StatDataUpdated"_s, u"UPDATE"_s, {isGone, isNew}),
-          Trigger(u"StatDataDeleted"_s, u"DELETE"_s, {isGone})};
+          "Deleted INTEGER NOT NULL)"_s};
+}
+
+void MakeLimitsBases(Connection& connection) {
+  connection.Execute(
+      u"CREATE TABLE IF NOT EXISTS LimitsBase (ID INTEGER PRIMARY KEY, FirstPoint INTEGER NOT NULL, "
+      "LastPoint INTEGER NOT NULL)"_s);
 }
 
 }  // namespace
 
 void ExtraTables::RequireKnownLayout(Connection& connection, const QString& place) {
-  if (!Has(connection, u"LibraryLayout"_s)) return;
+  if (!connection.Has(u"LibraryLayout"_s)) return;
   QSqlQuery query = connection.Run(u"select"_s, u"SELECT max(Number) FROM LibraryLayout"_s);
   if (connection.NextRow(query) && query.value(0).toInt() > layout)
     throw Error(u"%1: %2"_s.arg(place, Words::Library::laterLayout()), Error::Kind::Unavailable, place);
@@ -58,26 +71,31 @@ void ExtraTables::RequireKnownLayout(Connection& connection, const QString& plac
 
 void ExtraTables::Make(Connection& connection) {
   if (HasVersions(connection) && HasDeleted(connection) && HasFormerNames(connection)) return;
-  for (const QString& statement : Statements()) connection.Execute(statement);
+  for (const QString& statement : Statements() + Triggers(connection.IsServer()))
+    connection.Execute(statement);
 }
 
-bool ExtraTables::Has(Connection& connection, const QString& name) {
-  QSqlQuery query =
-      connection.Run(u"select"_s, u"SELECT count(*) FROM sqlite_master WHERE name = ?"_s, {name});
-  return connection.NextRow(query) && query.value(0).toInt() > 0;
+void ExtraTables::MakeAll(Connection& connection) {
+  Make(connection);
+  if (!connection.Has(u"LimitsBase"_s)) MakeLimitsBases(connection);
+  TraceTables::Make(connection);
+}
+
+QStringList ExtraTables::WithRows() {
+  return {u"DeletedStatData"_s, u"FormerDescription"_s, u"LimitsBase"_s, u"SampleRun"_s, u"SampleNote"_s};
 }
 
 bool ExtraTables::HasVersions(Connection& connection) {
-  return Has(connection, u"StatDataVersion"_s) && Has(connection, u"StatDataDeleted"_s);
+  return connection.Has(u"StatDataVersion"_s) && connection.Has(u"StatDataDeleted"_s);
 }
 
-bool ExtraTables::HasDeleted(Connection& connection) { return Has(connection, u"DeletedStatData"_s); }
+bool ExtraTables::HasDeleted(Connection& connection) { return connection.Has(u"DeletedStatData"_s); }
 
-bool ExtraTables::HasFormerNames(Connection& connection) { return Has(connection, u"FormerDescription"_s); }
+bool ExtraTables::HasFormerNames(Connection& connection) { return connection.Has(u"FormerDescription"_s); }
 
 ExtraTables::LimitsBases ExtraTables::ReadLimitsBases(Connection& connection) {
   LimitsBases bases;
-  if (!Has(connection, u"LimitsBase"_s)) return bases;
+  if (!connection.Has(u"LimitsBase"_s)) return bases;
   QSqlQuery query = connection.Run(u"select"_s, u"SELECT ID, FirstPoint, LastPoint FROM LimitsBase"_s);
   while (connection.NextRow(query)) {
     const auto point = [&](int column) { return static_cast<qint16>(query.value(column).toInt()); };
@@ -87,9 +105,7 @@ ExtraTables::LimitsBases ExtraTables::ReadLimitsBases(Connection& connection) {
 }
 
 void ExtraTables::NoteLimitsBase(Connection& connection, qint64 id, std::pair<qint16, qint16> points) {
-  connection.Execute(
-      u"CREATE TABLE IF NOT EXISTS LimitsBase (ID INTEGER PRIMARY KEY, FirstPoint INTEGER NOT NULL, "
-      "LastPoint INTEGER NOT NULL)"_s);
+  if (!connection.Has(u"LimitsBase"_s)) MakeLimitsBases(connection);
   connection.Execute(
       u"INSERT INTO LimitsBase VALUES (?, ?, ?) ON CONFLICT (ID) DO UPDATE SET "
       "FirstPoint = excluded.FirstPoint, LastPoint = excluded.LastPoint"_s,

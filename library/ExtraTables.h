@@ -17,10 +17,14 @@ inline constexpr int layout = 1;
 // Error where a later program has made them in another way.
 void RequireKnownLayout(Connection& connection, const QString& place);
 
-// Makes those that are missing, in the transaction that is open.
+// Makes those that are missing, in the transaction that is open; all, where the rights to do so are there
+// only once.
 void Make(Connection& connection);
+void MakeAll(Connection& connection);
 
-bool Has(Connection& connection, const QString& name);  // a table or a trigger
+// The names of those that a copy of the library takes along.
+QStringList WithRows();
+
 bool HasVersions(Connection& connection);
 bool HasDeleted(Connection& connection);
 bool HasFormerNames(Connection& connection);

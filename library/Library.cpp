@@ -1,20 +1,16 @@
 #include "library/Library.h"
 
-#include <QFileInfo>
 #include <QtConcurrentMap>
 #include <limits>
 
 #include "data/Names.h"
 #include "data/Statistics.h"
 #include "library/ExtraTables.h"
-#include "library/LibraryFile.h"
+#include "library/LibraryServer.h"
 #include "library/Merge.h"
-#include "library/Revision.h"
 #include "library/Rows.h"
 #include "library/Tables.h"
 #include "library/TraceTables.h"
-#include "platform/access/JetFile.h"
-#include "platform/language/Conversions.h"
 #include "texts/LibraryWords.h"
 
 using namespace Qt::StringLiterals;
@@ -100,52 +96,6 @@ void TakeRow(CData& data, const QVariantList& row) {
 
 }  // namespace
 
-// Opening
-
-void Library::Create(const QString& place) { LibraryFile::Create(place); }
-
-void Library::CopyTo(const QString& place) { LibraryFile::Copy(connection_, place_, place); }
-
-Library::Library(const QString& place, const QString& provider) : place_(place) {
-  LibraryFile::RequireNoServer(place);
-  connection_.CommandTimeout = 30000;
-  connection_.Provider = provider;
-  connection_.OpenWith(place);
-}
-
-std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
-  const auto refuse = [&](const QString& reason) {
-    throw Error(u"%1: %2"_s.arg(place, reason), Error::Kind::Unavailable, place);
-  };
-  // A pipe would keep who looks into it waiting.
-  if (QFileInfo(place).isFile() && JetFile::IsAccessFile(place))
-    throw Error(Words::Library::isAccessFile(place), Error::Kind::Unavailable, place);
-  auto library = std::make_unique<Library>(place);
-  const QString revision = library->Revision();
-  if (revision.isNull()) refuse(Words::Library::noLibrary());
-  try {
-    if (!Revision::IsAccepted(revision)) refuse(Revision::RefusalOnOneLine(revision));
-  } catch (const Conversions::Failure&) {
-    refuse(Words::Library::noLibrary());
-  } catch (const Error& error) {
-    refuse(error.Text());
-  }
-  library->Guard(news);
-  return library;
-}
-
-QString Library::Revision() {
-  QSqlQuery query = connection_.Run(u"select"_s, u"SELECT Revision FROM DBRevision"_s);
-  QVariant revision;
-  while (connection_.NextRow(query)) revision = query.value(0);
-  return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
-}
-
-void Library::Guard(const News& news) {
-  ExtraTables::RequireKnownLayout(connection_, place_);
-  backup_ = std::make_unique<Backup>(connection_, place_, news);
-}
-
 // Reading
 
 Library::RawRows Library::Select(const QString& clause, const QVariantList& values) {
@@ -162,7 +112,9 @@ Library::RawRows Library::Select(const QString& clause, const QVariantList& valu
   return rows;
 }
 
-Library::RawRows Library::SelectId(qint64 id) { return Select(u"WHERE ID = ?"_s, {id}); }
+Library::RawRows Library::SelectId(qint64 id) {
+  return Select(u"WHERE ID = ?"_s + connection_.RowLock(), {id});
+}
 
 // What a statement before in the same transaction has left there.
 QVariantList Library::WrittenRow(qint64 id) {
@@ -217,6 +169,8 @@ std::optional<qint64> Library::FindId(const QString& sql, const QString& name) {
 }
 
 std::optional<qint64> Library::FindDataSet(const QString& description) {
+  if (connection_.IsServer())
+    if (const auto id = LibraryServer::FindName(connection_, description)) return id;
   return FindId(u"SELECT ID, Description FROM StatData ORDER BY ID"_s, description);
 }
 
@@ -235,10 +189,10 @@ QVariantList Library::Insert(const CData& data, const QDateTime& now) {
     values << row[static_cast<qsizetype>(i)];
   }
   const QStringList places(names.size(), u"?"_s);
-  QSqlQuery query = connection_.Run(
-      u"insert"_s, u"INSERT INTO StatData (%1) VALUES (%2)"_s.arg(names.join(u", "_s), places.join(u", "_s)),
-      values);
-  return WrittenRow(query.lastInsertId().toLongLong());
+  const QVariant id = connection_.Insert(
+      u"INSERT INTO StatData (%1) VALUES (%2)"_s.arg(names.join(u", "_s), places.join(u", "_s)), values);
+  KeepName(id.toLongLong(), data.Description());
+  return WrittenRow(id.toLongLong());
 }
 
 // Writes what differs between the two.
@@ -276,7 +230,7 @@ std::optional<QVariantList> Library::PresentRow(const CData& data) {
   return rows.empty() || !isIt() ? std::nullopt : std::optional(rows.front());
 }
 
-Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* over) {
+Library::Saved Library::TrySave(CData& data, const QDateTime& now, const CData* over) {
   const QVariantList known = data.RowAsKnown();
   Transaction transaction(connection_, known.isEmpty() ? Change::Adds : Change::Replaces);
   Saved saved;
@@ -313,11 +267,16 @@ Library::Saved Library::Save(CData& data, const QDateTime& now, const CData* ove
   return saved;
 }
 
+void Library::KeepName(qint64 id, const QString& description) {
+  if (connection_.IsServer() && !LibraryServer::KeepName(connection_, id, description))
+    throw InputError(Words::Library::alreadyThere(place_, description), description);
+}
+
 void Library::RequireFree(const QString& description) {
   if (Contains(description)) throw InputError(Words::Library::alreadyThere(place_, description), description);
 }
 
-void Library::Add(CData& data, const QDateTime& now, std::vector<Trace::Run> runs) {
+void Library::TryAdd(CData& data, const QDateTime& now, std::vector<Trace::Run> runs) {
   RequireCount(data.DelimitedInputString().count(u','));
   RequireStatistics(data, place_);
   RequireFree(data.Description());  // before a backup is made for nothing
@@ -354,8 +313,8 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
   return row.data;
 }
 
-Library::Appended Library::Append(const QString& description, const QStringList& values, const QDateTime& now,
-                                  Limits limits, const Trace::Source& source) {
+Library::Appended Library::TryAppend(const QString& description, const QStringList& values,
+                                     const QDateTime& now, Limits limits, const Trace::Source& source) {
   Extended(description, values, limits);  // what is refused is refused before a backup is made
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
@@ -386,6 +345,7 @@ bool Library::OffersUnit(const QString& name) {
 void Library::AddUnit(const QString& name) {
   if (name.isEmpty()) return;
   Transaction transaction(connection_, Change::Adds);
+  if (connection_.IsServer()) LibraryServer::LockUnits(connection_);
   if (!OffersUnit(name)) connection_.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {name});
   transaction.Commit();
 }

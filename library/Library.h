@@ -1,4 +1,4 @@
-// A library: where data sets live. Opened, read, written, appended to and given units; today it is a file.
+// A library: where data sets live. Opened, read, written, appended to and given units; a file or a server.
 //
 // Every failure is an Error; one that the engine's refusal of the values brings about is bad input. Nothing
 // is shown, and nothing outside is changed. One thread at a time works with a library.
@@ -20,9 +20,13 @@ class Library {
   // Gets what a user should know although nothing failed: that no backup could be made.
   using News = Backup::Tell;
 
-  // Makes an empty library, or a copy of this one with everything in it; neither overwrites a file.
+  // A place is the path of a file or the address of a database on a server (ServerAddress.h).
+  // Makes an empty library, or a copy of this one with everything in it; neither overwrites anything.
   static void Create(const QString& place);
   void CopyTo(const QString& place);
+
+  // What a place is called where there is little room: the file's name, the database and its host.
+  static QString NameOf(const QString& place);
 
   // Opens whatever is there, and proves that it is a database.
   explicit Library(const QString& place, const QString& provider = Connection::JetProvider);
@@ -65,7 +69,9 @@ class Library {
   // Gives a data set another name, which it then goes by everywhere; what others have open stays the same
   // data set. InputError where another one has that name, or one that is the same. By its present name: gives
   // its ID.
-  void Rename(qint64 id, const QString& name, const QDateTime& now);
+  void Rename(qint64 id, const QString& name, const QDateTime& now) {
+    Repeated(connection_, [&] { TryRename(id, name, now); });
+  }
   qint64 Rename(const QString& description, const QString& name, const QDateTime& now);
   bool WasNamed(qint64 id, const QString& description);
 
@@ -89,11 +95,15 @@ class Library {
   // the data set is then as loading the row would make it; what is not Written leaves it as it was. A
   // conflict is decided for `data` where the user has seen and turned down `over`, the `theirs` of the save
   // before, and the row is still that one.
-  Saved Save(CData& data, const QDateTime& now, const CData* over = nullptr);
+  Saved Save(CData& data, const QDateTime& now, const CData* over = nullptr) {
+    return Repeated(connection_, [&] { return TrySave(data, now, over); });
+  }
 
   // Adds a new data set, and its unit where that is not offered yet. The description must not be taken.
   // Control limits that cannot be kept yet are not stored. The runs are those of its samples, in their order.
-  void Add(CData& data, const QDateTime& now, std::vector<Trace::Run> runs = {});
+  void Add(CData& data, const QDateTime& now, const std::vector<Trace::Run>& runs = {}) {
+    Repeated(connection_, [&] { TryAdd(data, now, runs); });
+  }
 
   enum class Limits { Stay, AreRenewed };
 
@@ -105,7 +115,9 @@ class Library {
     bool keepsLimits = false;  // for the first time
   };
   Appended Append(const QString& description, const QStringList& values, const QDateTime& now,
-                  Limits limits = Limits::Stay, const Trace::Source& source = {});
+                  Limits limits = Limits::Stay, const Trace::Source& source = {}) {
+    return Repeated(connection_, [&] { return TryAppend(description, values, now, limits, source); });
+  }
 
   // When and in which lots its samples were taken, and what was noted about them. Nothing else reads that.
   Trace::Record TraceOf(const CData& data);
@@ -151,6 +163,11 @@ class Library {
   QVariantList WrittenRow(qint64 id);
   std::optional<qint64> FindId(const QString& sql, const QString& name);
   std::optional<qint64> FindDataSet(const QString& description);
+  Saved TrySave(CData& data, const QDateTime& now, const CData* over);
+  void TryAdd(CData& data, const QDateTime& now, std::vector<Trace::Run> runs);
+  Appended TryAppend(const QString& description, const QStringList& values, const QDateTime& now,
+                     Limits limits, const Trace::Source& source);
+  void TryRename(qint64 id, const QString& name, const QDateTime& now);
   QVariantList Insert(const CData& data, const QDateTime& now);
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
   void NoteLimitsBase(CData& data, const QVariantList& before, const QVariantList& written);
@@ -158,6 +175,7 @@ class Library {
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   InputError NotThere(const QString& description);
   static QString NameIn(const QVariantList& row);
+  void KeepName(qint64 id, const QString& description);
   void RequireFree(const QString& description);
   void RequireThere(qint64 id);
   void RequireKept(const Deleted& deleted);

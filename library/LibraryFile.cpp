@@ -2,12 +2,11 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
-#include <QUrl>
 #include <optional>
 
 #include "library/Revision.h"
 #include "library/Tables.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/system/NewFile.h"
 #include "texts/LibraryWords.h"
 
@@ -19,25 +18,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void CreateTables(Connection& connection) {
-  connection.Execute(u"PRAGMA application_id = %1"_s.arg(LibraryFile::applicationId));
-  for (const Table& table : Tables::All()) {
-    QStringList columns;
-    for (const Column& column : table.columns)
-      columns << column.Quoted() + LibraryFile::DeclarationOf(column.kind);
-    connection.Execute(u"CREATE TABLE %1 (%2)"_s.arg(table.name, columns.join(u", "_s)));
-  }
-}
-
-void Fill(const QString& path, const std::function<void(Connection&)>& fill) {
+void Make(const QString& path, const LibraryFile::Fill& fill) {
   Connection connection;
   connection.OpenWith(path);
   Transaction transaction(connection);
-  CreateTables(connection);
-  if (fill)
-    fill(connection);
-  else
-    connection.Execute(u"INSERT INTO DBRevision (Revision) VALUES (?)"_s, {Revision::Required()});
+  connection.Execute(u"PRAGMA application_id = %1"_s.arg(LibraryFile::applicationId));
+  LibraryFile::MakeTables(connection);
+  fill(connection);
   transaction.Commit();
 }
 
@@ -46,7 +33,10 @@ void Place(const QString& path, const std::function<void(const QString& unfinish
   const auto refuse = [&](const QString& reason) {
     throw Error(u"%1: %2"_s.arg(path, reason), Error::Kind::Unavailable, path);
   };
-  LibraryFile::RequireNoServer(path);
+  if (ServerAddress::IsOne(path)) {
+    const QString shown = ServerAddress::WithoutPassword(path);
+    throw InputError(Words::Library::isOnServer(shown), shown);
+  }
   constexpr auto longestBeside = ".backup.new-journal"_L1;
   constexpr qsizetype mostBytes = 255;
   if (QFile::encodeName(QFileInfo(path).fileName()).size() + longestBeside.size() > mostBytes)
@@ -86,15 +76,20 @@ QString LibraryFile::DeclarationOf(Column::Kind kind) {
   return {};
 }
 
-void LibraryFile::RequireNoServer(const QString& place) {
-  static const QRegularExpression scheme(u"^postgres(ql)?:"_s, QRegularExpression::CaseInsensitiveOption);
-  if (!scheme.match(place).hasMatch()) return;
-  const QString shown = QUrl(place).toDisplayString(QUrl::RemoveQuery);
-  throw InputError(Words::Library::isOnServer(shown.isEmpty() ? u"postgresql:"_s : shown), shown);
+void LibraryFile::MakeTables(Connection& connection) {
+  for (const Table& table : Tables::All()) {
+    QStringList columns;
+    for (const Column& column : table.columns) columns << column.Quoted() + DeclarationOf(column.kind);
+    connection.Execute(u"CREATE TABLE %1 (%2)"_s.arg(table.name, columns.join(u", "_s)));
+  }
 }
 
-void LibraryFile::Create(const QString& path, const std::function<void(Connection&)>& fill) {
-  Place(path, [&](const QString& unfinished) { Fill(unfinished, fill); });
+void LibraryFile::KeepRevision(Connection& connection) {
+  connection.Execute(u"INSERT INTO DBRevision (Revision) VALUES (?)"_s, {Revision::Required()});
+}
+
+void LibraryFile::Create(const QString& path, const Fill& fill) {
+  Place(path, [&](const QString& unfinished) { Make(unfinished, fill); });
 }
 
 void LibraryFile::ShareRights(const QString& library, const QString& file) {

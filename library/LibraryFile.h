@@ -11,10 +11,14 @@ namespace LibraryFile {
 
 inline constexpr int applicationId = 0x4B535452;  // "KSTR", in the file's header
 
-// Makes an empty library of the required revision, or, with `fill`, one with the rows (the revision too) that
-// it adds to the empty tables. The file appears complete or not at all; an existing file is never
+// Adds the first rows to empty tables: the required revision, or all that there are to be, with their
+// revision.
+using Fill = std::function<void(Connection&)>;
+void KeepRevision(Connection& connection);
+
+// Makes a library with these rows. The file appears complete or not at all; an existing file is never
 // overwritten. Throws Error naming the file.
-void Create(const QString& path, const std::function<void(Connection&)>& fill = {});
+void Create(const QString& path, const Fill& fill = KeepRevision);
 
 // A library with everything that stands in the open one, deleted rows and IDs that were given included; under
 // the same conditions, with the same permissions.
@@ -24,8 +28,8 @@ void Copy(Connection& from, const QString& library, const QString& path);
 // may not read the library may not read the file.
 void ShareRights(const QString& library, const QString& file);
 
-// Refuses the address of a server, and shows no password that stands in it.
-void RequireNoServer(const QString& place);
+// In the transaction that is open: the documented tables.
+void MakeTables(Connection& connection);
 
 // What stands behind a column's name where a table is made.
 QString DeclarationOf(Column::Kind kind);

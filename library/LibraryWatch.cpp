@@ -6,7 +6,9 @@
 #include <cstring>
 
 #include "library/ExtraTables.h"
+#include "library/LibraryServer.h"
 #include "library/Tables.h"
+#include "platform/ado/ServerAddress.h"
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -28,6 +30,7 @@ LibraryWatch::LibraryWatch(const QString& place) : place_(place) { Begin(); }
 LibraryWatch::~LibraryWatch() = default;
 
 std::optional<LibraryWatch::File> LibraryWatch::FileAt(const QString& path) {
+  if (ServerAddress::IsOne(path)) return File();
 #ifdef Q_OS_UNIX
   struct stat status {};
   if (stat(QFile::encodeName(path).constData(), &status) != 0) return std::nullopt;
@@ -47,6 +50,7 @@ LibraryWatch::Change LibraryWatch::Begin() {
     auto connection = std::make_unique<Connection>();
     connection->LockWait = 0;
     connection->OpenWith(place_);
+    connection->Listen(QLatin1String(LibraryServer::channel));
     dataVersion_ = connection->DataVersion();
     hasVersions_ = ExtraTables::HasVersions(*connection);
     connection_ = std::move(connection);

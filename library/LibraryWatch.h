@@ -2,7 +2,8 @@
 // nothing, waits for no lock and changes nothing.
 //
 // What is compared is the version that triggers keep for each row, or, in a library that has none yet, what
-// stands in the rows. One's own writing counts as well.
+// stands in the rows. One's own writing counts as well. A server tells by itself that there is something to
+// compare: while events are processed.
 #pragma once
 
 #include <QString>

@@ -37,7 +37,7 @@ qint64 Library::Rename(const QString& description, const QString& name, const QD
   return *id;
 }
 
-void Library::Rename(qint64 id, const QString& name, const QDateTime& now) {
+void Library::TryRename(qint64 id, const QString& name, const QDateTime& now) {
   const auto others = u"SELECT ID, Description FROM StatData WHERE ID <> %1 ORDER BY ID"_s.arg(id);
   const auto require = [&] {
     RequireThere(id);
@@ -53,6 +53,7 @@ void Library::Rename(qint64 id, const QString& name, const QDateTime& now) {
   connection_.Execute(u"INSERT INTO FormerDescription (ID, Description) VALUES (?, ?)"_s, {id, before});
   connection_.Execute(u"UPDATE StatData SET Description = ?, LastModified = ? WHERE ID = ?"_s,
                       {name, Tables::DateText(now), id});
+  KeepName(id, name);
   if (NameIn(WrittenRow(id)) != name)  // whatever the file's own triggers do
     throw Error(Words::Library::notKept(place_, QString::number(id)));
   transaction.Commit();

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "library/ExtraTables.h"
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -160,7 +158,7 @@ void ReadNotes(Connection& connection, qint64 id, const Places& places, TraceTab
   record.unplacedNotes.insert(record.unplacedNotes.end(), overlapping.begin(), overlapping.end());
 }
 
-bool AreMade(Connection& connection) { return ExtraTables::Has(connection, u"SampleNote"_s); }
+bool AreMade(Connection& connection) { return connection.Has(u"SampleNote"_s); }
 
 // The largest number in a column; 0 where there is none.
 qint64 Largest(Connection& connection, const QString& column, const QString& table, qint64 id) {
@@ -172,6 +170,7 @@ qint64 Largest(Connection& connection, const QString& column, const QString& tab
 }  // namespace
 
 void TraceTables::Make(Connection& connection) {
+  if (AreMade(connection)) return;
   for (const QString& statement : Statements()) connection.Execute(statement);
 }
 

@@ -14,6 +14,7 @@
 #include "library/Revision.h"
 #include "library/SampleLibrary.h"
 #include "platform/access/JetFile.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/ui/FileDialog.h"
 #include "texts/StartWords.h"
 #include "texts/Texts.h"
@@ -32,7 +33,7 @@ QString CurrentFolder() {
   const ProgramState& state = Globals();
   const QString& current =
       state.gDatabaseForThisRun.isEmpty() ? state.gSetup.DatabaseName : state.gDatabaseForThisRun;
-  return current.isEmpty() ? DocumentsFolder() : QFileInfo(current).path();
+  return current.isEmpty() || ServerAddress::IsOne(current) ? DocumentsFolder() : QFileInfo(current).path();
 }
 
 // A name that no file has yet: with a number where it has to be.

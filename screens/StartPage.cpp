@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 
 #include "core/RecentLibraries.h"
+#include "library/Library.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/ui/Icons.h"
 #include "screens/Controls.h"
 #include "texts/StartWords.h"
@@ -41,8 +43,8 @@ StartPage::StartPage(const Choices& choices, QWidget* parent) : QWidget(parent) 
   if (!paths.isEmpty()) layout->addWidget(new QLabel(Words::Start::usedBefore(), this));
   for (qsizetype i = 0; i < paths.size(); ++i) {
     const QFileInfo file(paths[i]);
-    add(u"cmdRecent_%1"_s.arg(i + 1), file.fileName().replace(u'&', u"&&"_s),
-        QDir::toNativeSeparators(file.path()), Symbol::Page,
+    const QString folder = ServerAddress::IsOne(paths[i]) ? paths[i] : QDir::toNativeSeparators(file.path());
+    add(u"cmdRecent_%1"_s.arg(i + 1), Library::NameOf(paths[i]).replace(u'&', u"&&"_s), folder, Symbol::Page,
         [attach = choices.attach, path = paths[i]] { attach(path); });
   }
   layout->addStretch();

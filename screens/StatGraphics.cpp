@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
@@ -144,7 +143,7 @@ std::unique_ptr<StatPage> StatGraphics::MakePage(StatPageOptions options) const 
   options.fittedScale = checkFitScale->isChecked();
   options.points = points_;
   options.runStep = RunStep;
-  if (const auto& library = Globals().gLibrary) options.libraryName = QFileInfo(library->Place()).fileName();
+  if (const auto& library = Globals().gLibrary) options.libraryName = Library::NameOf(library->Place());
   return std::make_unique<StatPage>(*data_, options);
 }
 

@@ -51,7 +51,8 @@ inline constexpr Text<> noDisplay{
 // The commands: what each is for, its operands and options, and what it says.
 namespace Words::Command {
 
-inline constexpr Text<> libraryFile{u"the library's file"};
+inline constexpr Text<> newLibraryFile{u"the library's file"};
+inline constexpr Text<> libraryFile{u"a file, or postgresql://[USER@]HOST[:PORT]/DATABASE"};
 inline constexpr Text<> descriptionOption{u"the data set's name"};
 inline constexpr Text<> outOption{u"the folder; it is made where it does not exist"};
 inline constexpr Text<> uslOption{u"the upper specification limit"};
@@ -67,7 +68,7 @@ inline constexpr Text<> inControl{u"in control"};
 inline constexpr Text<1> ruleBroken{u"out of control, rule %1"};
 
 inline constexpr Text<> newPurpose{u"makes an empty library"};
-inline constexpr Text<> newDetails{u"An existing file is never overwritten.\n"};
+inline constexpr Text<> newDetails{u"An existing file, or library on a server, is never overwritten.\n"};
 
 inline constexpr Text<> importPurpose{u"adds a data set from one column of a CSV file"};
 inline constexpr Text<> importDetails{
@@ -181,7 +182,8 @@ inline constexpr Text<> copyPurpose{u"copies a whole library"};
 inline constexpr Text<> copyFrom{u"the library to copy"};
 inline constexpr Text<> copyTo{u"the name of the copy"};
 inline constexpr Text<> copyDetails{
-    u"With all IDs, dates and deleted data sets. An existing file is never overwritten.\n"};
+    u"With all IDs, dates and deleted data sets, between files and servers. What stands at TO is never\n"
+    u"overwritten.\n"};
 
 inline constexpr Text<> renamePurpose{u"gives a data set another name"};
 inline constexpr Text<> oldName{u"its name until now"};

@@ -38,7 +38,11 @@ inline constexpr Text<2> noLongerKept{
 inline constexpr Text<2> notKept{
     u"%1: the data set with the ID %2 was not kept as it was written; nothing was changed"};
 inline constexpr Text<1> isOnServer{
-    u"%1: a library on a server cannot be used by this version; name a library file"};
+    u"%1: this makes a library file; \"kestrel copy\" then brings it to a server"};
+inline constexpr Text<2> nameOnServer{u"%1 on %2"};
+inline constexpr Text<1> isThere{u"%1: there is a library already"};
+inline constexpr Text<2> sameName{
+    u"%1: two data sets have the same name \"%2\", which a server does not take; rename one of them"};
 inline constexpr Text<1> andMore{u"and %1 more"};
 }  // namespace Library
 

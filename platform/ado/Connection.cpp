@@ -1,5 +1,8 @@
 #include "platform/ado/Connection.h"
 
+#include <QSqlDriver>
+#include <QThread>
+#include <QUuid>
 #include <atomic>
 #include <optional>
 #include <utility>
@@ -45,6 +48,7 @@ void Connection::Reopen() {
   try {
     dialect_->Open(name_, user_, password_, LockWait);
     state_ = Open;
+    Subscribe();
   } catch (...) {
     if (state_ == Closed) Close();
     throw;
@@ -52,6 +56,26 @@ void Connection::Reopen() {
 }
 
 bool Connection::IsServer() const { return dialect_ && dialect_->IsServer(); }
+
+const QString& Connection::Place() const { return dialect_->Place(); }
+
+void Connection::Listen(const QString& channel) {
+  if (!IsServer()) return;
+  channel_ = channel;
+  Subscribe();
+}
+
+// What others did before is not told: it counts as if it were.
+void Connection::Subscribe() {
+  if (channel_.isEmpty()) return;
+  QSqlDriver* driver = Database().driver();
+  if (driver->subscribedToNotifications().contains(channel_)) driver->unsubscribeFromNotification(channel_);
+  driver->disconnect(driver);
+  driver->subscribeToNotification(channel_);
+  QObject::connect(driver, &QSqlDriver::notification, driver, [this] { ++notifications_; });
+  ++notifications_;
+  sinceAsked_.start();
+}
 
 void Connection::Close() {
   if (inTransaction_) RollbackTransaction();
@@ -127,6 +151,15 @@ void Connection::CheckIntegrity() {
 }
 
 qint64 Connection::DataVersion() {
+  if (IsServer()) {
+    // Nothing else tells that the connection is lost: who asks makes it again.
+    constexpr int askEvery = 2000;
+    if (sinceAsked_.hasExpired(askEvery)) {
+      Run(u"version"_s, u"SELECT 1"_s);
+      sinceAsked_.start();
+    }
+    return notifications_;
+  }
   QSqlQuery query = Run(u"version"_s, u"PRAGMA data_version"_s);
   return NextRow(query) ? query.value(0).toLongLong() : 0;
 }
@@ -180,16 +213,43 @@ void Connection::CommitTransaction() {
     BeforeOperation(u"commit"_s);
     if (!Database().commit()) throw dialect_->Failure(Database().lastError());
   } else {
+    QString token;
+    if (!TokenTable.isEmpty()) {
+      token = QUuid::createUuid().toString(QUuid::WithoutBraces);
+      Run(u"token"_s, u"INSERT INTO %1 (Token) VALUES (?)"_s.arg(TokenTable), {token});
+    }
     try {
       Control(u"commit"_s, u"COMMIT"_s);  // the driver's own tells no result code
     } catch (const DatabaseError& error) {
-      if (error.cause == DatabaseError::Cause::Lost)
-        throw DatabaseError(error.Text() + u" while it was written; it is not known whether it is written"_s,
-                            0, error.cause, Error::Kind::Unknown);
-      throw DatabaseError(error.Text() + u"; nothing was written"_s, error.code, error.cause);
+      const bool isLost = error.cause == DatabaseError::Cause::Lost;
+      if (!isLost || !IsWritten(token))
+        throw DatabaseError(error.Text() + u"; nothing was written"_s, error.code, error.cause);
     }
   }
   inTransaction_ = false;
+}
+
+// What has not arrived cannot arrive afterwards: its token is in the way. Who is still writing it is waited
+// for.
+bool Connection::IsWritten(const QString& token) {
+  constexpr int longest = 3000;
+  constexpr int between = 100;
+  QElapsedTimer since;
+  for (since.start(); !token.isEmpty() && !since.hasExpired(longest); QThread::msleep(between)) {
+    try {
+      Reopen();
+      QSqlQuery query = RunOnce(
+          u"INSERT INTO %1 (Token) VALUES (?) ON CONFLICT DO NOTHING RETURNING Token"_s.arg(TokenTable),
+          {token});
+      return !NextRow(query);
+    } catch (const DatabaseError& error) {
+      if (error.cause != DatabaseError::Cause::Lost) break;
+    }
+  }
+  throw DatabaseError(Place() +
+                          u": the connection to the server was lost while it was written; it is not known "
+                          "whether it is written"_s,
+                      0, DatabaseError::Cause::Lost, Error::Kind::Unknown);
 }
 
 void Connection::RollbackTransaction() {

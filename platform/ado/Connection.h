@@ -8,6 +8,7 @@
 // is a failure after a short wait, never a hang; a connection that was lost is made again by the next call.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -65,6 +66,7 @@ class Connection {
   void Close();
   State GetState() const { return state_; }
   bool IsServer() const;
+  const QString& Place() const;  // what messages call the database
 
   // Runs one statement that returns no rows; the values are bound to its "?" in order. Returns the rows
   // affected.
@@ -88,19 +90,25 @@ class Connection {
   // What a transaction does with what is there.
   enum class Change { Adds, Replaces };
 
-  // Transactions; a nested Begin is an error. Rollback never fails. Where the connection is lost during a
-  // commit, its Error is of the kind Unknown.
+  // Transactions; a nested Begin is an error. Rollback never fails. Where it cannot be known whether a commit
+  // arrived, its Error is of the kind Unknown.
   void BeginTransaction(Change change = Change::Replaces);
   void CommitTransaction();
   void RollbackTransaction();
   bool InTransaction() const { return inTransaction_; }
 
+  // On a server, a table with a text column Token: there each transaction leaves one of its own. Where the
+  // connection is lost during a commit, it tells whether that arrived.
+  QString TokenTable;
+
   // Called at the start of each transaction, with the write lock held; a statement outside one gets its own.
   // Where it throws there is no transaction.
   std::function<void(Change change)> BeforeChange;
 
-  // Of a file: another number whenever another connection has changed it.
+  // Another number whenever another connection has changed a file, or where a server has told so since
+  // Listen, which it does while events are processed, or may not have been able to.
   qint64 DataVersion();
+  void Listen(const QString& channel);  // nothing for a file
 
   // Reads the whole file and throws where its structure is damaged. Texts and numbers in it are not judged.
   void CheckIntegrity();
@@ -117,15 +125,34 @@ class Connection {
   QSqlQuery RunOnce(const QString& sql, const QVariantList& values);
   void Control(const QString& operation, const QString& sql);
   void CallBeforeChange(Change change);
+  void Subscribe();
+  bool IsWritten(const QString& token);
   void RequireOpen() const;
 
   QString name_;  // of the Qt Sql connection
   std::unique_ptr<Dialect> dialect_;
   QString user_;
   QString password_;
+  QString channel_;
+  qint64 notifications_ = 0;  // and connections since the first
+  QElapsedTimer sinceAsked_;
   State state_ = Closed;
   bool inTransaction_ = false;
 };
+
+// Does what a body does in a transaction of its own, and again where other programs were faster.
+template <class Body>
+auto Repeated(Connection& connection, const Body& body) {
+  constexpr int most = 10;
+  for (int times = 1;; ++times) {
+    try {
+      return body();
+    } catch (const DatabaseError& error) {
+      const bool isOvertaken = error.cause == DatabaseError::Cause::Overtaken;
+      if (!isOvertaken || connection.InTransaction() || times == most) throw;
+    }
+  }
+}
 
 // Rolls back unless committed. Inside another transaction it is a part of that one, which alone commits or
 // rolls back the whole.

@@ -33,10 +33,11 @@ bool SameValue(const QVariant& a, const QVariant& b) {
 
 Recordset::~Recordset() { Close(); }
 
-void Recordset::Open(const QString& sql, Connection& connection) {
+void Recordset::Open(const QString& sql, Connection& connection, const QVariantList& values) {
   if (state_ == Opened) throw DatabaseError(u"The recordset is open already."_s);
   connection_ = &connection;
   sql_ = sql;
+  values_ = values;
   table_ = TableOf(sql);
   Fetch();
   position_ = rows_.empty() ? 0 : 1;
@@ -59,7 +60,7 @@ void Recordset::Requery() {
 }
 
 void Recordset::Fetch() {
-  QSqlQuery query = connection_->Run(u"select"_s, sql_);
+  QSqlQuery query = connection_->Run(u"select"_s, sql_, values_);
   const QSqlRecord record = query.record();
   QStringList columns;
   for (int column = 0; column < record.count(); ++column) columns.append(record.fieldName(column));

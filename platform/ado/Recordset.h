@@ -24,7 +24,7 @@ class Recordset {
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
-  void Open(const QString& sql, Connection& connection);
+  void Open(const QString& sql, Connection& connection, const QVariantList& values = {});
   void Close();
   // Where Requery and Update go from now on; the rows stay as read.
   void SetActiveConnection(Connection& connection) { connection_ = &connection; }
@@ -67,6 +67,7 @@ class Recordset {
 
   Connection* connection_ = nullptr;
   QString sql_;
+  QVariantList values_;  // of its "?"
   QString table_;
   QStringList columns_;
   std::vector<std::vector<QVariant>> rows_;

@@ -115,6 +115,9 @@ QString ServerAddress::WithoutPassword(const QString& text) {
   if (const qsizetype at = rest.lastIndexOf(u'@'); at >= 0) {
     const qsizetype colon = rest.indexOf(u':');
     if (colon >= 0 && colon < at) rest.remove(colon, at - colon);
+  } else if (!rest.contains(u'[')) {
+    static const QRegularExpression noPort(u":(?![0-9]{1,5}([,/?]|$))[^,/?]*"_s);  // whose host is missing
+    rest.remove(noPort);
   }
   return text.left(scheme) + rest.section(u'?', 0, 0);
 }

@@ -13,7 +13,8 @@ namespace {
 
 // Of five seconds the server has four for a statement, three of them for another one's lock.
 constexpr auto limits =
-    "-c statement_timeout=4000 -c lock_timeout=3000 -c idle_in_transaction_session_timeout=10000"_L1;
+    "-c statement_timeout=4000 -c lock_timeout=3000 -c idle_in_transaction_session_timeout=10000 "
+    "-c client_min_messages=error"_L1;
 constexpr auto network =
     "connect_timeout=5 tcp_user_timeout=4000 keepalives=1 keepalives_idle=2 keepalives_interval=1 "
     "keepalives_count=2"_L1;
@@ -34,7 +35,8 @@ Reason ReasonOf(const QString& state, const QString& words) {
     return {u"another program is writing the same; try again in a moment"_s, Cause::Busy};
   if (known("40001"_L1) || known("40P01"_L1))
     return {u"other programs were writing the same; try again"_s, Cause::Overtaken};
-  if (known("23505"_L1)) return {u"it is there already (%1)"_s.arg(words), Cause::Duplicate};
+  if (known("23505"_L1) || known("42P07"_L1))
+    return {u"it is there already (%1)"_s.arg(words), Cause::Duplicate};
   if (known("42501"_L1)) return {u"the user has no right to do that (%1)"_s.arg(words), Cause::ReadOnly};
   if (known("25006"_L1)) return {u"it can only be read"_s, Cause::ReadOnly};
   if (known("42P01"_L1) || known("42703"_L1)) return {u"its tables are not a library's (%1)"_s.arg(words)};

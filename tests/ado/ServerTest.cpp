@@ -43,9 +43,9 @@ TEST(ServerAddressTest, IsReadByTheRulesOfTheServersLibrary) {
 }
 
 TEST(ServerAddressTest, APasswordIsRefusedAndNotShown) {
-  for (const char* address :
-       {"me:secret@host/plant", "me:sec/ret@host", "me:sec?ret@host/plant", "me:7/ret@host", "me:7?ret@host",
-        "host?password=secret", "host?%70assword=secret", "host/plant?sslpassword=secret"}) {
+  for (const char* address : {"me:secret@host/plant", "me:sec/ret@host", "me:sec?ret@host/plant",
+                              "me:7/ret@host", "me:7?ret@host", "me:secret/plant", "host?password=secret",
+                              "host?%70assword=secret", "host/plant?sslpassword=secret"}) {
     const QString text = u"postgresql://"_s + QString::fromLatin1(address);
     const QString refusal = Refusal([&] { Connection().OpenWith(text); });
     EXPECT_TRUE(refusal.startsWith(u"postgresql://"_s)) << refusal.toStdString();

@@ -2,12 +2,13 @@
 // a failure.
 #include "library/Library.h"
 #include "tests/support/Program.h"
+#include "tests/support/TestServer.h"
 
 namespace {
 
 class KeepingTest : public ProgramTest {
  protected:
-  KeepingTest() {
+  void SetUp() override {
     EXPECT_EQ(RunIn(u"new LIB").status, 0);
     Add(u"Shaft"_s);
     Add(u"Bore"_s);
@@ -31,7 +32,19 @@ class KeepingTest : public ProgramTest {
   mutable QString error;
 };
 
-TEST_F(KeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
+// Whether the library is on a server.
+class AnyKeepingTest : public KeepingTest, public testing::WithParamInterface<bool> {
+  void SetUp() override {
+    if (GetParam()) library = TestServer::NewDatabase();
+    if (library.isEmpty()) GTEST_SKIP() << TestServer::missing;
+    KeepingTest::SetUp();
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(File, AnyKeepingTest, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(Server, AnyKeepingTest, testing::Values(true));
+
+TEST_P(AnyKeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
   Delete(1);
   const ProgramRun list = RunIn(u"restore LIB");
   EXPECT_EQ(list.status, 0);
@@ -52,15 +65,17 @@ TEST_F(KeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
   EXPECT_EQ(names, QStringList({u"Old shaft"_s, u"SHAFT"_s}));
 }
 
-TEST_F(KeepingTest, ADataSetIsRenamed) {
+TEST_P(AnyKeepingTest, ADataSetIsRenamed) {
   EXPECT_EQ(RunIn(u"rename LIB shaft \" Axle \"").status, 0);
   EXPECT_EQ(RunIn(u"status LIB --json").Json().array().at(0)[u"Description"_s].toString(), u"Axle");
   Fails(2, u"rename LIB Axle BORE", {library, u"\"BORE\" already"_s});
   Fails(2, u"rename LIB Axle \" \"", {u"NEW"_s});
   Fails(2, u"append LIB --description=Shaft 10", {u"renamed \"Axle\""_s});
+  EXPECT_EQ(RunIn(u"report LIB --out @out --format=svg").output,
+            Path(u"out/Axle.svg\n"_s) + Path(u"out/Bore.svg\n"_s));
 }
 
-TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
+TEST_P(AnyKeepingTest, WatchTellsEachChangeOfState) {
   QProcess watch;
   watch.start(QStringLiteral(KESTREL_PROGRAM),
               {u"watch"_s, library, u"--exec"_s,
@@ -87,6 +102,13 @@ TEST_F(KeepingTest, WatchTellsEachChangeOfState) {
   await("2 Bore\n");
   Delete(2);
   await("Bore\tdeleted");
+  if (GetParam()) {
+    TestServer::Restart();
+    RunIn(u"append LIB --description Shaft 14");
+    await("Shaft");
+    watch.kill();
+    return static_cast<void>(watch.waitForFinished());
+  }
   // Another library in its place that cannot be opened at once; its name breaks no line.
   const QString other = Path(u"other"_s);
   ASSERT_EQ(RunIn(u"copy LIB @other").status, 0);

@@ -8,7 +8,8 @@ namespace {
 
 class BackupsTest : public LibraryFixture {
  protected:
-  BackupsTest() {
+  void SetUp() override {
+    LibraryFixture::SetUp();
     data = Added(u"Shaft"_s);
     Session();
   }

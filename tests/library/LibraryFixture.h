@@ -1,20 +1,27 @@
-// A library in a temporary folder, opened twice: by the test's program and by somebody else.
+// A library in a temporary folder or on a server, opened twice: by the test's program and by somebody else.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "data/Statistics.h"
 #include "library/Library.h"
+#include "library/LibraryWatch.h"
+#include "tests/support/TestServer.h"
 
 using namespace Qt::StringLiterals;
 
 class LibraryFixture : public testing::Test {
  protected:
-  LibraryFixture() {
+  void SetUp() override { Start(folder.filePath(u"plant.kestrel"_s)); }
+
+  void Start(const QString& place) {
+    path = place;
     Library::Create(path);
     library = std::make_unique<Library>(path);
     others = std::make_unique<Library>(path);
@@ -43,6 +50,13 @@ class LibraryFixture : public testing::Test {
     QSqlQuery query = others->Database().Run(u"select"_s, sql);
     return others->Database().NextRow(query) ? query.value(0) : QVariant();
   }
+  // The first column, joined.
+  QString Joined(const QString& sql) {
+    QStringList values;
+    QSqlQuery query = others->Database().Run(u"select"_s, sql);
+    while (others->Database().NextRow(query)) values << query.value(0).toString();
+    return values.join(u',');
+  }
   qint64 Number(const QString& sql) { return Value(sql).toLongLong(); }
   QString Values() { return Value(u"SELECT \"Values\" FROM StatData WHERE ID = 1"_s).toString(); }
 
@@ -51,8 +65,38 @@ class LibraryFixture : public testing::Test {
   }
 
   QTemporaryDir folder;
-  const QString path = folder.filePath(u"plant.kestrel"_s);
+  QString path;
   const QDateTime now{QDate(2024, 2, 29), QTime(13, 45, 59)};
   std::unique_ptr<Library> library;
   std::unique_ptr<Library> others;
 };
+
+// A server's news come while events are processed.
+inline std::optional<LibraryWatch::Change> News(LibraryWatch& watch) {
+  constexpr int longest = 5000;
+  std::optional<LibraryWatch::Change> change = watch.Look();
+  QElapsedTimer since;
+  for (since.start(); !change && !since.hasExpired(longest); change = watch.Look())
+    QCoreApplication::processEvents();
+  return change;
+}
+
+// For what holds of a library of either kind.
+enum class Place { File, Server };
+
+class AnyLibraryFixture : public LibraryFixture, public testing::WithParamInterface<Place> {
+ protected:
+  void SetUp() override {
+    if (GetParam() == Place::File) return LibraryFixture::SetUp();
+    const QString address = TestServer::NewDatabase();
+    if (address.isEmpty()) GTEST_SKIP() << TestServer::missing;
+    Start(address);
+  }
+};
+
+inline std::string NameOf(const testing::TestParamInfo<Place>& place) {
+  return place.param == Place::File ? "File" : "Server";
+}
+
+#define ON_BOTH(Fixture) \
+  INSTANTIATE_TEST_SUITE_P(On, Fixture, testing::Values(Place::File, Place::Server), NameOf)

@@ -16,7 +16,8 @@ using Samples = std::vector<Sample>;
 
 class RandomEditsTest : public LibraryFixture {
  protected:
-  RandomEditsTest() {
+  void SetUp() override {
+    LibraryFixture::SetUp();
     for (Library* hand : {library.get(), others.get()})
       hand->Database().Run(u"speed"_s, u"PRAGMA synchronous = OFF"_s);
     CDataPtr data = NewDataSet(u"A"_s);

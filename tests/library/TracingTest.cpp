@@ -6,7 +6,7 @@
 
 namespace {
 
-class TracingTest : public LibraryFixture {
+class TracingTest : public AnyLibraryFixture {
  protected:
   using Outcome = Library::Noted::Outcome;
 
@@ -46,11 +46,12 @@ class TracingTest : public LibraryFixture {
 
 }  // namespace
 
-TEST_F(TracingTest, AnAppendIsOneRunOfItsTimeAndLot) {
+ON_BOTH(TracingTest);
+
+TEST_P(TracingTest, AnAppendIsOneRunOfItsTimeAndLot) {
   const CDataPtr data = Added(u"A"_s);
   EXPECT_TRUE(library->TraceOf(*data).IsEmpty());
-  EXPECT_EQ(Number(u"SELECT count(*) FROM sqlite_master WHERE name LIKE 'Sample%'"_s), 0)
-      << "made when needed";
+  EXPECT_EQ(others->Database().Has(u"SampleNote"_s), GetParam() == Place::Server) << "made when needed";
   Append({u"12"_s, u"13"_s});
   const QDateTime there(QDate(2024, 2, 29), QTime(23, 30), Qt::OffsetFromUTC, -3600);
   library->Append(u"A"_s, {u"14"_s}, now, Library::Limits::Stay, {there, u"L7"_s});
@@ -73,7 +74,7 @@ TEST_F(TracingTest, AnAppendIsOneRunOfItsTimeAndLot) {
   EXPECT_FALSE(runs[1].time.isValid());
 }
 
-TEST_F(TracingTest, TheyGoWithTheirSamplesWhereASaveChangesThese) {
+TEST_P(TracingTest, TheyGoWithTheirSamplesWhereASaveChangesThese) {
   CDataPtr mine = Added(u"A"_s);
   Append({u"12"_s, u"13"_s});
   Append({u"14"_s});
@@ -97,7 +98,7 @@ TEST_F(TracingTest, TheyGoWithTheirSamplesWhereASaveChangesThese) {
   EXPECT_EQ(Told(), u"*9 10 11 10 |14 |15! |12 -1 -12=new tool"_s) << "what is unplaced stays so";
 }
 
-TEST_F(TracingTest, WhatAProgramThatDoesNotKnowThemChangesIsUnplacedFromThere) {
+TEST_P(TracingTest, WhatAProgramThatDoesNotKnowThemChangesIsUnplacedFromThere) {
   Added(u"A"_s);
   Append({u"12"_s, u"13"_s});
   Append({u"14"_s, u"15"_s});
@@ -123,11 +124,11 @@ TEST_F(TracingTest, WhatAProgramThatDoesNotKnowThemChangesIsUnplacedFromThere) {
   EXPECT_EQ(Told(), u"*9 10 11 10 9 10 11 10 12 13 14 15 -2 -2 -1 -12=n8 -15=n11"_s);
 }
 
-TEST_F(TracingTest, ANoteIsWrittenReplacedAndRemovedWhereItsSampleNowIs) {
+TEST_P(TracingTest, ANoteIsWrittenReplacedAndRemovedWhereItsSampleNowIs) {
   const CDataPtr seen = Added(u"A"_s);
   LibraryWatch watch(path);
   EXPECT_EQ(Note(*seen, 1, {}, u"  new tool "_s), Outcome::Written);
-  EXPECT_EQ(watch.Look()->changed, std::vector<qint64>{1}) << "the others are told";
+  EXPECT_EQ(News(watch)->changed, std::vector<qint64>{1}) << "the others are told";
   const Trace::Record record = library->TraceOf(*seen);
   EXPECT_EQ(record.notes, (std::vector<Trace::Note>{{1, u"new tool"_s, u"ann"_s, now.toUTC(), u"10"_s, 1}}));
   EXPECT_EQ(library->Read(1)->data->LastModified(), seen->LastModified());
@@ -153,7 +154,7 @@ TEST_F(TracingTest, ANoteIsWrittenReplacedAndRemovedWhereItsSampleNowIs) {
   EXPECT_EQ(Note(*shown, 3, u"x"_s, u"y"_s), Outcome::Gone);
 }
 
-TEST_F(TracingTest, WhatIsDeletedAndCopiedKeepsThem) {
+TEST_P(TracingTest, WhatIsDeletedAndCopiedKeepsThem) {
   Added(u"A"_s);
   Append({u"12"_s});
   Note(*library->Read(1)->data, 8, {}, u"new tool"_s);
@@ -169,7 +170,7 @@ TEST_F(TracingTest, WhatIsDeletedAndCopiedKeepsThem) {
   EXPECT_EQ(Number(u"SELECT (SELECT count(*) FROM SampleRun) + (SELECT count(*) FROM SampleNote)"_s), 0);
 }
 
-TEST_F(TracingTest, ManyRunsAreWrittenAsTheyAre) {
+TEST_P(TracingTest, ManyRunsAreWrittenAsTheyAre) {
   const CDataPtr data = NewDataSet(u"A"_s);
   data->SetDelimitedInputString(u"9,10,11,10,"_s.repeated(500));
   std::vector<Trace::Run> runs;

@@ -35,7 +35,7 @@ class ProgramTest : public testing::Test {
   }
   // Words in which LIB stands for the library and @ for this test's folder.
   QStringList Placed(QStringList words) const {
-    return words.replaceInStrings(u"LIB"_s, library).replaceInStrings(u"@"_s, folder_.path() + u'/');
+    return words.replaceInStrings(u"@"_s, folder_.path() + u'/').replaceInStrings(u"LIB"_s, library);
   }
   QStringList Placed(QStringView words) const { return Placed(QProcess::splitCommand(words)); }
   ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const {

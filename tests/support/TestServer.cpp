@@ -57,7 +57,8 @@ class Server {
     Connection connection;
     connection.OpenWith(Address(u"postgres"_s));
     connection.Execute(u"CREATE ROLE guarded LOGIN PASSWORD 'let me in'"_s);
-    connection.Execute(u"CREATE ROLE reader LOGIN"_s);
+    for (const QString& name : {u"reader"_s, u"writer"_s})
+      connection.Execute(u"CREATE ROLE %1 LOGIN"_s.arg(name));
   }
 
   ~Server() { Stop(); }

@@ -7,7 +7,8 @@
 namespace TestServer {
 
 // The address of a new, empty database; empty where no server can be had: then a test skips itself. Its user
-// "kestrel" may do everything; "guarded" needs the password "let me in"; "reader" has no rights.
+// "kestrel" may do everything; "guarded" needs the password "let me in"; "reader" and "writer" have no rights
+// yet.
 QString NewDatabase();
 
 // The same database by another user, or with another option.
