@@ -171,11 +171,6 @@ const ControlChart* StatPage::Chart(GraphId graph) const {
   return chart && chart->values.size() >= FewestPlotPoints ? chart : nullptr;
 }
 
-int StatPage::PointCount(GraphId graph) const {
-  const ControlChart* chart = Chart(graph);
-  return chart ? static_cast<int>(chart->values.size()) : 0;
-}
-
 std::optional<StatPage::PointInfo> StatPage::Point(GraphId graph, int number, const QRectF& target) const {
   const ControlChart* chart = Chart(graph);
   if (!chart || number < chart->shown.first || number > chart->shown.last) return std::nullopt;

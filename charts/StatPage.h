@@ -58,7 +58,6 @@ class StatPage {
   };
   // The plotted point that is meant: the nearest one with a mark, else the nearest one, if near enough.
   std::optional<PointInfo> PointAt(QPointF position, const QRectF& target) const;
-  int PointCount(GraphId graph) const;  // also of those not shown; 0 for a graph without points
   // The plotted point with that number; none where it has no value, or the graph does not show it.
   std::optional<PointInfo> Point(GraphId graph, int number, const QRectF& target) const;
   // The number of the point that stands nearest above or below the position; 0 for a graph without points.

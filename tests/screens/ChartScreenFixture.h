@@ -3,11 +3,11 @@
 
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
+#include "screens/Indicators.h"
 #include "screens/PageView.h"
 #include "screens/StatGraphics.h"
+#include "tests/support/Protocol.h"
 #include "tests/support/RecordedFileDialogs.h"
-#include "tests/support/TestProgram.h"
-#include "tests/support/Widgets.h"
 
 // Printers that stand for their paper.
 struct TestPrinters : PrinterDialogs {
@@ -54,6 +54,7 @@ class ChartScreenFixture : public testing::Test {
     screen->resize(1200, 800);
     screen->show();
     view = &Get<PageView>(*screen, "PageView");
+    protocol.Begin(u"Open"_s, screen.get());
   }
   // What the recalculate screen does when the user has chosen a range.
   void Recalculate(CData& copy) {
@@ -77,13 +78,35 @@ class ChartScreenFixture : public testing::Test {
     DataObjectFunctions::AppendToDataObject(data, {u"10"_s, u"10"_s, u"10"_s, u"10"_s});
   }
   double StoredLimit() const { return program.Rows(u"SELECT XBarUCL FROM StatData"_s)[0][0].toDouble(); }
-  void Close() { QTest::keyClick(screen.get(), Qt::Key_Escape); }
-  void Press(Qt::Key key) { QTest::keyClick(view, key); }
+  // Steps of the protocol, with these answers to the boxes that they bring.
+  using Answers = std::initializer_list<Answer>;
+  void Step(const QString& what, const std::function<void()>& act, Answers answers) {
+    for (const Answer answer : answers) program.boxes.Expect(answer);
+    act();
+    protocol.Step(what);
+  }
+  void Choose(const char* name, Answers answers = {}) {
+    Step(
+        QLatin1StringView(name), [&] { Click(*screen, name); }, answers);
+  }
+  void PressOn(QWidget* widget, const QKeyCombination& key, Answers answers = {}) {
+    const auto act = [&] { QTest::keyClick(widget, key.key(), key.keyboardModifiers()); };
+    Step(QKeySequence(key).toString(), act, answers);
+  }
+  void Close(Answers answers = {}) { PressOn(screen.get(), Qt::Key_Escape, answers); }
+  void Press(const QKeyCombination& key) { PressOn(view, key); }
+  void ClickAt(const QString& what, QPoint place, Answers answers = {}) {
+    Step(
+        what, [&] { QTest::mouseClick(view, Qt::LeftButton, {}, place); }, answers);
+  }
   const QLabel& Info() const { return Get<QLabel>(*view, "lblPointInfo"); }
   QPoint PlaceOf(GraphId graph, int number) const {
     return view->Page()->Point(graph, number, view->rect())->position.toPoint();
   }
-  void Trigger(const char* entry) { Get<QAction>(*screen, entry).trigger(); }
+  void Trigger(const char* entry, Answers answers = {}) {
+    Step(
+        QLatin1StringView(entry), [&] { Get<QAction>(*screen, entry).trigger(); }, answers);
+  }
   // The entry asks for a file, and gets it.
   QByteArray FileBy(const char* entry, const QString& path) {
     files.Expect(path);
@@ -97,6 +120,27 @@ class ChartScreenFixture : public testing::Test {
     return Page().Geometry(int(graph), view->rect()).frame.center().toPoint();
   }
 
+  void TellPage(Protocol::States& states) const {
+    states[u"asked for"_s] = u"%1 recalculations, %2 additions, editor at %3, help %4"_s.arg(recalculations)
+                                 .arg(additions)
+                                 .arg(edited.value(edited.size() - 1))
+                                 .arg(helpTopics.value(helpTopics.size() - 1, -1));
+    if (offered) states[u"asked for points"_s] = u"%1 to %2"_s.arg(offered->first).arg(offered->last);
+    for (const CDataPtr& held : program.state.gDataCollection)
+      states[u"held UCL of %1"_s.arg(held->ID())] = QString::number(held->XBarUCL());
+    if (!view || !view->Page() || !screen->isVisible()) return;
+    const auto [first, last] = view->Page()->ShownPoints();
+    states[u"page"_s] = u"points %1 to %2, selected %3, alone %4"_s.arg(first)
+                            .arg(last)
+                            .arg(int(view->Page()->Selected()))
+                            .arg(Page().BlownUpGraph());
+    states[u"scale"_s] = QString::number(Page().Graph(0).Scale().top());
+    if (last > 0) states[u"drawn UCL"_s] = QString::number(DrawnLimit());
+    states[u"lamp"_s] = QString::number(int(Get<Led>(*screen, "orvLEDControl1").ColorValue()));
+    states[u"state"_s] =
+        QString::number(Get<ProcessStateIndicator>(*screen, "ProcessStateIndicator1").Value());
+  }
+
   TestProgram program;
   RecordedFileDialogs files;
   CDataPtr data;
@@ -108,6 +152,7 @@ class ChartScreenFixture : public testing::Test {
   int recalculations = 0;
   qint16 lastPoint = 6;
   std::function<void()> whileRecalculating;
+  Protocol protocol{program, u"StatData"_s, [this](Protocol::States& states) { TellPage(states); }};
   std::unique_ptr<StatGraphics> screen;
   PageView* view = nullptr;
 };

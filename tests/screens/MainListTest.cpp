@@ -97,6 +97,52 @@ TEST_F(MainListTest, SortsByEachColumnAndBackToTheLibrarysOrder) {
   EXPECT_EQ(order(), u"09ey");
 }
 
+TEST_F(MainListTest, TheListFollowsTheLibrary) {
+  QStringList names;
+  for (int i = 0; i < 60; ++i) names << u"D%1"_s.arg(i, 2, 10, QChar(u'0'));
+  StartLoaded(names);
+  ClickRow(0);
+  QScrollBar& bar = *List().verticalScrollBar();
+  bar.setValue(bar.maximum() / 2);
+  const int scrolled = bar.value();
+  const QString topID = TopRow();
+  Tick("WatchTimer");
+  EXPECT_EQ(opened, QStringList());
+
+  const QString before = StateOf(0);
+  Spoil(u"D00"_s);
+  Tick("WatchTimer");
+  EXPECT_NE(StateOf(0), before) << "the state";
+  EXPECT_EQ(Summary("SampleQty"), u"44");
+  program.Execute(u"DELETE FROM StatData WHERE Description = 'D01'"_s);
+  program.Insert(u"NEW"_s);
+  program.Execute(u"UPDATE StatData SET Description = 'TWO' WHERE Description = 'D02'"_s);
+  Tick("WatchTimer");
+  QStringList expected = names;
+  expected.removeAt(1);
+  expected[1] = u"TWO"_s;
+  EXPECT_EQ(Rows(), expected << u"NEW"_s);
+  EXPECT_EQ(Current(), u"D00");
+  EXPECT_EQ(TopRow(), topID);
+  EXPECT_NEAR(bar.value(), scrolled, List().visualRect(At(0, 1)).height() + 1);
+  EXPECT_EQ(int(program.state.gDataCollection.size()), Rows().size());
+
+  program.Execute(u"DELETE FROM StatData WHERE Description = 'D00'"_s);
+  Tick("WatchTimer");
+  EXPECT_TRUE(Panel().contains(u"deleted \"D00\""_s));
+  EXPECT_NE(program.state.gCurrentDataID, 0);
+  program.Execute(u"DELETE FROM StatData"_s);
+  Tick("WatchTimer");
+  EXPECT_EQ(Enabled(), u"-x--x---");
+  EXPECT_TRUE(Action("Toolbar1_2_5").isEnabled()) << "there may be something to restore";
+  EXPECT_EQ(Summary("SampleQty"), QString());
+  EXPECT_TRUE(List().accessibleDescription().contains(u"Stat Data, Add"));
+  program.Insert(u"LAST"_s);
+  Tick("WatchTimer");
+  EXPECT_EQ(Enabled(), u"xxxxxxxx");
+  EXPECT_EQ(Current(), u"LAST");
+}
+
 TEST_F(MainListTest, KeepsFilterSortingSelectionAndPlaceWhileOthersWork) {
   QStringList names;
   for (int i = 0; i < 80; ++i) names << u"D%1"_s.arg(i, 2, 10, QChar(u'0'));

@@ -8,9 +8,8 @@
 #include "library/LibraryFile.h"
 #include "screens/MainList.h"
 #include "screens/frmMain.h"
+#include "tests/support/Protocol.h"
 #include "tests/support/RecordedFileDialogs.h"
-#include "tests/support/TestProgram.h"
-#include "tests/support/Widgets.h"
 
 inline const auto keyPath = u"Software\\Orvane Labs\\Kestrel"_s;
 inline const auto libraryAttached = u"Current Database: StatData.mdb (DB Rev. 2.0)"_s;
@@ -54,14 +53,40 @@ class MainScreenFixture : public testing::Test {
   }
   void StartLoaded(const QStringList& dataSets = {}) {
     Start(dataSets);
-    Tick("InitTimer");
+    Fire(*main, "InitTimer");
+    protocol.Begin(u"Start"_s, main.get());
   }
   void Edited() {
     opened << (program.state.gAddMode ? u"editor to add"_s : u"editor"_s);
     if (inEditor) inEditor();
   }
 
-  void Tick(const char* timer) const { Fire(*main, timer); }
+  // Steps of the protocol, with these answers to the boxes that they bring.
+  using Answers = std::initializer_list<Answer>;
+  void Step(const QString& what, const std::function<void()>& act, Answers answers = {}) {
+    for (const Answer answer : answers) program.boxes.Expect(answer);
+    act();
+    if (main) protocol.Step(what);
+  }
+  void Tick(const char* timer, Answers answers = {}) {
+    Step(
+        QLatin1StringView(timer), [&] { Fire(*main, timer); }, answers);
+  }
+  void Command(const char* name, Answers answers = {}) {
+    Step(
+        QLatin1StringView(name), [&] { Action(name).trigger(); }, answers);
+  }
+  void Press(const QKeyCombination& key, Answers answers = {}) {
+    QWidget* focus = main->focusWidget();
+    const auto act = [&] { QTest::keyClick(focus ? focus : main.get(), key.key(), key.keyboardModifiers()); };
+    Step(QKeySequence(key).toString(), act, answers);
+  }
+  // What somebody else does, which the window's clock sees.
+  void Elsewhere(const QString& sql, Answers answers = {}) {
+    program.Execute(sql);
+    Step(
+        sql, [&] { Fire(*main, "WatchTimer"); }, answers);
+  }
   QAction& Action(const char* name) const { return Get<QAction>(*main, name); }
   MainList& List() const { return Get<MainList>(*main, "ListView1"); }
   QModelIndex At(int row, int column) const { return List().model()->index(row, column); }
@@ -110,6 +135,13 @@ class MainScreenFixture : public testing::Test {
   }
 
   TestProgram program;
+  Protocol protocol{program, u"StatData"_s, [this](Protocol::States& states) {
+                      states[u"opened"_s] = opened.join(u", "_s);
+                      states[u"collection"_s] =
+                          u"%1, current %2, settings %3"_s.arg(program.state.gDataCollection.size())
+                              .arg(program.state.gCurrentDataID)
+                              .arg(StoredDatabase().section(u'/', -1));
+                    }};
   WatchedClock clock;
   RecordedFileDialogs files;
   QStringList opened;

@@ -1,5 +1,5 @@
-// The main window beside others who work on the same library, and a second start of the program.
-#include <QTableWidget>
+// The main window beside others who work on the same library, and a second start of the program. The protocol
+// of each walk is approved.
 #include <QTreeWidget>
 
 #include "core/DataObjectFunctions.h"
@@ -10,164 +10,101 @@
 
 namespace {
 
-const auto otherAttached = u"Current Database: other.kestrel (DB Rev. 2.1)"_s;
-
 class SharingTest : public MainScreenFixture {
  protected:
+  void TearDown() override { protocol.Expect(); }
+
   // The editor over the main window, on the current data set; `act` is what happens meanwhile.
   void WithEditor(const std::function<void(DataEditor&)>& act) {
     inEditor = [this, act] {
       DataEditor editor(main.get());
       editor.open();
       QCoreApplication::processEvents();
+      protocol.Begin(u"The editor"_s, main.get());
       act(editor);
     };
-    Action("Toolbar1_2_2").trigger();
+    Command("Toolbar1_2_2");
   }
-
-  static void SaveIn(const DataEditor& editor) { Get<QAction>(editor, "Toolbar1_1").trigger(); }
-
+  void Enter(const QWidget& form, const char* box, const QString& text) {
+    Step(u"%1: %2"_s.arg(QLatin1StringView(box), text), [&] { Type(form, box, text); });
+  }
+  void SaveIn(const DataEditor& editor, Answers answers) {
+    Step(
+        u"Save"_s, [&] { Get<QAction>(editor, "Toolbar1_1").trigger(); }, answers);
+  }
+  void PressIn(QWidget& form, Qt::Key key) {
+    Step(QKeySequence(key).toString(), [&] { QTest::keyClick(&form, key); });
+  }
   // A click in the question that comes up next, after a look at it.
-  static void InConflict(const char* button, const std::function<void(QWidget&)>& look = {}) {
-    QTimer::singleShot(0, [button, look] {
-      QWidget* question = QApplication::activeModalWidget();
-      ASSERT_TRUE(question && question->objectName() == u"ConflictForm");
-      if (look) look(*question);
-      Get<QPushButton>(*question, button).click();
+  void InConflict(const char* button) {
+    InNextWindow([this, button](QWidget& question) {
+      protocol.Step(u"the question: "_s + TextOf(question, "lblQuestion"));
+      Click(question, button);
     });
   }
-  static QString Cell(QWidget& question, int column) {
-    return Get<QTableWidget>(question, "tableVersions").item(0, column)->text();
-  }
-  QVariant Stored(const QString& column, const QString& name = u"Bore"_s) const {
-    return program.Rows(u"SELECT %1 FROM StatData WHERE Description = '%2'"_s.arg(column, name)).at(0).at(0);
-  }
   // As a script does it.
-  void AppendElsewhere(const QString& name, const QStringList& values) const {
+  void AppendElsewhere(const QString& name, const QStringList& values) {
     Library::Open(program.LibraryPath(), {})->Append(name, values, clock.now);
+    Tick("WatchTimer");
+  }
+  void RenameElsewhere(const QString& name, const QString& other) const {
+    Library::Open(program.LibraryPath(), {})->Rename(name, other, clock.now);
+  }
+  void Move(const QString& from, const QString& to) const {
+    QFile::remove(to);
+    ASSERT_TRUE(QFile::rename(from, to));
   }
 };
 
-TEST_F(SharingTest, TheListFollowsTheLibrary) {
-  QStringList names;
-  for (int i = 0; i < 60; ++i) names << u"D%1"_s.arg(i, 2, 10, QChar(u'0'));
-  StartLoaded(names);
-  ClickRow(0);
-  QScrollBar& bar = *List().verticalScrollBar();
-  bar.setValue(bar.maximum() / 2);
-  const int scrolled = bar.value();
-  const QString topID = TopRow();
-  Tick("WatchTimer");
-  EXPECT_EQ(opened, QStringList());
-
-  AppendElsewhere(u"D00"_s, {u"90"_s, u"90"_s, u"90"_s, u"90"_s});
-  const QString before = StateOf(0);
-  Tick("WatchTimer");
-  EXPECT_NE(StateOf(0), before) << "the state";
-  EXPECT_EQ(Summary("SampleQty"), u"44");
-  program.Execute(u"DELETE FROM StatData WHERE Description = 'D01'"_s);
-  program.Insert(u"NEW"_s);
-  program.Execute(u"UPDATE StatData SET Description = 'TWO' WHERE Description = 'D02'"_s);
-  Tick("WatchTimer");
-  QStringList expected = names;
-  expected.removeAt(1);
-  expected[1] = u"TWO"_s;
-  EXPECT_EQ(Rows(), expected << u"NEW"_s);
-  EXPECT_EQ(Current(), u"D00");
-  EXPECT_EQ(TopRow(), topID);
-  EXPECT_NEAR(bar.value(), scrolled, List().visualRect(At(0, 1)).height() + 1);
-  EXPECT_EQ(int(program.state.gDataCollection.size()), Rows().size());
-
-  program.Execute(u"DELETE FROM StatData WHERE Description = 'D00'"_s);
-  Tick("WatchTimer");
-  EXPECT_TRUE(Panel().contains(u"deleted \"D00\""_s));
-  EXPECT_NE(program.state.gCurrentDataID, 0);
-  program.Execute(u"DELETE FROM StatData"_s);
-  Tick("WatchTimer");
-  EXPECT_EQ(Enabled(), u"-x--x---");
-  EXPECT_TRUE(Action("Toolbar1_2_5").isEnabled()) << "there may be something to restore";
-  EXPECT_EQ(Summary("SampleQty"), QString());
-  EXPECT_TRUE(List().accessibleDescription().contains(u"Stat Data, Add"));
-  program.Insert(u"LAST"_s);
-  Tick("WatchTimer");
-  EXPECT_EQ(Enabled(), u"xxxxxxxx");
-  EXPECT_EQ(Current(), u"LAST");
-}
-
 TEST_F(SharingTest, AFileInTheLibrarysPlaceIsRead) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
-  const QString other = OtherLibrary();
-  ASSERT_TRUE(QFile::remove(program.LibraryPath()));
-  ASSERT_TRUE(QFile::rename(other, program.LibraryPath()));
+  Move(OtherLibrary(), program.LibraryPath());
   Tick("WatchTimer");
   program.Insert(u"PIN"_s);
   Tick("WatchTimer");
-  EXPECT_EQ(Rows(), QStringList{u"PIN"_s});
   Tick("NewsTimer");
-  EXPECT_EQ(Panel(), u"Current Database: StatData.mdb (DB Rev. 2.1)");
   // While nothing can be read that is said as long as it is so, and what was read stays.
   const QString aside = program.Path(u"aside"_s);
-  ASSERT_TRUE(QFile::rename(program.LibraryPath(), aside));
-  for (const char* timer : {"WatchTimer", "NewsTimer", "WatchTimer"}) Tick(timer);
-  EXPECT_TRUE(Panel().contains(u"there is no such file"_s)) << Panel().toStdString();
-  EXPECT_EQ(Rows(), QStringList{u"PIN"_s});
+  Move(program.LibraryPath(), aside);
   QFile damaged(program.LibraryPath());
+  const auto tell = [this](const char* timer) {
+    Fire(*main, timer);
+    EXPECT_EQ(Rows(), QStringList{u"PIN"_s});
+    return Panel();
+  };
+  for (const char* timer : {"WatchTimer", "NewsTimer", "WatchTimer"})
+    EXPECT_TRUE(tell(timer).contains(u"there is no such file"_s)) << Panel().toStdString();
   ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("a shopping list"));
   damaged.close();
+  EXPECT_TRUE(tell("WatchTimer").contains(u"is not a database"_s)) << Panel().toStdString();
+  Move(aside, program.LibraryPath());
   Tick("WatchTimer");
-  EXPECT_TRUE(Panel().contains(u"is not a database"_s)) << Panel().toStdString();
-  ASSERT_TRUE(QFile::remove(program.LibraryPath()) && QFile::rename(aside, program.LibraryPath()));
-  Tick("WatchTimer");
-  EXPECT_TRUE(Panel().contains(u"has been read again"_s)) << Panel().toStdString();
-  program.Execute(u"DELETE FROM StatData"_s);
-  Tick("WatchTimer");
-  EXPECT_TRUE(Rows().isEmpty()) << "it is watched from now on";
-}
-
-TEST_F(SharingTest, F5ReadsAllAgainAndKeepsThePlace) {
-  StartLoaded({u"Bore"_s, u"Shaft"_s});
-  ClickRow(1);
-  program.Insert(u"PIN"_s);
-  QTest::keyClick(main.get(), Qt::Key_F5);
-  EXPECT_EQ(Rows().last(), u"PIN");
-  EXPECT_EQ(Current(), u"Shaft");
+  Elsewhere(u"DELETE FROM StatData"_s);  // it is watched from now on
 }
 
 TEST_F(SharingTest, WhatCannotBeReadIsNamedAndTheRestIsUsable) {
+  const auto readAgain = [this](const QString& sql, Answers answers) {
+    program.Execute(sql);
+    Press(Qt::Key_F5, answers);
+    protocol.Step(List().accessibleDescription());
+  };
   Start({u"Bore"_s, u"Shaft"_s});
+  protocol.Begin(u"Start"_s, main.get());
   program.Execute(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Bore'"_s);
-  program.boxes.Expect(u"\"Bore\"");
-  Tick("InitTimer");
-  EXPECT_EQ(Rows(), QStringList{u"Shaft"_s});
-  EXPECT_TRUE(Panel().contains(u"\"Bore\""_s)) << Panel().toStdString();
-  EXPECT_EQ(Enabled(), u"xxxxxxxx");
-  program.Execute(u"UPDATE StatData SET XBarUCL = NULL"_s);
-  program.boxes.Expect(u"\"Shaft\"");
-  QTest::keyClick(main.get(), Qt::Key_F5);
-  EXPECT_EQ(Enabled(), u"-x--x---");
-  EXPECT_TRUE(List().accessibleDescription().contains(u"\"Shaft\""_s)) << "not: no data sets yet";
+  Tick("InitTimer", {Answer::Ok});
+  readAgain(u"UPDATE StatData SET XBarUCL = NULL"_s, {Answer::Ok});
   program.Execute(u"ALTER TABLE StatData RENAME TO Elsewhere"_s);
   program.boxes.Expect(u"no such table");
   QTest::keyClick(main.get(), Qt::Key_F5);
   EXPECT_EQ(Enabled(), u"-x--x---");
   EXPECT_TRUE(List().accessibleDescription().contains(u"no such table"_s));
   program.Execute(u"ALTER TABLE Elsewhere RENAME TO StatData"_s);
-  program.Execute(u"UPDATE StatData SET XBarUCL = 0"_s);
-  QTest::keyClick(main.get(), Qt::Key_F5);
-  EXPECT_EQ(Rows().size(), 2);
-  EXPECT_EQ(Panel(), libraryAttached);
+  program.Insert(u"PIN"_s);
+  readAgain(u"UPDATE StatData SET XBarUCL = 0"_s, {});
   // The same while it is open, by somebody else's hand.
-  WithEditor([&](DataEditor& editor) {
-    program.Execute(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Bore'"_s);
-    Tick("WatchTimer");
-    EXPECT_TRUE(Panel().contains(u"\"Bore\" (ID 1): XBarUCL is Null."_s)) << Panel().toStdString();
-    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u"XBarUCL is Null."_s)) << "not: deleted";
-  });
-  EXPECT_EQ(Rows(), QStringList{u"Shaft"_s});
-  program.Execute(u"UPDATE StatData SET XBarUCL = 0"_s);
-  Tick("WatchTimer");
-  EXPECT_EQ(Rows().size(), 2);
-  EXPECT_EQ(Panel(), libraryAttached);
+  WithEditor(
+      [&](DataEditor&) { Elsewhere(u"UPDATE StatData SET XBarUCL = NULL WHERE Description = 'Bore'"_s); });
+  Elsewhere(u"UPDATE StatData SET XBarUCL = 0"_s);
 }
 
 // Once a save on a locked library brought two boxes, each after two seconds.
@@ -179,245 +116,147 @@ TEST_F(SharingTest, ALockIsToldOnceAndNothingLooksSaved) {
   other.Run(u"lock"_s, u"BEGIN IMMEDIATE"_s);
   const CDataPtr before = program.state.gDataCollection.at(0);
   const QString modified = before->LastModified();
-  const auto expect = [this] { program.boxes.Expect(u"in use by another program"); };
   WithEditor([&](DataEditor& editor) {
-    Type(editor, "txtUSL", u"13"_s);
-    expect();
-    SaveIn(editor);
-    EXPECT_EQ(TextOf(editor, "txtUSL"), u"13");
-    program.boxes.Expect(Answer::No, u"Do you wish to save");
+    Enter(editor, "txtUSL", u"13"_s);
+    SaveIn(editor, {Answer::Ok});
+    program.boxes.Expect(Answer::No);
     editor.close();
   });
   EXPECT_EQ(before->LastModified(), modified);
-  EXPECT_EQ(Summary("UpperSpecLimit"), u"12");
-  expect();
-  EXPECT_FALSE(DataObjectFunctions::AppendToDataObject(before, {u"1"_s}));
+  Step(u"append"_s, [&] { DataObjectFunctions::AppendToDataObject(before, {u"1"_s}); }, {Answer::Ok});
   EXPECT_EQ(before->SampleQty(), 40);
-  expect();
-  EXPECT_FALSE(DataObjectFunctions::SaveDataObjectToDatabase(TestProgram::NewDataSet(u"NEW"_s)));
-  program.boxes.Expect(Answer::Yes, u"delete the selected item");
-  expect();
-  Action("Toolbar1_2_3").trigger();
-  EXPECT_EQ(Rows(), QStringList{u"Bore"_s});
+  const CDataPtr added = TestProgram::NewDataSet(u"NEW"_s);
+  Step(u"add"_s, [&] { DataObjectFunctions::SaveDataObjectToDatabase(added); }, {Answer::Ok});
+  Command("Toolbar1_2_3", {Answer::Yes, Answer::Ok});
 }
 
 TEST_F(SharingTest, AnOpenEditorKeepsWhatWasTypedAndSavesBoth) {
   StartLoaded({u"Bore"_s});
   WithEditor([&](DataEditor& editor) {
-    Type(editor, "txtUSL", u"13"_s);
+    Enter(editor, "txtUSL", u"13"_s);
     AppendElsewhere(u"Bore"_s, {u"9.5"_s, u"10.5"_s, u"10.5"_s, u"10.25"_s});
-    Tick("WatchTimer");
-    EXPECT_EQ(TextOf(editor, "txtUSL"), u"13");
-    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u": somebody else changed this data set."_s));
-    EXPECT_EQ(Summary("SampleQty"), u"44") << "the main window follows";
-    program.boxes.Expect(u"All data successfully saved.");
-    SaveIn(editor);
-    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u"4 values were added meanwhile."_s));
-    EXPECT_TRUE(Stored(u"\"Values\""_s).toString().endsWith(u",10.5,10.25,"_s));
-    EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 13);
+    SaveIn(editor, {Answer::Ok});
     Tick("WatchTimer");  // what it has written itself is no news
-    EXPECT_FALSE(TextOf(editor, "lblHint").contains(u"somebody"_s));
     program.Execute(u"UPDATE StatData SET LowerSpecLimit = 7"_s);
-    QTest::keyClick(&editor, Qt::Key_F5);
-    EXPECT_EQ(TextOf(editor, "txtLSL"), u"7.0000");
+    PressIn(editor, Qt::Key_F5);
   });
-  EXPECT_EQ(Summary("UpperSpecLimit"), u"13");
 }
 
 TEST_F(SharingTest, AConflictShowsBothVersionsAndAsks) {
   StartLoaded({u"Bore"_s});
   WithEditor([&](DataEditor& editor) {
-    const auto save = [&] { SaveIn(editor); };
-    Type(editor, "txtUSL", u"13"_s);
+    Enter(editor, "txtUSL", u"13"_s);
     program.Execute(u"UPDATE StatData SET UpperSpecLimit = 14, NominalSpecLimit = 11"_s);
-    InConflict("cmdCancel", [](QWidget& question) {
-      EXPECT_TRUE(TextOf(question, "lblQuestion").contains(u"\"Bore\""_s));
-      EXPECT_EQ(Cell(question, 1), u"Nominal: 10\nUSL: 13");
-      EXPECT_EQ(Cell(question, 2), u"Nominal: 11\nUSL: 14");
-      EXPECT_EQ(Get<QTableWidget>(question, "tableVersions").rowCount(), 1);
-    });
-    save();
-    EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 14);
-    EXPECT_EQ(TextOf(editor, "txtUSL"), u"13") << "what was typed stays";
+    InConflict("cmdCancel");
+    SaveIn(editor, {});
     InConflict("cmdMine");
-    program.boxes.Expect(u"All data successfully saved.");
-    save();
-    EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 13);
-    Type(editor, "txtUSL", u"15"_s);
+    SaveIn(editor, {Answer::Ok});
+    Enter(editor, "txtUSL", u"15"_s);
     program.Execute(u"UPDATE StatData SET UpperSpecLimit = 16"_s);
     InConflict("cmdTheirs");
-    save();
-    EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 16);
-    EXPECT_EQ(TextOf(editor, "txtUSL"), u"16.0000");
+    SaveIn(editor, {});
     auto& raw = Get<QPlainTextEdit>(editor, "txtRawData");
     raw.moveCursor(QTextCursor::Start);
     raw.insertPlainText(u"7\n"_s);
     program.Execute(u"UPDATE StatData SET \"Values\" = '8' || substr(\"Values\", 4)"_s);
-    InConflict("cmdCancel", [](QWidget& question) {
-      EXPECT_TRUE(Cell(question, 1).startsWith(u"41 samples\nno. 1: 7\n"_s))
-          << Cell(question, 1).toStdString();
-      EXPECT_TRUE(Cell(question, 2).startsWith(u"40 samples\nno. 1: 8\n"_s));
-    });
-    save();
+    InConflict("cmdCancel");
+    SaveIn(editor, {});
   });
-  EXPECT_EQ(Summary("UpperSpecLimit"), u"16");
 }
 
 TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
   WithEditor([&](DataEditor& editor) {
-    Type(editor, "txtUSL", u"13"_s);
-    program.Execute(u"DELETE FROM StatData WHERE Description = 'Bore'"_s);
-    Tick("WatchTimer");
-    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u"deleted"_s));
-    program.boxes.Expect(Answer::No, u"as a new data set?");
-    SaveIn(editor);
-    EXPECT_EQ(program.Rows(u"SELECT ID FROM StatData"_s).size(), 1U);
-    EXPECT_EQ(TextOf(editor, "txtUSL"), u"13");
-    program.boxes.Expect(Answer::Yes, u"as a new data set?");
-    program.boxes.Expect(u"All data successfully saved.");
-    SaveIn(editor);
-    EXPECT_EQ(Stored(u"ID"_s), 3) << "a number is never given twice";
+    Enter(editor, "txtUSL", u"13"_s);
+    Elsewhere(u"DELETE FROM StatData WHERE Description = 'Bore'"_s);
+    SaveIn(editor, {Answer::No});
+    SaveIn(editor, {Answer::Yes, Answer::Ok});  // a number is never given twice
     // Deleted once more, and saved before the main window has looked.
     program.Execute(u"DELETE FROM StatData WHERE ID = 3"_s);
-    Type(editor, "txtUSL", u"12.5"_s);
-    program.boxes.Expect(Answer::Yes, u"as a new data set?");
-    program.boxes.Expect(u"All data successfully saved.");
-    SaveIn(editor);
-    EXPECT_EQ(program.state.gCurrentDataID, 4);
+    Enter(editor, "txtUSL", u"12.5"_s);
+    SaveIn(editor, {Answer::Yes, Answer::Ok});
     Tick("WatchTimer");
-    Type(editor, "txtUSL", u"14"_s);
-    program.boxes.Expect(u"All data successfully saved.");
-    SaveIn(editor);
-    EXPECT_EQ(Stored(u"UpperSpecLimit"_s), 14);
+    Enter(editor, "txtUSL", u"14"_s);
+    SaveIn(editor, {Answer::Ok});
   });
-  EXPECT_EQ(Rows(), (QStringList{u"Shaft"_s, u"Bore"_s}));
-  EXPECT_EQ(Current(), u"Bore");
-  EXPECT_EQ(program.state.gDataCollection.size(), 2U);
   EXPECT_EQ(program.state.gDataCollection.at(1)->ID(), 4);
 }
 
 TEST_F(SharingTest, WhatWasDeletedIsRestored) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
-  program.boxes.Expect(Answer::Yes,
-                       u"This operation cannot be undone\rIt is kept aside: Stat Data, Restore Deleted");
-  program.boxes.Expect(Answer::No, u"successfully deleted");
-  Action("Toolbar1_2_3").trigger();
+  Command("Toolbar1_2_3", {Answer::Yes, Answer::No});
   program.Insert(u"bore"_s);
   inRestore = [this] {
-    RestoreForm form;
+    RestoreForm form(main.get());
     form.open();
-    auto& list = Get<QTreeWidget>(form, "listDeleted");
-    EXPECT_EQ(list.topLevelItemCount(), 1);
-    const QTreeWidgetItem& row = *list.topLevelItem(0);
-    EXPECT_EQ(row.text(0) + u' ' + row.text(2), u"Bore 40");
-    EXPECT_TRUE(row.text(1).startsWith(u"2024-02-29 13:4"_s));
-    EXPECT_FALSE(row.icon(3).isNull());
-    QTest::keyClick(&form, Qt::Key_Return);
-    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"another name"_s));
-    Type(form, "txtName", u"Bore 2"_s);
-    QTest::keyClick(&form, Qt::Key_Return);
-    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"\"Bore 2\" is back"_s));
-    EXPECT_EQ(list.topLevelItemCount(), 0);
-    EXPECT_EQ(Rows(), (QStringList{u"Bore 2"_s, u"Shaft"_s, u"bore"_s})) << "at once, in its old place";
-    EXPECT_FALSE(Get<QPushButton>(form, "cmdRestore").isEnabled());
+    protocol.Step(u"the form"_s);
+    EXPECT_FALSE(Get<QTreeWidget>(form, "listDeleted").topLevelItem(0)->icon(3).isNull());
+    PressIn(form, Qt::Key_Return);
+    Enter(form, "txtName", u"Bore 2"_s);
+    PressIn(form, Qt::Key_Return);  // back at once, in its old place
   };
-  Action("Toolbar1_2_5").trigger();
-  EXPECT_EQ(Stored(u"ID"_s, u"Bore 2"_s), 1);
+  Command("Toolbar1_2_5");
 }
 
 TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
   ClickRow(1);
   inRename = [this] {
-    RenameForm form;
+    RenameForm form(main.get());
     form.open();
-    EXPECT_EQ(TextOf(form, "txtName"), u"Shaft");
-    for (const QString& refused : {u" "_s, u"bore"_s}) {
-      Type(form, "txtName", refused);
-      QTest::keyClick(&form, Qt::Key_Return);
-      EXPECT_TRUE(form.isVisible());
+    protocol.Step(u"the form"_s);
+    for (const QString& name : {u" "_s, u"bore"_s, u" Axle "_s}) {
+      Enter(form, "txtName", name);
+      PressIn(form, Qt::Key_Return);
     }
-    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"\"bore\" already"_s));
-    Type(form, "txtName", u" Axle "_s);
-    QTest::keyClick(&form, Qt::Key_Return);
-    EXPECT_FALSE(form.isVisible());
   };
-  QTest::keyClick(main.get(), Qt::Key_F2);
-  EXPECT_EQ(Rows(), QStringList({u"Bore"_s, u"Axle"_s}));
-  EXPECT_EQ(Current(), u"Axle");
-
+  Press(Qt::Key_F2);
   WithEditor([&](DataEditor& editor) {
-    Type(editor, "txtUSL", u"13"_s);
-    Library::Open(program.LibraryPath(), {})->Rename(u"Axle"_s, u"PIN"_s, clock.now);
+    Enter(editor, "txtUSL", u"13"_s);
+    RenameElsewhere(u"Axle"_s, u"PIN"_s);
     Tick("WatchTimer");
-    EXPECT_FALSE(TextOf(editor, "lblHint").contains(u"deleted"_s));
-    Library::Open(program.LibraryPath(), {})->Rename(u"PIN"_s, u"BOLT"_s, clock.now);
-    program.boxes.Expect(u"All data successfully saved.");
-    SaveIn(editor);  // before the main window has looked
-    EXPECT_TRUE(TextOf(editor, "lblHint").contains(u"renamed it \"BOLT\""_s));
-    EXPECT_EQ(TextOf(editor, "txtDescription"), u"BOLT");
-    EXPECT_EQ(Rows(), QStringList({u"Bore"_s, u"BOLT"_s}));
+    RenameElsewhere(u"PIN"_s, u"BOLT"_s);
+    SaveIn(editor, {Answer::Ok});  // before the main window has looked
     EXPECT_EQ(program.state.gDataCollection.at(1)->UpperSpecLimit(), 13);
   });
-  EXPECT_EQ(Stored(u"UpperSpecLimit"_s, u"BOLT"_s), 13);
   inRename = [this] {
-    RenameForm form;
+    RenameForm form(main.get());
     form.open();
-    program.Execute(u"DELETE FROM StatData WHERE Description = 'BOLT'"_s);
-    Tick("WatchTimer");
-    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"deleted"_s));
-    EXPECT_FALSE(Get<QPushButton>(form, "cmdRename").isEnabled());
+    Elsewhere(u"DELETE FROM StatData WHERE Description = 'BOLT'"_s);
   };
-  Action("Toolbar1_2_6").trigger();
+  Command("Toolbar1_2_6");
 }
 
 TEST_F(SharingTest, ASecondStartHandsItsLibraryOverForThisRun) {
   StartLoaded({u"Bore"_s});
   const QString other = OtherLibrary();
-  main->ShowLibrary({});
-  main->ShowLibrary(program.LibraryPath());
-  EXPECT_EQ(Panel(), libraryAttached) << "nothing to do but to show the window";
-  main->ShowLibrary(other);
+  const auto show = [this](const QString& path) {
+    Step(u"show "_s + path, [&] { main->ShowLibrary(path); });
+  };
+  show({});
+  show(program.LibraryPath());  // nothing to do but to show the window
+  show(other);
   Tick("HandOverTimer");
-  EXPECT_EQ(Panel(), otherAttached);
-  EXPECT_EQ(StoredDatabase(), program.LibraryPath());
   Tick("InitTimer");
-  EXPECT_TRUE(Rows().isEmpty());
-  main->ShowLibrary(program.Path(u"nowhere.db"_s));
-  program.boxes.Expect(u"Error opening database:");
-  Tick("HandOverTimer");
-  EXPECT_EQ(Panel(), otherAttached);
+  show(program.Path(u"nowhere.db"_s));
+  Tick("HandOverTimer", {Answer::Ok});
   EXPECT_EQ(program.state.gDatabaseForThisRun, other);
-  // A request waits like a library, and what it makes stays the library.
-  const QString made = program.Path(u"made.mdb"_s);
-  main->ShowLibrary(u"--new-library"_s);
-  files.Expect(made);
-  Tick("HandOverTimer");
-  EXPECT_EQ(StoredDatabase(), made);
 }
 
 TEST_F(SharingTest, ALibraryHandedOverWaitsForWhatIsNotSaved) {
   StartLoaded({u"Bore"_s});
   const QString other = OtherLibrary();
   WithEditor([&](DataEditor& editor) {
-    Type(editor, "txtUSL", u"13"_s);
+    Enter(editor, "txtUSL", u"13"_s);
     main->ShowLibrary(other);
-    program.boxes.Expect(Answer::Cancel, u"Do you wish to save these changes?");
-    Tick("HandOverTimer");
-    EXPECT_TRUE(editor.isVisible());
-    EXPECT_EQ(TextOf(editor, "txtUSL"), u"13");
-    EXPECT_TRUE(Panel().contains(u"was not opened"_s));
+    Tick("HandOverTimer", {Answer::Cancel});
     Tick("NewsTimer");
-    EXPECT_EQ(Panel(), libraryAttached);
     Tick("HandOverTimer");  // is not asked again
     main->ShowLibrary(other);
-    program.boxes.Expect(Answer::No, u"Do you wish to save these changes?");
-    Tick("HandOverTimer");
+    Tick("HandOverTimer", {Answer::No});
     EXPECT_FALSE(editor.isVisible());
   });
   Tick("HandOverTimer");
-  EXPECT_EQ(Panel(), otherAttached);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QMap>
+#include <QPointer>
 
 #include "tests/support/Approved.h"
 #include "tests/support/TestProgram.h"
@@ -38,8 +39,13 @@ class Protocol {
     for (const auto& [name, state] : states_.asKeyValueRange())
       if (before.value(name) != state) lines_ << u"    %1: %2"_s.arg(name, state);
     const bool isClosed = states_.value(u"form"_s) == u"closed";
+    QStringList gone;  // a row and a window only once
     for (const QString& name : before.keys())
-      if (!isClosed && !states_.contains(name)) lines_ << u"    %1 is gone"_s.arg(name);
+      if (!isClosed && !states_.contains(name))
+        gone << u"    %1 is gone"_s.arg(name.startsWith(u"row ") ? name.section(u' ', 0, 1)
+                                                                 : name.section(u'/', 0, 0));
+    gone.removeDuplicates();
+    lines_ << gone;
   }
 
   void Expect() const {
@@ -60,10 +66,6 @@ class Protocol {
     for (const char* property : {"text", "plainText", "currentText", "value", "title"})
       if (const QVariant value = control.property(property); value.isValid())
         words << u'"' + value.toString() + u'"';
-    const auto* view = qobject_cast<const QAbstractItemView*>(&control);
-    for (int row = 0; view && view->model() && row < view->model()->rowCount(); ++row)
-      words << (view->currentIndex().row() == row ? u"> "_s : u""_s) +
-                   view->model()->index(row, 0).data().toString();
     for (const auto& [property, expected, word] : {std::tuple{"checked", true, u"checked"},
                                                    {"readOnly", true, u"read only"},
                                                    {"enabled", false, u"disabled"},
@@ -71,6 +73,17 @@ class Protocol {
       if (const QVariant value = control.property(property); value.isValid() && value.toBool() == expected)
         words << QString::fromUtf16(word);
     return words.join(u' ');
+  }
+
+  static QStringList RowsOf(const QAbstractItemModel& model) {
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+      QStringList cells;
+      for (int column = 0; column < model.columnCount(); ++column)
+        cells << model.index(row, column).data().toString();
+      rows << cells.join(u" | "_s);
+    }
+    return rows;
   }
 
   States Present() const {
@@ -86,11 +99,20 @@ class Protocol {
     if (!form_) return states;
     states[u"form"_s] = form_->isVisible() ? u"open"_s : u"closed"_s;
     if (const QWidget* focus = form_->focusWidget()) states[u"focus"_s] = focus->objectName();
+    if (!form_->isVisible()) return states;
     for (const QObject* control : form_->findChildren<QObject*>()) {
-      const QString name = control->objectName();
       const bool isControl = qobject_cast<const QWidget*>(control) || qobject_cast<const QAction*>(control);
-      if (isControl && form_->isVisible() && !name.isEmpty() && !name.startsWith(u"qt_"))
-        states[name] = OneLine(StateOf(*control));
+      if (!isControl || control->objectName().isEmpty() || control->objectName().startsWith(u"qt_")) continue;
+      const auto* parent = qobject_cast<const QWidget*>(control->parent());
+      const bool isElsewhere = parent && parent->window() != form_ && parent->window()->isVisible();
+      const QString name =
+          (isElsewhere ? parent->window()->objectName() + u'/' : QString()) + control->objectName();
+      states[name] = OneLine(StateOf(*control));
+      const auto* view = qobject_cast<const QAbstractItemView*>(control);
+      if (!view || !view->model()) continue;
+      states[name + u" current"_s] = QString::number(view->currentIndex().row());
+      const QStringList rows = RowsOf(*view->model());
+      for (qsizetype i = 0; i < rows.size(); ++i) states[u"%1 %2"_s.arg(name).arg(i)] = OneLine(rows[i]);
     }
     return states;
   }
@@ -98,7 +120,7 @@ class Protocol {
   TestProgram& program_;
   const QString table_;
   const std::function<void(States&)> others_;
-  const QWidget* form_ = nullptr;
+  QPointer<const QWidget> form_;
   States states_;
   QStringList lines_;
   bool hasSteps_ = false;
