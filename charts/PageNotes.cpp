@@ -37,7 +37,22 @@ QString LineOf(const Trace::Run& run) {
   return Words::Note::line(Words::Note::unplaced(), lead.join(u" \u00b7 "_s));
 }
 
+QString Listed(const QStringList& parts) { return parts.join(u" \u00b7 "_s); }
+
 }  // namespace
+
+QString TakenText(const PointTrace& trace, int point) {
+  QStringList parts;
+  if (const QDateTime time = trace.TimeOf(point); time.isValid()) parts << LocalTimes::Moment(time);
+  if (const QString lot = trace.LotOf(point); !lot.isEmpty()) parts << Words::Note::lot(lot);
+  return Listed(parts);
+}
+
+QString NotedText(const Trace::Note& note) {
+  QStringList parts{note.author, LocalTimes::Moment(note.time)};
+  parts.removeAll(QString());
+  return parts.join(u", "_s);
+}
 
 std::vector<LetteredNote> LetterNotes(const PointTrace& trace, PointRange shown) {
   std::vector<LetteredNote> lettered;

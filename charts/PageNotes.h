@@ -8,6 +8,11 @@
 #include "charts/PointTrace.h"
 #include "platform/chart/Paragraphs.h"
 
+// "23/11/2026 14:05 · lot 4711"; empty where neither is known.
+QString TakenText(const PointTrace& trace, int point);
+// Who wrote it, and when.
+QString NotedText(const Trace::Note& note);
+
 struct LetteredNote {
   QString letter;  // A to Z, AA ...
   int point = 0;

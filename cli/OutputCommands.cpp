@@ -46,6 +46,8 @@ const Option fit = Option::Flag(u"fit"_s, Words::Command::fitOption());
 const Option points =
     Option::Text(u"points"_s, Words::Command::pointsValue(), Words::Command::pointsOption());
 const Option last = Option::Whole(u"last"_s, Words::Command::lastOption(), 1, engine::maximumSamples);
+const Option since = Option::Text(u"since"_s, Words::Command::dayValue(), Words::Command::sinceOption());
+const Option until = Option::Text(u"until"_s, Words::Command::dayValue(), Words::Command::untilOption());
 const Option date = Option::Flag(u"date"_s, Words::Command::dateOption());
 
 // Data sets with their statistics, and the exit status that those without leave.
@@ -191,7 +193,8 @@ struct Output {
   QString path;
   int number = 0;
   int count = 0;
-  std::exception_ptr failure{};  // why there is no file
+  std::shared_ptr<const Trace::Record> trace{};  // of its samples
+  std::exception_ptr failure{};                  // why there is no file
 };
 
 std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString& folder,
@@ -218,9 +221,14 @@ void Try(Output& output, const Step& step) {
 // tells. What is refused is known before the others get their numbers.
 int WriteEach(const Arguments& arguments, const QString& ending, const Step& prepare, const Step& write) {
   const QString library = arguments.Operands()[0];
-  const auto rows = Library::Open(library, Console::Warn)->ReadAll();
-  const Loaded loaded = Load(Select(rows, arguments.Operands().mid(1), library), library);
+  const auto opened = Library::Open(library, Console::Warn);
+  const Loaded loaded = Load(Select(opened->ReadAll(), arguments.Operands().mid(1), library), library);
   std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), ending);
+  for (Output& output : outputs) {
+    Try(output, [&](const Output& of) {
+      output.trace = std::make_shared<const Trace::Record>(opened->TraceOf(*of.data));
+    });
+  }
   QtConcurrent::blockingMap(outputs, [&](Output& output) { Try(output, prepare); });
   const auto count = std::ranges::count(outputs, nullptr, &Output::failure);
   int number = 0;
@@ -272,10 +280,32 @@ int RunStatus(const Arguments& arguments) {
 struct Stretch {
   std::function<std::optional<PointRange>(int count)> of;
   QString name{};
+  std::optional<Period> period{};  // in place of points
 };
+
+QDate Day(const Arguments& arguments, const Option& option) {
+  if (!arguments.Has(option)) return {};
+  const QDate day = QDate::fromString(arguments.Text(option), Qt::ISODate);
+  if (!day.isValid()) throw InputError(Words::Command::notADay(option.name, arguments.Text(option)));
+  return day;
+}
+
+Stretch DaysOf(const Arguments& arguments) {
+  const Period days{Day(arguments, since), Day(arguments, until)};
+  if (days.since.isValid() && days.until.isValid() && days.since > days.until)
+    throw InputError(Words::Command::daysReversed(arguments.Text(since), arguments.Text(until)));
+  QString name;
+  if (days.since.isValid()) name += u".since-"_s + days.since.toString(Qt::ISODate);
+  if (days.until.isValid()) name += u".until-"_s + days.until.toString(Qt::ISODate);
+  return {[](int) { return std::nullopt; }, name, days};
+}
 
 Stretch StretchOf(const Arguments& arguments) {
   if (arguments.Has(points) && arguments.Has(last)) throw InputError(Words::Command::pointsOrLast());
+  if (arguments.Has(since) || arguments.Has(until)) {
+    if (arguments.Has(points) || arguments.Has(last)) throw InputError(Words::Command::daysOrPoints());
+    return DaysOf(arguments);
+  }
   if (arguments.Has(last)) {
     const int most = arguments.Whole(last);
     return {[most](int count) {
@@ -309,6 +339,8 @@ int RunReport(const Arguments& arguments) {
     own.pageNumber = output.number;
     own.pageCount = output.count;
     own.points = stretch.of(output.data->NumberOfPlotPoints());
+    own.period = stretch.period;
+    own.trace = output.trace;
     return StatPage(*output.data, own);
   };
   return WriteEach(arguments, stretch.name + day + u'.' + format.choices[arguments.Choice(format)], page,
@@ -334,13 +366,14 @@ const Command& Status() {
 }
 
 const Command& Report() {
-  static const Command command = {.name = u"report"_s,
-                                  .purpose = Words::Command::reportPurpose(),
-                                  .operands = {libraryFile, SharedOptions::descriptions},
-                                  .options = {SharedOptions::out, format, fit, points, last, date},
-                                  .details = Words::Command::reportDetails(),
-                                  .run = RunReport,
-                                  .needsGraphics = true};
+  static const Command command = {
+      .name = u"report"_s,
+      .purpose = Words::Command::reportPurpose(),
+      .operands = {libraryFile, SharedOptions::descriptions},
+      .options = {SharedOptions::out, format, fit, points, last, since, until, date},
+      .details = Words::Command::reportDetails(),
+      .run = RunReport,
+      .needsGraphics = true};
   return command;
 }
 

@@ -16,6 +16,9 @@ struct Setting {
 // 1: the chart screen draws on the fitted scale, 0: on the standard scale
 inline constexpr Setting chartFittedScale{u"ChartFittedScale", Registry::Dword, u"0"};
 
+// what stands along the axis of the points; 0: their numbers, 1: times, 2: lots
+inline constexpr Setting chartAxis{u"ChartAxis", Registry::Dword, u"0"};
+
 // the libraries that were opened last, one on a line, the last one first
 inline constexpr Setting recentLibraries{u"RecentLibraries", Registry::String, u""};
 // the main window's place and size as Qt writes them, in Base64; the widths of its list's columns

@@ -32,6 +32,7 @@ constexpr Page pages[] = {
     {HelpTopics::ExpandedData, u"expanded-data.html", Words::Manual::expandedData},
     {HelpTopics::AddMeasurements, u"add-measurements.html", Words::Manual::addMeasurements},
     {HelpTopics::ChartScreen, u"chart-screen.html", Words::Manual::chartScreen},
+    {HelpTopics::Notes, u"notes.html", Words::Manual::notes},
     {HelpTopics::Recalculate, u"recalculate.html", Words::Manual::recalculate},
     {HelpTopics::Units, u"units.html", Words::Manual::units},
     {HelpTopics::RestoreDeleted, u"restore-deleted.html", Words::Manual::restoreDeleted},

@@ -16,6 +16,7 @@
 #include "screens/Controls.h"
 #include "texts/ChartWords.h"
 #include "texts/DetectionRules.h"
+#include "texts/NoteWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -112,9 +113,16 @@ QString PageView::Explanation(const StatPage::PointInfo& point) const {
   QString text = (point.graph == GraphId::XBar ? Words::Chart::average : Words::Chart::range)(
       point.number, Conversions::CStr(point.value));
   text += u'\n' + Words::Chart::samples(page_->SamplesOf(point).join(u"  "_s));
+  if (const QString taken = TakenText(page_->Trace(), point.number); !taken.isEmpty()) text += u'\n' + taken;
   if (point.isRangeOutside) text += u'\n' + Words::Chart::rangeOutside();
   for (const int rule : point.rules) {
     text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
+  }
+  for (const LetteredNote& note : page_->NotesOn(point.number)) {
+    constexpr qsizetype mostLetters = 300;
+    QString words = note.note->text.simplified();
+    if (words.size() > mostLetters) words = words.first(mostLetters) + u'\u2026';
+    text += u'\n' + Words::Note::hover(note.letter, NotedText(*note.note), words);
   }
   return text;
 }
@@ -235,7 +243,10 @@ void PageView::mouseMoveEvent(QMouseEvent* event) {
   if (page_ && !Drag(event->position())) Explain(page_->PointAt(event->position(), rect()));
 }
 
-void PageView::leaveEvent(QEvent*) { Explain(std::nullopt); }
+// A menu over it is about the point that is explained.
+void PageView::leaveEvent(QEvent*) {
+  if (!QApplication::activePopupWidget()) Explain(std::nullopt);
+}
 
 bool PageView::MoveSelection(int key) {
   if (key != Qt::Key_Left && key != Qt::Key_Right && key != Qt::Key_Up && key != Qt::Key_Down) return false;

@@ -10,6 +10,7 @@
 
 #include "screens/Controls.h"
 #include "texts/ChartWords.h"
+#include "texts/NoteWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +25,10 @@ PointsBar::PointsBar(QWidget* parent) : QFrame(parent) {
   cmdShowPoints->setToolTip(Words::Points::showTip());
   cmdAllPoints = Named(new QPushButton(Words::Points::all(), this), u"cmdAllPoints"_s);
   cmdAllPoints->setToolTip(Words::Points::allTip());
-  for (QPushButton* button : {cmdShowPoints, cmdAllPoints}) button->setAutoDefault(false);
+  cmdThisMonth = Named(new QPushButton(Words::Period::thisMonth(), this), u"cmdThisMonth"_s);
+  cmdThisMonth->setToolTip(Words::Period::thisMonthTip());
+  cmdLastMonth = Named(new QPushButton(Words::Period::lastMonth(), this), u"cmdLastMonth"_s);
+  cmdLastMonth->setToolTip(Words::Period::lastMonthTip());
 
   boxes_ = new QHBoxLayout;
   boxes_->addWidget(from);
@@ -32,8 +36,10 @@ PointsBar::PointsBar(QWidget* parent) : QFrame(parent) {
   boxes_->addWidget(to);
   boxes_->addWidget(spinToPoint);
   buttons_ = new QHBoxLayout;
-  buttons_->addWidget(cmdShowPoints);
-  buttons_->addWidget(cmdAllPoints);
+  for (QPushButton* button : {cmdShowPoints, cmdAllPoints, cmdThisMonth, cmdLastMonth}) {
+    button->setAutoDefault(false);
+    buttons_->addWidget(button);
+  }
   auto* parts = new QBoxLayout(QBoxLayout::LeftToRight, this);
   parts->setContentsMargins(0, 0, 0, 0);
   parts->addLayout(boxes_);
@@ -41,6 +47,8 @@ PointsBar::PointsBar(QWidget* parent) : QFrame(parent) {
   parts->addStretch();
   connect(cmdShowPoints, &QPushButton::clicked, this, &PointsBar::ShowRequested);
   connect(cmdAllPoints, &QPushButton::clicked, this, &PointsBar::AllRequested);
+  connect(cmdThisMonth, &QPushButton::clicked, this, [this] { Q_EMIT MonthRequested(0); });
+  connect(cmdLastMonth, &QPushButton::clicked, this, [this] { Q_EMIT MonthRequested(-1); });
 }
 
 QSize PointsBar::minimumSizeHint() const {
@@ -79,6 +87,10 @@ void PointsBar::Offer(PointRange points, int count) {
 }
 
 void PointsBar::ShowAs(bool isPart) { cmdAllPoints->setEnabled(isPart); }
+
+void PointsBar::OfferMonths(bool areThere) {
+  for (QPushButton* button : {cmdThisMonth, cmdLastMonth}) button->setVisible(areThere);
+}
 
 PointRange PointsBar::Points() const {
   const auto [first, last] = std::minmax({spinFromPoint->value(), spinToPoint->value()});

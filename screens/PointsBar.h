@@ -16,6 +16,7 @@ class PointsBar : public QFrame {
 
   void Offer(PointRange points, int count);  // of so many points
   void ShowAs(bool isPart);                  // whether there is a way back to all
+  void OfferMonths(bool areThere);
 
   PointRange Points() const;
   void TakeFocus();
@@ -26,6 +27,7 @@ class PointsBar : public QFrame {
   void Changed();  // the boxes, by the user
   void ShowRequested();
   void AllRequested();
+  void MonthRequested(int months);  // of today, or so many months later
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -40,4 +42,6 @@ class PointsBar : public QFrame {
   QSpinBox* spinToPoint = nullptr;
   QPushButton* cmdShowPoints = nullptr;
   QPushButton* cmdAllPoints = nullptr;
+  QPushButton* cmdThisMonth = nullptr;
+  QPushButton* cmdLastMonth = nullptr;
 };

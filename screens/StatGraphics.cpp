@@ -1,6 +1,7 @@
 #include "screens/StatGraphics.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFrame>
@@ -21,7 +22,6 @@
 #include "data/TAVELDataStringFunctions.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/FileDialog.h"
-#include "screens/MarkList.h"
 #include "screens/PageView.h"
 #include "screens/PointsBar.h"
 #include "screens/SharedSave.h"
@@ -92,6 +92,7 @@ bool StatGraphics::LoadDataSet() {
     return false;
   }
   data_ = std::make_shared<CData>(*data_);
+  TakeTrace();
   if (data_->NumberOfPlotPoints() < fewestToOpen) {
     TellTooFewPoints(*data_);
     return false;
@@ -134,6 +135,8 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
   } else if (entry == 5) {
     pointsBar_->show();
     pointsBar_->TakeFocus();
+  } else if (entry == 7) {
+    NotePoint();
   } else {
     EditPoint(view_->ShownPoint() ? view_->ShownPoint()->number : 0);
   }
@@ -142,6 +145,9 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
 std::unique_ptr<StatPage> StatGraphics::MakePage(StatPageOptions options) const {
   options.fittedScale = checkFitScale->isChecked();
   options.points = points_;
+  options.period = period_;
+  options.trace = trace_;
+  options.axis = static_cast<AxisLabels>(cboAxis->currentIndex());
   options.runStep = RunStep;
   if (const auto& library = Globals().gLibrary) options.libraryName = Library::NameOf(library->Place());
   return std::make_unique<StatPage>(*data_, options);
@@ -158,6 +164,7 @@ std::unique_ptr<StatPage> StatGraphics::PageForOutput() const {
 bool StatGraphics::StartStatGraphics() {
   return Trap(u"StatGraphics::StartStatGraphics"_s, true, [this] {
     if (points_ && points_->last > data_->NumberOfPlotPoints()) points_.reset();  // somebody took some away
+    if (period_ && !Traced().PointsIn(*period_)) period_.reset();
     try {
       view_->SetPage(MakePage({}));
       ShowScaleNotice();
@@ -295,6 +302,7 @@ bool StatGraphics::Form_Unload() {
 
 void StatGraphics::Show(const CData& dataSet) {
   *data_ = dataSet;
+  TakeTrace();
   StartStatGraphics();
   UpdateStatGraphicsText();
 }
@@ -302,6 +310,7 @@ void StatGraphics::Show(const CData& dataSet) {
 bool StatGraphics::TakeFromCollection() {
   const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
   if (present) *data_ = *present;
+  if (present) TakeTrace();
   return present != nullptr;
 }
 
@@ -311,43 +320,14 @@ void StatGraphics::LibraryChanged() {
   const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
   if (!std::exchange(isThere_, present != nullptr) && present) ShowNews({});
   if (!present) return ShowNews(Words::Sharing::deletedWhileOpen(TimeText()));
-  if (present->RowAsKnown() == data_->RowAsKnown()) return;
+  if (present->RowAsKnown() == data_->RowAsKnown()) {
+    if (TakeTrace()) StartStatGraphics();
+    return;
+  }
   if (dataChanged_ || isRecalculating_ || present->NumberOfPlotPoints() < fewestToOpen)
     return ShowNews(Words::Sharing::changedBeneath(TimeText()));
   Show(*present);
   ShowNews(Words::Sharing::updated(TimeText()));
-}
-
-// The bar offers the stretch that is selected, or the points that are shown.
-void StatGraphics::OfferStretch() {
-  if (!view_->Page()) return;
-  const auto& stretch = view_->Stretch();
-  pointsBar_->Offer(stretch.value_or(view_->Page()->ShownPoints()), data_->NumberOfPlotPoints());
-  pointsBar_->ShowAs(points_.has_value());
-  pointsBar_->setVisible(stretch || points_);
-}
-
-void StatGraphics::ShowPoints(std::optional<PointRange> points) {
-  Trap(u"StatGraphics::ShowPoints"_s, [&] {
-    points_ = points;
-    view_->SetStretch(std::nullopt);
-    StartStatGraphics();
-    OfferStretch();
-  });
-}
-
-// Where the part in view does not have it, another part of the same length does.
-void StatGraphics::ShowMark(GraphId graph, int number) {
-  if (view_->ShowPoint(graph, number) || !points_) return;
-  const int length = points_->last - points_->first;
-  const int first = std::clamp(number - length / 2, 1, data_->NumberOfPlotPoints() - length);
-  ShowPoints(PointRange{first, first + length});
-  view_->ShowPoint(graph, number);
-}
-
-void StatGraphics::StepMark(int step) {
-  const auto& point = view_->ShownPoint();
-  verdict_->Marks().Step(point ? point->graph : GraphId::None, point ? point->number : 0, step);
 }
 
 CDataPtr StatGraphics::Neighbour(int step, QStringList* skipped) const {
@@ -371,7 +351,9 @@ void StatGraphics::ShowNeighbour(int step) {
     Globals().gCurrentDataID = neighbour->ID();
     if (MainScreen* screen = Globals().mainScreen) screen->SelectListRow(neighbour->ID());
     *data_ = *neighbour;
+    TakeTrace();
     points_.reset();
+    period_.reset();
     view_->SetStretch(std::nullopt);
     ShowNews(skipped.isEmpty()     ? QString()
              : skipped.size() == 1 ? Words::Neighbour::oneSkipped(skipped.first())

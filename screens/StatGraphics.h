@@ -14,6 +14,7 @@ class ButtonBar;
 class PageView;
 class PointsBar;
 class QCheckBox;
+class QComboBox;
 class QFrame;
 class QLabel;
 class QPushButton;
@@ -84,11 +85,16 @@ class StatGraphics : public QDialog, public LibraryView {
   bool Save();
   bool Form_Unload();
 
-  // Points and marks.
+  // Points and marks (StatGraphicsPoints.cpp).
   void OfferStretch();
   void ShowPoints(std::optional<PointRange> points);
+  void ShowMonth(int months);  // that of today, or so many months later
   void ShowMark(GraphId graph, int number);
   void StepMark(int step);
+  PointTrace Traced() const;
+  bool TakeTrace();  // from the library; false where nothing of it has changed
+  void LabelAxis(int labels);
+  void NotePoint();  // the one that is explained
 
   // The next data set that can be drawn, that many steps away in the list; null where there is none.
   CDataPtr Neighbour(int step, QStringList* skipped = nullptr) const;
@@ -102,6 +108,8 @@ class StatGraphics : public QDialog, public LibraryView {
   bool isThere_ = true;  // the data set, in the library
   bool loaded_ = false;
   std::optional<PointRange> points_;  // that the charts show, where that is a part
+  std::optional<Period> period_;      // that they were taken in, where that tells which
+  std::shared_ptr<const Trace::Record> trace_;
 
   ButtonBar* Toolbar1 = nullptr;
   PageView* view_ = nullptr;
@@ -109,6 +117,7 @@ class StatGraphics : public QDialog, public LibraryView {
   QToolButton* cmdNext = nullptr;
   QLabel* lblDescription = nullptr;
   QLabel* lblNews = nullptr;
+  QComboBox* cboAxis = nullptr;
   QCheckBox* checkFitScale = nullptr;
   QFrame* scaleNotice_ = nullptr;
   QLabel* lblScale = nullptr;

@@ -1,5 +1,6 @@
 // What the chart screen looks like, and what its controls do.
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -18,6 +19,7 @@
 #include "screens/StatGraphics.h"
 #include "screens/VerdictPanel.h"
 #include "texts/ChartWords.h"
+#include "texts/NoteWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -99,6 +101,7 @@ ButtonBar* StatGraphics::BuildToolbar() {
       ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
   bar->AddEntry(Utilities, Words::Points::command(), Symbol::Chart);
   bar->AddEntry(Utilities, Words::Marks::edit(), Symbol::Edit)->setShortcut(Qt::Key_F2);
+  bar->AddEntry(Utilities, Words::Note::command(), Symbol::Edit)->setShortcut(Qt::Key_N);
   return bar;
 }
 
@@ -124,10 +127,17 @@ QLayout* StatGraphics::BuildHead() {
   checkFitScale = Named(new QCheckBox(Words::Chart::fitScale(), this), u"checkFitScale"_s);
   checkFitScale->setToolTip(Words::Chart::fitScaleTip());
   checkFitScale->setChecked(Settings::IsOn(Settings::chartFittedScale));
+  cboAxis = Named(new QComboBox(this), u"cboAxis"_s);
+  cboAxis->addItems({Words::AxisChoice::numbers(), Words::AxisChoice::times(), Words::AxisChoice::lots()});
+  cboAxis->setToolTip(Words::AxisChoice::tip());
+  cboAxis->setAccessibleName(Words::AxisChoice::tip());
+  cboAxis->setCurrentIndex(std::clamp(Settings::Read(Settings::chartAxis).toInt(), 0, cboAxis->count() - 1));
+  cboAxis->hide();
   auto* head = new QHBoxLayout;
   head->addWidget(cmdPrevious);
   head->addWidget(cmdNext);
   head->addWidget(lblDescription, 1);
+  head->addWidget(cboAxis);
   head->addWidget(checkFitScale);
   return head;
 }
@@ -149,6 +159,10 @@ QWidget* StatGraphics::BuildScaleNotice() {
 void StatGraphics::ConnectControls() {
   connect(Toolbar1, &ButtonBar::ButtonClick, this, &StatGraphics::ButtonClick);
   connect(Toolbar1, &ButtonBar::ButtonMenuClick, this, &StatGraphics::ButtonMenuClick);
+  connect(cboAxis, &QComboBox::currentIndexChanged, this, &StatGraphics::LabelAxis);
+  connect(new QShortcut(Qt::Key_T, this), &QShortcut::activated, cboAxis, [this] {
+    if (cboAxis->isVisible()) cboAxis->setCurrentIndex((cboAxis->currentIndex() + 1) % cboAxis->count());
+  });
   connect(checkFitScale, &QCheckBox::toggled, this, &StatGraphics::FitScale);
   connect(cmdFitScale, &QPushButton::clicked, checkFitScale, [this] { checkFitScale->setChecked(true); });
   connect(view_, &PageView::ZoomRequested, this, &StatGraphics::ZoomOnSelectedGraph);
@@ -165,6 +179,9 @@ void StatGraphics::ConnectPoints() {
   connect(pointsBar_, &PointsBar::Changed, this, [this] { view_->SetStretch(pointsBar_->Points()); });
   connect(pointsBar_, &PointsBar::ShowRequested, this, [this] { ShowPoints(pointsBar_->Points()); });
   connect(pointsBar_, &PointsBar::AllRequested, this, [this] { ShowPoints(std::nullopt); });
+  connect(pointsBar_, &PointsBar::MonthRequested, this, &StatGraphics::ShowMonth);
+  view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  for (const int entry : {7, 6}) view_->addAction(Toolbar1->Entry(Utilities, entry));
   connect(&verdict_->Marks(), &MarkList::Chosen, this, &StatGraphics::ShowMark);
   connect(verdict_, &VerdictPanel::StepRequested, this, &StatGraphics::StepMark);
   for (const int step : {1, -1}) {

@@ -144,13 +144,22 @@ inline constexpr Text<> reportDetails{
     u"stands\n"
     u"behind the name. So a data set keeps its file's name, and no two have the same. --points and --last "
     u"show a\n"
-    u"part of the charts, in a file of its own (NAME.40-80.pdf, NAME.last-50.pdf); limits, verdict and "
-    u"summary\n"
-    u"stay those of all points. A data set that has none of these points is refused and has no page "
-    u"number.\n"};
+    u"part of the charts, in a file of its own (NAME.40-80.pdf, NAME.last-50.pdf); --since and --until the "
+    u"points\n"
+    u"of these days, both included (NAME.since-2026-10-01.until-2026-10-31.pdf), not those without a time. "
+    u"Limits,\n"
+    u"verdict and summary stay those of all points. A data set that has none of these points is refused and "
+    u"has no\n"
+    u"page number.\n"};
 inline constexpr Text<> pointsValue{u"A-B"};
 inline constexpr Text<> pointsOption{u"show only the points from A to B"};
 inline constexpr Text<> lastOption{u"show only so many points, the last ones"};
+inline constexpr Text<> dayValue{u"DATE"};
+inline constexpr Text<> sinceOption{u"show only the points from this day on, such as 2026-10-01"};
+inline constexpr Text<> untilOption{u"show only the points up to this day, its end included"};
+inline constexpr Text<2> notADay{u"--%1: \"%2\" is not a day such as 2026-10-31"};
+inline constexpr Text<2> daysReversed{u"--since %1 is after --until %2"};
+inline constexpr Text<> daysOrPoints{u"--since and --until cannot be given with --points or --last"};
 inline constexpr Text<> dateOption{u"put the day into the files' names"};
 inline constexpr Text<> pointsOrLast{u"--points and --last cannot both be given"};
 inline constexpr Text<1> notPoints{u"--points: \"%1\" is not a stretch of points such as 40-80"};

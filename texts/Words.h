@@ -361,6 +361,7 @@ inline constexpr Text<> addMeasurements{u"Adding measurements"};
 inline constexpr Text<> expandedData{u"Expanded raw data"};
 inline constexpr Text<> chartScreen{u"The chart screen"};
 inline constexpr Text<> recalculate{u"Recalculating limits"};
+inline constexpr Text<> notes{u"Times, lots and notes"};
 inline constexpr Text<> units{u"Units of measurement"};
 inline constexpr Text<> configuration{u"Configuration"};
 inline constexpr Text<> restoreDeleted{u"Bringing back what was deleted"};

@@ -125,7 +125,7 @@ const Paragraphs::Layout& Paragraphs::LaidOut(QSizeF room, int pixels) const {
   layout_ = {room, pixels};
   Columns columns(room, pixels);
   const int most = columns.Room();
-  if (items_.empty() || most == 0) return layout_;
+  if (items_.empty() || most <= 0) return layout_;
   std::vector<Item> shown(items_.begin(),
                           items_.begin() + std::min<std::ptrdiff_t>(most, std::ssize(items_)));
   columns.SetMarks(shown);

@@ -86,6 +86,31 @@ TEST_F(CommandLineTest, ReportShowsAStretchAndDatesItsFiles) {
   EXPECT_TRUE(Read(Path(u"out/Shaft.6-8.svg"_s)).contains(">Page 1 of 1<")) << "Bore has no page";
 }
 
+TEST_F(CommandLineTest, ReportShowsThePointsOfSomeDays) {
+  ImportShaft(u"--subgroup 1"_s);
+  ImportShaft(u"--subgroup 1 --description Bore"_s);
+  EXPECT_EQ(RunIn(u"append LIB --description Shaft 10.1 10.2").status, 0);  // today
+  const QString today = QDate::currentDate().toString(Qt::ISODate);
+  const ProgramRun run = RunIn(u"report LIB --out @out --format svg --until "_s + today);
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.output, Path(u"out/Shaft.until-%1.svg\n"_s.arg(today)));
+  EXPECT_TRUE(run.error.contains(u"\"Bore\""_s) && run.error.contains(u"--time-column"_s)) << "what to do";
+  const QByteArray page = Read(Path(u"out/Shaft.until-%1.svg"_s.arg(today)));
+  EXPECT_TRUE(page.contains(">Page 1 of 1<") && page.contains("Period: until " + today.toUtf8()));
+  EXPECT_EQ(page.count("points 9 to 10"), 2);
+  const QString tomorrow = QDate::currentDate().addDays(1).toString(Qt::ISODate);
+  EXPECT_EQ(RunIn(u"report LIB --out @out --since "_s + tomorrow).status, 2);
+  for (const auto& [words, said] :
+       {std::pair{u"--since 31.10.2026"_s, u"--since: \"31.10.2026\" is not a day such as 2026-10-31"_s},
+        {u"--since 2026-10-02 --until 2026-10-01"_s, u"--since 2026-10-02 is after --until 2026-10-01"_s},
+        {u"--since 2026-10-02 --last 3"_s,
+         u"--since and --until cannot be given with --points or --last"_s}}) {
+    const ProgramRun refused = RunIn(u"report LIB --out @out "_s + words);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_TRUE(refused.error.contains(said)) << refused.error.toStdString();
+  }
+}
+
 TEST_F(CommandLineTest, StatsTakesAndGivesEveryFigureUnderItsName) {
   const ProgramRun run = RunIn(
       u"stats --limits 12,9,10.5,1.625,0.5,1.5 --usl 14.5 --lsl 7.5 --subgroup 2 --start 4 --stop 5 "

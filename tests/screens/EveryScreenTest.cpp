@@ -23,6 +23,7 @@
 #include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
 #include "screens/HelpViewer.h"
+#include "screens/NoteForm.h"
 #include "screens/PageView.h"
 #include "screens/RecalcScreen.h"
 #include "screens/RenameForm.h"
@@ -74,6 +75,11 @@ Form Chart(TestProgram&) {
   return form;
 }
 
+Form Note(TestProgram& program) {
+  const CData& data = *program.state.gDataCollection.at(0);
+  return std::make_unique<NoteForm>(data, StatPage(data, {}), 3);
+}
+
 Form Restore(TestProgram& program) {
   program.state.gLibrary->Delete(program.Insert(u"GONE"_s), QDateTime::currentDateTime());
   return std::make_unique<RestoreForm>();
@@ -113,6 +119,7 @@ const Screen screens[] = {
     {"chart screen", Chart},
     {"recalculate", Plain<RecalcScreen>},
     {"add measurements", Plain<AddMeasurements>},
+    {"note", Note},
     {"restore", Restore},
     {"rename", Plain<RenameForm>},
     {"conflict", Conflict},
