@@ -114,15 +114,15 @@ QString PageView::Explanation(const StatPage::PointInfo& point) const {
       point.number, Conversions::CStr(point.value));
   text += u'\n' + Words::Chart::samples(page_->SamplesOf(point).join(u"  "_s));
   if (const QString taken = TakenText(page_->Trace(), point.number); !taken.isEmpty()) text += u'\n' + taken;
-  if (point.isRangeOutside) text += u'\n' + Words::Chart::rangeOutside();
-  for (const int rule : point.rules) {
-    text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
-  }
   for (const LetteredNote& note : page_->NotesOn(point.number)) {
     constexpr qsizetype mostLetters = 300;
     QString words = note.note->text.simplified();
     if (words.size() > mostLetters) words = words.first(mostLetters) + u'\u2026';
     text += u'\n' + Words::Note::hover(note.letter, NotedText(*note.note), words);
+  }
+  if (point.isRangeOutside) text += u'\n' + Words::Chart::rangeOutside();
+  for (const int rule : point.rules) {
+    text += u'\n' + GlobalFunctions::RuleViolationText(static_cast<qint16>(rule)).trimmed();
   }
   return text;
 }

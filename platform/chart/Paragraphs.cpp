@@ -35,11 +35,11 @@ QStringList Wrap(const QString& text, const QFont& font, double width, int mostL
 // Wrapped paragraphs in the columns of a room.
 class Columns {
  public:
-  Columns(QSizeF room, int pixels)
+  Columns(QSizeF room, int pixels, int most)
       : font_(FontOf(pixels)), bold_(FontOf(pixels, true)), metrics_(font_), gap_(1.5 * pixels) {
     lineHeight_ = std::ceil(1.25 * pixels);
     const double narrowest = columnLetters * metrics_.averageCharWidth();
-    count_ = std::clamp(static_cast<int>(room.width() / narrowest), 1, mostColumns);
+    count_ = std::clamp(static_cast<int>(room.width() / narrowest), 1, most);
     width_ = (room.width() - (count_ - 1) * gap_) / count_;
     rows_ = static_cast<int>(room.height() / lineHeight_);
   }
@@ -123,7 +123,7 @@ class Columns {
 const Paragraphs::Layout& Paragraphs::LaidOut(QSizeF room, int pixels) const {
   if (layout_.room == room && layout_.pixels == pixels) return layout_;
   layout_ = {room, pixels};
-  Columns columns(room, pixels);
+  Columns columns(room, pixels, mostColumns);
   const int most = columns.Room();
   if (items_.empty() || most <= 0) return layout_;
   std::vector<Item> shown(items_.begin(),
@@ -133,6 +133,14 @@ const Paragraphs::Layout& Paragraphs::LaidOut(QSizeF room, int pixels) const {
   if (shown.size() == items_.size()) {
     for (int lines = most; lines > 0 && !fits; lines = std::min(lines - 1, 6))
       fits = columns.Take(shown, lines);
+  }
+  // Few stand in fewer columns, where these are no higher.
+  for (int count = 1; fits && count < mostColumns; ++count) {
+    Columns fewer(room, pixels, count);
+    fewer.SetMarks(shown);
+    if (!fewer.Take(shown, most) || fewer.Height() > columns.Height()) continue;
+    columns = fewer;
+    break;
   }
   if (!fits) {
     shown.resize(static_cast<size_t>(most - 1));

@@ -190,6 +190,17 @@ TEST(PageNotes, TooManyAreCutShortThenCountedAndWhatLostItsSamplesComesLast) {
   EXPECT_EQ(part.NotesOn(12).at(0).letter, u"B");
   EXPECT_TRUE(part.NotesOn(10).empty());
   EXPECT_FALSE(TextsIn(Sheet(part).Texts()).join(u' ').contains(u"begun"));
+
+  record->notes.clear();
+  AddNotes(*record, 2, u"note %1: a few words that no column of three has room for on one line of its own"_s);
+  record->unplacedNotes.clear();
+  record->unplacedRuns.clear();
+  EXPECT_EQ(TextsIn(Sheet(StatPage(data, {.trace = record})).Texts())
+                .filter(u"of its own"_s)
+                .filter(u"lee"_s)
+                .size(),
+            2)
+      << "few stand in fewer columns";
 }
 
 TEST(PageNotes, APeriodShowsThePointsThatWereTakenInIt) {
