@@ -8,6 +8,7 @@
 #include "library/Tables.h"
 #include "platform/ado/ServerAddress.h"
 #include "platform/language/Conversions.h"
+#include "texts/StartWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -23,7 +24,10 @@ void ShowInDatabasePanel(const QString& text) {
 }
 
 void ShowInDatabasePanel(const QString& path, const QString& revision) {
-  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(Library::NameOf(path), LoadResText(u"DB Rev. ;300"), revision));
+  const auto& library = Globals().gLibrary;
+  const QString rights = library && !library->CanWrite() ? Words::Server::readOnly() : QString();
+  ShowInDatabasePanel(u"%1 (%2%3)"_s.arg(Library::NameOf(path), LoadResText(u"DB Rev. ;300"), revision) +
+                      rights);
 }
 
 // What the program does with a database once it is open.
@@ -75,8 +79,9 @@ bool OpenDatabaseConnection(bool useODBC, const QString& connectString) {
 void ReopenDatabase() {
   ProgramState& state = Globals();
   std::shared_ptr<Library> library = Library::Open(state.gLibrary->Place(), ShowInformationMessage);
-  ShowInDatabasePanel(library->Place(), library->Revision());
+  const QString revision = library->Revision();
   state.gLibrary = std::move(library);
+  ShowInDatabasePanel(state.gLibrary->Place(), revision);
 }
 
 bool TestDatabaseConnection(bool useODBC, const QString& connectString) {

@@ -42,6 +42,9 @@ class Library {
   // Checks the file and whether this program may work with it; has the first change preceded by a backup.
   void Guard(const News& news);
 
+  // Whether the rights that a server gives to its users are enough to write.
+  bool CanWrite();
+
   const QString& Place() const { return place_; }
   Connection& Database() { return connection_; }
 

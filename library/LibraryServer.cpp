@@ -84,6 +84,13 @@ void LibraryServer::KeepTokens(Connection& connection) {
   }
 }
 
+bool LibraryServer::CanWrite(Connection& connection) {
+  QSqlQuery query = connection.Run(u"select"_s,
+                                   u"SELECT has_table_privilege('statdata', 'UPDATE') AND "
+                                   "has_table_privilege('statdata', 'INSERT') AND NOT pg_is_in_recovery()"_s);
+  return connection.NextRow(query) && query.value(0).toBool();
+}
+
 void LibraryServer::LockUnits(Connection& connection) {
   connection.Run(u"lock"_s, u"LOCK TABLE Units IN SHARE ROW EXCLUSIVE MODE"_s);
 }

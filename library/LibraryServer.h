@@ -29,6 +29,9 @@ bool KeepName(Connection& connection, qint64 id, const QString& description);
 // Has each write of this connection leave its token, which is of use for as long as a connection takes.
 void KeepTokens(Connection& connection);
 
+// Whether the user has the right to change rows, and the server takes changes.
+bool CanWrite(Connection& connection);
+
 // Until the transaction ends nobody else adds a unit.
 void LockUnits(Connection& connection);
 

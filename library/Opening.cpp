@@ -7,6 +7,7 @@
 #include "library/LibraryFile.h"
 #include "library/LibraryServer.h"
 #include "library/Revision.h"
+#include "library/Tables.h"
 #include "platform/access/JetFile.h"
 #include "platform/ado/ServerAddress.h"
 #include "platform/language/Conversions.h"
@@ -48,6 +49,8 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
   if (QFileInfo(place).isFile() && JetFile::IsAccessFile(place))
     throw Error(Words::Library::isAccessFile(place), Error::Kind::Unavailable, place);
   auto library = std::make_unique<Library>(place);
+  if (library->connection_.IsServer() && !library->connection_.Has(Tables::Revisions().name))
+    refuse(Words::Library::noLibraryInDatabase());
   const QString revision = library->Revision();
   if (revision.isNull()) refuse(Words::Library::noLibrary());
   try {
@@ -67,6 +70,8 @@ QString Library::Revision() {
   while (connection_.NextRow(query)) revision = query.value(0);
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
+
+bool Library::CanWrite() { return !connection_.IsServer() || LibraryServer::CanWrite(connection_); }
 
 void Library::Guard(const News& news) {
   ExtraTables::RequireKnownLayout(connection_, place_);

@@ -23,6 +23,7 @@
 #include "screens/ListFilter.h"
 #include "screens/MainList.h"
 #include "screens/ScrollingPage.h"
+#include "screens/ServerForm.h"
 #include "screens/StartPage.h"
 #include "screens/StatSummary.h"
 #include "screens/frmMain.h"
@@ -153,6 +154,7 @@ void frmMain::BuildToolbar() {
         [this] { Attach(DatabaseChoice::CreateNew()); });
   entry(ToolsButton, Words::Start::sampleEntry(), Symbol::Chart,
         [this] { Attach(DatabaseChoice::CreateSamples()); });
+  entry(ToolsButton, Words::Server::entry(), Symbol::Database, [this] { Attach(ServerForm::Ask(this)); });
 
   button(u"Help;219", u"Application Help;220", Symbol::Help);
   entry(HelpButton, Words::Main::contents(), Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });

@@ -40,6 +40,8 @@ inline constexpr Text<2> notKept{
 inline constexpr Text<1> isOnServer{
     u"%1: this makes a library file; \"kestrel copy\" then brings it to a server"};
 inline constexpr Text<2> nameOnServer{u"%1 on %2"};
+inline constexpr Text<> noLibraryInDatabase{
+    u"there is no library in this database yet; \"kestrel new\" or \"kestrel copy\" makes one"};
 inline constexpr Text<1> isThere{u"%1: there is a library already"};
 inline constexpr Text<2> sameName{
     u"%1: two data sets have the same name \"%2\", which a server does not take; rename one of them"};

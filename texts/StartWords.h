@@ -23,3 +23,25 @@ inline constexpr Text<2> numbered{u"%1 %2"};
 inline constexpr Text<> sampleNotMade{u"The sample library could not be made"};
 
 }  // namespace Words::Start
+
+// The choice of a library on a server.
+namespace Words::Server {
+
+inline constexpr Text<> entry{u"Library on a Server…"};
+inline constexpr Text<> title{u"Library on a Server"};
+inline constexpr Text<> host{u"&Host:"};
+inline constexpr Text<> port{u"&Port:"};
+inline constexpr Text<> database{u"&Database:"};
+inline constexpr Text<> user{u"&User:"};
+inline constexpr Text<> address{u"&Address:"};
+inline constexpr Text<> test{u"&Test"};
+inline constexpr Text<> open{u"&Open"};
+inline constexpr Text<> passwords{
+    u"A password is kept neither here nor in the address: the file .pgpass in your home folder holds it."};
+inline constexpr Text<> noAddress{u"An address begins with postgresql://"};
+inline constexpr Text<1> isThere{u"The library (revision %1) can be read and written."};
+inline constexpr Text<1> isReadOnly{
+    u"The library (revision %1) can be read; you have no right to write in it."};
+inline constexpr Text<> readOnly{u", read only"};
+
+}  // namespace Words::Server

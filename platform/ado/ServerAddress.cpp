@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 #include <QStringList>
+#include <QUrl>
 #include <utility>
 
 #include "platform/error/Error.h"
@@ -120,6 +121,26 @@ QString ServerAddress::WithoutPassword(const QString& text) {
     rest.remove(noPort);
   }
   return text.left(scheme) + rest.section(u'?', 0, 0);
+}
+
+QString ServerAddress::Text() const {
+  const auto encoded = [](const QString& part) { return QString::fromLatin1(QUrl::toPercentEncoding(part)); };
+  QStringList options;
+  const bool areSeveral = Part(u"host"_s).contains(u',');
+  for (const auto& [keyword, value] : parts) {
+    const bool stands = keyword == u"user"_s || keyword == u"dbname"_s ||
+                        (!areSeveral && (keyword == u"host"_s || keyword == u"port"_s));
+    if (!stands && !value.isEmpty()) options << encoded(keyword) + u'=' + encoded(value);
+  }
+  QString text = u"postgresql://"_s;
+  if (!Part(u"user"_s).isEmpty()) text += encoded(Part(u"user"_s)) + u'@';
+  if (!areSeveral) {
+    const QString host = Part(u"host"_s);
+    text += host.contains(u':') ? u'[' + host + u']' : encoded(host);
+    if (!Part(u"port"_s).isEmpty()) text += u':' + encoded(Part(u"port"_s));
+  }
+  if (!Part(u"dbname"_s).isEmpty()) text += u'/' + encoded(Part(u"dbname"_s));
+  return options.isEmpty() ? text : text + u'?' + options.join(u'&');
 }
 
 QString ServerAddress::Part(const QString& keyword) const {

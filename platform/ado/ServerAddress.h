@@ -20,4 +20,5 @@ struct ServerAddress {
   std::map<QString, QString> parts;  // by the library's keywords: host, port, user, dbname, sslmode ...
 
   QString Part(const QString& keyword) const;
+  QString Text() const;  // the address of these parts
 };

@@ -35,8 +35,11 @@ TEST(ServerAddressTest, IsReadByTheRulesOfTheServersLibrary) {
            {u"postgresql:///plant?host=/run/pg&ssl=true"_s,
             {{u"host"_s, u"/run/pg"_s}, {u"dbname"_s, u"plant"_s}, {u"sslmode"_s, u"require"_s}}},
            {u"postgresql://a:1,b/plant"_s,
-            {{u"host"_s, u"a,b"_s}, {u"port"_s, u"1,"_s}, {u"dbname"_s, u"plant"_s}}}})
-    EXPECT_EQ(ServerAddress::Parse(text).parts, parts) << text.toStdString();
+            {{u"host"_s, u"a,b"_s}, {u"port"_s, u"1,"_s}, {u"dbname"_s, u"plant"_s}}}}) {
+    const ServerAddress address = ServerAddress::Parse(text);
+    EXPECT_EQ(address.parts, parts) << text.toStdString();
+    EXPECT_EQ(ServerAddress::Parse(address.Text()).parts, parts) << address.Text().toStdString();
+  }
   EXPECT_FALSE(ServerAddress::IsOne(u"postgresql.kestrel"_s));
   for (const char* wrong : {"host:seventy", "host:70000", "[::1", "host/%zz", "host?port", "a:b:c"})
     EXPECT_THROW(ServerAddress::Parse(u"postgresql://"_s + QString::fromLatin1(wrong)), InputError) << wrong;

@@ -28,6 +28,7 @@
 #include "screens/RecalcScreen.h"
 #include "screens/RenameForm.h"
 #include "screens/RestoreForm.h"
+#include "screens/ServerForm.h"
 #include "screens/StatGraphics.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
@@ -122,6 +123,7 @@ const Screen screens[] = {
     {"note", Note},
     {"restore", Restore},
     {"rename", Plain<RenameForm>},
+    {"server", Plain<ServerForm>},
     {"conflict", Conflict},
     {"configure", Plain<frmConfigure>},
     {"about", Plain<frmAbout>},
