@@ -1,7 +1,7 @@
 #include "charts/PageNotes.h"
 
 #include <QStringList>
-#include <array>
+#include <algorithm>
 
 #include "charts/StatPage.h"
 #include "platform/chart/Palette.h"
@@ -116,15 +116,20 @@ std::vector<LetteredNote> StatPage::NotesOn(int number) const {
   return found;
 }
 
-// They take no more than a part of the room beneath the verdict.
+// They take no more than a part of the room beneath the verdict, and less where letters are large: the charts
+// are to be read first.
 StatPage::NotesPlace StatPage::PlaceOfNotes(const QRectF& target) const {
   constexpr double mostHeight = 0.36, beside = 0.01;
+  constexpr double chartsNeed = 26, least = 4;  // in heights of letters
   constexpr int letters = 4;
   NotesPlace place;
   place.pixels = TextPixels(letters, PageUnit(target), page_.SmallestText());
   const double top = VerdictArea(target).bottom();
   const double rims = place.pixels;  // above and below
-  place.room = {target.width() * (1 - 2 * beside), (target.bottom() - top) * mostHeight - rims};
+  const double room = target.bottom() - top;
+  const double most =
+      std::min(room * mostHeight, std::max(room - chartsNeed * place.pixels, least * place.pixels));
+  place.room = {target.width() * (1 - 2 * beside), most - rims};
   const double height = noteTexts_.IsEmpty() ? 0 : noteTexts_.Height(place.room, place.pixels);
   const double taken = height > 0 ? height + rims : 0;
   place.area =
