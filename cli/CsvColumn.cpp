@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cli/CsvHeadings.h"
 #include "cli/CsvReadings.h"
 #include "cli/CsvTable.h"
 #include "cli/CsvTexts.h"
@@ -34,13 +35,24 @@ class Reader {
     }
   }
 
-  QStringList Values() {
+  std::vector<CsvSample> Samples() {
     for (const QChar separator : Separators()) Try(separator);
     if (outcomes_.empty()) throw InputError(failure_.isEmpty() ? missing_ : failure_);
     RequireOne();
-    QStringList values;
-    for (const Number& number : outcomes_[0].numbers) values << number.value;
-    return values;
+    const CsvTable table(text_, outcomes_[0].separator, firstLine_);
+    std::vector<std::size_t> places;
+    for (const QString& column : options_.beside)
+      places.push_back(CsvHeadings::Find(table, column, options_.heading, name_).index);
+    std::vector<CsvSample> samples;
+    auto row = table.rows.begin();
+    for (const Number& number : outcomes_[0].numbers) {
+      row = std::find_if(row, table.rows.end(), [&](const CsvRow& at) { return at.line == number.line; });
+      QStringList beside;
+      for (const std::size_t place : places)
+        beside << (place < row->fields.size() ? row->fields[place].text : QString());
+      samples.push_back({number.value, number.line, beside});
+    }
+    return samples;
   }
 
  private:
@@ -123,7 +135,7 @@ class Reader {
         const auto same = [&](const Outcome& other) { return SameValues(other, outcome); };
         if (std::ranges::none_of(outcomes_, same)) outcomes_.push_back(std::move(outcome));
       }
-    } catch (const NoSuchColumn& error) {
+    } catch (const CsvHeadings::NoSuchColumn& error) {
       if (missing_.isEmpty()) missing_ = ErrorText(error);
     } catch (const InputError& error) {
       // What a weaker separator makes of the file is no way out. A comma is one while no column is named.
@@ -199,7 +211,7 @@ QString Decoded(const QByteArray& bytes, const QString& name) {
 
 }  // namespace
 
-QStringList ReadCsvColumn(const QString& path, const CsvOptions& options) {
+std::vector<CsvSample> ReadCsvColumn(const QString& path, const CsvOptions& options) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) throw Error(u"%1: %2"_s.arg(path, file.errorString()));
   const QByteArray bytes = file.readAll();
@@ -207,6 +219,7 @@ QStringList ReadCsvColumn(const QString& path, const CsvOptions& options) {
   return ParseCsvColumn(bytes, path, options);
 }
 
-QStringList ParseCsvColumn(const QByteArray& bytes, const QString& name, const CsvOptions& options) {
-  return Reader(name, Decoded(bytes, name), options).Values();
+std::vector<CsvSample> ParseCsvColumn(const QByteArray& bytes, const QString& name,
+                                      const CsvOptions& options) {
+  return Reader(name, Decoded(bytes, name), options).Samples();
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "data/WrittenNumbers.h"
 
@@ -15,6 +16,14 @@ struct CsvOptions {
   std::optional<std::pair<double, double>> expected;  // where the values lie, roughly
   QString unit = {};                                  // may stand behind each value
   std::optional<bool> heading = {};                   // whether the first line is one, where that is known
+  QStringList beside = {};                            // further columns, whose texts are wanted as they are
+};
+
+// A number of the column, and what stands in its line in those beside it.
+struct CsvSample {
+  QString value;
+  int line = 0;  // from 1
+  QStringList beside;
 };
 
 // The column's numbers as the program writes them, top to bottom.
@@ -31,7 +40,8 @@ struct CsvOptions {
 // digits behind it, it is a decimal point unasked, if that gives a value expected and thousands do not; and a
 // blank sets thousands apart unasked where its sides are not values expected. Bad contents are an
 // InputError that names file, line and column; a file that cannot be read is an Error.
-QStringList ReadCsvColumn(const QString& path, const CsvOptions& options);
+std::vector<CsvSample> ReadCsvColumn(const QString& path, const CsvOptions& options);
 
 // The same of a file's contents; `name` stands for the file in messages.
-QStringList ParseCsvColumn(const QByteArray& bytes, const QString& name, const CsvOptions& options);
+std::vector<CsvSample> ParseCsvColumn(const QByteArray& bytes, const QString& name,
+                                      const CsvOptions& options);

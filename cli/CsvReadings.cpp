@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "cli/CsvHeadings.h"
 #include "cli/CsvTexts.h"
 #include "data/RawDataLines.h"
 #include "platform/language/Conversions.h"
@@ -23,7 +24,7 @@ class Column {
   Column(const QString& name, const CsvTable& table, const CsvOptions& options)
       : name_(name), table_(table), options_(options) {
     if (table.openQuote > 0) throw InputError(Words::Csv::openQuote(name, table.openQuote));
-    if (table.rows.empty()) throw NoSuchColumn(Words::Csv::noValues(name));
+    if (table.rows.empty()) throw CsvHeadings::NoSuchColumn(Words::Csv::noValues(name));
     for (const CsvRow& row : table.rows) RequireFields(row);
     RequireWholeValues();
     const bool byName = Find();
@@ -55,12 +56,6 @@ class Column {
 
   const std::vector<CsvField>& First() const { return table_.rows.front().fields; }
 
-  QStringList FirstTexts() const {
-    QStringList texts;
-    for (const CsvField& field : First()) texts << field.text;
-    return texts;
-  }
-
   // A row with more fields than the first is a wrong separator, or decimal commas between commas.
   void RequireFields(const CsvRow& row) const {
     if (row.fields.size() <= First().size()) return;
@@ -87,36 +82,26 @@ class Column {
     }
   }
 
-  // Sets the place of the column; true where its heading was named.
+  // Sets the place of the column; true where its heading was named, or that of one beside it.
   bool Find() {
-    const QStringList headings = FirstTexts();
-    const QString& column = options_.column;
-    if (column.isEmpty()) {
-      if (headings.size() == 1) return false;
-      const QString shown = Shown(headings.join(u", "_s));
-      if (table_.separator != u',' || !table_.rows.front().IsDividedBetweenDigits())
-        throw InputError(Words::Csv::severalColumns(name_, headings.size(), shown));
-      const QString one =
-          options_.notation.decimal ? SeparatorOption(QChar()) : WrittenNumbers::Option(Decimal::Comma);
-      throw InputError(Words::Csv::columnsOrOne(name_, headings.size(), shown, one));
+    const auto place = [&](const QString& column) {
+      return CsvHeadings::Find(table_, column, options_.heading, name_);
+    };
+    bool isNamed = false;
+    for (const QString& column : options_.beside) isNamed = place(column).isNamed || isNamed;
+    if (!options_.column.isEmpty()) {
+      const CsvHeadings::Place found = place(options_.column);
+      index_ = found.index;
+      return found.isNamed || isNamed;
     }
-    bool isPlace = false;
-    const int place = column.toInt(&isPlace);
-    if (isPlace && place >= 1 && place <= headings.size()) {
-      index_ = static_cast<std::size_t>(place - 1);
-      return false;
-    }
-    if (options_.heading == false)
-      throw NoSuchColumn(Words::Csv::noSuchColumn(name_, column, Shown(headings.join(u", "_s))));
-    for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
-      const auto isIt = [&](const QString& text) { return text.compare(column.trimmed(), sensitivity) == 0; };
-      const auto count = std::ranges::count_if(headings, isIt);
-      if (count > 1) throw InputError(Words::Csv::oneHeadingTwice(name_, count, column));
-      if (count == 0) continue;
-      index_ = static_cast<std::size_t>(std::ranges::find_if(headings, isIt) - headings.begin());
-      return true;
-    }
-    throw NoSuchColumn(Words::Csv::noSuchColumn(name_, column, Shown(headings.join(u", "_s))));
+    const QStringList headings = CsvHeadings::FirstTexts(table_);
+    if (headings.size() == 1) return isNamed;
+    const QString shown = Shown(headings.join(u", "_s));
+    if (table_.separator != u',' || !table_.rows.front().IsDividedBetweenDigits())
+      throw InputError(Words::Csv::severalColumns(name_, headings.size(), shown));
+    const QString one =
+        options_.notation.decimal ? SeparatorOption(QChar()) : WrittenNumbers::Option(Decimal::Comma);
+    throw InputError(Words::Csv::columnsOrOne(name_, headings.size(), shown, one));
   }
 
   void TakeHeading(bool byName) {
@@ -280,8 +265,8 @@ class Column {
       hasBareComma_ = hasBareComma_ || (!field.quoted && field.text.contains(u','));
     }
     if (fields_.empty())
-      throw NoSuchColumn(emptyLine != 0 ? Words::Csv::noNumber(Place(emptyLine))
-                                        : Words::Csv::noValues(name_));
+      throw CsvHeadings::NoSuchColumn(emptyLine != 0 ? Words::Csv::noNumber(Place(emptyLine))
+                                                     : Words::Csv::noValues(name_));
   }
 
   std::optional<Outcome> Read(Decimal mark) const {

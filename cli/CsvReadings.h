@@ -6,15 +6,8 @@
 
 #include "cli/CsvColumn.h"
 #include "cli/CsvTable.h"
-#include "platform/error/Error.h"
 
 namespace CsvReadings {
-
-// By the separator that was tried there is no such column, or it is empty.
-class NoSuchColumn : public InputError {
- public:
-  using InputError::InputError;
-};
 
 struct Number {
   int line = 0;

@@ -9,6 +9,7 @@
 #include "data/MathFunctions.h"
 #include "data/RawDataText.h"
 #include "data/Statistics.h"
+#include "data/WrittenTimes.h"
 #include "engine/Engine.h"
 #include "library/AccessImport.h"
 #include "library/Library.h"
@@ -16,6 +17,7 @@
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 #include "texts/CommandWords.h"
+#include "texts/CsvWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -32,11 +34,50 @@ const Option heading = Option::Flag(u"heading"_s, Words::Command::headingOption(
 const Option noHeading = Option::Flag(u"no-heading"_s, Words::Command::noHeadingOption());
 const Option column = Option::Text(u"column"_s, u"NAME|N"_s, Words::Command::columnOption());
 
+const Option timeColumn = Option::Text(u"time-column"_s, u"NAME|N"_s, Words::Command::timeColumnOption());
+const Option lotColumn = Option::Text(u"lot-column"_s, u"NAME|N"_s, Words::Command::lotColumnOption());
+const Option takenAt = Option::Text(u"time"_s, u"TIME"_s, Words::Command::timeOption());
+const Option lot = Option::Text(u"lot"_s, u"LOT"_s, Words::Command::lotOption());
+
 // The stored form: each value followed by a comma.
-QString StoredForm(const QStringList& values) {
+QString StoredForm(const std::vector<CsvSample>& samples) {
   QString text;
-  for (const QString& value : values) text += value + u',';
+  for (const CsvSample& sample : samples) text += sample.value + u',';
   return text;
+}
+
+// Neighbours of one time and lot are taken for samples taken together; of those without either nothing is
+// known. `beside` has the times and the lots, where these options are given.
+std::vector<Trace::Run> RunsOf(const Arguments& arguments, const std::vector<CsvSample>& samples) {
+  std::vector<Trace::Run> runs;
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    QStringList beside = samples[i].beside;
+    Trace::Run run{static_cast<qsizetype>(i), 1, {}, {}};
+    try {
+      const QString text = arguments.Has(timeColumn) ? beside.takeFirst() : QString();
+      if (!text.isEmpty()) run.time = WrittenTimes::Read(text);
+    } catch (const InputError& error) {
+      throw InputError(Words::Csv::line(arguments.Operands()[1], samples[i].line, error.Text()));
+    }
+    if (arguments.Has(lotColumn)) run.lot = beside.takeFirst().simplified();
+    const bool goesOn = !runs.empty() && runs.back().End() == run.first && runs.back().time == run.time &&
+                        runs.back().lot == run.lot;
+    if (goesOn)
+      ++runs.back().count;
+    else if (run.time.isValid() || !run.lot.isEmpty())
+      runs.push_back(run);
+  }
+  return runs;
+}
+
+Trace::Source SourceOf(const Arguments& arguments) {
+  Trace::Source source{{}, arguments.Text(lot).simplified()};
+  try {
+    if (arguments.Has(takenAt)) source.time = WrittenTimes::Read(arguments.Text(takenAt));
+  } catch (const InputError& error) {
+    throw InputError(Words::Command::wrongTime(error.Text()));
+  }
+  return source;
 }
 
 // A data set's limits are kept with the decimals that they have, up to these.
@@ -144,21 +185,25 @@ int RunImport(const Arguments& arguments) {
   data.SetUnitOfMeasurement(arguments.Text(unit).trimmed());
 
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
-  const CsvOptions csv{arguments.Text(column), Notation(arguments), std::pair(data.LoFlier(), data.HiFlier()),
-                       data.UnitOfMeasurement(), HeadingOf(arguments)};
-  const QStringList values = ReadCsvColumn(arguments.Operands()[1], csv);
-  data.SetDelimitedInputString(StoredForm(values));
-  library->Add(data, QDateTime::currentDateTime());
-  PrintResult(data, values.size());
+  CsvOptions csv{arguments.Text(column), Notation(arguments), std::pair(data.LoFlier(), data.HiFlier()),
+                 data.UnitOfMeasurement(), HeadingOf(arguments)};
+  for (const Option& option : {timeColumn, lotColumn})
+    if (arguments.Has(option)) csv.beside << arguments.Text(option);
+  const std::vector<CsvSample> samples = ReadCsvColumn(arguments.Operands()[1], csv);
+  data.SetDelimitedInputString(StoredForm(samples));
+  library->Add(data, QDateTime::currentDateTime(), RunsOf(arguments, samples));
+  PrintResult(data, std::ssize(samples));
   return 0;
 }
 
 int RunAppend(const Arguments& arguments) {
   const QString name = arguments.Text(description).trimmed();
   const QStringList values = ValuesToAppend(arguments);
+  const Trace::Source source = SourceOf(arguments);
   const auto library = Library::Open(arguments.Operands()[0], Console::Warn);
   const auto limits = arguments.Has(recalculate) ? Library::Limits::AreRenewed : Library::Limits::Stay;
-  const auto [data, keepsLimits] = library->Append(name, values, QDateTime::currentDateTime(), limits);
+  const auto [data, keepsLimits] =
+      library->Append(name, values, QDateTime::currentDateTime(), limits, source);
   PrintResult(*data, values.size(), keepsLimits);
   return 0;
 }
@@ -193,7 +238,7 @@ const Command& Import() {
       .purpose = Words::Command::importPurpose(),
       .operands = {libraryFile, {u"CSV"_s, Words::Command::csvFile()}},
       .options = {description, usl.Required(), lsl.Required(), nominal, unit, subGroup, sensitivity, period,
-                  column, heading, noHeading, decimal, separator},
+                  column, timeColumn, lotColumn, heading, noHeading, decimal, separator},
       .details = Words::Command::importDetails(),
       .run = RunImport};
   return command;
@@ -203,7 +248,7 @@ const Command& Append() {
   static const Command command = {.name = u"append"_s,
                                   .purpose = Words::Command::appendPurpose(),
                                   .operands = {libraryFile, {u"VALUE"_s, {}, true}},
-                                  .options = {description, recalculate, decimal, separator},
+                                  .options = {description, takenAt, lot, recalculate, decimal, separator},
                                   .details = Words::Command::appendDetails(),
                                   .run = RunAppend};
   return command;

@@ -14,12 +14,14 @@
 
 #include "charts/CsfExport.h"
 #include "charts/PageOutput.h"
+#include "charts/SaveFile.h"
 #include "charts/StatPage.h"
 #include "cli/Arguments.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/SharedOptions.h"
+#include "cli/TraceTexts.h"
 #include "data/Json.h"
 #include "data/Names.h"
 #include "library/Library.h"
@@ -48,6 +50,7 @@ const Option points =
 const Option last = Option::Whole(u"last"_s, Words::Command::lastOption(), 1, engine::maximumSamples);
 const Option since = Option::Text(u"since"_s, Words::Command::dayValue(), Words::Command::sinceOption());
 const Option until = Option::Text(u"until"_s, Words::Command::dayValue(), Words::Command::untilOption());
+const Option csv = Option::Flag(u"csv"_s, Words::Command::csvOption());
 const Option date = Option::Flag(u"date"_s, Words::Command::dateOption());
 
 // Data sets with their statistics, and the exit status that those without leave.
@@ -261,10 +264,15 @@ int WriteEach(const Arguments& arguments, const QString& ending, const Step& pre
 
 int RunStatus(const Arguments& arguments) {
   const QString& place = arguments.Operands()[0];
-  const auto [dataSets, failed] = Load(Library::Open(place, Console::Warn)->ReadAll(), place);
+  const auto library = Library::Open(place, Console::Warn);
+  const auto [dataSets, failed] = Load(library->ReadAll(), place);
   if (arguments.Has(json)) {
     QJsonArray array;
-    for (const CDataPtr& data : dataSets) array.append(Json::ReadProperties(*data));
+    for (const CDataPtr& data : dataSets) {
+      QJsonObject object = Json::ReadProperties(*data);
+      TraceTexts::AddTo(object, library->TraceOf(*data));
+      array.append(object);
+    }
     Console::Print(QString::fromUtf8(QJsonDocument(array).toJson()));
   } else if (!dataSets.empty() || failed == CommandLine::Fine) {
     Console::Print(dataSets.empty() ? Words::Command::noDataSets() + u'\n' : Table(dataSets));
@@ -347,10 +355,19 @@ int RunReport(const Arguments& arguments) {
                    [&](const Output& output) { PageOutput::WritePage(page(output), output.path); });
 }
 
+// A line for each sample; what has none any more is only counted.
+void WriteSamples(const Output& output) {
+  SaveFile(output.path, TraceTexts::Csv(*output.data, *output.trace).toUtf8());
+  const auto runs = output.trace->unplacedRuns.size(), notes = output.trace->unplacedNotes.size();
+  if (runs + notes > 0)
+    Console::Warn(Words::Command::unplaced(Console::OnOneLine(output.data->Description()), runs, notes));
+}
+
 int RunExport(const Arguments& arguments) {
-  return WriteEach(
-      arguments, u".csf"_s, [](const Output&) {},
-      [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
+  const auto none = [](const Output&) {};
+  if (arguments.Has(csv)) return WriteEach(arguments, u".csv"_s, none, WriteSamples);
+  return WriteEach(arguments, u".csf"_s, none,
+                   [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
 }
 
 }  // namespace
@@ -381,8 +398,8 @@ const Command& Export() {
   static const Command command = {.name = u"export"_s,
                                   .purpose = Words::Command::exportPurpose(),
                                   .operands = {libraryFile, SharedOptions::descriptions},
-                                  .options = {SharedOptions::out},
-                                  .details = {},
+                                  .options = {SharedOptions::out, csv},
+                                  .details = Words::Command::exportDetails(),
                                   .run = RunExport};
   return command;
 }

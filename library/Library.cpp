@@ -330,9 +330,10 @@ Library::Appended Library::TryAppend(const QString& description, const QStringLi
   }
   const QVariantList written = Update(data->RowAsKnown(), after, now);
   NoteLimitsBase(*data, data->RowAsKnown(), written);
-  TraceTables::AddRun(connection_, Tables::IdOf(written),
-                      {source.time.isValid() ? source.time : now, source.lot},
-                      Trace::SamplesIn(data->DelimitedInputString()), values.size());
+  if (!values.isEmpty())
+    TraceTables::AddRun(connection_, Tables::IdOf(written),
+                        {source.time.isValid() ? source.time : now, source.lot},
+                        Trace::SamplesIn(data->DelimitedInputString()), values.size());
   transaction.Commit();
   TakeRow(*data, written);
   return {data, wereOpen};

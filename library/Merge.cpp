@@ -266,6 +266,7 @@ CData Merge::AsLoaded(const QVariantList& row, const CData& like) {
   data.SetDataStartPoint(0);
   data.SetDataStopPoint(0);
   data.SetLimitsRenewed(false);
+  data.SetSampleOrigins({});
   QCGlobalFunctions::CalculateStatistics(data);
   return data;
 }

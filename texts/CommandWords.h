@@ -75,7 +75,10 @@ inline constexpr Text<> importDetails{
     u"The control limits are calculated from the data and kept, once they have a width. Where a value\n"
     u"may be read in two ways, or the first line as a heading or a value, the answer names the options that "
     u"say "
-    u"which.\n"};
+    u"which. Times are ISO 8601 or dates of one reading (23/04/2026 10:15, not 03/04/2026), without an\n"
+    u"offset those of this place; neighbours of one time and lot are taken for samples taken together.\n"};
+inline constexpr Text<> timeColumnOption{u"the column with the times of the samples"};
+inline constexpr Text<> lotColumnOption{u"the column with their lots"};
 inline constexpr Text<> csvFile{u"the CSV file"};
 inline constexpr Text<> nominalOption{u"the nominal value, within the specification limits"};
 inline constexpr Text<> unitOption{u"the unit of measurement, which may stand behind each value"};
@@ -97,6 +100,10 @@ inline constexpr Text<> appendDetails{
     u"Without values on the line they are read from standard input. Kept control limits stay as they are;\n"
     u"where none are kept yet they are calculated from all points, and kept once they have a width.\n"};
 inline constexpr Text<> recalculateOption{u"calculates the control limits anew, from all points"};
+inline constexpr Text<> timeOption{
+    u"when the values were taken, if not now, as 2026-04-23T10:15 or with an offset behind"};
+inline constexpr Text<> lotOption{u"the lot that they are of"};
+inline constexpr Text<1> wrongTime{u"--time: %1"};
 inline constexpr Text<> nothingToAppend{u"there are no values to append"};
 inline constexpr Text<> oneValue{u"1 value"};
 inline constexpr Text<1> values{u"%1 values"};
@@ -167,6 +174,13 @@ inline constexpr Text<2> noSuchPoints{u"there is no point %1, the last one is %2
 inline constexpr Text<> formatOption{u"pdf, png or svg"};
 inline constexpr Text<> fitOption{u"value axes that fit the points, in place of the standard scale"};
 inline constexpr Text<> exportPurpose{u"writes data sets and their results as .csf files"};
+inline constexpr Text<> exportDetails{
+    u"With --csv the files have a heading and a line for each sample: its number, value, time, lot, point "
+    u"and "
+    u"note.\n"};
+inline constexpr Text<> csvOption{u"writes .csv files instead, with when and why beside the samples"};
+inline constexpr Text<3> unplaced{
+    u"%1: of runs %2 and of notes %3 have lost their samples; status --json lists them"};
 inline constexpr Text<1> noFolder{u"%1: the folder cannot be made"};
 inline constexpr Text<> writing{u"writing"};
 

@@ -1,4 +1,4 @@
-// The named texts about numbers as people write them: what is refused, and the options that settle it.
+// The named texts about numbers and times as people write them: what is refused, and what settles it.
 #pragma once
 
 #include "texts/Texts.h"
@@ -24,3 +24,11 @@ inline constexpr Text<> separatorTab{u"--separator tab"};
 inline constexpr Text<> pointAndSemicolon{u"--decimal point --separator semicolon"};
 
 }  // namespace Words::Numbers
+
+namespace Words::Times {
+
+inline constexpr Text<1> isNone{u"\"%1\" is not a time; write it as 2026-04-23T10:15"};
+inline constexpr Text<1> shortYear{u"\"%1\" may be several days; write the year with four digits"};
+inline constexpr Text<3> twoReadings{u"\"%1\" may be %2 or %3; write it as one of these"};
+
+}  // namespace Words::Times

@@ -157,6 +157,58 @@ TEST_F(CommandLineTest, AppendKeepsTheLimitsAndTheValues) {
   EXPECT_EQ(RunIn(u"status LIB --check").status, 1);
 }
 
+TEST_F(CommandLineTest, TimesAndLotsComeInAndGoOutBesideTheSamples) {
+  prepare_ = [](QProcess& process) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"TZ"_s, u"Europe/Berlin"_s);
+    process.setProcessEnvironment(environment);
+  };
+  const QByteArray csv =
+      "w;taken;lot\n10,1;23/04/2026 10:15;A\n10,2;2026-04-23T08:15Z;A\n9,9;;A\n10,0;;\n9,8;23.4.2026 "
+      "11:00;\"B, 2\"\n";
+  EXPECT_EQ(Import(u"--column w --time-column taken --lot-column LOT --subgroup 2"_s, csv).error, QString());
+  EXPECT_EQ(RunIn(u"append LIB --description Shaft --time 2026-01-23T12:00 --lot C 10.3 10.4").status, 0);
+  Library(library).SetNote(*Library(library).Read(1)->data, 1, {}, u"new \"tool\""_s, u"ann"_s,
+                           QDateTime(QDate(2026, 1, 23), QTime(12, 0), Qt::UTC));
+  EXPECT_EQ(RunIn(u"export LIB --csv --out @out").output, Path(u"out/Shaft.csv\n"_s));
+  const QByteArray all = Read(Path(u"out/Shaft.csv"_s));
+  EXPECT_EQ(all.toStdString(),
+            "Sample,Value,Time,Lot,Point,Note\r\n"
+            "1,10.1,2026-04-23T10:15:00+02:00,A,1,\r\n"
+            "2,10.2,2026-04-23T10:15:00+02:00,A,1,\"new \"\"tool\"\"\"\r\n"
+            "3,9.9,,A,2,\r\n"
+            "4,10.0,,,2,\r\n"
+            "5,9.8,2026-04-23T11:00:00+02:00,\"B, 2\",3,\r\n"
+            "6,10.3,2026-01-23T12:00:00+01:00,C,3,\r\n"
+            "7,10.4,2026-01-23T12:00:00+01:00,C,,\r\n");
+  const QJsonArray runs = OnlyDataSet()[u"Runs"_s].toArray();
+  ASSERT_EQ(runs.size(), 4);
+  EXPECT_EQ(runs[0].toObject()[u"Samples"_s], 2) << "one moment, written in two ways";
+
+  // What comes back is what went out; and what has lost its samples is told.
+  EXPECT_EQ(
+      RunIn(
+          u"import LIB @out/Shaft.csv --description Again --column Value --time-column Time --lot-column Lot "
+          "--subgroup 2 --usl 11 --lsl 9 --nominal 10")
+          .error,
+      QString());
+  RunIn(u"export LIB Again --csv --out @out");
+  EXPECT_EQ(Read(Path(u"out/Again.csv"_s)), QByteArray(all).replace("\"new \"\"tool\"\"\"", ""));
+  Library(library).Database().Execute(u"UPDATE StatData SET \"Values\" = '9,8,9,8,' WHERE ID = 1"_s);
+  const ProgramRun run = RunIn(u"export LIB --csv --out @out Shaft");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(
+      run.error,
+      u"kestrel: warning: Shaft: of runs 4 and of notes 1 have lost their samples; status --json lists them\n"_s);
+  const QJsonObject first = RunIn(u"status LIB --json").Json()[0].toObject();
+  EXPECT_EQ(first[u"UnplacedRuns"_s].toArray()[2], (QJsonObject{{u"FirstSample"_s, QJsonValue()},
+                                                                {u"Samples"_s, 1},
+                                                                {u"Time"_s, u"2026-04-23T11:00:00+02:00"_s},
+                                                                {u"Lot"_s, u"B, 2"_s}}));
+  EXPECT_EQ(first[u"UnplacedNotes"_s][0].toObject()[u"Author"_s], u"ann"_s);
+  EXPECT_TRUE(first[u"Notes"_s].toArray().isEmpty());
+}
+
 // Read before the lock is held, the values of all but one were lost.
 TEST_F(CommandLineTest, OfProgramsThatAppendAtOnceNoneLosesAValue) {
   ImportShaft();

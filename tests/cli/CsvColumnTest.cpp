@@ -12,10 +12,17 @@ namespace {
 
 const QString fileName = u"data.csv"_s;
 
-// The values joined by blanks, or the refusal without the file's name.
+// Joined by blanks, each with what stands beside it.
+QString Joined(const std::vector<CsvSample>& samples) {
+  QStringList words;
+  for (const CsvSample& sample : samples) words << (QStringList(sample.value) + sample.beside).join(u'/');
+  return words.join(u' ');
+}
+
+// The values, or the refusal without the file's name.
 std::string Read(const QByteArray& text, const CsvOptions& options = {}) {
   try {
-    return ParseCsvColumn(text, fileName, options).join(u' ').toStdString();
+    return Joined(ParseCsvColumn(text, fileName, options)).toStdString();
   } catch (const InputError& error) {
     EXPECT_TRUE(ErrorText(error).startsWith(fileName)) << ErrorText(error).toStdString();
     return ErrorText(error).mid(fileName.size() + 1).toStdString();
@@ -51,6 +58,20 @@ TEST(CsvColumn, SeparatorsAndHeadings) {
             "1234.5")
       << "of an older code page";
   EXPECT_EQ(Read("\"t\",\"p\",\"c; n\"\n\"08:00\",\"7.5\",\"1; x\"\n", Named(u"2"_s)), "7.5");
+}
+
+TEST(CsvColumn, WhatStandsBesideIsReadAsItIs) {
+  const auto beside = [](const QString& column, const QStringList& others) {
+    CsvOptions options = Named(column);
+    options.beside = others;
+    return options;
+  };
+  const QByteArray text = "Taken;w;\"Lot; no\"\n1.4.2026;5,5;\"a \"\"b\"\"\"\n\n;6;\n2;7,5;c\n";
+  EXPECT_EQ(Read(text, beside(u"w"_s, {u"lot; no"_s, u"1"_s})), "5.5/a \"b\"/1.4.2026 6// 7.5/c/2");
+  EXPECT_EQ(Read("2024;t\n2023;8\n", beside(u"1"_s, {u"t"_s})), "2023/8") << "a heading is named";
+  EXPECT_EQ(Read(text, beside(u"w"_s, {u"when"_s})),
+            "has no column \"when\" (its first line is: Taken, w, Lot; no)");
+  EXPECT_EQ(Read("5\n6\n", beside({}, {u"2"_s})), "has no column \"2\" (its first line is: 5)");
 }
 
 TEST(CsvColumn, WhatIsAmbiguousIsRefusedWithItsReadings) {

@@ -11,9 +11,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   const qsizetype end = input.indexOf('\n');
   try {
-    const QStringList values =
+    const auto samples =
         ParseCsvColumn(input.mid(end + 1), u"data.csv"_s, {QString::fromUtf8(input.left(end)), {}, {}});
-    for (const QString& value : values) Require(Conversions::IsNumeric(value));
+    for (const CsvSample& sample : samples) Require(Conversions::IsNumeric(sample.value));
   } catch (const InputError& error) {
     Require(ErrorText(error).startsWith(u"data.csv"_s));
   }
