@@ -214,6 +214,7 @@ void DataEditor::ShowFields(const EditorFields& fields) {
     txtRawData->ReplaceText(fields.rawData);
   else
     txtRawData->ShowText(fields.rawData);
+  txtRawData->TakeForSamples();
   checkDiscardFliers->setChecked(fields.discardFliers);
   checkCalculateControlLimitsOnSave->setChecked(fields.calculateLimits);
   (fields.longTermDetection ? optionLongTermDetection : optionShortTermDetection)->setChecked(true);
@@ -281,8 +282,10 @@ void DataEditor::OpenExpandedView() {
     shared = txtRawData->toPlainText();
     const QString before = shared;
     const EditorFields fields = ReadFields();
-    ExpandedDataForm(this, fields.subGroup, fields.Fliers()).exec();
-    if (shared != before) txtRawData->ReplaceText(shared);
+    ExpandedDataForm form(this, fields.subGroup, fields.Fliers());
+    form.ShowLinesOf(*txtRawData, edited_ ? DataObjectFunctions::TraceOf(*edited_) : Trace::Record());
+    form.exec();
+    if (shared != before) txtRawData->ReplaceText(shared, form.Lines());
     shared.clear();
     txtRawData->setFocus();
   });
@@ -290,7 +293,7 @@ void DataEditor::OpenExpandedView() {
 
 bool DataEditor::SaveSelect() {
   const EditorFields fields = ReadFields();
-  DataEditorSave save(fields, edited_, listedUnits_);
+  DataEditorSave save(fields, edited_, listedUnits_, txtRawData->Samples());
   const bool isSaved = save.SaveSelect();
   if (save.RawData() != fields.rawData) txtRawData->ReplaceText(save.RawData());
   if (!isSaved) {

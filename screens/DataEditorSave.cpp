@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "core/Messages.h"
 #include "core/Trap.h"
+#include "data/RawDataLines.h"
 #include "data/RawDataReadings.h"
 #include "data/RawDataText.h"
 #include "data/TAVELDataStringFunctions.h"
@@ -29,6 +30,14 @@ constexpr qint16 fewestSamples = 8;
 
 bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
 
+// A line that becomes so many is what it was where it stays one. Where it is not known what one was, it is
+// not known of any.
+void AddLine(Trace::Origins& to, const Trace::Origins& lines, qsizetype number, qsizetype count) {
+  if (number > std::ssize(lines)) return;
+  const qint32 was = lines[static_cast<std::size_t>(number - 1)];
+  to.insert(to.end(), static_cast<std::size_t>(count), count == 1 ? was : Trace::isNew);
+}
+
 // A box that need not be filled in: nothing reads as 0.
 double OptionalNumber(const QString& caption, const QString& text) {
   if (IsBlank(text)) return 0;
@@ -40,12 +49,14 @@ double OptionalNumber(const QString& caption, const QString& text) {
 
 }  // namespace
 
-DataEditorSave::DataEditorSave(const EditorFields& fields, CDataPtr edited, const QStringList& unitList)
+DataEditorSave::DataEditorSave(const EditorFields& fields, CDataPtr edited, const QStringList& unitList,
+                               Trace::Origins lines)
     : fields_(fields),
       edited_(std::move(edited)),
       shown_(edited_ ? EditorFields::Of(*edited_) : EditorFields()),
       unitList_(unitList),
-      data_(edited_ ? std::make_shared<CData>(*edited_) : std::make_shared<CData>()) {
+      data_(edited_ ? std::make_shared<CData>(*edited_) : std::make_shared<CData>()),
+      lines_(std::move(lines)) {
   data_->SetFollowsItsDecimals(true);
 }
 
@@ -56,6 +67,7 @@ bool DataEditorSave::SaveSelect() {
     if (values.isEmpty()) return false;
     data_->SetDataChanged(true);
     data_->SetDelimitedInputString(values);
+    data_->SetSampleOrigins(samples_);
     if (!edited_) data_->SetDescription(fields_.description.trimmed().toUpper());
     return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) &&
            ConfirmKeptDigits() && ConfirmStrangeLimits() && StoreData();
@@ -112,8 +124,32 @@ bool DataEditorSave::SettleCommas() {
       ShowSystemMessage(SaveQuestions::DoubtfulComma(*doubt), Icon::Question, Buttons::YesNoCancel);
   controlAtFault_ = u"txtRawData"_s;
   if (answer != Answer::Yes && answer != Answer::No) return false;
-  fields_.rawData = RawDataReadings::Settled(fields_.rawData, answer == Answer::Yes);
+  const QString text = fields_.rawData;
+  fields_.rawData = RawDataReadings::Settled(text, answer == Answer::Yes);
+  Trace::Origins lines;
+  RawDataLines::ForEachLine(text, [&](qsizetype number, QStringView line) {
+    const auto count = RawDataReadings::Settled(line.toString(), answer == Answer::Yes).count(u'\n') + 1;
+    AddLine(lines, lines_, number, count);
+  });
+  lines_ = lines;
   return true;
+}
+
+// Of the values that are handed over.
+Trace::Origins DataEditorSave::HandedOverSamples() const {
+  Trace::Origins samples;
+  RawDataLines::ForEachLine(fields_.rawData, [&](qsizetype number, QStringView line) {
+    AddLine(samples, lines_, number, line.count(u',') + 1);
+  });
+  return samples;
+}
+
+// Of values only some stay.
+void DataEditorSave::Keep(QString& values, const QString& kept) {
+  if (!samples_.empty())
+    samples_ =
+        Trace::Through(samples_, Trace::ByDifference(Trace::SamplesIn(values), Trace::SamplesIn(kept)));
+  values = kept;
 }
 
 bool DataEditorSave::ConfirmFliers(const QString& values) {
@@ -125,19 +161,21 @@ bool DataEditorSave::ConfirmFliers(const QString& values) {
 
 QString DataEditorSave::PrepareRawData() {
   QString values = HandedOverValues();
+  samples_ = HandedOverSamples();
+  if (std::ssize(samples_) != Trace::SamplesIn(values).size()) samples_.clear();
   if (fields_.discardFliers) {
     const QString kept =
         TAVELDataStringFunctions::RemoveFliersFromDataString(values, data_->LoFlier(), data_->HiFlier());
     if (kept.isEmpty()) return StopWith(Words::Editor::allAreFliers(), u"checkDiscardFliers"_s);
     if (!ConfirmFliers(values)) return {};
-    values = kept;
+    Keep(values, kept);
   }
   beforeCut_ = values;
   // The rule goes by the count before the removal, as users know it.
   if (validSamples_ < fewestSamples)
     ShowRemaining(TAVELDataStringFunctions::ValidateDelimitedDataString(values));
   else if (!fields_.useAllSamples && MaxSamples() < validSamples_)
-    values = CutToMaxSamples(values);
+    Keep(values, CutToMaxSamples(values));
   return values;
 }
 

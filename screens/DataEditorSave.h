@@ -10,8 +10,9 @@ class DataEditorSave {
  public:
   // edited: the data set of the collection that the fields belong to; null to add a new one.
   // unitList: the names that are in the list of units.
+  // lines: for each line of the raw data the edited data set's sample that it is, where that is known.
   explicit DataEditorSave(const EditorFields& fields, CDataPtr edited = nullptr,
-                          const QStringList& unitList = {});
+                          const QStringList& unitList = {}, Trace::Origins lines = {});
 
   // True once the data set is in the table. Every question and message is shown; a save that stops leaves the
   // database, the collection and the edited data set as they were.
@@ -40,6 +41,8 @@ class DataEditorSave {
   bool SettleCommas();
   bool ConfirmFliers(const QString& values);
   QString HandedOverValues() const;
+  Trace::Origins HandedOverSamples() const;
+  void Keep(QString& values, const QString& kept);
   qint16 MaxSamples() const;
   bool ValidateFields();
   bool RequiredFieldsAreFilled() const;
@@ -61,7 +64,9 @@ class DataEditorSave {
   CDataPtr edited_;
   EditorFields shown_;  // the edited data set's, as the editor shows them
   QStringList unitList_;
-  CDataPtr data_;  // a new one, or a copy of the edited one: a save that stops changes nothing in use
+  CDataPtr data_;         // a new one, or a copy of the edited one: a save that stops changes nothing in use
+  Trace::Origins lines_;  // of the raw data; empty where it is not known which samples they are
+  Trace::Origins samples_;  // the same of the values to save
   qint16 validSamples_ = 0;
   QString beforeCut_;  // the values to save, before those beyond Max Samples went
   QString controlAtFault_;

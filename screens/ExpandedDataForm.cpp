@@ -71,6 +71,12 @@ void ExpandedDataForm::BuildControls() {
   connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
 }
 
+void ExpandedDataForm::ShowLinesOf(const RawDataBox& box, const Trace::Record& record) {
+  txtRawData->ShowLinesOf(box, record);
+}
+
+const LineIdentity::Lines& ExpandedDataForm::Lines() const { return txtRawData->Lines(); }
+
 void ExpandedDataForm::UpdateNotes() {
   const RawDataText::Examination found = RawDataText::Examine(txtRawData->toPlainText(), fliers_);
   notes_->Show(RawDataText::Describe(found, subGroupSize_), found);

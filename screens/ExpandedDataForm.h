@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "data/RawDataText.h"
-
 #include "screens/LibraryView.h"
+#include "screens/LineIdentity.h"
 
 class RawDataBox;
 class RawDataNotes;
@@ -19,6 +19,10 @@ class ExpandedDataForm : public QDialog, public LibraryView {
   // boxes.
   explicit ExpandedDataForm(QWidget* parent = nullptr, const QString& subGroupSize = {},
                             const std::optional<RawDataText::FlierLimits>& fliers = {});
+
+  // The same text in that box: its lines stay the same here, and beside them stands what is known of them.
+  void ShowLinesOf(const RawDataBox& box, const Trace::Record& record);
+  const LineIdentity::Lines& Lines() const;
 
   void accept() override;  // stores the box's text there
   void reject() override;  // leaves it as it is; asks first where something would be lost

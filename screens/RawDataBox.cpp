@@ -1,14 +1,18 @@
 #include "screens/RawDataBox.h"
 
 #include <QFontDatabase>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
+#include <QToolTip>
 #include <algorithm>
 
 #include "data/RawDataReadings.h"
 #include "data/RawDataText.h"
+#include "platform/language/LocalTimes.h"
+#include "texts/NoteWords.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +28,7 @@ RawDataBox::RawDataBox(const QString& objectName, QWidget* parent)
   QFont digits = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   digits.setPointSizeF(font().pointSizeF());
   setFont(digits);
+  margin_->setObjectName(u"lineMargin"_s);
   margin_->installEventFilter(this);
   connect(this, &QPlainTextEdit::textChanged, this, [this] { decimalCommasRead_ = 0; });
   connect(this, &QPlainTextEdit::blockCountChanged, this, &RawDataBox::PlaceMargin);
@@ -33,12 +38,39 @@ RawDataBox::RawDataBox(const QString& objectName, QWidget* parent)
 
 void RawDataBox::ShowText(const QString& text) {
   setPlainText(text);
+  identity_.Restart();
   moveCursor(QTextCursor::End);
 }
 
-void RawDataBox::ReplaceText(const QString& text) {
+void RawDataBox::TakeForSamples() {
+  samples_.clear();
+  qint32 sample = 0;
+  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next(), ++sample)
+    if (!block.text().trimmed().isEmpty()) samples_[Lines()[block.blockNumber()]] = sample;
+}
+
+Trace::Origins RawDataBox::Samples() const {
+  Trace::Origins samples;
+  for (const qint64 line : Lines()) samples.push_back(samples_.value(line, Trace::isNew));
+  return samples;
+}
+
+void RawDataBox::ShowLinesOf(const RawDataBox& other, const Trace::Record& record) {
+  ShowText(other.toPlainText());
+  identity_.Restart(other.Lines());
+  samples_ = other.samples_;
+  record_ = record;
+  const int most = fontMetrics().averageCharWidth() * 40;
+  besideWidth_ = 0;
+  for (const Trace::Run& run : record_.runs)
+    besideWidth_ = std::max(besideWidth_, std::min(most, fontMetrics().horizontalAdvance(BesideText(run))));
+  PlaceMargin();
+}
+
+void RawDataBox::ReplaceText(const QString& text, const LineIdentity::Lines& lines) {
   const QString before = toPlainText(), after = QString(text).replace(u"\r\n"_s, u"\n"_s);
   if (before == after) return;
+  identity_.Expect(after.split(u'\n'), lines);
   const auto [beforeStart, afterStart] = std::ranges::mismatch(before, after);
   const qsizetype start = beforeStart - before.begin();
   const qsizetype most = std::min(before.size(), after.size()) - start;
@@ -95,9 +127,33 @@ void RawDataBox::insertFromMimeData(const QMimeData* source) {
   ensureCursorVisible();
 }
 
-int RawDataBox::MarginWidth() const {
+int RawDataBox::NumbersWidth() const {
   const auto digits = QString::number(std::max(blockCount(), 99)).size();
   return fontMetrics().horizontalAdvance(QString(digits, u'0')) + 2 * marginGap;
+}
+
+int RawDataBox::MarginWidth() const {
+  return NumbersWidth() + (besideWidth_ > 0 ? besideWidth_ + 2 * marginGap : 0);
+}
+
+const Trace::Run* RawDataBox::RunOf(int line) const {
+  const qint32 sample = samples_.value(Lines().value(line), Trace::isNew);
+  return sample == Trace::isNew ? nullptr : record_.RunAt(sample);
+}
+
+QString RawDataBox::BesideText(const Trace::Run& run) const {
+  QStringList texts{LocalTimes::Moment(run.time), run.lot};
+  texts.removeAll(QString());
+  return texts.join(u"  "_s);
+}
+
+bool RawDataBox::ShowBesideTip(const QHelpEvent& event) {
+  const Trace::Run* run = RunOf(cursorForPosition({0, event.pos().y()}).blockNumber());
+  const QString lot = run && !run->lot.isEmpty() ? Words::Note::lot(run->lot) : QString();
+  QStringList texts{run ? LocalTimes::Moment(run->time) : QString(), lot};
+  texts.removeAll(QString());
+  QToolTip::showText(event.globalPos(), texts.join(u", "_s), margin_);
+  return true;
 }
 
 void RawDataBox::PlaceMargin() {
@@ -129,6 +185,8 @@ bool RawDataBox::eventFilter(QObject* watched, QEvent* event) {
     PaintMargin();
     return true;
   }
+  if (watched == margin_ && event->type() == QEvent::ToolTip)
+    return ShowBesideTip(*static_cast<QHelpEvent*>(event));
   return QPlainTextEdit::eventFilter(watched, event);
 }
 
@@ -138,8 +196,13 @@ void RawDataBox::PaintMargin() {
   painter.setFont(font());
   painter.setPen(palette().color(QPalette::PlaceholderText));
   ForEachVisibleLine([&](int number, double top) {
-    const QRectF place(0, top, margin_->width() - marginGap, fontMetrics().height());
+    const QRectF place(0, top, NumbersWidth() - marginGap, fontMetrics().height());
     painter.drawText(place, Qt::AlignRight | Qt::AlignTop, QString::number(number));
+    const Trace::Run* run = besideWidth_ > 0 ? RunOf(number - 1) : nullptr;
+    if (!run) return;
+    const QRectF beside(NumbersWidth() + marginGap, top, besideWidth_, fontMetrics().height());
+    painter.drawText(beside, Qt::AlignLeft | Qt::AlignTop,
+                     fontMetrics().elidedText(BesideText(*run), Qt::ElideRight, besideWidth_));
   });
 }
 

@@ -1,9 +1,15 @@
 // The multi-line box for raw values: whatever is pasted into it arrives as one value on each line, its lines
-// are numbered, and a light line stands where a subgroup begins.
+// are numbered, and a light line stands where a subgroup begins. It knows which of its lines is which sample
+// of a data set, and shows when and in which lot that was taken.
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QPlainTextEdit>
+
+#include "screens/LineIdentity.h"
+
+class QHelpEvent;
 
 class RawDataBox : public QPlainTextEdit {
   Q_OBJECT
@@ -12,8 +18,18 @@ class RawDataBox : public QPlainTextEdit {
 
   // A text as stored or as another such box holds it, with the caret behind its end and nothing to undo.
   void ShowText(const QString& text);
-  // The same as a change that can be undone; the caret stays where its text stays.
-  void ReplaceText(const QString& text);
+  // The same as a change that can be undone; the caret stays where its text stays. The lines are those, where
+  // they are told.
+  void ReplaceText(const QString& text, const LineIdentity::Lines& lines = {});
+
+  // From now on the lines are the samples of a data set, in their order.
+  void TakeForSamples();
+  // For each line the sample that it was then; Trace::isNew for none.
+  Trace::Origins Samples() const;
+  const LineIdentity::Lines& Lines() const { return identity_.Present(); }
+
+  // The text of another box, whose lines stay the same; beside them stands what the record tells of them.
+  void ShowLinesOf(const RawDataBox& other, const Trace::Record& record);
 
   void GoToLine(qsizetype number);  // counted from 1
   // Marks where a subgroup of more than one value begins; `before` values stand before the box's.
@@ -29,6 +45,7 @@ class RawDataBox : public QPlainTextEdit {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  int NumbersWidth() const;
   int MarginWidth() const;
   void PlaceMargin();
   void PaintMargin();
@@ -37,7 +54,15 @@ class RawDataBox : public QPlainTextEdit {
   template <class Use>
   void ForEachVisibleLine(Use&& use) const;
 
+  const Trace::Run* RunOf(int line) const;  // counted from 0; null where none is known
+  QString BesideText(const Trace::Run& run) const;
+  bool ShowBesideTip(const QHelpEvent& event);
+
   QWidget* margin_;
+  LineIdentity identity_{document()};
+  QHash<qint64, qint32> samples_;  // by the line's number
+  Trace::Record record_;
+  int besideWidth_ = 0;           // of times and lots; 0 where there are none
   QList<qsizetype> markedLines_;  // ascending
   qsizetype decimalCommasRead_ = 0;
 };
