@@ -73,6 +73,8 @@ void ExpandedDataForm::BuildControls() {
 
 void ExpandedDataForm::ShowLinesOf(const RawDataBox& box, const Trace::Record& record) {
   txtRawData->ShowLinesOf(box, record);
+  const QSize wider = size() + QSize(txtRawData->BesideWidth(), 0);
+  resize(wider.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 const LineIdentity::Lines& ExpandedDataForm::Lines() const { return txtRawData->Lines(); }

@@ -30,6 +30,7 @@ class RawDataBox : public QPlainTextEdit {
 
   // The text of another box, whose lines stay the same; beside them stands what the record tells of them.
   void ShowLinesOf(const RawDataBox& other, const Trace::Record& record);
+  int BesideWidth() const { return besideWidth_; }
 
   void GoToLine(qsizetype number);  // counted from 1
   // Marks where a subgroup of more than one value begins; `before` values stand before the box's.

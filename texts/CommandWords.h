@@ -75,8 +75,9 @@ inline constexpr Text<> importDetails{
     u"The control limits are calculated from the data and kept, once they have a width. Where a value\n"
     u"may be read in two ways, or the first line as a heading or a value, the answer names the options that "
     u"say "
-    u"which. Times are ISO 8601 or dates of one reading (23/04/2026 10:15, not 03/04/2026), without an\n"
-    u"offset those of this place; neighbours of one time and lot are taken for samples taken together.\n"};
+    u"which.\n"
+    u"Times are ISO 8601 or dates of one reading (23/04/2026 10:15, not 03/04/2026), without an offset\n"
+    u"those of this place; neighbours of one time and lot are taken for samples taken together.\n"};
 inline constexpr Text<> timeColumnOption{u"the column with the times of the samples"};
 inline constexpr Text<> lotColumnOption{u"the column with their lots"};
 inline constexpr Text<> csvFile{u"the CSV file"};
@@ -175,9 +176,8 @@ inline constexpr Text<> formatOption{u"pdf, png or svg"};
 inline constexpr Text<> fitOption{u"value axes that fit the points, in place of the standard scale"};
 inline constexpr Text<> exportPurpose{u"writes data sets and their results as .csf files"};
 inline constexpr Text<> exportDetails{
-    u"With --csv the files have a heading and a line for each sample: its number, value, time, lot, point "
-    u"and "
-    u"note.\n"};
+    u"With --csv the files have a heading and a line for each sample: its number, value, time, lot, point\n"
+    u"and note.\n"};
 inline constexpr Text<> csvOption{u"writes .csv files instead, with when and why beside the samples"};
 inline constexpr Text<3> unplaced{
     u"%1: of runs %2 and of notes %3 have lost their samples; status --json lists them"};
