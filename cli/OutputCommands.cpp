@@ -1,11 +1,9 @@
 // The commands that show a library: status, report, export.
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFutureSynchronizer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
-#include <QSet>
 #include <QtConcurrentMap>
 #include <algorithm>
 #include <exception>
@@ -20,6 +18,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/FileNames.h"
 #include "cli/SharedOptions.h"
 #include "cli/TraceTexts.h"
 #include "data/Json.h"
@@ -148,41 +147,6 @@ QString Table(const std::vector<CDataPtr>& dataSets) {
   }
   return text;
 }
-
-// File names made of descriptions alone, so that a data set keeps its name whichever others are written with
-// it. Letters, digits and blanks give a name that no other description gives; what cannot stand in every file
-// system's names brings a code of the whole description behind a point, which no name has otherwise.
-class FileNames {
- public:
-  FileNames(QString folder, QString ending) : folder_(std::move(folder)), ending_(std::move(ending)) {}
-
-  QString Next(const CData& data) {
-    QString name = NameOf(data.Description());
-    // A damaged library may hold one description twice.
-    if (used_.contains(Names::Key(name))) name += u'.' + QString::number(data.ID());
-    used_ << Names::Key(name);
-    return QDir(folder_).filePath(name + ending_);
-  }
-
- private:
-  static QString NameOf(const QString& description) {
-    QString name;
-    for (const QChar c : description) {
-      const bool isKept = c.isLetterOrNumber() || c.isSurrogate() || u"-+=()[]"_s.contains(c);
-      name += isKept ? c : QChar(u'_');
-    }
-    constexpr qsizetype mostBytes = 200;  // file systems take 255, with the code and the ending
-    while (name.toUtf8().size() > mostBytes) name.chop(name.back().isLowSurrogate() ? 2 : 1);
-    QString plain = name;
-    if (plain.replace(u'_', u' ') == description && !description.isEmpty()) return name;
-    const QByteArray code = QCryptographicHash::hash(description.toUtf8(), QCryptographicHash::Sha256);
-    return name + u'.' + QString::fromLatin1(code.toHex().first(8));
-  }
-
-  QString folder_;
-  QString ending_;
-  QSet<QString> used_;
-};
 
 QString OutputFolder(const Arguments& arguments) {
   const QString folder = arguments.Text(SharedOptions::out);
