@@ -332,8 +332,8 @@ Library::Appended Library::TryAppend(const QString& description, const QStringLi
   NoteLimitsBase(*data, data->RowAsKnown(), written);
   if (!values.isEmpty())
     TraceTables::AddRun(connection_, Tables::IdOf(written),
-                        {source.time.isValid() ? source.time : now, source.lot},
-                        Trace::SamplesIn(data->DelimitedInputString()), values.size());
+                        {source.time.isValid() ? source.time : now, source.lot}, data->DelimitedInputString(),
+                        values.size());
   transaction.Commit();
   TakeRow(*data, written);
   return {data, wereOpen};

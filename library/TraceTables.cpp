@@ -20,19 +20,37 @@ const QStringList& Statements() {
   return statements;
 }
 
+constexpr quint64 basis = 0xcbf29ce484222325;
+
+quint64 WithSample(quint64 hash, QStringView sample) {
+  constexpr quint64 prime = 0x100000001b3;
+  for (const QChar character : sample) hash = (hash ^ character.unicode()) * prime;
+  return (hash ^ u',') * prime;
+}
+
 // At n: of the first n samples, each followed by a comma (FNV-1a of 64 bits).
 std::vector<qint64> Fingerprints(const QStringList& samples) {
-  constexpr quint64 basis = 0xcbf29ce484222325, prime = 0x100000001b3;
   std::vector<qint64> prints;
   prints.reserve(static_cast<std::size_t>(samples.size()) + 1);
   quint64 hash = basis;
   prints.push_back(static_cast<qint64>(hash));
   for (const QString& sample : samples) {
-    for (const QChar character : sample) hash = (hash ^ character.unicode()) * prime;
-    hash = (hash ^ u',') * prime;
+    hash = WithSample(hash, sample);
     prints.push_back(static_cast<qint64>(hash));
   }
   return prints;
+}
+
+// How many samples a stored text holds, and the fingerprint of all of them.
+std::pair<qsizetype, qint64> CountAndPrint(const QString& values) {
+  quint64 hash = basis;
+  qsizetype count = 0;
+  const QStringView text = QStringView(values).trimmed();
+  for (const QStringView sample : (text.endsWith(u',') ? text.chopped(1) : text).tokenize(u',')) {
+    hash = WithSample(hash, sample.trimmed());
+    ++count;
+  }
+  return {count, static_cast<qint64>(hash)};
 }
 
 // Where entries are: whether one rests on these samples, and what to write for one that does.
@@ -89,9 +107,10 @@ class Runs : public Rows {
   explicit Runs(Connection& connection)
       : Rows(connection, u"ID, Entry, Run, FirstSample, SampleCount, TakenAt, Lot, Fingerprint"_s,
              u"SampleRun"_s) {}
-  void Put(qint64 id, qint64 entry, const Trace::Run& run, const Places* places) {
-    Rows::Put({id, entry, run.number, places ? run.first : QVariant(), run.count, Written(run.time), run.lot,
-               places ? places->PrintBehind(run.End()) : QVariant()});
+  // Without a fingerprint it has no place.
+  void Put(qint64 id, qint64 entry, const Trace::Run& run, std::optional<qint64> print) {
+    Rows::Put({id, entry, run.number, print ? run.first : QVariant(), run.count, Written(run.time), run.lot,
+               print ? *print : QVariant()});
   }
 };
 
@@ -199,8 +218,8 @@ void TraceTables::Write(Connection& connection, qint64 id, const Trace::Record& 
   const Places places(samples);
   qint64 entry = 0;
   Runs runs(connection);
-  for (const Trace::Run& run : record.runs) runs.Put(id, ++entry, run, &places);
-  for (const Trace::Run& run : record.unplacedRuns) runs.Put(id, ++entry, run, nullptr);
+  for (const Trace::Run& run : record.runs) runs.Put(id, ++entry, run, places.PrintBehind(run.End()));
+  for (const Trace::Run& run : record.unplacedRuns) runs.Put(id, ++entry, run, std::nullopt);
   runs.End();
   Notes notes(connection);
   for (const Trace::Note& note : record.notes) notes.Put(id, note, &places);
@@ -209,9 +228,10 @@ void TraceTables::Write(Connection& connection, qint64 id, const Trace::Record& 
 }
 
 void TraceTables::AddRun(Connection& connection, qint64 id, const Trace::Source& source,
-                         const QStringList& samples, qsizetype count) {
+                         const QString& values, qsizetype count) {
   Make(connection);
-  const qsizetype first = samples.size() - count;
+  const auto [samples, print] = CountAndPrint(values);
+  const qsizetype first = samples - count;
   // What somebody has cut off must not fit again since the same comes behind.
   const QVariantList behind{id, first};
   connection.Execute(
@@ -222,10 +242,9 @@ void TraceTables::AddRun(Connection& connection, qint64 id, const Trace::Source&
       u"UPDATE SampleNote SET FirstSample = NULL, Fingerprint = NULL WHERE ID = ? AND FirstSample >= ?"_s,
       behind);
   Runs runs(connection);
-  const Places places(samples);
   runs.Put(id, Largest(connection, u"Entry"_s, u"SampleRun"_s, id) + 1,
            {first, count, source.time, source.lot, Largest(connection, u"Run"_s, u"SampleRun"_s, id) + 1},
-           &places);
+           print);
   runs.End();
 }
 

@@ -23,10 +23,10 @@ struct Found {
 Found Read(Connection& connection, qint64 id, const QStringList& samples);
 
 // In the transaction that is open: writes the record in place of all that stands there; puts one run behind
-// it, of the last `count` samples; puts a note, in place of the one that has its number; removes a note; or
-// everything.
+// it, of the last `count` of all values; puts a note, in place of the one that has its number; removes a
+// note; or everything.
 void Write(Connection& connection, qint64 id, const Trace::Record& record, const QStringList& samples);
-void AddRun(Connection& connection, qint64 id, const Trace::Source& source, const QStringList& samples,
+void AddRun(Connection& connection, qint64 id, const Trace::Source& source, const QString& values,
             qsizetype count);
 void PutNote(Connection& connection, qint64 id, Trace::Note note, const QStringList& samples);
 void RemoveNote(Connection& connection, qint64 id, qint64 number);

@@ -28,7 +28,6 @@ RawDataBox::RawDataBox(const QString& objectName, QWidget* parent)
   QFont digits = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   digits.setPointSizeF(font().pointSizeF());
   setFont(digits);
-  margin_->setObjectName(u"lineMargin"_s);
   margin_->installEventFilter(this);
   connect(this, &QPlainTextEdit::textChanged, this, [this] { decimalCommasRead_ = 0; });
   connect(this, &QPlainTextEdit::blockCountChanged, this, &RawDataBox::PlaceMargin);

@@ -126,7 +126,8 @@ TEST_F(EditorLinesTest, CarryNotesAndRunsThroughASaveAndShowThemInTheLargerView)
   // The first ten goes, in the larger view, which shows what the lines are.
   InNextWindow([&](QWidget& form) {
     auto& text = Get<RawDataBox>(form, "txtExpandedRawData");
-    auto& margin = Get<QWidget>(text, "lineMargin");
+    const auto children = text.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    QWidget& margin = **std::ranges::find(children, QString(), &QObject::objectName);
     EXPECT_GT(margin.width(), text.fontMetrics().averageCharWidth() * 40);
     EXPECT_LT(margin.width(), text.fontMetrics().averageCharWidth() * 50) << "a long lot leaves room";
     for (const bool isKnown : {false, true}) {
