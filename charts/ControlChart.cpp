@@ -110,7 +110,8 @@ bool ScaleCoarsely(ControlChart& chart) {
   return scale.GetScaleValues(chart.axisMaximum, chart.axisMinimum);
 }
 
-void ScaleToFit(ControlChart& chart) {
+// The lowest and the highest value that are drawn.
+std::pair<double, double> ExtentOf(const ControlChart& chart) {
   double low = std::min({chart.lowerLimit, chart.mean, chart.upperLimit});
   double high = std::max({chart.lowerLimit, chart.mean, chart.upperLimit});
   for (const double value : ShownOf(chart, chart.values)) {
@@ -118,19 +119,24 @@ void ScaleToFit(ControlChart& chart) {
     low = std::min(low, value);
     high = std::max(high, value);
   }
+  return {low, high};
+}
+
+void ScaleToFit(ControlChart& chart, std::pair<double, double> extent) {
   try {
-    const auto ends = FittedScale::Fit(low, high, std::pow(10, -chart.labelDecimals));
+    const auto ends = FittedScale::Fit(extent.first, extent.second, std::pow(10, -chart.labelDecimals));
     chart.axisMinimum = ends.minimum;
     chart.axisMaximum = ends.maximum;
   } catch (const std::range_error&) {
     throw ScaleError(chart.scaleFailure);
   }
+  chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
 }
 
 void SetScale(ControlChart& chart) {
   chart.isBeyondStandardScale = !ScaleCoarsely(chart);
-  if (chart.isFitted || chart.isBeyondStandardScale || IsReversed(chart)) ScaleToFit(chart);
   chart.tickInterval = (chart.axisMaximum - chart.axisMinimum) / FittedScale::Intervals;
+  if (chart.isFitted || chart.isBeyondStandardScale || IsReversed(chart)) ScaleToFit(chart, ExtentOf(chart));
 }
 
 // The words for the rules that are broken, or, where none is, for those in force; in fewer and fewer words.
@@ -263,6 +269,21 @@ void ShowPoints(ControlCharts& charts, PointRange points) {
     SetScale(*chart);
   }
   charts.r.legend = RangeLegend(charts.r);
+}
+
+void ShareScale(ControlChart& one, ControlChart& other) {
+  const auto [low, high] = ExtentOf(one);
+  const auto [otherLow, otherHigh] = ExtentOf(other);
+  one.labelDecimals = other.labelDecimals = std::max(one.labelDecimals, other.labelDecimals);
+  for (ControlChart* chart : {&one, &other})
+    ScaleToFit(*chart, {std::min(low, otherLow), std::max(high, otherHigh)});
+}
+
+void ShowBase(ControlCharts& charts, PointRange points) {
+  for (ControlChart* chart : {&charts.xbar, &charts.r}) {
+    chart->baseFirst = points.first;
+    chart->baseLast = points.last;
+  }
 }
 
 void DrawGraph(ChartGraph& graph, const ControlChart& chart) {

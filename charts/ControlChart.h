@@ -72,4 +72,10 @@ ControlCharts SetupControlCharts(const CData& data, const engine::Results& resul
 // cannot be made.
 void ShowPoints(ControlCharts& charts, PointRange points);
 
+// Both charts get one value axis that shows all of both. ScaleError when it cannot be made.
+void ShareScale(ControlChart& one, ControlChart& other);
+
+// The points that the limits are calculated from are shown, where that is a part.
+void ShowBase(ControlCharts& charts, PointRange points);
+
 void DrawGraph(ChartGraph& graph, const ControlChart& chart);

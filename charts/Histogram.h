@@ -12,8 +12,13 @@ constexpr int HistogramBins = engine::histogramBins;
 enum class Specification { None, Reversed, Given };
 Specification SpecificationOf(const CData& data);
 
-// The data set's figures with its bins as numbers.
-void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Results& results);
+// The data set's figures with its bins as numbers. Where there is a letter, it stands before the title, and
+// the graph is one of two in the room of one.
+void DrawHistogramGraph(ChartGraph& graph, const CData& data, const engine::Results& results,
+                        const QString& letter = {});
+
+// Both on one axis, in percent of the samples of each: the bars of one, and the line of the other.
+void DrawHistograms(ChartGraph& graph, const CData& one, const CData& other);
 
 // The spacing of the count axis for a largest count.
 int CountTickSpacing(double largest);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/Statistics.h"
+#include "platform/error/Error.h"
 
 using QCGlobalFunctions::LimitsAreFrom;
 
@@ -19,4 +20,12 @@ LimitsOrigin OriginOfLimits(const CData& data) {
   const auto [from, to] = data.LimitsBase();
   if (areFromPart(from, to)) return {LimitsOrigin::Points, from, to};
   return {LimitsOrigin::Kept};
+}
+
+std::optional<LimitsOrigin> KnownOrigin(const CData& data) {
+  try {
+    return OriginOfLimits(data);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
 }

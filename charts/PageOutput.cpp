@@ -29,16 +29,14 @@ QPageLayout LandscapeA4() {
   return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, Margins, QPageLayout::Millimeter);
 }
 
-void PaintOn(QPaintDevice& device, StatPage page, const QRectF& target) {
-  page.Select(GraphId::None);
-  page.SetSmallestText(smallestPoints / 72 * device.logicalDpiY());
+void PaintOn(QPaintDevice& device, const OutputPage& page, const QRectF& target) {
   QPainter painter;
   if (!painter.begin(&device)) throw Error(Words::Page::notPainted());
-  page.Paint(painter, target);
+  page.PaintOut(painter, target, smallestPoints / 72 * device.logicalDpiY());
   if (!painter.end()) throw Error(Words::Page::notPaintedToTheEnd());
 }
 
-QImage Picture(const StatPage& page, QSize size) {
+QImage Picture(const OutputPage& page, QSize size) {
   QImage image(size, QImage::Format_RGB32);
   if (image.isNull()) throw Error(Words::Page::noPicture(size.width(), size.height()));
   const int dotsPerMeter = static_cast<int>(std::lround(1000 * size.width() / pictureWidth));
@@ -48,7 +46,7 @@ QImage Picture(const StatPage& page, QSize size) {
   return image;
 }
 
-QByteArray Svg(const StatPage& page, QSize size) {
+QByteArray Svg(const OutputPage& page, QSize size) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -62,7 +60,7 @@ QByteArray Svg(const StatPage& page, QSize size) {
   return bytes;
 }
 
-QByteArray Pdf(const StatPage& page, const QPageLayout& layout) {
+QByteArray Pdf(const OutputPage& page, const QPageLayout& layout) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -74,11 +72,11 @@ QByteArray Pdf(const StatPage& page, const QPageLayout& layout) {
   return bytes;
 }
 
-void WritePdf(const StatPage& page, const QString& path, const QPageLayout& layout) {
+void WritePdf(const OutputPage& page, const QString& path, const QPageLayout& layout) {
   SaveFile(path, Pdf(page, layout));
 }
 
-void WritePng(const StatPage& page, const QString& path, QSize size) {
+void WritePng(const OutputPage& page, const QString& path, QSize size) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -90,9 +88,9 @@ void WritePng(const StatPage& page, const QString& path, QSize size) {
   SaveFile(path, bytes);
 }
 
-void WriteSvg(const StatPage& page, const QString& path, QSize size) { SaveFile(path, Svg(page, size)); }
+void WriteSvg(const OutputPage& page, const QString& path, QSize size) { SaveFile(path, Svg(page, size)); }
 
-void WritePage(const StatPage& page, const QString& path) {
+void WritePage(const OutputPage& page, const QString& path) {
   const QString format = QFileInfo(path).suffix().toLower();
   if (format == u"pdf") return WritePdf(page, path);
   if (format == u"png") return WritePng(page, path);

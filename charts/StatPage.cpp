@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "charts/Histogram.h"
+#include "charts/LimitsOrigin.h"
 #include "charts/TextWindow.h"
 #include "charts/VerdictStrip.h"
 #include "data/Statistics.h"
@@ -20,15 +21,6 @@ constexpr double headHeight = 0.075;
 constexpr double verdictHeight = 0.055;
 // How far from a point the mouse still means it, in parts of the page's unit.
 constexpr double reach = 0.012;
-
-// Where the engine refuses the data, the charts say so.
-std::optional<LimitsOrigin> KnownOrigin(const CData& data) {
-  try {
-    return OriginOfLimits(data);
-  } catch (const Error&) {
-    return std::nullopt;
-  }
-}
 
 bool HasMark(const ControlChart& chart, int point) {
   return !chart.rules.empty() && chart.rules[static_cast<size_t>(point - 1)] != 0;
@@ -70,12 +62,7 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
     if (points) ::ShowPoints(charts_, *points);
     NoteShown(options.period ? PeriodText(*options.period) : QString());
   });
-  if (origin && origin->kind == LimitsOrigin::Points) {
-    for (ControlChart* chart : {&charts_.xbar, &charts_.r}) {
-      chart->baseFirst = origin->first;
-      chart->baseLast = origin->last;
-    }
-  }
+  if (origin && origin->kind == LimitsOrigin::Points) ShowBase(charts_, {origin->first, origin->last});
   ChartGraph& xbar = page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49);
   run("DrawGraph", [&] { DrawGraph(xbar, charts_.xbar); });
   ChartGraph& r = page_.WGCreateGraph(0.005, 0.5, 0.6, 0.99);
@@ -158,6 +145,13 @@ void StatPage::Paint(QPainter& painter, const QRectF& target) const {
   paintStrip(verdict_, VerdictArea(target));
   page_.Paint(painter, PageArea(target));
   PaintNotes(painter, target);
+}
+
+void StatPage::PaintOut(QPainter& painter, const QRectF& target, double smallestText) const {
+  StatPage page = *this;
+  page.Select(GraphId::None);
+  page.SetSmallestText(smallestText);
+  page.Paint(painter, target);
 }
 
 GraphId StatPage::GraphAt(QPointF position, const QRectF& target) const {

@@ -12,6 +12,7 @@
 
 #include "charts/ControlChart.h"
 #include "charts/PageNotes.h"
+#include "charts/PageOutput.h"
 #include "charts/PointTrace.h"
 #include "data/CData.h"
 #include "engine/Engine.h"
@@ -36,7 +37,7 @@ struct StatPageOptions {
   std::function<void(const char* procedure, const std::function<void()>& step)> runStep{};
 };
 
-class StatPage {
+class StatPage : public OutputPage {
  public:
   // Records the page; the data set is not needed afterwards. ScaleError when a scale cannot be made, Error
   // when the engine refuses the data set, InputError when no point was taken in the period.
@@ -45,6 +46,7 @@ class StatPage {
   StatPage(const CData& data, const engine::Results& results, const StatPageOptions& options);
 
   void Paint(QPainter& painter, const QRectF& target) const;
+  void PaintOut(QPainter& painter, const QRectF& target, double smallestText) const override;
 
   // All positions are in the coordinates of the target that was painted into.
   GraphId GraphAt(QPointF position, const QRectF& target) const;
@@ -101,7 +103,7 @@ class StatPage {
     return charts_.xbar.isBeyondStandardScale || charts_.r.isBeyondStandardScale;
   }
 
-  QString Description() const { return description_; }
+  QString Description() const override { return description_; }
   const ChartPage& Page() const { return page_; }
 
  private:

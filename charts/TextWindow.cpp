@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "charts/ControlChart.h"
 #include "charts/Histogram.h"
@@ -57,6 +58,8 @@ Wording Caution(const CData& data) {
   return {caution(), {cautionShort(), cautionShortest(), {}}};
 }
 
+bool IsCapable(const CData& data) { return data.CPKValue() >= 1.0; }
+
 QString Index(double value) { return QString::number(engine::RoundToPlaces(value, 2), 'f', 2); }
 
 // With the decimals of the data set, and four digits at least.
@@ -98,7 +101,7 @@ void DrawSummary(Rows& rows, const CData& data) {
   if (!data.Capability().cpk) {
     add({Words::Figure::cpk()}, WhyAbsent(data), {Palette::Grey, 16, 9, 0});
   } else {
-    const bool isCapable = data.CPKValue() >= 1.0;
+    const bool isCapable = IsCapable(data);
     add({Words::Figure::cpk()}, {QString::number(data.CPKValue(), 'f', 2)},
         {isCapable ? Palette::Green : Palette::Red, 16, 10, 0});
     if (isCapable && !(data.IsInControl() && data.RangesOutside().empty()))
@@ -157,6 +160,81 @@ void DrawCapability(Rows& rows, const CData& data) {
            {Palette::Grey, 16, 4, 0});
 }
 
+struct Value {
+  Wording words;
+  int ink = Palette::Blue;
+};
+
+// A row of the figures of two, with what it says of each.
+struct RowOfTwo {
+  int importance;
+  Wording label;
+  std::function<Value(const CData&)> valueOf;
+};
+
+Value IndexValue(const std::optional<double>& index) {
+  return index ? Value{{Index(*index)}} : Value{{Words::Capability::none()}, Palette::Grey};
+}
+
+Value CpkValue(const CData& data) {
+  Value value = IndexValue(data.Capability().cpk);
+  if (data.Capability().cpk) value.ink = IsCapable(data) ? Palette::Green : Palette::Red;
+  return value;
+}
+
+std::vector<RowOfTwo> RowsOfTwo(bool haveUnits) {
+  const auto limit = [](double (CData::*read)() const) {
+    return [read](const CData& data) {
+      if (SpecificationOf(data) != Specification::None) return Value{{Conversions::CStr((data.*read)())}};
+      return Value{{Words::Capability::notGiven(), {Words::Capability::none()}}, Palette::Grey};
+    };
+  };
+  const auto number = [](auto read) {
+    return [read](const CData& data) { return Value{{Conversions::CStr(double((data.*read)()))}}; };
+  };
+  const auto index = [](std::optional<double> engine::Capability::*of) {
+    return [of](const CData& data) { return IndexValue(data.Capability().*of); };
+  };
+  const auto capability = [](double engine::Capability::*of) {
+    return [of](const CData& data) { return Value{{Figure(data, data.Capability().*of)}}; };
+  };
+  const auto outside = [](const CData& data) {
+    const auto count = data.Capability().samplesOutside;
+    return count ? Value{{QString::number(*count)}} : IndexValue({});
+  };
+  const auto expected = [](const CData& data) {
+    const auto part = data.Capability().ExpectedOutside();
+    return part ? Value{{Percent(*part)}} : IndexValue({});
+  };
+  const auto modified = [](const CData& data) {
+    return Value{{data.LastModified(), {data.LastModified().section(u' ', 0, 0)}}};
+  };
+  const auto unit = [](const CData& data) { return Value{{data.UnitOfMeasurement()}}; };
+  std::vector<RowOfTwo> rows;
+  if (haveUnits) rows.push_back({3, {Words::Comparison::unit()}, unit});
+  rows.insert(rows.end(),
+              {{7, {Words::Figure::sampleQty(), {Words::Figure::samples()}}, number(&CData::SampleQty)},
+               {6,
+                {Words::Figure::subGroupSize(), {Words::Capability::subgroupShort()}},
+                number(&CData::SubGroupSize)},
+               {10, {Words::Figure::mean()}, capability(&engine::Capability::mean)},
+               {10, {Words::Figure::stdDev()}, number(&CData::StdDevValue)},
+               {4, {Words::Capability::sigmaWithin()}, capability(&engine::Capability::sigmaWithin)},
+               {8, {Words::Figure::min()}, number(&CData::MinValue)},
+               {8, {Words::Figure::max()}, number(&CData::MaxValue)},
+               {9, {Words::Figure::upperSpecLimit(), {Words::Figure::usl()}}, limit(&CData::UpperSpecLimit)},
+               {2, {Words::Figure::nominal()}, limit(&CData::NominalSpecLimit)},
+               {9, {Words::Figure::lowerSpecLimit(), {Words::Figure::lsl()}}, limit(&CData::LowerSpecLimit)},
+               {8, {Words::Capability::cp()}, index(&engine::Capability::cp)},
+               {10, {Words::Figure::cpk()}, CpkValue},
+               {5, {Words::Capability::pp()}, index(&engine::Capability::pp)},
+               {7, {Words::Capability::ppk()}, index(&engine::Capability::ppk)},
+               {6, {Words::Comparison::outside(), {Words::Capability::outsideShort()}}, outside},
+               {5, {Words::Capability::expected(), {Words::Capability::expectedShort()}}, expected},
+               {1, {Words::Figure::lastModified(), {Words::Capability::modifiedShort()}}, modified}});
+  return rows;
+}
+
 }  // namespace
 
 QString WhyNoCpk(const CData& data) {
@@ -178,5 +256,26 @@ void DrawTavelTextWindow(ChartGraph& graph, const CData& data) {
   Rows rows;
   DrawSummary(rows, data);
   DrawCapability(rows, data);
+  graph.Draw(rows.Take());
+}
+
+void DrawFiguresOfTwo(ChartGraph& graph, const CData& one, const CData& other) {
+  constexpr double pitch = 0.0525, left = 0.04, columns[] = {0.43, 0.71, 0.99};
+  const TextParameters name{Palette::Black, 16, 7, 3}, label{Palette::Black, 16, 6, 0};
+  Rows rows;
+  rows.Add(pitch, documented);
+  rows.Put(columns[0], columns[1], {Words::Comparison::one()}, name);
+  rows.Put(columns[1], columns[2], {Words::Comparison::other()}, name);
+  const bool haveUnits = !one.UnitOfMeasurement().isEmpty() || !other.UnitOfMeasurement().isEmpty();
+  for (const RowOfTwo& row : RowsOfTwo(haveUnits)) {
+    rows.Add(pitch, row.importance);
+    rows.Put(left, columns[0], row.label, label);
+    int column = 0;
+    for (const CData* data : {&one, &other}) {
+      const Value value = row.valueOf(*data);
+      rows.Put(columns[column], columns[column + 1], value.words, {value.ink, 16, 6, 0});
+      ++column;
+    }
+  }
   graph.Draw(rows.Take());
 }

@@ -1,4 +1,5 @@
-// The text window of a page: the summary values of a data set, row by row.
+// The text window of a page: the summary values of a data set, row by row, or of two data sets beside each
+// other.
 #pragma once
 
 #include "data/CData.h"
@@ -8,3 +9,5 @@
 QString WhyNoCpk(const CData& data);
 
 void DrawTavelTextWindow(ChartGraph& graph, const CData& data);
+
+void DrawFiguresOfTwo(ChartGraph& graph, const CData& one, const CData& other);

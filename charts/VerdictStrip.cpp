@@ -65,6 +65,17 @@ QString OriginText(const LimitsOrigin& origin) {
   }
 }
 
+QString ShortFacts(const CData& data, const LimitsOrigin& origin) {
+  switch (origin.kind) {
+    case LimitsOrigin::AllPoints:
+      return Words::Verdict::shortFromAll(ActiveRules(data));
+    case LimitsOrigin::Points:
+      return Words::Verdict::shortFromPoints(ActiveRules(data), origin.first, origin.last);
+    default:
+      return Words::Verdict::shortKept(ActiveRules(data));
+  }
+}
+
 bool AreLimitsReversed(const CData& data) {
   return data.XBarLCL() > data.XBarUCL() || data.RBarLCL() > data.RBarUCL();
 }
@@ -141,5 +152,6 @@ void DrawVerdict(ChartGraph& strip, const CData& data, const std::optional<Limit
   QStringList lines;
   for (const QStringList& some : {facts, shorter, shorter.mid(0, 3), shorter.mid(0, 2)})
     lines << some.join(u"  \u00b7  "_s);
+  if (origin) lines << ShortFacts(data, *origin);
   draw(0.77, lines, {Palette::Black, 16, 4, 0});
 }

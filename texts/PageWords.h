@@ -76,7 +76,30 @@ inline constexpr Text<> limitsFromAll{u"Limits calculated from all points"};
 inline constexpr Text<2> limitsFromPoints{u"Limits calculated from points %1 to %2"};
 inline constexpr Text<> limitsKept{u"Limits kept as stored"};
 inline constexpr Text<1> library{u"Library: %1"};
+// What limits rest on, behind the numbers of the rules, in few words.
+inline constexpr Text<1> shortFromAll{u"Rules %1, limits of all points"};
+inline constexpr Text<3> shortFromPoints{u"Rules %1, limits of points %2 to %3"};
+inline constexpr Text<1> shortKept{u"Rules %1, limits kept"};
 }  // namespace Verdict
+
+// The page of two data sets.
+namespace Comparison {
+inline constexpr Text<> one{u"A"};
+inline constexpr Text<> other{u"B"};
+inline constexpr Text<2> both{u"%1 and %2"};
+inline constexpr Text<2> named{u"%1   %2"};
+inline constexpr Text<2> graph{u"%1 \u00b7%2"};
+inline constexpr Text<> sameScale{u"A and B on the same scale"};
+inline constexpr Text<> ownScales{u"A and B each on a scale of its own"};
+inline constexpr Text<2> unitsDiffer{u"Units differ (%1, %2): a scale each"};
+inline constexpr Text<> unitsDifferShort{u"Units differ: a scale each"};
+inline constexpr Text<> noUnit{u"none"};
+inline constexpr Text<> percent{u"% of the samples"};
+inline constexpr Text<> legend{u"A: bars    B: line"};
+inline constexpr Text<2> limitOf{u"%1 %2"};
+inline constexpr Text<> unit{u"Unit"};
+inline constexpr Text<> outside{u"Outside spec."};
+}  // namespace Comparison
 
 // The block of capability on the page.
 namespace Capability {

@@ -1,0 +1,108 @@
+// The page of two data sets: what they have in common, and what each keeps for itself.
+#include "charts/ComparePage.h"
+
+#include <gtest/gtest.h>
+
+#include "charts/ControlChart.h"
+#include "tests/charts/PageData.h"
+#include "tests/support/RecordingDevice.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Graph { XBarA, RangeA, XBarB, RangeB, Bars, Summary };
+
+CData Named(const QString& name, CData data, const QString& unit = u"mm"_s) {
+  data.SetDescription(name);
+  data.SetUnitOfMeasurement(unit);
+  return data;
+}
+
+QStringList TextsOn(const ComparePage& page) {
+  RecordingDevice device(QSize(1280, 800));
+  QPainter painter(&device);
+  page.PaintOut(painter, QRectF(0, 0, 1280, 800), 9);
+  painter.end();
+  QStringList texts;
+  for (const PaintedShape& shape : device.Shapes()) texts << shape.text;
+  return texts;
+}
+
+std::pair<double, double> ValueAxis(const ComparePage& page, Graph graph) {
+  const QRectF scale = page.Page().Graph(graph).Scale();
+  return {scale.top(), scale.bottom()};
+}
+
+const CData before = Named(u"Before"_s, PageData::Random({.mean = 74, .deviation = 0.01}));
+const CData after =
+    Named(u"After"_s, PageData::Random({.mean = 74.2, .deviation = 0.03, .seed = 2}), u" MM"_s);
+
+}  // namespace
+
+TEST(ComparePage, DrawsBothOnOneScaleWhereTheUnitsAgree) {
+  const ComparePage page(before, after, {.libraryName = u"plant.kestrel"_s});
+  EXPECT_EQ(ValueAxis(page, XBarA), ValueAxis(page, XBarB));
+  EXPECT_EQ(ValueAxis(page, RangeA), ValueAxis(page, RangeB));
+  EXPECT_LT(ValueAxis(page, XBarA).first, before.XBarLCL());
+  EXPECT_GT(ValueAxis(page, XBarA).second, after.XBarUCL());
+  EXPECT_LT(ValueAxis(page, XBarA).second - ValueAxis(page, XBarA).first, 1) << "and on no wider one";
+  const QStringList texts = TextsOn(page);
+  for (const QString& text : {u"A   Before"_s, u"B   After"_s, u"A and B on the same scale"_s,
+                              u"Library: plant.kestrel"_s, u"A \u00b7 AVERAGE"_s, u"B \u00b7 RANGE"_s})
+    EXPECT_TRUE(texts.contains(text)) << text.toStdString();
+  EXPECT_EQ(texts.filter(u"NOT IN CONTROL"_s).size(), 2);
+
+  const ComparePage own(before, after, {.sameScale = false});
+  EXPECT_NE(ValueAxis(own, XBarA), ValueAxis(own, XBarB));
+  EXPECT_TRUE(TextsOn(own).contains(u"A and B each on a scale of its own"_s));
+  const ComparePage inches(before, Named(u"After"_s, after, u"in"_s), {});
+  EXPECT_EQ(ValueAxis(inches, XBarA), ValueAxis(own, XBarA)) << "whatever is asked for";
+  EXPECT_TRUE(TextsOn(inches).contains(u"Units differ (mm, in): a scale each"_s));
+  EXPECT_EQ(inches.Page().GraphCount(), 7) << "a histogram for each";
+  EXPECT_FALSE(ComparePage::UnitsAgree(before, Named({}, after, {})));
+}
+
+// Twelve bins from 0, the lower limit of one, to 12, the largest value of the other.
+TEST(ComparePage, CountsBothInTheSameBins) {
+  const auto made = [](const QString& values, double lower, double upper) {
+    CData data;
+    data.SetDelimitedInputString(values);
+    data.SetSubGroupSize(1);
+    data.SetLowerSpecLimit(lower);
+    data.SetUpperSpecLimit(upper);
+    EXPECT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
+    return data;
+  };
+  const CData one = made(u"1,1,1,2,5,5,5,5,5,5,"_s, 0, 10), other = made(u"2,12,3,3,12,"_s, 2, 10);
+  const ChartGraph& graph = ComparePage(one, other, {}).Page().Graph(Bars);
+  EXPECT_EQ(graph.DataSet(u" Histogram"_s), (std::vector<double>{0, 30, 10, 0, 0, 60, 0, 0, 0, 0, 0, 0}));
+  const std::vector<double> stairs = graph.DataSet(u" Stairs Data Set"_s);
+  const std::vector<double> positions = graph.DataSet(u" StairsX Data Set"_s);
+  ASSERT_EQ(stairs.size(), positions.size());
+  for (const auto& [bin, percent] : {std::pair{1, 0}, {2, 20}, {3, 40}, {11, 40}}) {
+    EXPECT_EQ(stairs[size_t(2 * bin + 1)], percent) << bin;
+    EXPECT_EQ(positions[size_t(2 * bin + 1)], bin);
+  }
+  EXPECT_EQ(graph.DataSet(u"USL Data Set"_s), std::vector<double>{10}) << "both have it";
+  EXPECT_EQ(graph.DataSet(u"LSL A Data Set"_s), std::vector<double>{0});
+  EXPECT_EQ(graph.DataSet(u"LSL B Data Set"_s), std::vector<double>{2});
+}
+
+TEST(ComparePage, SetsTheFiguresOfEachUnderItsLetter) {
+  const ComparePage page(PageData::Simple(), after, {});
+  const auto& operations = page.Page().Graph(Summary).Operations();
+  const auto& table = std::get<ChartGraph::Table>(operations.front());
+  QMap<QString, QStringList> rows;
+  for (const ChartGraph::Line& line : table.lines) {
+    QStringList texts;
+    for (const ChartGraph::Cell& cell : line.cells) texts << cell.text;
+    rows[texts.size() == 3 ? texts.takeFirst() : QString()] = texts;
+  }
+  EXPECT_EQ(rows[{}], (QStringList{u"A"_s, u"B"_s}));
+  EXPECT_EQ(rows[u"Cpk"_s][0], u"1.00");
+  EXPECT_EQ(rows[u"Cpk"_s][1], QString::number(after.CPKValue(), 'f', 2));
+  EXPECT_EQ(rows[u"Outside spec."_s][0], u"1");
+  EXPECT_EQ(rows[u"Sample Qty"_s], (QStringList{u"16"_s, u"125"_s}));
+  EXPECT_EQ(rows[u"Unit"_s][1], u" MM");
+}
