@@ -57,6 +57,7 @@ void Library::Restore(const Deleted& deleted, const QString& description) {
   ExtraTables::Make(connection_);
   DeletedRows::PutBack(connection_, deleted.number, name);
   KeepName(deleted.row.id, name);
+  NoteFormerName(deleted.row.id, deleted.row.description, name);
   if (SelectId(deleted.row.id).empty())  // whatever the file's own triggers do
     throw Error(Words::Library::noLongerKept(place_, name), Error::Kind::Conflict, name);
   transaction.Commit();

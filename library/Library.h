@@ -177,6 +177,7 @@ class Library {
   void MoveTrace(const CData& data, const QVariantList& before, const QVariantList& after);
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   InputError NotThere(const QString& description);
+  void NoteFormerName(qint64 id, const QString& before, const QString& name);
   static QString NameIn(const QVariantList& row);
   void KeepName(qint64 id, const QString& description);
   void RequireFree(const QString& description);

@@ -26,6 +26,12 @@ bool Library::WasNamed(qint64 id, const QString& description) {
   return connection_.NextRow(query);
 }
 
+// In the transaction that is open.
+void Library::NoteFormerName(qint64 id, const QString& before, const QString& name) {
+  if (before == name) return;
+  connection_.Execute(u"INSERT INTO FormerDescription (ID, Description) VALUES (?, ?)"_s, {id, before});
+}
+
 QString Library::NameIn(const QVariantList& row) {
   return row[Tables::StatData().IndexOf(u"Description")].toString();
 }
@@ -50,7 +56,7 @@ void Library::TryRename(qint64 id, const QString& name, const QDateTime& now) {
   require();
   ExtraTables::Make(connection_);
   const QString before = NameIn(WrittenRow(id));
-  connection_.Execute(u"INSERT INTO FormerDescription (ID, Description) VALUES (?, ?)"_s, {id, before});
+  NoteFormerName(id, before, name);
   connection_.Execute(u"UPDATE StatData SET Description = ?, LastModified = ? WHERE ID = ?"_s,
                       {name, Tables::DateText(now), id});
   KeepName(id, name);

@@ -197,6 +197,7 @@ TEST_P(LibraryTest, WhatIsDeletedCanBeRestoredOrPurged) {
   library->Restore(deleted[1], u"Old shaft"_s);
   const CDataPtr back = library->Read(1)->data;
   EXPECT_EQ(back->Description(), u"Old shaft"_s);
+  EXPECT_TRUE(library->WasNamed(1, u"Shaft"_s)) << "so that a script under the old name is told";
   EXPECT_EQ(back->RowAsKnown().mid(2), first->RowAsKnown().mid(2)) << "LastModified too";
   library->Purge(deleted[0]);
   EXPECT_TRUE(library->DeletedDataSets().empty());
