@@ -53,6 +53,10 @@ QPalette Contrast::WithReadableHints(QPalette palette) {
     palette.setColor(group, QPalette::PlaceholderText, Faint(ink, grounds));
     for (const auto role : {QPalette::Link, QPalette::LinkVisited})
       palette.setColor(group, role, FirstReadable(palette.color(group, role), ink, grounds));
+    const QColor selected = palette.color(group, QPalette::HighlightedText);
+    const QColor away = Between(selected, Qt::black) > Between(selected, Qt::white) ? Qt::black : Qt::white;
+    palette.setColor(group, QPalette::Highlight,
+                     FirstReadable(palette.color(group, QPalette::Highlight), away, {selected}));
   }
   return palette;
 }

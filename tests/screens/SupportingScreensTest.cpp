@@ -235,12 +235,17 @@ TEST(Palette, HintsAndLinksCanBeRead) {
        {QPalette(Qt::lightGray), QPalette(QColor(239, 239, 239)), QPalette(QColor(50, 50, 50)),
         QPalette(Qt::black), QPalette(QColor(20, 30, 60), QColor(10, 20, 40))}) {
     palette.setColor(QPalette::Link, blue);
+    palette.setColor(QPalette::Highlight, QColor(61, 174, 233));
     palette = Contrast::WithReadableHints(palette);
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+      EXPECT_GE(Contrast::Between(palette.color(group, QPalette::HighlightedText),
+                                  palette.color(group, QPalette::Highlight)),
+                4.5);
       for (const auto role : {QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited})
         for (const auto ground : {QPalette::Base, QPalette::AlternateBase, QPalette::Window})
           EXPECT_GE(Contrast::Between(palette.color(group, role), palette.color(group, ground)), 4.5)
               << palette.color(group, ground).name().toStdString() << ' ' << role;
+    }
   }
   EXPECT_NEAR(Contrast::Between(Qt::white, QColor(0x76, 0x76, 0x76)), 4.54, 0.01);  // published, WebAIM
 }
