@@ -300,6 +300,7 @@ bool DataEditor::SaveSelect() {
     reason_ = save.Reason();
     GoTo(save.ControlAtFault());
     UpdateNotes();
+    if (save.ControlAtFault() == txtRawData->objectName()) notes_->GoToNamedLine();
     return false;
   }
   if (!edited_) {

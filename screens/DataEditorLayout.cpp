@@ -225,7 +225,7 @@ QGroupBox* DataEditor::BuildRawData() {
   cmdRawData = Named(new QPushButton(Words::Editor::largerView(), group), u"cmdRawData"_s);
   cmdRawData->setAutoDefault(false);
   notes_ = new RawDataNotes(txtRawData, group);
-  notes_->Foot()->addWidget(cmdRawData);
+  notes_->Row()->addWidget(cmdRawData);
   auto* layout = new QVBoxLayout(group);
   layout->addWidget(label);
   layout->addWidget(txtRawData, 1);

@@ -35,6 +35,12 @@ RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
   layout->addWidget(lblRawDataNote);
+  cmdGoToLine = button(u"cmdGoToLine"_s);
+  connect(cmdGoToLine, &QPushButton::clicked, this, &RawDataNotes::GoToNamedLine);
+  row_ = new QHBoxLayout;
+  row_->addWidget(cmdGoToLine);
+  row_->addStretch();
+  layout->addLayout(row_);
   moreOffers_ = Named(new QMenu(this), u"mnuMoreOffers"_s);
   for (int i = 0; i < mostOffers; ++i) {
     offerButtons_ << button(u"cmdOffer%1"_s.arg(i + 1));
@@ -43,12 +49,6 @@ RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), 
       if (!offerButtons_[i]->menu()) TakeOffer(i);
     });
   }
-  cmdGoToLine = button(u"cmdGoToLine"_s);
-  connect(cmdGoToLine, &QPushButton::clicked, this, &RawDataNotes::GoToNamedLine);
-  foot_ = new QHBoxLayout;
-  foot_->addWidget(cmdGoToLine);
-  foot_->addStretch();
-  layout->addLayout(foot_);
 }
 
 void RawDataNotes::Show(const QString& note, const RawDataText::Examination& found) {

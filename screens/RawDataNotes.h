@@ -25,8 +25,11 @@ class RawDataNotes : public QWidget {
   // How long an answer to a keystroke waits, in milliseconds: in a long column until the keys rest.
   static int DelayFor(const RawDataBox& box);
 
-  // The last row, for what else belongs there.
-  QHBoxLayout* Foot() const { return foot_; }
+  // Selects the line that the note names, if it names one.
+  void GoToNamedLine();
+
+  // The row below the note, for what else belongs there.
+  QHBoxLayout* Row() const { return row_; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -35,12 +38,11 @@ class RawDataNotes : public QWidget {
  private:
   void FitNote();
   void TakeOffer(qsizetype index);
-  void GoToNamedLine();
 
   RawDataBox* box_;
   QLabel* lblRawDataNote = nullptr;
   QPushButton* cmdGoToLine = nullptr;
-  QHBoxLayout* foot_ = nullptr;
+  QHBoxLayout* row_ = nullptr;
   QList<QPushButton*> offerButtons_;
   QMenu* moreOffers_ = nullptr;  // of the last one, where there are more than buttons
   QList<RawDataReadings::Offer> offers_;
