@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <QWindow>
 
 #include "core/Globals.h"
@@ -16,6 +17,8 @@
 #include "platform/ui/QtFileDialog.h"
 #include "platform/ui/QtMessageBox.h"
 #include "screens/AddMeasurements.h"
+#include "screens/CompareChoice.h"
+#include "screens/CompareForm.h"
 #include "screens/DataEditor.h"
 #include "screens/Help.h"
 #include "screens/RecalcScreen.h"
@@ -57,6 +60,14 @@ void ShowChartScreen(PagePrinting& printing) {
       .exec();
 }
 
+void ShowComparison(PagePrinting& printing, qint32 one, qint32 other) {
+  if (other == 0) {
+    CompareChoice choice(one, QApplication::activeWindow());
+    if (choice.exec() == QDialog::Accepted) other = choice.Chosen();
+  }
+  if (other != 0) CompareForm(one, other, printing, QApplication::activeWindow()).exec();
+}
+
 // The user sees the window before the program turns to the database. Where the window does not come to the
 // screen soon, the program goes on without it.
 void ShowPainted(QWidget& window) {
@@ -81,10 +92,11 @@ class Reactivation : public QObject {
   }
 };
 
-// Fusion with hints and links that can be read, and without its little pictures, which exist in a few small
-// sizes only and blur on fine screens: boxes have none on their buttons; the arrow of a bar that does not fit
-// and the cross that empties a line are drawn. (Reading one of these, shown or not, loads the readers of all
-// kinds of pictures when the program starts.)
+// Fusion with hints, links and selected texts that can be read, with boxes and circles to tick that show on
+// dark windows too, and without its little pictures, which exist in a few small sizes only and blur on fine
+// screens: boxes have none on their buttons; the arrow of a bar that does not fit and the cross that empties
+// a line are drawn. (Reading one of these, shown or not, loads the readers of all kinds of pictures when the
+// program starts.)
 class ProgramStyle : public QProxyStyle {
  public:
   ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
@@ -97,6 +109,17 @@ class ProgramStyle : public QProxyStyle {
                 QStyleHintReturn* data) const override {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
                                                        : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+  // Fusion draws them in a darker shade of the window.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const bool isBox = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+    if (!isBox || !button || button->palette.color(QPalette::Window).lightness() > 127)
+      return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    QStyleOptionButton bright = *button;
+    bright.palette.setColor(QPalette::Window, button->palette.color(QPalette::WindowText));
+    QProxyStyle::drawPrimitive(element, &bright, painter, widget);
   }
   QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
     switch (which) {
@@ -184,7 +207,8 @@ int RunDesktop(int& argc, char** argv, const QString& libraryForThisRun) {
                 .about = ShowModal<frmAbout>,
                 .measurements = ShowModal<AddMeasurements>,
                 .restore = ShowModal<RestoreForm>,
-                .rename = ShowModal<RenameForm>});
+                .rename = ShowModal<RenameForm>,
+                .compare = [&printing](qint32 one, qint32 other) { ShowComparison(printing, one, other); }});
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);
   if (!main.Form_Load()) return 1;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
 class CData;
 
@@ -17,4 +18,5 @@ class MainScreen {
   virtual void UpdateListRow(const CData& data) = 0;  // the row with the same ID: icon, refresh, summary
   virtual void SelectListRow(qint32 id) = 0;          // makes that data set the current one
   virtual void RemoveListRow(qint32 id) = 0;          // every row with that ID
+  virtual std::vector<qint32> ListedIDs() const = 0;  // as the list shows them, filtered and sorted
 };

@@ -34,6 +34,7 @@ constexpr Page pages[] = {
     {HelpTopics::ChartScreen, u"chart-screen.html", Words::Manual::chartScreen},
     {HelpTopics::Notes, u"notes.html", Words::Manual::notes},
     {HelpTopics::Recalculate, u"recalculate.html", Words::Manual::recalculate},
+    {HelpTopics::Compare, u"compare.html", Words::Manual::compare},
     {HelpTopics::Units, u"units.html", Words::Manual::units},
     {HelpTopics::RestoreDeleted, u"restore-deleted.html", Words::Manual::restoreDeleted},
     {HelpTopics::Sharing, u"sharing.html", Words::Manual::sharing},

@@ -21,6 +21,7 @@ enum Number {
   AddMeasurements = 28,
   RestoreDeleted = 29,
   Keys = 201,
+  Compare = 202,
   Notes = 203,
 
   Figures = 3,

@@ -83,6 +83,13 @@ void ListFilter::resizeEvent(QResizeEvent* event) {
   layout_->addWidget(checkOutOfControl, isWide ? 1 : 2, isWide ? 2 : 0, 1, isWide ? 1 : 3);
 }
 
+// From the check box.
+void ListFilter::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
+  list_->setFocus();
+  QCoreApplication::sendEvent(list_, event);
+}
+
 // The keys of the list work in the box too, but for those that edit.
 bool ListFilter::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);

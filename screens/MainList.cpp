@@ -6,6 +6,8 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <algorithm>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -23,12 +25,14 @@ MainList::MainList(QWidget* parent) : QTreeView(parent), rows_(new MainListModel
   setItemsExpandable(false);
   setUniformRowHeights(true);  // so that a row costs the same in a list of thousands
   setAllColumnsShowFocus(true);
+  setSelectionMode(ExtendedSelection);
   setTabKeyNavigation(false);
   setVerticalScrollMode(ScrollPerPixel);
   setHorizontalScrollMode(ScrollPerPixel);
   setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
   SetupListColumns();
   connect(this, &MainList::Arranged, this, &MainList::Describe);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainList::SelectedOthers);
 }
 
 // Columns
@@ -125,6 +129,7 @@ void MainList::Change(const std::function<void(MainListModel&)>& change) {
 void MainList::KeepPlace(const std::function<void()>& rearrange) {
   const int row = currentIndex().row();
   const qint32 current = CurrentID();
+  const std::vector<qint32> selected = IsCurrentAloneSelected() ? std::vector<qint32>() : Selected();
   std::vector<std::pair<qint32, int>> inView;  // IDs and where they are
   for (QModelIndex index = indexAt({0, 0}); index.isValid(); index = indexBelow(index)) {
     const int top = visualRect(index).top();
@@ -134,6 +139,7 @@ void MainList::KeepPlace(const std::function<void()>& rearrange) {
   rearrange();
   const int found = rows_->RowWith(current);
   MakeCurrent(found >= 0 ? found : std::clamp(row, 0, std::max(0, rows_->rowCount() - 1)));
+  SelectAlso(selected);
   for (const auto& [id, top] : inView) {
     const QModelIndex index = rows_->index(rows_->RowWith(id), MainListModel::Description);
     if (!index.isValid()) continue;
@@ -145,9 +151,36 @@ void MainList::KeepPlace(const std::function<void()>& rearrange) {
 
 void MainList::MakeCurrent(int row) {
   const QSignalBlocker quiet(this);
-  const int scrolled = horizontalScrollBar()->value();
   setCurrentIndex(rows_->index(row, MainListModel::Description));
-  horizontalScrollBar()->setValue(scrolled);  // a wide description would push the icons out of sight
+}
+
+void MainList::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  const int scrolled = horizontalScrollBar()->value();
+  QTreeView::scrollTo(index, hint);
+  horizontalScrollBar()->setValue(scrolled);
+}
+
+std::vector<qint32> MainList::Selected() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : selectionModel()->selectedRows()) rows.push_back(index.row());
+  std::ranges::sort(rows);
+  std::vector<qint32> ids;
+  for (const int row : rows) ids.push_back(rows_->IDAt(row));
+  return ids;
+}
+
+bool MainList::IsCurrentAloneSelected() const {
+  const QModelIndexList rows = selectionModel()->selectedRows();
+  return rows.size() == 1 && rows.first().row() == currentIndex().row();
+}
+
+void MainList::SelectAlso(const std::vector<qint32>& ids) {
+  const QSignalBlocker quiet(this);
+  const std::unordered_set<qint32> wanted(ids.begin(), ids.end());
+  QItemSelection selection;
+  for (int row = 0; !wanted.empty() && row < rows_->rowCount(); ++row)
+    if (wanted.contains(rows_->IDAt(row))) selection.append(QItemSelectionRange(rows_->index(row, 0)));
+  selectionModel()->select(selection, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 bool MainList::Select(qint32 id) {
@@ -175,6 +208,7 @@ void MainList::currentChanged(const QModelIndex& current, const QModelIndex& pre
   if (!current.isValid()) return;
   lastCurrent_ = CurrentID();
   if (current.row() != previous.row()) Q_EMIT ItemClick(CurrentDescription());
+  Q_EMIT SelectedOthers();
 }
 
 // Keys and mouse
@@ -186,10 +220,14 @@ void MainList::keyboardSearch(const QString& search) {
 }
 
 QItemSelectionModel::SelectionFlags MainList::selectionCommand(const QModelIndex& index,
-                                                               const QEvent*) const {
-  // With Ctrl too, so that the commands never act on a row that does not look selected.
-  return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                         : QItemSelectionModel::NoUpdate;
+                                                               const QEvent* event) const {
+  using enum QItemSelectionModel::SelectionFlag;
+  if (!index.isValid()) return NoUpdate;
+  if (!event) return ClearAndSelect | Rows;  // whatever keys are down
+  const auto command = QTreeView::selectionCommand(index, event);
+  const bool leavesNone = command.testFlag(Toggle) && selectionModel()->isSelected(index) &&
+                          selectionModel()->selectedRows().size() == 1;
+  return leavesNone ? NoUpdate : command;
 }
 
 void MainList::keyPressEvent(QKeyEvent* event) {
@@ -204,12 +242,23 @@ void MainList::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Escape:
       Q_EMIT EscapePressed();
       break;
+    case Qt::Key_Space:
+      if (event->modifiers() == Qt::ControlModifier)  // no letter to search for
+        selectionModel()->select(currentIndex(), selectionCommand(currentIndex(), event));
+      else
+        QTreeView::keyPressEvent(event);
+      break;
     case Qt::Key_F10:
       if (event->modifiers() == Qt::ShiftModifier) return RequestMenu();
       [[fallthrough]];
     default:
       QTreeView::keyPressEvent(event);
   }
+}
+
+void MainList::mouseMoveEvent(QMouseEvent* event) {
+  // A hand that is not quite still selects no more than a click does.
+  if (event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
 }
 
 void MainList::mouseReleaseEvent(QMouseEvent* event) {
@@ -256,10 +305,20 @@ void MainList::Describe() {
   viewport()->update();
 }
 
+// The frame around what is in view does not scroll with it.
+void MainList::scrollContentsBy(int dx, int dy) {
+  QTreeView::scrollContentsBy(dx, dy);
+  if (hasFocus()) viewport()->update();
+}
+
 void MainList::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
-  if (Hint().isEmpty()) return;
   QPainter painter(viewport());
+  if (hasFocus()) {  // as the boxes around it show theirs
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+  }
+  if (Hint().isEmpty()) return;
   painter.setPen(palette().color(QPalette::Text));
   const int margin = fontMetrics().height();
   painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),

@@ -5,6 +5,7 @@
 #include <QTreeView>
 #include <functional>
 #include <span>
+#include <vector>
 
 #include "screens/MainListModel.h"
 
@@ -23,7 +24,13 @@ class MainList : public QTreeView {
   // Makes the data set's row current, and shows it whatever the filter, without an ItemClick; false where
   // there is none.
   bool Select(qint32 id);
+  // A wide description does not push the icons out of sight.
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
   bool HasCurrent() const { return currentIndex().isValid(); }
+
+  // From the top; mostly the current one alone. Several by Ctrl or Shift with mouse or keys.
+  std::vector<qint32> Selected() const;
+  bool IsCurrentAloneSelected() const;
   QString CurrentDescription() const;  // empty for none
   const MainListModel& Rows() const { return *rows_; }
 
@@ -43,7 +50,8 @@ class MainList : public QTreeView {
   void DeletePressed();
   void EscapePressed();
   void MenuRequested(const QPoint& globalPosition);
-  void Arranged();  // other rows are shown, or others of them
+  void Arranged();        // other rows are shown, or others of them
+  void SelectedOthers();  // or the current one is another
 
  protected:
   void keyboardSearch(const QString& search) override;
@@ -51,11 +59,13 @@ class MainList : public QTreeView {
                                                        const QEvent* event) const override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
 
  private:
   void SetupListColumns();
@@ -64,6 +74,7 @@ class MainList : public QTreeView {
   void Sort(int column, Qt::SortOrder direction);
   qint32 CurrentID() const { return HasCurrent() ? rows_->IDAt(currentIndex().row()) : 0; }
   void MakeCurrent(int row);
+  void SelectAlso(const std::vector<qint32>& ids);
   void KeepPlace(const std::function<void()>& rearrange);
   void RequestMenu();
   QString Hint() const;  // empty while there are rows

@@ -131,6 +131,13 @@ int MainListModel::RowWith(qint32 id) const {
   return found == shown_.end() ? -1 : int(found - shown_.begin());
 }
 
+std::vector<qint32> MainListModel::ShownIDs() const {
+  std::vector<qint32> ids;
+  ids.reserve(shown_.size());
+  for (const quint32 place : shown_) ids.push_back(rows_[place].id);
+  return ids;
+}
+
 // What the view asks
 
 int MainListModel::rowCount(const QModelIndex& parent) const {

@@ -42,6 +42,7 @@ class MainListModel : public QAbstractTableModel {
   void ShowAppended();
 
   int RowWith(qint32 id) const;  // of those shown; -1 for none
+  std::vector<qint32> ShownIDs() const;
   qint32 IDAt(int row) const { return At(row).id; }
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -13,7 +13,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 
-#include "charts/PageOutput.h"
 #include "core/Messages.h"
 #include "platform/error/Error.h"
 #include "platform/ui/FileDialog.h"
@@ -77,7 +76,7 @@ QPrinter& PagePrinting::Printer() {
   return *printer_;
 }
 
-void PagePrinting::PrintPage(const StatPage& page) {
+QString PagePrinting::PrintPage(const OutputPage& page) {
   QPrinter& printer = Printer();
   if (!file_.isEmpty() || !printer.outputFileName().isEmpty()) return PrintToFile(page);
   if (dialogs_->HasPrinter()) {
@@ -85,34 +84,33 @@ void PagePrinting::PrintPage(const StatPage& page) {
     PageOutput::PaintOn(printer, page, QRectF(0, 0, printer.width(), printer.height()));
     if (const QString reason = dialogs_->Rejection(); !reason.isEmpty())
       throw Error(Words::Chart::printRejected(printer.printerName(), reason));
-    return;
+    return {};
   }
   const QString question = Words::Chart::printToFile();
-  if (ShowSystemMessage(question, MessageBox::Icon::Question, MessageBox::Buttons::YesNo) ==
-      MessageBox::Answer::Yes) {
-    PrintToFile(page);
-  }
+  return ConfirmedInSystemMessage(question) ? PrintToFile(page) : QString();
 }
 
-void PagePrinting::PrintToFile(const StatPage& page) {
+QString PagePrinting::PrintToFile(const OutputPage& page) {
   const QString last = file_.isEmpty() ? Printer().outputFileName() : file_;
   const QDir folder = last.isEmpty() ? QDir::home() : QFileInfo(last).dir();
   const QString file =
       FileDialog::Ask({FileDialog::Kind::Save, Words::Chart::printToFileTitle(), Words::Chart::pdfFiles(),
                        folder.filePath(FileName(page.Description()) + u".pdf"_s), u"pdf"_s});
-  if (file.isEmpty()) return;
+  if (file.isEmpty()) return {};
   PageOutput::WritePdf(page, file, Printer().pageLayout());
   file_ = file;
+  return QDir::toNativeSeparators(file);
 }
 
-void PagePrinting::SavePage(const StatPage& page) {
+QString PagePrinting::SavePage(const OutputPage& page) {
   const QDir folder = saved_.isEmpty() ? QDir::home() : QFileInfo(saved_).dir();
   const QString file =
       FileDialog::Ask({FileDialog::Kind::Save, Words::Chart::savePageTitle(), Words::Chart::pageFiles(),
                        folder.filePath(FileName(page.Description()) + u".pdf"_s), u"pdf"_s});
-  if (file.isEmpty()) return;
+  if (file.isEmpty()) return {};
   PageOutput::WritePage(page, file);
   saved_ = file;
+  return QDir::toNativeSeparators(file);
 }
 
 void PagePrinting::PrinterSetup(QWidget* parent) {
@@ -126,7 +124,7 @@ void PagePrinting::PrinterSetup(QWidget* parent) {
 
 void PagePrinting::PageSetup(QWidget* parent) { dialogs_->PageSetup(Printer(), parent); }
 
-void CopyPage(const StatPage& page) {
+void CopyPage(const OutputPage& page) {
   auto formats = std::make_unique<QMimeData>();
   formats->setImageData(PageOutput::Picture(page, pictureSize));
   formats->setData(u"image/svg+xml"_s, PageOutput::Svg(page, drawingSize));

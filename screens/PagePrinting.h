@@ -4,7 +4,7 @@
 #include <QPrinter>
 #include <memory>
 
-#include "charts/StatPage.h"
+#include "charts/PageOutput.h"
 
 // The desktop's part of it, so that tests need neither a printer nor a window.
 class PrinterDialogs {
@@ -25,16 +25,17 @@ class PagePrinting {
   explicit PagePrinting(std::unique_ptr<PrinterDialogs> dialogs = std::make_unique<PrinterDialogs>());
 
   // Prints on the printer that was set up. Where that is a file, or no printer is installed and the user
-  // agrees to a file instead, it asks for the name and writes a PDF file.
-  void PrintPage(const StatPage& page);
-  // Asks for the name of a PDF, PNG or SVG file, and writes it.
-  void SavePage(const StatPage& page);
+  // agrees to a file instead, it asks for the name, writes a PDF file and returns its name.
+  QString PrintPage(const OutputPage& page);
+  // Asks for the name of a PDF, PNG or SVG file, writes it and returns the name; empty where the user
+  // cancels.
+  QString SavePage(const OutputPage& page);
   void PrinterSetup(QWidget* parent);
   void PageSetup(QWidget* parent);
 
  private:
   QPrinter& Printer();
-  void PrintToFile(const StatPage& page);
+  QString PrintToFile(const OutputPage& page);
 
   std::unique_ptr<PrinterDialogs> dialogs_;
   std::unique_ptr<QPrinter> printer_;  // made when first needed: finding the printers takes its time
@@ -43,4 +44,4 @@ class PagePrinting {
 };
 
 // The page on the clipboard: as a picture, as SVG and as PDF.
-void CopyPage(const StatPage& page);
+void CopyPage(const OutputPage& page);

@@ -20,16 +20,12 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-// In pixels of a screen. A user with large fonts gets large letters, as far as the page has room for them.
+// A user with large fonts gets large letters, as far as the page has room for them.
 double SmallestText(const QWidget& view) {
   constexpr double least = 9, ofFont = 0.64, ofPage = 1.0 / 32;
   return std::max(least, std::min(view.fontMetrics().height() * ofFont,
                                   std::min(view.height() * 1.0, view.width() * 0.7) * ofPage));
 }
-
-}  // namespace
 
 PageView::PageView(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);

@@ -10,6 +10,9 @@
 
 class QLabel;
 
+// The smallest letters of a page in that window, in its pixels.
+double SmallestText(const QWidget& view);
+
 // A click selects a graph; a double-click off the points and the keys Enter, Space and "+" ask for the zoom,
 // "-" for its end. The arrow keys move the selection, Page Up, Page Down, Home and End the point that is
 // explained on the selected chart; with Shift they select the stretch that they pass.

@@ -142,10 +142,14 @@ void RestoreForm::Restore() {
       txtName->selectAll();
       return;
     }
+    const auto id = static_cast<qint32>(selected->row.id);
     CurrentLibrary()->Restore(*selected, name);
     Fill();
     lblNews->setText(Words::Sharing::restored(name));
-    if (MainScreen* screen = Globals().mainScreen) screen->ReadLibraryNews();
+    if (MainScreen* screen = Globals().mainScreen) {
+      screen->ReadLibraryNews();
+      screen->SelectListRow(id);
+    }
     listDeleted->setFocus();
   });
 }

@@ -131,7 +131,7 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
   } else if (entry == 3) {
     AddMeasurements();
   } else if (entry == 4) {
-    Trap(u"StatGraphics::SavePage"_s, [this] { printing_.SavePage(*PageForOutput()); });
+    Trap(u"StatGraphics::SavePage"_s, [this] { TellFile(printing_.SavePage(*PageForOutput())); });
   } else if (entry == 5) {
     pointsBar_->show();
     pointsBar_->TakeFocus();
@@ -227,7 +227,7 @@ void StatGraphics::ExportQCReport() {
 }
 
 void StatGraphics::PrintPage() {
-  Trap(u"StatGraphics::PrintPage"_s, [this] { printing_.PrintPage(*PageForOutput()); });
+  Trap(u"StatGraphics::PrintPage"_s, [this] { TellFile(printing_.PrintPage(*PageForOutput())); });
 }
 
 void StatGraphics::Recalculate() {
@@ -316,6 +316,10 @@ bool StatGraphics::TakeFromCollection() {
 
 void StatGraphics::ShowNews(const QString& news) { lblNews->setText(news); }
 
+void StatGraphics::TellFile(const QString& path) {
+  if (!path.isEmpty()) ShowNews(Words::Chart::pageWritten(path));
+}
+
 void StatGraphics::LibraryChanged() {
   const CDataPtr present = DataObjectFunctions::PresentOf(*data_);
   if (!std::exchange(isThere_, present != nullptr) && present) ShowNews({});
@@ -331,13 +335,15 @@ void StatGraphics::LibraryChanged() {
 }
 
 CDataPtr StatGraphics::Neighbour(int step, QStringList* skipped) const {
-  const std::vector<CDataPtr>& all = Globals().gDataCollection;
-  const auto here = std::ranges::find(all, data_->ID(), &CData::ID);
-  if (here == all.end()) return nullptr;
-  for (auto i = here - all.begin() + step; i >= 0 && i < std::ssize(all); i += step) {
-    const CDataPtr& candidate = all[size_t(i)];
-    if (candidate->NumberOfPlotPoints() >= fewestToOpen) return candidate;
-    if (skipped) *skipped << candidate->Description();
+  const MainScreen* screen = Globals().mainScreen;
+  const std::vector<qint32> listed = screen ? screen->ListedIDs() : std::vector<qint32>();
+  const auto here = std::ranges::find(listed, data_->ID());
+  if (here == listed.end()) return nullptr;
+  for (auto i = here - listed.begin() + step; i >= 0 && i < std::ssize(listed); i += step) {
+    CDataPtr candidate;
+    DataObjectFunctions::GetDataObjectByID(listed[size_t(i)], candidate);
+    if (candidate && candidate->NumberOfPlotPoints() >= fewestToOpen) return candidate;
+    if (candidate && skipped) *skipped << candidate->Description();
   }
   return nullptr;
 }

@@ -65,6 +65,7 @@ class StatGraphics : public QDialog, public LibraryView {
   void Show(const CData& dataSet);
   bool TakeFromCollection();  // false where it is gone
   void ShowNews(const QString& news);
+  void TellFile(const QString& path);  // that a page was written to; none where it is empty
   void ButtonClick(int button);
   void ButtonMenuClick(int button, int entry);
 

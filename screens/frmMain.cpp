@@ -27,6 +27,7 @@
 #include "screens/ListFilter.h"
 #include "screens/MainList.h"
 #include "screens/StatSummary.h"
+#include "texts/ChartWords.h"
 #include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -174,6 +175,8 @@ void frmMain::SetDatabasePanelText(const QString& text) {
 }
 
 QString frmMain::PanelText() const {
+  if (ListView1->HasCurrent() && !ListView1->IsCurrentAloneSelected())
+    return Words::Main::severalSelected(ListView1->Selected().size());
   const Unread& unread = Globals().gUnread;
   if (!unread.library.isEmpty()) return Words::Sharing::unreadable(unread.library);
   if (unread.rows.empty()) return databasePanelText_;
@@ -207,6 +210,8 @@ void frmMain::RemoveListRow(qint32 id) {
   FollowList();
   ShowHint();
 }
+
+std::vector<qint32> frmMain::ListedIDs() const { return ListView1->Rows().ShownIDs(); }
 
 // The selected data set
 
@@ -259,20 +264,21 @@ void frmMain::UpdateToolbarStates() {
   const ProgramState& state = Globals();
   const bool open = state.gDatabaseOpen && phase_ != Phase::Loading && !InitTimer.isActive();
   const bool any = open && !state.gDataCollection.empty() && ListView1->HasCurrent();
-  Toolbar1->Button(ViewButton)->setEnabled(any);
-  Toolbar1->Entry(DataButton, 1)->setEnabled(open);
-  Toolbar1->Entry(DataButton, 2)->setEnabled(any);
-  Toolbar1->Entry(DataButton, 3)->setEnabled(any);
-  Toolbar1->Entry(DataButton, 4)->setEnabled(any);
-  Toolbar1->Entry(DataButton, 5)->setEnabled(open);
-  Toolbar1->Entry(DataButton, 6)->setEnabled(any);
+  // While several are selected, no command takes one of them for the one that is meant.
+  const bool one = any && ListView1->IsCurrentAloneSelected();
+  Toolbar1->Button(ViewButton)->setEnabled(one);
+  for (const int entry : {2, 3, 4, 6}) Toolbar1->Entry(DataButton, entry)->setEnabled(one);
+  for (const int entry : {1, 5}) Toolbar1->Entry(DataButton, entry)->setEnabled(open);
+  Toolbar1->Entry(DataButton, 7)->setEnabled(any);
   Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
-  for (QAction* item : {menuView, mnuEdit, mnuDelete, mnuAddMeasurements}) item->setEnabled(any);
+  for (QAction* item : {menuView, mnuEdit, mnuDelete, mnuAddMeasurements}) item->setEnabled(one);
+  mnuCompare->setEnabled(any);
 }
 
 void frmMain::DoubleClickAction() {
+  if (!ListView1->IsCurrentAloneSelected()) return Compare();
   (Globals().gSetup.ListviewDoubleClickViewsChart ? menuView : mnuEdit)->trigger();
 }
 
@@ -319,6 +325,18 @@ void frmMain::DeleteData() {
 void frmMain::AddMeasurements() {
   Trap(u"frmMain::AddMeasurements"_s, [this] {
     if (CurrentDataSet()) screens_.measurements();
+  });
+}
+
+void frmMain::Compare() {
+  Trap(u"frmMain::Compare"_s, [this] {
+    const std::vector<qint32> selected = ListView1->Selected();
+    if (selected.size() > 2)
+      ShowInformationMessage(Words::Compare::onlyTwo(selected.size()));
+    else if (selected.size() == 2)
+      screens_.compare(selected[0], selected[1]);
+    else if (CurrentDataSet())
+      screens_.compare(Globals().gCurrentDataID, 0);
   });
 }
 

@@ -29,6 +29,7 @@ class frmMain : public QMainWindow, public MainScreen {
   struct Screens {
     std::function<void()> chart, editor, configuration, about, measurements;
     std::function<void()> restore = {}, rename = {};
+    std::function<void(qint32 one, qint32 other)> compare = {};  // no other: it asks for one
   };
 
   explicit frmMain(Screens screens, QWidget* parent = nullptr);
@@ -56,6 +57,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void UpdateListRow(const CData& dataSet) override;
   void SelectListRow(qint32 id) override;
   void RemoveListRow(qint32 id) override;
+  std::vector<qint32> ListedIDs() const override;
 
  Q_SIGNALS:
   void Unloaded();  // the window has closed, the database too: the program ends
@@ -102,6 +104,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void EditData();
   void DeleteData();
   void AddMeasurements();
+  void Compare();
   void DoubleClickAction();
   void Attach(const QString& chosenPath);
   void RestoreDeleted();
@@ -149,4 +152,5 @@ class frmMain : public QMainWindow, public MainScreen {
   QAction* mnuEdit = nullptr;
   QAction* mnuDelete = nullptr;
   QAction* mnuAddMeasurements = nullptr;
+  QAction* mnuCompare = nullptr;
 };

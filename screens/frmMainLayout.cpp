@@ -110,6 +110,10 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
     ShowPanelText();
   });
   connect(ListView1, &MainList::ItemClick, this, &frmMain::ItemClick);
+  connect(ListView1, &MainList::SelectedOthers, this, [this] {
+    UpdateToolbarStates();
+    if (phase_ == Phase::Idle) ShowPanelText();
+  });
   connect(ListView1, &MainList::RowActivated, this, &frmMain::DoubleClickAction);
   connect(ListView1, &MainList::DeletePressed, mnuDelete, &QAction::trigger);
   connect(ListView1, &MainList::MenuRequested, MyMenu, [this](const QPoint& place) { MyMenu->popup(place); });
@@ -143,6 +147,8 @@ void frmMain::BuildToolbar() {
   entry(DataButton, Words::Renaming::entry(), Symbol::Edit, [this] {
     if (CurrentDataSet()) screens_.rename();
   })->setShortcut(Qt::Key_F2);
+  entry(DataButton, Words::Main::compare(), Symbol::Chart, &frmMain::Compare)
+      ->setShortcut(Qt::CTRL | Qt::Key_M);
 
   button(u"Tools;233", u"System Utilities;234", Symbol::Tools);
   entry(ToolsButton, LoadResText(u"Configuration;235"), Symbol::Settings,
@@ -179,6 +185,7 @@ void frmMain::BuildMenu() {
   mnuAddMeasurements =
       item(u"mnuAddMeasurements"_s, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   mnuDelete = item(u"mnuDelete"_s, Words::Main::deleteData(), Symbol::Delete, &frmMain::DeleteData);
+  mnuCompare = item(u"mnuCompare"_s, Words::Main::compare(), Symbol::Chart, &frmMain::Compare);
   BuildSortMenu();
 }
 

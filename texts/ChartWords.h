@@ -35,6 +35,7 @@ inline constexpr Text<> pdfFiles{u"PDF Files (*.pdf)"};
 inline constexpr Text<2> printRejected{
     u"%1 has not taken the page: %2. Look at the printer, or choose another with Print, Printer Setup."};
 inline constexpr Text<> savePageAs{u"Save Page &As…"};
+inline constexpr Text<1> pageWritten{u"The page is in %1"};
 inline constexpr Text<> savePageTitle{u"Save the page of charts"};
 inline constexpr Text<> pageFiles{u"PDF Files (*.pdf);;PNG Pictures (*.png);;SVG Drawings (*.svg)"};
 }  // namespace Chart
@@ -68,6 +69,20 @@ inline constexpr Text<> showTip{u"Show these points only; limits and verdict sta
 inline constexpr Text<> all{u"&All points"};
 inline constexpr Text<> allTip{u"Show all points again"};
 }  // namespace Points
+
+// Two data sets beside each other.
+namespace Compare {
+inline constexpr Text<> title{u"Compare two data sets"};
+inline constexpr Text<> sameScale{u"&Same scale"};
+inline constexpr Text<> sameScaleTip{u"Draw the charts of both on one scale"};
+inline constexpr Text<> unitsDiffer{u"The units of measurement differ: each chart has a scale of its own"};
+inline constexpr Text<1> with{u"Compare \"%1\" &with:"};
+inline constexpr Text<> accept{u"Com&pare"};
+inline constexpr Text<> acceptTip{u"Show both on one page"};
+inline constexpr Text<> noOther{u"There is no other data set to compare it with."};
+inline constexpr Text<1> onlyTwo{u"%1 data sets are selected. Two can be compared."};
+inline constexpr Text<1> tooFewPoints{u"\"%1\" has fewer than 8 points."};
+}  // namespace Compare
 
 // From data set to data set.
 namespace Neighbour {

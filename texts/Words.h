@@ -96,6 +96,9 @@ inline constexpr Text<1> countChaos{u"%1 chaos"};
 inline constexpr Text<1> countNotEvaluated{u"%1 not evaluated"};
 inline constexpr Text<> countComma{u", "};
 inline constexpr Text<3> shown{u"%1 (%2 of %3 shown)"};
+inline constexpr Text<1> severalSelected{
+    u"%1 selected: Ctrl+M compares two, Ctrl+Space adds the row with the frame"};
+inline constexpr Text<> compare{u"&Compare…"};
 inline constexpr Text<> allFiles{u"All Files (*)"};
 inline constexpr Text<> libraries{u"Kestrel Libraries (*.kestrel *.db)"};
 inline constexpr Text<> newLibraries{u"Kestrel Libraries (*.mdb *.kestrel *.db)"};
@@ -364,6 +367,7 @@ inline constexpr Text<> recalculate{u"Recalculating limits"};
 inline constexpr Text<> notes{u"Times, lots and notes"};
 inline constexpr Text<> units{u"Units of measurement"};
 inline constexpr Text<> configuration{u"Configuration"};
+inline constexpr Text<> compare{u"Comparing two"};
 inline constexpr Text<> restoreDeleted{u"Bringing back what was deleted"};
 inline constexpr Text<> sharing{u"Working on one library with others"};
 inline constexpr Text<> about{u"The about box"};

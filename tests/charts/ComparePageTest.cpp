@@ -75,7 +75,8 @@ TEST(ComparePage, CountsBothInTheSameBins) {
     return data;
   };
   const CData one = made(u"1,1,1,2,5,5,5,5,5,5,"_s, 0, 10), other = made(u"2,12,3,3,12,"_s, 2, 10);
-  const ChartGraph& graph = ComparePage(one, other, {}).Page().Graph(Bars);
+  const ComparePage page(one, other, {});
+  const ChartGraph& graph = page.Page().Graph(Bars);
   EXPECT_EQ(graph.DataSet(u" Histogram"_s), (std::vector<double>{0, 30, 10, 0, 0, 60, 0, 0, 0, 0, 0, 0}));
   const std::vector<double> stairs = graph.DataSet(u" Stairs Data Set"_s);
   const std::vector<double> positions = graph.DataSet(u" StairsX Data Set"_s);
@@ -90,7 +91,13 @@ TEST(ComparePage, CountsBothInTheSameBins) {
 }
 
 TEST(ComparePage, SetsTheFiguresOfEachUnderItsLetter) {
-  const ComparePage page(PageData::Simple(), after, {});
+  CData one = Named(u"One"_s, PageData::Random({.subgroups = 20}));
+  engine::Capability capability = one.Capability();
+  capability.cpk = 1;
+  capability.samplesOutside = 7;
+  one.SetCPKValue(1);
+  one.SetCapability(capability);
+  const ComparePage page(one, after, {});
   const auto& operations = page.Page().Graph(Summary).Operations();
   const auto& table = std::get<ChartGraph::Table>(operations.front());
   QMap<QString, QStringList> rows;
@@ -102,7 +109,7 @@ TEST(ComparePage, SetsTheFiguresOfEachUnderItsLetter) {
   EXPECT_EQ(rows[{}], (QStringList{u"A"_s, u"B"_s}));
   EXPECT_EQ(rows[u"Cpk"_s][0], u"1.00");
   EXPECT_EQ(rows[u"Cpk"_s][1], QString::number(after.CPKValue(), 'f', 2));
-  EXPECT_EQ(rows[u"Outside spec."_s][0], u"1");
-  EXPECT_EQ(rows[u"Sample Qty"_s], (QStringList{u"16"_s, u"125"_s}));
+  EXPECT_EQ(rows[u"Outside spec."_s][0], u"7");
+  EXPECT_EQ(rows[u"Sample Qty"_s], (QStringList{u"100"_s, u"125"_s}));
   EXPECT_EQ(rows[u"Unit"_s][1], u" MM");
 }

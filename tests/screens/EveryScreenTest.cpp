@@ -18,6 +18,8 @@
 #include "library/Merge.h"
 #include "platform/ui/QtMessageBox.h"
 #include "screens/AddMeasurements.h"
+#include "screens/CompareChoice.h"
+#include "screens/CompareForm.h"
 #include "screens/ConflictForm.h"
 #include "screens/DataEditor.h"
 #include "screens/ExpandedDataForm.h"
@@ -100,6 +102,19 @@ Form HelpWindow(TestProgram&) {
       QList<HelpTopic>{{1, Words::Manual::welcome(), QUrl(u"qrc:/manual/index.html"_s)}}, true);
 }
 
+Form Comparison(TestProgram& program) {
+  static PagePrinting printing;
+  const qint32 other = program.Insert(u"GONE"_s);
+  EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+  return std::make_unique<CompareForm>(program.state.gCurrentDataID, other, printing);
+}
+
+Form Choice(TestProgram& program) {
+  program.Insert(u"GONE"_s);
+  EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+  return std::make_unique<CompareChoice>(program.state.gCurrentDataID);
+}
+
 template <class Screen>
 Form Plain(TestProgram&) {
   return std::make_unique<Screen>();
@@ -125,6 +140,8 @@ const Screen screens[] = {
     {"rename", Plain<RenameForm>},
     {"server", Plain<ServerForm>},
     {"conflict", Conflict},
+    {"compare", Comparison},
+    {"choice of another", Choice},
     {"configure", Plain<frmConfigure>},
     {"about", Plain<frmAbout>},
     {"help", HelpWindow},
@@ -311,8 +328,8 @@ QStringList TextsOf(const QObject& object) {
   for (const char* property : {"text", "title", "windowTitle", "toolTip", "placeholderText", "accessibleName",
                                "accessibleDescription", "suffix", "prefix"})
     texts << object.property(property).toString();
-  const auto* view = qobject_cast<const QAbstractItemView*>(&object);
-  const QAbstractItemModel* model = view ? view->model() : nullptr;
+  const auto* list = qobject_cast<const QAbstractItemView*>(&object);
+  const QAbstractItemModel* model = list ? list->model() : nullptr;
   for (const int role : {Qt::DisplayRole, Qt::ToolTipRole, Qt::AccessibleTextRole}) {
     for (int column = 0; model && column < model->columnCount(); ++column) {
       texts << model->headerData(column, Qt::Horizontal, role).toString();
@@ -320,10 +337,15 @@ QStringList TextsOf(const QObject& object) {
         texts << model->index(row, column).data(role).toString();
     }
   }
-  if (const auto* page = qobject_cast<const PageView*>(&object); page && page->Page()) {
-    RecordingDevice device(page->size());
+  const auto* view = qobject_cast<const PageView*>(&object);
+  const auto* comparison = qobject_cast<const CompareForm*>(&object);
+  const OutputPage* page = comparison ? comparison->Page() : nullptr;
+  if (view) page = view->Page();
+  if (page) {
+    constexpr QRectF target(0, 0, 1000, 640);
+    RecordingDevice device(target.size().toSize());
     QPainter painter(&device);
-    page->Page()->Page().Paint(painter, page->rect());
+    page->PaintOut(painter, target, 9);
     painter.end();
     for (const PaintedShape& shape : device.Shapes()) texts << shape.text;
   }

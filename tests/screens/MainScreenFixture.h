@@ -39,13 +39,15 @@ class MainScreenFixture : public testing::Test {
     Open();
   }
   void Open() {
-    main = std::make_unique<frmMain>(frmMain::Screens{.chart = [this] { opened << u"chart"_s; },
-                                                      .editor = [this] { Edited(); },
-                                                      .configuration = [this] { opened << u"settings"_s; },
-                                                      .about = [this] { opened << u"about"_s; },
-                                                      .measurements = [this] { opened << u"measurements"_s; },
-                                                      .restore = [this] { inRestore(); },
-                                                      .rename = [this] { inRename(); }});
+    main = std::make_unique<frmMain>(frmMain::Screens{
+        .chart = [this] { opened << u"chart"_s; },
+        .editor = [this] { Edited(); },
+        .configuration = [this] { opened << u"settings"_s; },
+        .about = [this] { opened << u"about"_s; },
+        .measurements = [this] { opened << u"measurements"_s; },
+        .restore = [this] { inRestore(); },
+        .rename = [this] { inRename(); },
+        .compare = [this](qint32 one, qint32 other) { opened << u"%1 and %2"_s.arg(one).arg(other); }});
     EXPECT_EQ(Enabled(), u"--------") << "boxes of the start may stand over the window";
     ASSERT_TRUE(main->Form_Load());
     main->show();

@@ -5,6 +5,12 @@
 
 #include "platform/ado/Connection.h"
 
+std::vector<qint32> RecordedMainScreen::ListedIDs() const {
+  std::vector<qint32> ids;
+  for (const CDataPtr& data : Globals().gDataCollection) ids.push_back(data->ID());
+  return ids;
+}
+
 TestProgram::TestProgram() {
   Library::Create(LibraryPath());
   state.gLibrary = std::make_shared<Library>(LibraryPath());

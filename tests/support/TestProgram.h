@@ -47,6 +47,7 @@ class RecordedMainScreen : public MainScreen {
   }
   void SelectListRow(qint32 id) override { calls << QStringLiteral("SelectListRow %1").arg(id); }
   void RemoveListRow(qint32 id) override { calls << QStringLiteral("RemoveListRow %1").arg(id); }
+  std::vector<qint32> ListedIDs() const override;  // of the collection, in its order
 };
 
 // Runs a statement on a database file, as another program would; and all rows that one gives.
