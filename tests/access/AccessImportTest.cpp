@@ -182,18 +182,3 @@ TEST_F(AccessImportTest, RefusesWhatWouldChange) {
   }
 }
 
-TEST_F(AccessImportTest, KeepsTextsThatADatabaseMightTakeForSomethingElse) {
-  QByteArray file = Bytes(u"plant.mdb"_s);
-  QByteArray json = Bytes(u"plant.json"_s);
-  QString text = Expected(u"plant"_s)[u"StatData"_s][7][u"Values"_s].toString();
-  Put<quint16>(file, RecordAt(file, Get<quint32>(file, LongFieldAt(file, text) + 4)) + 4 + 2 * 3, 0);
-  json.replace(text.toUtf8(), QString(text).replace(3, 1, u"\\u0000"_s).toUtf8());
-  // The letters of a compressed text as switch, byte order mark, switch.
-  file.replace(
-      "\xFF\xFE"
-      "BORE DIAMETER",
-      QByteArray("\xFF\xFE\0\xFF\xFE\0 DIAMETER", 15));
-  json.replace("\"BORE DIAMETER", "\"\\ufeff DIAMETER");
-  AccessImport::Convert(Write(file), target_);
-  EXPECT_EQ(Dump(ReadLibrary()), Dump(QJsonDocument::fromJson(json).object()));
-}

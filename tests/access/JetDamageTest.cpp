@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
-#include <random>
 
 #include "tests/access/AccessFiles.h"
 
@@ -128,32 +127,3 @@ TEST_F(JetDamage, ColumnDeletedSinceLeavesAGap) {
   EXPECT_EQ(Dump(ReadAll(file)), Dump(QJsonDocument::fromJson(json.toUtf8()).object()));
 }
 
-// One byte or a few: no row may be missing, and no long text may come back shortened.
-TEST_F(JetDamage, MutantsAreRefusedOrWhole) {
-  std::mt19937 random(20030211);
-  const auto draw = [&](qsizetype below) {
-    return std::uniform_int_distribution<qsizetype>(0, below - 1)(random);
-  };
-  int refused = 0;
-  for (int i = 0; i < 1000; ++i) {
-    QByteArray mutant = plant_;
-    for (auto changes = 1 + draw(3); changes > 0; --changes) {
-      // Half of the changes at the start of a page, where the structures are.
-      const qsizetype page = draw(plant_.size() / JetPages::pageSize) * JetPages::pageSize;
-      mutant[page + draw(i % 2 == 0 ? 48 : JetPages::pageSize)] = static_cast<char>(draw(256));
-    }
-    try {
-      const QJsonObject read = ReadAll(mutant);
-      const QJsonArray rows = read[u"StatData"_s].toArray();
-      ASSERT_EQ(rows.size(), contents_[u"StatData"_s].toArray().size()) << i;
-      for (int row = 0; row < rows.size(); ++row) {
-        const qsizetype size = Text(contents_, row).size();
-        if (size <= 1024 || !rows[row].toObject().contains(u"Values"_s)) continue;
-        EXPECT_EQ(Text(read, row).size(), size) << i << " row " << row;
-      }
-    } catch (const JetError&) {
-      ++refused;
-    }
-  }
-  EXPECT_GT(refused, 100);
-}

@@ -140,6 +140,9 @@ TEST(PageLooks, AreAsApproved) {
 
 TEST(PageLooks, WhereItIsOutOfControlOutlivesWhatIsToldElsewhere) {
   CData data = Sample();
+  data.SetRBarLCL(0.6);
+  EXPECT_EQ(Painted(PageData::Page(data)).filter(u"WRONG WAY ROUND"_s).size(), 1) << "of the ranges too";
+  data = Sample();
   data.SetRangesOutside({3});
   const StatPage page = PageData::Page(data, {});
   const auto verdict = [&](int width) {
