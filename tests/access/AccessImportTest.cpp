@@ -181,4 +181,3 @@ TEST_F(AccessImportTest, RefusesWhatWouldChange) {
               std::string::npos);
   }
 }
-

@@ -126,4 +126,3 @@ TEST_F(JetDamage, ColumnDeletedSinceLeavesAGap) {
   const QString json = QString::fromUtf8(Bytes(u"plant.json"_s)).remove(field);
   EXPECT_EQ(Dump(ReadAll(file)), Dump(QJsonDocument::fromJson(json.toUtf8()).object()));
 }
-

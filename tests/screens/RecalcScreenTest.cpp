@@ -67,7 +67,7 @@ TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
     QTest::mouseClick(&Get(screen, faulty), Qt::LeftButton);
     EXPECT_EQ(Ink(screen, faulty), QColor(Qt::blue));
   }
-  QTest::keyClick(&screen, Qt::Key_Escape);
+  Click(screen, "cmdCancel");
   EXPECT_FALSE(screen.isVisible());
   EXPECT_FALSE(program.state.gLimitsRecalculated);
   EXPECT_EQ(data->XBarUCL(), limit);
