@@ -94,9 +94,10 @@ void StatPage::NoteShown(const QString& period) {
   const PointRange shown = ShownPoints();
   notes_ = LetterNotes(trace_, shown);
   noteTexts_ = NoteTexts(trace_, notes_, shown.last == static_cast<int>(charts_.xbar.values.size()));
+  const auto stretches = trace_.Stretches(axis_, shown);
   for (ControlChart* chart : {&charts_.xbar, &charts_.r}) {
     chart->letters = LettersAtPoints(notes_);
-    chart->axisStretches = trace_.Stretches(axis_, shown);
+    chart->axisStretches = stretches;
     chart->axisTitle = axis_ == AxisLabels::Times ? Words::AxisChoice::time() : Words::AxisChoice::lot();
     chart->period = period;
   }

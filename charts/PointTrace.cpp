@@ -67,26 +67,27 @@ bool PointTrace::Has(AxisLabels labels) const {
 }
 
 std::vector<ChartGraph::Stretch> PointTrace::Stretches(AxisLabels labels, PointRange shown) const {
-  constexpr int numberedPoints = 5;  // so many apart
+  constexpr int numberedPoints = 5;   // so many apart
+  constexpr int mostStretches = 400;  // finer ones have no room anywhere
   std::vector<ChartGraph::Stretch> stretches;
   if (!Has(labels)) return stretches;
+  const int apart = (shown.last - shown.first) / mostStretches;
   const Trace::Run* before = nullptr;
   for (int point = shown.first; point <= shown.last; ++point) {
     const Trace::Run* run = RunOf(point);
-    const bool isKnown = run && (labels == AxisLabels::Times ? run->time.isValid() : !run->lot.isEmpty());
-    if (!isKnown) run = nullptr;
+    if (run && !(labels == AxisLabels::Times ? run->time.isValid() : !run->lot.isEmpty())) run = nullptr;
     const bool isFirst = point == shown.first || run != before;
+    if (!isFirst && (run || point % numberedPoints != 0)) continue;
+    if (!stretches.empty() && point - stretches.back().from < apart) continue;
     before = run;
     ChartGraph::Stretch stretch{double(point), {}, {}};
-    if (!isKnown && (isFirst || point % numberedPoints == 0)) {
+    if (!run) {
       stretch.text = u'#' + QString::number(point);
-    } else if (isKnown && isFirst && labels == AxisLabels::Lots) {
+    } else if (labels == AxisLabels::Lots) {
       stretch.heading = run->lot;
-    } else if (isKnown && isFirst) {
+    } else {
       stretch.heading = LocalTimes::Day(run->time.toLocalTime().date());
       stretch.text = LocalTimes::Clock(run->time);
-    } else {
-      continue;
     }
     if (!stretches.empty() && stretches.back().heading == stretch.heading &&
         stretches.back().text == stretch.text)
