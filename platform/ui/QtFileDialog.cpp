@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -57,8 +58,11 @@ QString QtFileDialog::Ask(const FileDialog::Request& request) {
   }
   if (!save) {
     ShowWhatIsThere(dialog);
-    QObject::connect(&dialog, &QFileDialog::directoryEntered, &dialog,
-                     [&dialog] { ShowWhatIsThere(dialog); });
+    const auto follow = [&dialog] { ShowWhatIsThere(dialog); };
+    QObject::connect(&dialog, &QFileDialog::directoryEntered, &dialog, follow);
+    // The dialog does not tell of a folder whose name was typed.
+    if (const auto* folders = dialog.findChild<QFileSystemModel*>())
+      QObject::connect(folders, &QFileSystemModel::rootPathChanged, &dialog, follow);
   }
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
