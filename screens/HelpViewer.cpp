@@ -249,7 +249,9 @@ void HelpViewer::MarkCurrentTopic(const QUrl& page) {
 }
 
 void HelpViewer::Search(const QString& words) {
-  const QStringList wanted = words.simplified().split(u' ', Qt::SkipEmptyParts);
+  QStringList wanted = words.simplified().split(u' ', Qt::SkipEmptyParts);
+  for (QString& word : wanted)
+    if (word.size() > 3 && word.endsWith(u's')) word.chop(1);  // what is said of one is said of several
   results_->clear();
   if (wanted.isEmpty()) return;
   int titles = 0;  // a page that is about the words comes before those that use them
@@ -262,7 +264,7 @@ void HelpViewer::Search(const QString& words) {
   }
   if (results_->count() == 0) {
     auto* none = new QListWidgetItem(Words::Manual::nothingFound(), results_);
-    none->setFlags(Qt::NoItemFlags);
+    none->setFlags(Qt::ItemIsEnabled);  // no result, but as dark as one
   }
 }
 
