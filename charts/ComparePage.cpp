@@ -102,8 +102,12 @@ void ComparePage::RecordFacts(const CData& one, const CData& other, bool isSameS
                        : agree     ? Words::Comparison::ownScales()
                                    : Words::Comparison::unitsDiffer(unit(one), unit(other));
   const QStringList shorter = agree ? QStringList() : QStringList{Words::Comparison::unitsDifferShort()};
-  heads_[2].Draw(ChartGraph::Text{
-      {0.01, 0.5}, LeftMiddle, note, {agree ? Palette::Black : Palette::Red, 16, 6, 3}, 0.98, shorter});
+  heads_[2].Draw(ChartGraph::Text{{0.01, 0.5},
+                                  LeftMiddle,
+                                  note,
+                                  {agree ? Palette::Black : Palette::WarningText, 16, 6, 3},
+                                  0.98,
+                                  shorter});
   const TextParameters small{Palette::Black, 16, 4, 0};
   if (!options.libraryName.isEmpty())
     verdicts_[2].Draw(ChartGraph::Text{

@@ -353,7 +353,7 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
     graph.Draw(ChartGraph::Text{{0.01, 0.965},
                                 ChartGraph::Alignment::LeftMiddle,
                                 legend[0],
-                                {IsReversed(chart) ? Palette::Red : Palette::Black, 16, 4, 0},
+                                {IsReversed(chart) ? Palette::WarningText : Palette::Black, 16, 4, 0},
                                 0.98,
                                 legend.mid(1)});
   }

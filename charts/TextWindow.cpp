@@ -27,7 +27,7 @@ constexpr double betweenBlocks = 0.016;
 constexpr int documented = 10;  // importance of the rows of the summary: all others go first
 constexpr TextParameters small{Palette::Black, 16, 5, 0};
 constexpr TextParameters smallValue{Palette::Blue, 16, 5, 0};
-constexpr TextParameters absent{Palette::Grey, 16, 5, 0};
+constexpr TextParameters absent{Palette::FaintText, 16, 5, 0};
 
 // A text with what stands in its place where there is less room.
 struct Wording {
@@ -89,7 +89,7 @@ void DrawSummary(Rows& rows, const CData& data) {
   const bool isSpecified = SpecificationOf(data) != Specification::None;
   const auto limit = [&](const Wording& label, double value) {
     if (isSpecified) return row(label, text(value));
-    add(label, {Words::Capability::notGiven(), {Words::Capability::none()}}, {Palette::Grey, 16, 9, 0});
+    add(label, {Words::Capability::notGiven(), {Words::Capability::none()}}, {Palette::FaintText, 16, 9, 0});
   };
   row({Words::Figure::sampleQty(), {Words::Figure::samples()}}, text(data.SampleQty()));
   row({Words::Figure::subGroupSize(), {Words::Capability::subgroupShort()}}, text(data.SubGroupSize()));
@@ -99,13 +99,13 @@ void DrawSummary(Rows& rows, const CData& data) {
   limit({Words::Figure::upperSpecLimit(), {Words::Figure::usl()}}, data.UpperSpecLimit());
   limit({Words::Figure::lowerSpecLimit(), {Words::Figure::lsl()}}, data.LowerSpecLimit());
   if (!data.Capability().cpk) {
-    add({Words::Figure::cpk()}, WhyAbsent(data), {Palette::Grey, 16, 9, 0});
+    add({Words::Figure::cpk()}, WhyAbsent(data), {Palette::FaintText, 16, 9, 0});
   } else {
     const bool isCapable = IsCapable(data);
     add({Words::Figure::cpk()}, {QString::number(data.CPKValue(), 'f', 2)},
-        {isCapable ? Palette::Green : Palette::Red, 16, 10, 0});
+        {isCapable ? Palette::Green : Palette::WarningText, 16, 10, 0});
     if (isCapable && !(data.IsInControl() && data.RangesOutside().empty()))
-      rows.Put(0.67, right, Caution(data), {Palette::Red, 16, 4, 0});
+      rows.Put(0.67, right, Caution(data), {Palette::WarningText, 16, 4, 0});
   }
   row({Words::Figure::lastModified(), {Words::Capability::modifiedShort()}},
       {data.LastModified(), {data.LastModified().section(u' ', 0, 0)}});
@@ -157,7 +157,7 @@ void DrawCapability(Rows& rows, const CData& data) {
   rows.Add(capabilityPitch, 1);
   rows.Put(labelsLeft, right,
            {hasSubgroups ? Words::Page::cpkFromRanges() : Words::Page::cpkFromMovingRanges()},
-           {Palette::Grey, 16, 4, 0});
+           {Palette::FaintText, 16, 4, 0});
 }
 
 struct Value {
@@ -173,12 +173,12 @@ struct RowOfTwo {
 };
 
 Value IndexValue(const std::optional<double>& index) {
-  return index ? Value{{Index(*index)}} : Value{{Words::Capability::none()}, Palette::Grey};
+  return index ? Value{{Index(*index)}} : Value{{Words::Capability::none()}, Palette::FaintText};
 }
 
 Value CpkValue(const CData& data) {
   Value value = IndexValue(data.Capability().cpk);
-  if (data.Capability().cpk) value.ink = IsCapable(data) ? Palette::Green : Palette::Red;
+  if (data.Capability().cpk) value.ink = IsCapable(data) ? Palette::Green : Palette::WarningText;
   return value;
 }
 
@@ -186,7 +186,7 @@ std::vector<RowOfTwo> RowsOfTwo(bool haveUnits) {
   const auto limit = [](double (CData::*read)() const) {
     return [read](const CData& data) {
       if (SpecificationOf(data) != Specification::None) return Value{{Conversions::CStr((data.*read)())}};
-      return Value{{Words::Capability::notGiven(), {Words::Capability::none()}}, Palette::Grey};
+      return Value{{Words::Capability::notGiven(), {Words::Capability::none()}}, Palette::FaintText};
     };
   };
   const auto number = [](auto read) {

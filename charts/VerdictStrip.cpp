@@ -81,8 +81,8 @@ bool AreLimitsReversed(const CData& data) {
 }
 
 int VerdictInk(const CData& data) {
-  if (data.NumberOfPlotPoints() == 0) return Palette::Grey;
-  if (!data.IsInControl() || AreLimitsReversed(data)) return Palette::Red;
+  if (data.NumberOfPlotPoints() == 0) return Palette::FaintText;
+  if (!data.IsInControl() || AreLimitsReversed(data)) return Palette::WarningText;
   return data.RangesOutside().empty() ? Palette::Green : Palette::Black;
 }
 

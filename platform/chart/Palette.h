@@ -1,4 +1,4 @@
-// The classic sixteen colours, by number, and a paler one.
+// The classic sixteen colours, by number, a paler one, and two that letters are readable in.
 #pragma once
 
 #include <QColor>
@@ -16,13 +16,15 @@ enum Ink {
   Red = 12,
   Yellow = 14,
   White = 15,
-  Mist = 16
+  Mist = 16,
+  WarningText = 17,
+  FaintText = 18
 };
 
 inline QColor Colour(int ink) {
-  static constexpr std::array<QRgb, 17> colours = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
-                                                   0x808000, 0xC0C0C0, 0x808080, 0x0000FF, 0x00FF00, 0x00FFFF,
-                                                   0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF, 0xEAF1F4};
+  static constexpr std::array<QRgb, 19> colours = {
+      0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000, 0xC0C0C0, 0x808080, 0x0000FF,
+      0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF, 0xEAF1F4, 0xC00000, 0x595959};
   return QColor::fromRgb(colours.at(static_cast<size_t>(ink)));
 }
 
