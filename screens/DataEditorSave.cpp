@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "charts/LimitsOrigin.h"
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
@@ -70,7 +71,7 @@ bool DataEditorSave::SaveSelect() {
     data_->SetSampleOrigins(samples_);
     if (!edited_) data_->SetDescription(fields_.description.trimmed().toUpper());
     return ConfirmExcess() && FillDataObject() && QCGlobalFunctions::CreateStatistics(*data_) &&
-           ConfirmKeptDigits() && ConfirmStrangeLimits() && StoreData();
+           ConfirmKeptDigits() && ConfirmStrangeLimits() && ConfirmNewBase() && StoreData();
   } catch (const std::exception& error) {
     ShowSystemMessage(LoadResText(u"Error attempting to save data: ;170") + u"\r\n"_s + ErrorText(error),
                       Icon::Critical);
@@ -330,6 +331,16 @@ bool DataEditorSave::ConfirmStrangeLimits() {
   const QString question = SaveQuestions::StrangeLimits(*data_, keepsLimits, edited_.get());
   if (question.isEmpty() || ConfirmedInSystemMessage(question, Icon::Exclamation)) return true;
   controlAtFault_ = keepsLimits ? u"txtXUCL"_s : u"txtUSL"_s;
+  return false;
+}
+
+// Limits that rest on chosen points are not given up unasked.
+bool DataEditorSave::ConfirmNewBase() {
+  const auto origin = edited_ && fields_.calculateLimits ? KnownOrigin(*edited_) : std::nullopt;
+  if (!origin || origin->kind != LimitsOrigin::Points) return true;
+  if (ConfirmedInSystemMessage(Words::Saving::limitsLeaveTheirPoints(origin->first, origin->last)))
+    return true;
+  controlAtFault_ = u"checkCalculateControlLimitsOnSave"_s;
   return false;
 }
 

@@ -35,6 +35,7 @@ class DataEditorSave {
   bool FillDataObject();
   bool ConfirmKeptDigits();
   bool ConfirmStrangeLimits();
+  bool ConfirmNewBase();
   bool StoreData();
 
  private:

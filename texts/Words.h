@@ -244,7 +244,9 @@ inline constexpr Text<1> withoutWidth{
     u"With %1 decimals the control limits have no width: they are not kept, but calculated from all points "
     u"until they have one."};
 inline constexpr Text<2> restOnFew{
-    u"The control limits rest on the first %1 points only, and there are %2 by now. Recalculate them."};
+    u"The control limits rest on the first %1 points only, and there are %2 by now. Recalculate them, unless "
+    u"you chose "
+    u"these."};
 inline constexpr Text<> newValues{u"&New values, one on each line:"};
 inline constexpr Text<> add{u"&Add"};
 inline constexpr Text<> addTip{u"Put the values behind those of the data set and save (Ctrl+Enter)"};
@@ -290,6 +292,9 @@ inline constexpr Text<2> limitsOfOtherSize{
 inline constexpr Text<> isReadAgain{
     u"A restart is not needed: the library is read again at once, and the new data set is ready."};
 inline constexpr Text<3> keptAs{u"%1: %2 is kept as %3."};
+inline constexpr Text<2> limitsLeaveTheirPoints{
+    u"The control limits come from points %1 to %2. \"Calculate Control Limits on Save\" is ticked: saving "
+    u"calculates them anew, from all points.\r\n\r\nSave?"};
 inline constexpr Text<> saveAllTheSame{u"Save all the same?"};
 inline constexpr Text<4> limitsWere{u"The X-bar control limits were %1 to %2, and are now %3 to %4."};
 inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %2, and are now %3 to %4."};

@@ -2,7 +2,9 @@
 // changes nothing. The protocol of each test is approved.
 #include "screens/DataEditorSave.h"
 
+#include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
+#include "data/Statistics.h"
 #include "tests/support/Protocol.h"
 
 namespace {
@@ -253,6 +255,16 @@ TEST_F(DataEditorSaveTest, CalculatedLimitsComeFromAllPoints) {
   edited->SetDataStartPoint(2);
   edited->SetDataStopPoint(8);
   Save(u"with a range"_s);
+}
+
+TEST_F(DataEditorSaveTest, LimitsOfChosenPointsAreGivenUpOnlyOnYes) {
+  Edit();
+  edited->SetDataStopPoint(8);
+  QCGlobalFunctions::ClearControlLimits(*edited);
+  QCGlobalFunctions::CreateStatistics(*edited);
+  fields = EditorFields::Of(*edited);
+  Save(u"no"_s, {Answer::No});
+  Save(u"yes"_s, {Answer::Yes, Answer::Ok});
 }
 
 TEST_F(DataEditorSaveTest, HintsSayWhatToWrite) {
