@@ -2,6 +2,8 @@
 
 #include <QLocale>
 #include <QRegularExpression>
+#include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "platform/error/Error.h"
@@ -72,6 +74,26 @@ QTime TimeIn(const QRegularExpressionMatch& match) {
   return QTime(hour, match.captured(u"minute").toInt(), match.captured(u"second").toInt(), fraction.toInt());
 }
 
+// The time that the clock of this place showed so, once.
+QDateTime LocalTime(const QString& text, QDate date, QTime time) {
+  const QDateTime found = QDateTime(date, time).toUTC();
+  const auto isShownAt = [&](const QDateTime& moment) {
+    const QDateTime local = moment.toLocalTime();
+    return local.date() == date && local.time() == time;
+  };
+  if (!isShownAt(found)) throw InputError(Words::Times::isSkipped(text));
+  for (const int change : {-3600, -1800, 1800, 3600}) {
+    const QDateTime other = found.addSecs(change);
+    if (!isShownAt(other)) continue;
+    const auto written = [](const QDateTime& moment) {
+      return moment.toOffsetFromUtc(moment.toLocalTime().offsetFromUtc()).toString(Qt::ISODate);
+    };
+    throw InputError(
+        Words::Times::twoReadings(text, written(std::min(found, other)), written(std::max(found, other))));
+  }
+  return found;
+}
+
 // In seconds.
 int OffsetIn(const QString& text) {
   if (text.size() < 3) return 0;  // Z
@@ -100,8 +122,10 @@ QDateTime WrittenTimes::Read(const QString& text) {
   const QDate date = DateIn(text, match.captured(u"date"));
   const bool hasTime = !match.captured(u"time").isEmpty();
   const QTime time = hasTime ? TimeIn(match) : QTime(0, 0);
-  if (!date.isValid() || !time.isValid()) Refuse(text);
+  constexpr int firstYear = 1900, mostOffset = 14 * 3600;
+  if (!date.isValid() || !time.isValid() || date.year() < firstYear) Refuse(text);
   const QString offset = match.captured(u"offset");
-  if (offset.isEmpty()) return (hasTime ? QDateTime(date, time) : date.startOfDay()).toUTC();
+  if (offset.isEmpty()) return hasTime ? LocalTime(text, date, time) : date.startOfDay().toUTC();
+  if (offset.right(2).toInt() > 59 || std::abs(OffsetIn(offset)) > mostOffset) Refuse(text);
   return QDateTime(date, time, Qt::OffsetFromUTC, OffsetIn(offset)).toUTC();
 }

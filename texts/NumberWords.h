@@ -30,5 +30,6 @@ namespace Words::Times {
 inline constexpr Text<1> isNone{u"\"%1\" is not a time; write it as 2026-04-23T10:15"};
 inline constexpr Text<1> shortYear{u"\"%1\" may be several days; write the year with four digits"};
 inline constexpr Text<3> twoReadings{u"\"%1\" may be %2 or %3; write it as one of these"};
+inline constexpr Text<1> isSkipped{u"\"%1\" is not a time here: the clock was put forward over it"};
 
 }  // namespace Words::Times

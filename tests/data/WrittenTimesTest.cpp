@@ -50,12 +50,19 @@ TEST(WrittenTimes, AreReadWhereTheyHaveOneReading) {
       {u"03/04/2026"_s, u"\"03/04/2026\" may be 2026-04-03 or 2026-03-04; write it as one of these"_s},
       {u"3-4-2026 10:15"_s,
        u"\"3-4-2026 10:15\" may be 2026-04-03 or 2026-03-04; write it as one of these"_s},
+      {u"2026-03-29T02:30"_s,
+       u"\"2026-03-29T02:30\" is not a time here: the clock was put forward over it"_s},
+      {u"2026-03-29T02:30+01:00"_s, u"2026-03-29T01:30:00.000Z"_s},
+      {u"25.10.2026 02:30"_s,
+       u"\"25.10.2026 02:30\" may be 2026-10-25T02:30:00+02:00 or 2026-10-25T02:30:00+01:00; write it as one "
+       "of these"_s},
       {u"23/04/26"_s, u"\"23/04/26\" may be several days; write the year with four digits"_s},
   };
   for (const auto& [text, utc] : cases) EXPECT_EQ(Read(text), utc) << text.toStdString();
-  for (const QString& text : {u""_s, u"10:15"_s, u"2026-02-30"_s, u"2026-04-23T25:00"_s, u"13:15 PM"_s,
-                              u"2026-04-23 13:15 PM"_s, u"13/13/2026"_s, u"3 Brumaire 2026"_s,
-                              u"2026-04-23T10:15Zulu"_s, u"45000.5"_s, u"2026/04.23"_s, u"23.13.2026"_s})
+  for (const QString& text :
+       {u""_s, u"10:15"_s, u"2026-02-30"_s, u"2026-04-23T25:00"_s, u"13:15 PM"_s, u"2026-04-23 13:15 PM"_s,
+        u"13/13/2026"_s, u"3 Brumaire 2026"_s, u"2026-04-23T10:15Zulu"_s, u"45000.5"_s, u"2026/04.23"_s,
+        u"23.13.2026"_s, u"2026-04-23T10:15+99:99"_s, u"0001-01-01"_s})
     EXPECT_EQ(Read(text), u"\"%1\" is not a time; write it as 2026-04-23T10:15"_s.arg(text));
   QLocale::setDefault(before);
   zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
