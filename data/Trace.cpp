@@ -173,6 +173,30 @@ Trace::Origins Trace::ByDifference(const QStringList& before, const QStringList&
   return Difference(before, after).Run();
 }
 
+Trace::Origins Trace::WithReturned(const Origins& origins, const QStringList& before,
+                                   const QStringList& after) {
+  Origins returned = origins;
+  qsizetype gone = 0;  // the first one that may come back
+  for (qsizetype at = 0; at < after.size(); ++at) {
+    if (returned[static_cast<std::size_t>(at)] != isNew) {
+      gone = returned[static_cast<std::size_t>(at)] + 1;
+      continue;
+    }
+    qsizetype next = at;
+    while (next < after.size() && returned[static_cast<std::size_t>(next)] == isNew) ++next;
+    const qsizetype stays = next < after.size() ? returned[static_cast<std::size_t>(next)] : before.size();
+    const QStringList went = before.mid(gone, std::max<qsizetype>(0, stays - gone));
+    const Origins found = went.isEmpty() ? Origins() : ByDifference(went, after.mid(at, next - at));
+    for (std::size_t i = 0; i < found.size(); ++i) {
+      const qsizetype place = at + static_cast<qsizetype>(i);
+      if (found[i] != isNew && went[found[i]] == after[place])
+        returned[static_cast<std::size_t>(place)] = static_cast<qint32>(gone + found[i]);
+    }
+    at = next - 1;
+  }
+  return returned;
+}
+
 Trace::Origins Trace::Through(const Origins& first, const Origins& second) {
   Origins origins = second;
   for (qint32& origin : origins)

@@ -73,6 +73,10 @@ QStringList SamplesIn(const QString& values);
 // those that are there once may stay.
 Origins ByDifference(const QStringList& before, const QStringList& after);
 
+// The same, with every new sample that is equal to one that went from its place: somebody has made it anew,
+// or parted from what he had joined it with.
+Origins WithReturned(const Origins& origins, const QStringList& before, const QStringList& after);
+
 // First `second`, then `first`: origins of the result of two changes, in what was there before both.
 Origins Through(const Origins& first, const Origins& second);
 

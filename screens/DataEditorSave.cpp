@@ -163,7 +163,10 @@ bool DataEditorSave::ConfirmFliers(const QString& values) {
 QString DataEditorSave::PrepareRawData() {
   QString values = HandedOverValues();
   samples_ = HandedOverSamples();
-  if (std::ssize(samples_) != Trace::SamplesIn(values).size()) samples_.clear();
+  const QStringList after = Trace::SamplesIn(values);
+  if (std::ssize(samples_) != after.size()) samples_.clear();
+  if (edited_ && !samples_.empty())
+    samples_ = Trace::WithReturned(samples_, Trace::SamplesIn(edited_->DelimitedInputString()), after);
   if (fields_.discardFliers) {
     const QString kept =
         TAVELDataStringFunctions::RemoveFliersFromDataString(values, data_->LoFlier(), data_->HiFlier());

@@ -41,6 +41,16 @@ TEST(Trace, TheShortestDifferenceTellsWhichSamplesStay) {
     EXPECT_EQ(Told(Trace::ByDifference(Samples(before), Samples(after))), origins) << before.toStdString();
 }
 
+TEST(Trace, WhatIsMadeAnewInItsPlaceIsWhatItWas) {
+  const QStringList before = Samples(u"a b c d"_s);
+  const auto returned = [&](const Trace::Origins& origins, const QString& after) {
+    return Told(Trace::WithReturned(origins, before, Samples(after)));
+  };
+  EXPECT_EQ(returned({0, -1, -1, 3}, u"a x c d"_s), u"0-23"_s);        // b went, and c was made anew
+  EXPECT_EQ(returned({0, -1, -1, 2, 3}, u"a b d c d"_s), u"01-23"_s);  // d has its own place
+  EXPECT_EQ(returned({-1, -1, 3}, u"b a d"_s), u"-03"_s);              // one of the two stays
+}
+
 TEST(Trace, MovesRunsAndNotesWithTheirSamplesAndListsWhatIsLeft) {
   Trace::Record record;
   record.runs = {RunOf(0, 2, 1), RunOf(2, 3, 2), RunOf(6, 1, 3)};
