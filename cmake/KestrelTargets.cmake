@@ -12,6 +12,12 @@ function(kestrel_room name)
   endif()
 endfunction()
 
+# kestrel_resources(TARGET NAME ...): as qt_add_resources. The format's first version keeps no times of the files, so that
+# two builds of one tree are the same.
+function(kestrel_resources)
+  qt_add_resources(${ARGV} OPTIONS --format-version 1)
+endfunction()
+
 # What tests write need not outlast the machine: in memory, syncing takes no time.
 set(memory "")
 execute_process(COMMAND df --output=avail -BM /dev/shm OUTPUT_VARIABLE free ERROR_QUIET)
