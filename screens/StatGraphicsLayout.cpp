@@ -70,10 +70,8 @@ void StatGraphics::BuildControls() {
 void StatGraphics::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
   const int em = fontMetrics().height();
-  const bool isLow = height() < em * 36, isNarrow = width() < em * 36;
-  Toolbar1->setToolButtonStyle(!isLow     ? Qt::ToolButtonTextUnderIcon
-                               : isNarrow ? Qt::ToolButtonIconOnly
-                                          : Qt::ToolButtonTextBesideIcon);
+  const bool isLow = height() < em * 36;
+  Toolbar1->PlaceCaptions(isLow ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
   verdict_->SetColumn(em * (width() < em * 50 ? 25 : 28) / 2);
   verdict_->setVisible(width() >= verdict_->width() + view_->minimumWidth() + 2 * em);
 }

@@ -22,8 +22,8 @@ ButtonBar::ButtonBar(const QString& objectName, QWidget* parent, const QString& 
   setMovable(false);
   setFloatable(false);
   setContextMenuPolicy(Qt::PreventContextMenu);
-  setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   const int side = fontMetrics().height() * 3 / 2;
+  setToolButtonStyle(captions_);
   setIconSize({side, side});
 }
 
@@ -74,6 +74,23 @@ void ButtonBar::SetCaption(int button, const QString& caption, Symbol symbol) {
   const qsizetype same = at > 0 ? caption.indexOf(old[at], 0, Qt::CaseInsensitive) : -1;
   SetMarkedCaption(action, same < 0 ? mnemonics_.Mark(caption) : QString(caption).insert(same, u'&'));
   action->setIcon(SymbolIcon(symbol));
+}
+
+void ButtonBar::PlaceCaptions(Qt::ToolButtonStyle place) {
+  if (captions_ == place) return;
+  captions_ = place;
+  setToolButtonStyle(captions_);
+  FitCaptions();
+}
+
+void ButtonBar::FitCaptions() {
+  if (toolButtonStyle() == captions_) captionedWidth_ = sizeHint().width();
+  setToolButtonStyle(width() < captionedWidth_ ? Qt::ToolButtonIconOnly : captions_);
+}
+
+void ButtonBar::resizeEvent(QResizeEvent* event) {
+  QToolBar::resizeEvent(event);
+  FitCaptions();
 }
 
 bool ButtonBar::eventFilter(QObject* watched, QEvent* event) {

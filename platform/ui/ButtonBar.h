@@ -26,6 +26,9 @@ class ButtonBar : public QToolBar {
   QAction* Button(int button) const;  // setEnabled, setToolTip ...; SetCaption for its text
   QAction* Entry(int button, int entry) const;
   void SetCaption(int button, const QString& caption, Symbol symbol);
+  // Where the captions stand, at first under the icons. A bar that has no room for them shows the icons
+  // alone.
+  void PlaceCaptions(Qt::ToolButtonStyle place);
 
  Q_SIGNALS:
   void ButtonClick(int button);  // not for buttons with a menu
@@ -33,6 +36,7 @@ class ButtonBar : public QToolBar {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   struct Item {
@@ -42,7 +46,10 @@ class ButtonBar : public QToolBar {
     Mnemonics entryMnemonics;
   };
   const Item& At(int button) const { return items_.at(button - 1); }
+  void FitCaptions();
 
   QList<Item> items_;
   Mnemonics mnemonics_;
+  Qt::ToolButtonStyle captions_ = Qt::ToolButtonTextUnderIcon;
+  int captionedWidth_ = 0;
 };
