@@ -23,6 +23,7 @@
 #include "screens/RawDataBox.h"
 #include "screens/RawDataNotes.h"
 #include "screens/SaveQuestions.h"
+#include "screens/ScrollingPage.h"
 #include "texts/DetectionRules.h"
 #include "texts/SharingWords.h"
 #include "texts/Texts.h"
@@ -40,6 +41,7 @@ AddMeasurements::AddMeasurements(QWidget* parent) : QDialog(parent) {
     BuildControls();
     InstallHelpKey(this, HelpTopics::AddMeasurements);
     UpdateNotes();
+    resize(sizeHint().boundedTo(RoomFor(*this)));
   });
 }
 
@@ -85,13 +87,17 @@ void AddMeasurements::BuildControls() {
   buttons->addStretch();
   buttons->addWidget(cmdAdd);
   buttons->addWidget(cmdClose);
+  auto* body = new QWidget;
+  auto* page = new QVBoxLayout(body);
+  page->setContentsMargins({});
+  page->addWidget(lblDescription);
+  lblLimits = TextLabel(u"lblLimits"_s, body);
+  page->addWidget(lblLimits);
+  page->addWidget(label);
+  page->addWidget(txtNewValues, 1);
+  page->addWidget(notes_);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(lblDescription);
-  lblLimits = TextLabel(u"lblLimits"_s, this);
-  layout->addWidget(lblLimits);
-  layout->addWidget(label);
-  layout->addWidget(txtNewValues, 1);
-  layout->addWidget(notes_);
+  layout->addWidget(new ScrollingPage(body, this), 1);
   layout->addLayout(verdict);
   layout->addLayout(buttons);
   setMinimumWidth(std::min(fontMetrics().averageCharWidth() * 60, RoomFor(*this).width()));

@@ -37,7 +37,7 @@ class ComparedPage : public QWidget {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    if (form_->Page()) form_->Page()->PaintOut(painter, rect(), SmallestText(*this));
+    if (form_->Page()) form_->Page()->PaintOut(painter, rect(), SmallestText(*this, 0.4));
   }
 
  private:

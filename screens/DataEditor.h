@@ -51,7 +51,7 @@ class DataEditor : public QDialog, public LibraryView {
   QLayout* BuildSizes(QWidget* group);
   void BuildSensitivity(QWidget* group);
   QGroupBox* BuildRawData();
-  void AddNumberBoxes(QGridLayout* grid, int column, int group);
+  void AddNumberBoxes(QGridLayout* grid, int group);
   void SetTabOrder();
 
   void ConnectControls();

@@ -41,6 +41,10 @@ QString Marked(QString caption, QChar letter) {
   return at < 0 ? caption : caption.insert(at, u'&');  // a translation may not have it
 }
 
+// Where the screen is narrow for the size of its letters, what stands side by side elsewhere stands in one
+// column.
+bool IsNarrow(const QWidget& editor) { return RoomFor(editor).width() < editor.fontMetrics().height() * 42; }
+
 }  // namespace
 
 void DataEditor::BuildControls() {
@@ -59,7 +63,12 @@ void DataEditor::BuildControls() {
   page->addWidget(BuildSpecLimits(), 1, 0);
   page->addWidget(BuildControlLimits(), 2, 0);
   page->addWidget(BuildChartSetup(), 3, 0);
-  page->addWidget(BuildRawData(), 1, 1, 3, 1);
+  if (IsNarrow(*this)) {
+    page->addWidget(BuildRawData(), 4, 0);
+    txtRawData->setMinimumHeight(fontMetrics().height() * 8);
+  } else {
+    page->addWidget(BuildRawData(), 1, 1, 3, 1);
+  }
   page->setColumnStretch(1, 1);
   page->setRowStretch(3, 1);
 
@@ -88,6 +97,7 @@ void DataEditor::BuildControls() {
 
 void DataEditor::BuildToolbar() {
   Toolbar1 = new ButtonBar(u"Toolbar1"_s, this);
+  if (IsNarrow(*this)) Toolbar1->PlaceCaptions(Qt::ToolButtonTextBesideIcon);
   Toolbar1->AddButton(LoadResText(u"Save;210"), LoadResText(u"Save Changes;211"), Symbol::Save);
   Toolbar1->AddButton(LoadResText(u"Template;229"), LoadResText(u"Copy limits from another item;230"),
                       Symbol::Template);
@@ -107,19 +117,23 @@ QLayout* DataEditor::BuildHead() {
   cmdUnits->setToolTip(LoadResText(u"Unit Of Measurement Configuration;119"));
   cmdUnits->setAutoDefault(false);
 
-  auto* head = new QHBoxLayout;
-  head->addWidget(descriptionLabel);
-  head->addWidget(txtDescription, 1);
-  head->addSpacing(fontMetrics().height() / 2);
-  head->addWidget(unitsLabel);
-  head->addWidget(comboUnits);
-  head->addWidget(cmdUnits);
+  auto* head = new QGridLayout;
+  const int row = IsNarrow(*this) ? 1 : 0, column = IsNarrow(*this) ? 0 : 2;
+  head->addWidget(descriptionLabel, 0, 0);
+  head->addWidget(txtDescription, 0, 1, 1, row == 0 ? 1 : 3);
+  head->addWidget(unitsLabel, row, column);
+  head->addWidget(comboUnits, row, column + 1, Qt::AlignLeft);
+  head->addWidget(cmdUnits, row, column + 2, Qt::AlignLeft);
+  head->setColumnStretch(row == 0 ? 1 : 2, 1);
   return head;
 }
 
-// The group's boxes below each other: caption, box, unit.
-void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group) {
-  int row = 0;
+// The group's boxes below each other, beside those of the groups before where there is room: caption, box,
+// unit.
+void DataEditor::AddNumberBoxes(QGridLayout* grid, int group) {
+  const bool isBeside = !IsNarrow(*this) && grid->count() > 0;
+  const int column = isBeside ? 3 : 0;
+  int row = isBeside || grid->count() == 0 ? 0 : grid->rowCount();
   // The same in both groups, so that their columns stand below each other.
   grid->setColumnMinimumWidth(
       column, fontMetrics().horizontalAdvance(Words::Editor::rangeMean().remove(u'&') + u':' + requiredMark));
@@ -144,23 +158,26 @@ void DataEditor::AddNumberBoxes(QGridLayout* grid, int column, int group) {
 QGroupBox* DataEditor::BuildSpecLimits() {
   auto* group = new QGroupBox(Words::Editor::specLimits(), this);
   auto* grid = new QGridLayout(group);
-  AddNumberBoxes(grid, 0, NumberBox::SpecLimits);
-  AddNumberBoxes(grid, 3, NumberBox::Fliers);
+  AddNumberBoxes(grid, NumberBox::SpecLimits);
+  AddNumberBoxes(grid, NumberBox::Fliers);
   checkDiscardFliers = Named(new QCheckBox(Words::Editor::discardFliers(), group), u"checkDiscardFliers"_s);
   checkDiscardFliers->setToolTip(Words::Editor::discardFliersTip());
-  grid->addWidget(checkDiscardFliers, 2, 3, 1, 3);
+  if (IsNarrow(*this))
+    grid->addWidget(checkDiscardFliers, grid->rowCount(), 0, 1, 3);
+  else
+    grid->addWidget(checkDiscardFliers, 2, 3, 1, 3);
   return group;
 }
 
 QGroupBox* DataEditor::BuildControlLimits() {
   auto* group = new QGroupBox(Words::Editor::controlLimits(), this);
   auto* grid = new QGridLayout(group);
-  AddNumberBoxes(grid, 0, NumberBox::XBarLimits);
-  AddNumberBoxes(grid, 3, NumberBox::RangeLimits);
+  AddNumberBoxes(grid, NumberBox::XBarLimits);
+  AddNumberBoxes(grid, NumberBox::RangeLimits);
   checkCalculateControlLimitsOnSave =
       Named(new QCheckBox(Marked(LoadResText(u"Calculate Control Limits on Save;152"), u'T'), group),
             u"checkCalculateControlLimitsOnSave"_s);
-  grid->addWidget(checkCalculateControlLimitsOnSave, 3, 0, 1, 6);
+  grid->addWidget(checkCalculateControlLimitsOnSave, grid->rowCount(), 0, 1, IsNarrow(*this) ? 3 : 6);
   return group;
 }
 
@@ -195,13 +212,14 @@ QLayout* DataEditor::BuildSizes(QWidget* group) {
   checkUseAllSamples =
       Named(new QCheckBox(LoadResText(u"Use all samples;151"), group), u"checkUseAllSamples"_s);
 
-  auto* sizes = new QHBoxLayout;
-  sizes->addWidget(LabelFor(comboSubGroup, Words::Editor::subgroupSize(), true));
-  sizes->addWidget(comboSubGroup);
-  sizes->addStretch();
-  sizes->addWidget(LabelFor(txtMaxSamples, Marked(LoadResText(u"Max Samples:;150"), u'M')));
-  sizes->addWidget(txtMaxSamples);
-  sizes->addWidget(checkUseAllSamples);
+  auto* sizes = new QGridLayout;
+  const int row = IsNarrow(*this) ? 1 : 0, column = IsNarrow(*this) ? 0 : 3;
+  sizes->addWidget(LabelFor(comboSubGroup, Words::Editor::subgroupSize(), true), 0, 0);
+  sizes->addWidget(comboSubGroup, 0, 1);
+  sizes->setColumnStretch(row == 0 ? 2 : 3, 1);
+  sizes->addWidget(LabelFor(txtMaxSamples, Marked(LoadResText(u"Max Samples:;150"), u'M')), row, column);
+  sizes->addWidget(txtMaxSamples, row, column + 1);
+  sizes->addWidget(checkUseAllSamples, row, column + 2);
   return sizes;
 }
 

@@ -75,8 +75,8 @@ void MainList::SizeColumns() {
   int rest = width - state;
   for (const int figure : figures) rest -= columnWidth(figure);
   setColumnWidth(MainListModel::State, state);
-  setColumnWidth(MainListModel::Description,
-                 chosenWidth_ > 0 ? chosenWidth_ : std::max(rest, fontMetrics().height() * 12));
+  const int least = std::min(fontMetrics().height() * 12, width - state);  // what is longer ends in dots
+  setColumnWidth(MainListModel::Description, chosenWidth_ > 0 ? chosenWidth_ : std::max(rest, least));
 }
 
 void MainList::ColumnResized(int column, int width) {

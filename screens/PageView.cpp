@@ -21,10 +21,11 @@
 using namespace Qt::StringLiterals;
 
 // A user with large fonts gets large letters, as far as the page has room for them.
-double SmallestText(const QWidget& view) {
-  constexpr double least = 9, ofFont = 0.64, ofPage = 1.0 / 32;
-  return std::max(least, std::min(view.fontMetrics().height() * ofFont,
-                                  std::min(view.height() * 1.0, view.width() * 0.7) * ofPage));
+double SmallestText(const QWidget& view, double widestPart) {
+  constexpr double least = 9, ofFont = 0.64, ofPage = 1.0 / 32, ofWidth = 7.0 / 6;
+  return std::max(least,
+                  std::min(view.fontMetrics().height() * ofFont,
+                           std::min(view.height() * 1.0, view.width() * widestPart * ofWidth) * ofPage));
 }
 
 PageView::PageView(QWidget* parent) : QWidget(parent) {

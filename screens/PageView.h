@@ -10,8 +10,9 @@
 
 class QLabel;
 
-// The smallest letters of a page in that window, in its pixels.
-double SmallestText(const QWidget& view);
+// The smallest letters of a page in that window, in its pixels. widestPart: the share of its width that one
+// chart has.
+double SmallestText(const QWidget& view, double widestPart = 0.6);
 
 // A click selects a graph; a double-click off the points and the keys Enter, Space and "+" ask for the zoom,
 // "-" for its end. The arrow keys move the selection, Page Up, Page Down, Home and End the point that is

@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -21,6 +20,7 @@
 #include "screens/Controls.h"
 #include "screens/Help.h"
 #include "screens/PageView.h"
+#include "screens/ScrollingPage.h"
 #include "texts/ChartWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -81,15 +81,17 @@ void RecalcScreen::BuildControls() {
   TextReset.setInterval(2000);
 
   Mnemonics mnemonics;
+  auto* body = new QWidget;
+  auto* page = new QVBoxLayout(body);
+  page->setContentsMargins({});
+  page->addWidget(BuildDescription());
+  page->addWidget(BuildDataRange(mnemonics));
+  page->addWidget(BuildChart(), 1);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(BuildDescription());
-  layout->addWidget(BuildDataRange(mnemonics));
-  layout->addWidget(BuildChart(), 1);
+  layout->addWidget(new ScrollingPage(body, this), 1);
   layout->addLayout(BuildButtons(mnemonics));
   const int em = fontMetrics().height();
-  const QSize room = screen()->availableSize() * 9 / 10;
-  chartBox_->setVisible(room.height() > em * 18);  // the buttons come first
-  resize(QSize(em * 44, em * 36).boundedTo(room));
+  resize(QSize(em * 44, em * 36).boundedTo(RoomFor(*this)));
   connect(&TextReset, &QTimer::timeout, this, [this] {
     TextReset.stop();
     lblDescription->setText(data_->Description());
@@ -151,7 +153,7 @@ QWidget* RecalcScreen::BuildChart() {
   chartBox_ = Named(new QWidget(this), u"chartBox"_s);
   auto* lblDrag = TextLabel(u"lblDrag"_s, chartBox_, Words::Recalculate::drag());
   view_ = Named(new PageView(chartBox_), u"PageView"_s);
-  view_->setMinimumHeight(fontMetrics().height() * 5);
+  view_->setMinimumHeight(fontMetrics().height() * 9);
   auto* column = new QVBoxLayout(chartBox_);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(lblDrag);

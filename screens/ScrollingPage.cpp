@@ -1,7 +1,10 @@
 #include "screens/ScrollingPage.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QScrollBar>
+
+#include "screens/Controls.h"
 
 ScrollingPage::ScrollingPage(QWidget* page, QWidget* parent) : QScrollArea(parent) {
   setFrameShape(NoFrame);
@@ -19,4 +22,25 @@ ScrollingPage::ScrollingPage(QWidget* page, QWidget* parent) : QScrollArea(paren
   });
 }
 
-QSize ScrollingPage::sizeHint() const { return widget()->sizeHint(); }
+QSize ScrollingPage::sizeHint() const { return WithBar(widget()->sizeHint()); }
+
+QSize ScrollingPage::minimumSizeHint() const {
+  const QSize least(widget()->minimumSizeHint().width(), fontMetrics().height() * 4);
+  return WithBar(least).boundedTo(RoomFor(*this));
+}
+
+// The bar stands beside the page, not on it.
+QSize ScrollingPage::WithBar(QSize size) const {
+  const bool scrolls = height() < widget()->minimumSizeHint().height();
+  return scrolls ? size + QSize(verticalScrollBar()->sizeHint().width(), 0) : size;
+}
+
+void ScrollingPage::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  updateGeometry();
+}
+
+bool ScrollingPage::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+  return QScrollArea::eventFilter(watched, event);
+}

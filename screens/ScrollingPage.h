@@ -1,5 +1,5 @@
-// A page of controls that scrolls where the screen has no room for all of it. The control that has the focus
-// is in sight.
+// A page of controls that scrolls where the screen has no room for all of it: up and down, and to the sides
+// only where the screen itself is narrower than the page. The control that has the focus is in sight.
 #pragma once
 
 #include <QScrollArea>
@@ -11,4 +11,12 @@ class ScrollingPage : public QScrollArea {
   explicit ScrollingPage(QWidget* page, QWidget* parent = nullptr);
 
   QSize sizeHint() const override;  // all of the page
+  QSize minimumSizeHint() const override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QSize WithBar(QSize size) const;
 };

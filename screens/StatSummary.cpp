@@ -36,7 +36,7 @@ StatSummary::StatSummary(QWidget* parent) : QFrame(parent) {
   setFrameShape(QFrame::StyledPanel);
   auto* grid = new QGridLayout(this);
   const int em = fontMetrics().height();
-  grid->setHorizontalSpacing(em);
+  grid->setHorizontalSpacing(em / 2);
   grid->setVerticalSpacing(em / 4);
   grid->setColumnStretch(1, 1);
   for (const Row& row : rows) {
@@ -47,7 +47,7 @@ StatSummary::StatSummary(QWidget* parent) : QFrame(parent) {
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    value->setMinimumWidth(fontMetrics().horizontalAdvance(u"-00000.0000"_s));
+    value->setMinimumWidth(fontMetrics().horizontalAdvance(u"-0000.0000"_s));
     const int line = int(values_.size());
     grid->addWidget(label, line, 0);
     grid->addWidget(value, line, 1);

@@ -87,7 +87,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   const QByteArray lastPlace = Settings::Read(Settings::mainWindowPlace).toLatin1();
   const int em = fontMetrics().height();
   if (!restoreGeometry(QByteArray::fromBase64(lastPlace)))  // which keeps it on the screens that there are
-    resize(QSize(em * 64, em * 40).boundedTo(screen()->availableSize() * 0.9));
+    resize(QSize(em * 64, em * 40).boundedTo(RoomFor(*this)));
 
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
@@ -245,8 +245,9 @@ QWidget* frmMain::BuildSummaryPanel() {
   layout->addWidget(ProcessStateIndicator1);
   layout->addWidget(StatSummary1);
   layout->addStretch(1);
-  panel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-  return panel;
+  auto* area = new ScrollingPage(panel, this);
+  area->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  return area;
 }
 
 void frmMain::ShowPicture() {

@@ -30,6 +30,7 @@
 #include "screens/RecalcScreen.h"
 #include "screens/RenameForm.h"
 #include "screens/RestoreForm.h"
+#include "screens/ScrollingPage.h"
 #include "screens/ServerForm.h"
 #include "screens/StatGraphics.h"
 #include "screens/frmAbout.h"
@@ -386,4 +387,30 @@ TEST(EveryScreen, SpeaksAnotherLanguageAndHasRoomForIt) {
       EXPECT_TRUE(canScroll || area->widget()->width() <= area->viewport()->width()) << NameOf(*area);
     }
   });
+}
+
+// In large letters on a small screen: no window is larger than it, none hides a command, and none scrolls to
+// the sides but lists and the help's text.
+TEST(EveryScreen, FitsASmallScreenInLargeLetters) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSize(18);
+  QApplication::setFont(large);
+  ForEachScreen([](QWidget& form) {
+    const QSize room(800, 600);
+    form.resize(form.size().boundedTo(room));  // as a screen of that height has it
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(form.width() <= room.width() && form.height() <= room.height())
+        << form.width() << 'x' << form.height();
+    for (const QWidget* widget : form.findChildren<QWidget*>()) {
+      if (!widget->isVisible()) continue;
+      EXPECT_NE(widget->objectName(), u"qt_toolbar_ext_button"_s) << NameOf(*widget->parentWidget());
+      const auto* area = dynamic_cast<const ScrollingPage*>(widget);
+      EXPECT_TRUE(!area || area->widget()->width() <= area->viewport()->width()) << NameOf(*area->widget());
+      const auto* line = dynamic_cast<const QLabel*>(widget);
+      EXPECT_TRUE(!line || line->wordWrap() || widget->width() >= RoomNeededBy(*widget).width())
+          << NameOf(*widget) << ' ' << line->text().toStdString();
+    }
+  });
+  QApplication::setFont(before);
 }
