@@ -2,54 +2,37 @@
 // becomes of a connection that is lost.
 #include <gtest/gtest.h>
 
+#include <QJsonObject>
 #include <cmath>
-#include <functional>
 
 #include "platform/ado/Recordset.h"
 #include "platform/ado/ServerAddress.h"
+#include "tests/support/Cases.h"
+#include "tests/support/Refusal.h"
 #include "tests/support/TestServer.h"
 
-using namespace Qt::StringLiterals;
 using Cause = DatabaseError::Cause;
 
 namespace {
 
-QString Refusal(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.Text();
-  }
-  return u"taken"_s;
-}
-
 TEST(ServerAddressTest, IsReadByTheRulesOfTheServersLibrary) {
-  using Parts = std::map<QString, QString>;
-  for (const auto& [text, parts] : std::initializer_list<std::pair<QString, Parts>>{
-           {u"postgresql://"_s, {}},
-           {u"POSTGRES://host/plant"_s, {{u"host"_s, u"host"_s}, {u"dbname"_s, u"plant"_s}}},
-           {u"postgresql://me@[2001:db8::1]:5433"_s,
-            {{u"user"_s, u"me"_s}, {u"host"_s, u"2001:db8::1"_s}, {u"port"_s, u"5433"_s}}},
-           {u"postgresql://%2Frun%2Fpg/my%20plant?host=x&sslmode=verify-full"_s,
-            {{u"host"_s, u"x"_s}, {u"dbname"_s, u"my plant"_s}, {u"sslmode"_s, u"verify-full"_s}}},
-           {u"postgresql:///plant?host=/run/pg&ssl=true"_s,
-            {{u"host"_s, u"/run/pg"_s}, {u"dbname"_s, u"plant"_s}, {u"sslmode"_s, u"require"_s}}},
-           {u"postgresql://a:1,b/plant"_s,
-            {{u"host"_s, u"a,b"_s}, {u"port"_s, u"1,"_s}, {u"dbname"_s, u"plant"_s}}}}) {
-    const ServerAddress address = ServerAddress::Parse(text);
-    EXPECT_EQ(address.parts, parts) << text.toStdString();
+  for (const auto& one : Cases(u"server_addresses.json"_s, u"parts"_s)) {
+    std::map<QString, QString> parts;
+    for (const QJsonObject expected = one[1].toObject(); const QString& name : expected.keys())
+      parts[name] = expected[name].toString();
+    const ServerAddress address = ServerAddress::Parse(one[0].toString());
+    EXPECT_EQ(address.parts, parts) << one[0].toString().toStdString();
     EXPECT_EQ(ServerAddress::Parse(address.Text()).parts, parts) << address.Text().toStdString();
   }
   EXPECT_FALSE(ServerAddress::IsOne(u"postgresql.kestrel"_s));
-  for (const char* wrong : {"host:seventy", "host:70000", "[::1", "host/%zz", "host?port", "a:b:c"})
-    EXPECT_THROW(ServerAddress::Parse(u"postgresql://"_s + QString::fromLatin1(wrong)), InputError) << wrong;
+  for (const auto& wrong : Cases(u"server_addresses.json"_s, u"no address"_s))
+    EXPECT_THROW(ServerAddress::Parse(u"postgresql://"_s + wrong.toString()), InputError)
+        << wrong.toString().toStdString();
 }
 
 TEST(ServerAddressTest, APasswordIsRefusedAndNotShown) {
-  for (const char* address : {"me:secret@host/plant", "me:sec/ret@host", "me:sec?ret@host/plant",
-                              "me:7/ret@host", "me:7?ret@host", "me:secret/plant", "host?password=secret",
-                              "host?%70assword=secret", "host/plant?sslpassword=secret"}) {
-    const QString text = u"postgresql://"_s + QString::fromLatin1(address);
+  for (const auto& address : Cases(u"server_addresses.json"_s, u"with a password"_s)) {
+    const QString text = u"postgresql://"_s + address.toString();
     const QString refusal = Refusal([&] { Connection().OpenWith(text); });
     EXPECT_TRUE(refusal.startsWith(u"postgresql://"_s)) << refusal.toStdString();
     EXPECT_FALSE(refusal.contains(u"sec"_s) || refusal.contains(u"ret"_s)) << refusal.toStdString();

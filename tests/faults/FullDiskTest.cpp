@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "tests/faults/Command.h"
+#include "tests/support/Refusal.h"
 #include "tests/support/StoredValue.h"
 #include "tests/support/WithoutPrivileges.h"
 
@@ -73,12 +74,10 @@ TEST_F(FullDiskTest, SaysThatTheDiskIsFull) {
   Connection connection;
   connection.OpenWith(library);
   connection.Execute(u"PRAGMA max_page_count = 1"_s);
-  try {
-    connection.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {QString(100'000, u'x')});
-    ADD_FAILURE() << "there was room";
-  } catch (const DatabaseError& error) {
-    EXPECT_EQ(QString::fromUtf8(error.what()), library + u": the disk is full; make room and try again"_s);
-  }
+  EXPECT_EQ(Refusal([&] {
+              connection.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {QString(100'000, u'x')});
+            }),
+            library + u": the disk is full; make room and try again"_s);
   ExpectUntouched();
 }
 

@@ -12,6 +12,7 @@
 #include "data/Statistics.h"
 #include "library/Library.h"
 #include "library/LibraryWatch.h"
+#include "tests/support/Refusal.h"
 #include "tests/support/TestServer.h"
 
 using namespace Qt::StringLiterals;

@@ -6,8 +6,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <functional>
 
+#include "tests/support/Approved.h"
 #include "tests/support/TestProgram.h"
 
 struct ProgramRun {
@@ -42,6 +44,37 @@ class ProgramTest : public testing::Test {
     return Run(Placed(words), input);
   }
 
+  // Runs the words and tells in the test's transcript what came of it.
+  ProgramRun Tell(QStringView words, const QByteArray& input = {}) {
+    const ProgramRun run = RunIn(words, input);
+    transcript_ << u"$ "_s + words.toString();
+    for (const auto& [text, head] : {std::pair(run.output, u"    "_s), {run.error, u"  ! "_s}})
+      for (const QString& line : text.split(u'\n', Qt::SkipEmptyParts)) transcript_ << head + line;
+    if (run.status != 0) transcript_ << u"    exit status %1"_s.arg(run.status);
+    return run;
+  }
+  // These figures of each data set.
+  void TellFigures(const QStringList& names) {
+    for (const auto& data : RunIn(u"status LIB --json").Json().array()) {
+      QJsonObject figures;
+      for (const QString& name : names) figures[name] = data[name];
+      transcript_ << u"    "_s + QString::fromUtf8(QJsonDocument(figures).toJson(QJsonDocument::Compact));
+    }
+  }
+  // With the places and the day of this run left out.
+  void ExpectTranscript() const {
+    if (transcript_.isEmpty()) return;
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    QString all = transcript_.join(u'\n').replace(u'\t', u'|').replace(u'\r', u"\\r"_s);
+    all.replace(library, u"LIB"_s).replace(folder_.path(), u"@"_s);
+    all.replace(QDate::currentDate().toString(Qt::ISODate), u"TODAY"_s);
+    all.replace(QRegularExpression(u"TODAY \\d\\d:\\d\\d(:\\d\\d)?"_s), u"NOW"_s);
+    const auto name = [](const char* full, int part) {
+      return QString::fromLatin1(full).section(u'/', part, part);
+    };
+    Approved::Expect(name(test->test_suite_name(), -1) + u'.' + name(test->name(), 0), all.split(u'\n'));
+  }
+
   // A failure is one line on standard error that holds all the given words, and nothing on standard output.
   static void ExpectFailure(const ProgramRun& run, int status, const QStringList& named) {
     EXPECT_EQ(run.status, status) << run.error.toStdString();
@@ -54,12 +87,16 @@ class ProgramTest : public testing::Test {
     ExpectFailure(RunIn(words, input), status, named);
   }
 
-  // Imports the values, with the options that an import needs where the words give none of their own.
-  ProgramRun Import(QString words, const QByteArray& values) const {
+  // The command that imports the values, with the options that it needs where the words give none of their
+  // own.
+  QString Importing(QString words, const QByteArray& values) const {
     Write(u"v.csv"_s, values);
     for (const QString& option : {u"--usl 11"_s, u"--lsl 9"_s, u"--nominal 10"_s, u"--description Shaft"_s})
       if (!words.contains(option.section(u' ', 0, 0))) words += u' ' + option;
-    return RunIn(u"import LIB @v.csv "_s + words);
+    return u"import LIB @v.csv "_s + words;
+  }
+  ProgramRun Import(const QString& words, const QByteArray& values) const {
+    return RunIn(Importing(words, values));
   }
 
   QString Write(const QString& name, const QByteArray& bytes) const {
@@ -84,6 +121,7 @@ class ProgramTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
+  QStringList transcript_;
   QString library = Path(u"plant.kestrel"_s);
   std::function<void(QProcess&)> prepare_;  // what is special about the next runs
 };
