@@ -3,11 +3,11 @@
 #include "screens/AddMeasurements.h"
 
 #include "core/DataObjectFunctions.h"
-#include "tests/support/Protocol.h"
+#include "tests/support/Walk.h"
 
 namespace {
 
-class AddMeasurementsTest : public testing::Test {
+class AddMeasurementsTest : public Walk {
  protected:
   AddMeasurementsTest() {
     program.state.gCurrentDataID = program.Insert(u"BORE"_s);
@@ -16,7 +16,7 @@ class AddMeasurementsTest : public testing::Test {
         u"UPDATE StatData SET XBarUCL = 11, XBarLCL = 9, XBarMean = 10, RBarUCL = 2, RBarMean = 1"_s);
     Open();
   }
-  void TearDown() override { protocol.Expect(); }
+  QWidget& Form() const override { return *window; }
 
   void Open() {
     EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
@@ -26,13 +26,7 @@ class AddMeasurementsTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     protocol.Begin(u"Open"_s, window.get());
   }
-  void Step(const QString& what, const std::function<void()>& act,
-            std::initializer_list<Answer> answers = {}) {
-    for (const Answer answer : answers) program.boxes.Expect(answer);
-    act();
-    protocol.Step(what);
-  }
-  void Enter(const QString& text) {
+  void EnterValues(const QString& text) {
     auto& box = Get<QPlainTextEdit>(*window, "txtNewValues");
     for (const QString& line : text.split(u'\n')) {
       QTest::keyClicks(&box, line);
@@ -40,26 +34,15 @@ class AddMeasurementsTest : public testing::Test {
     }
     Step(text, [this] { Fire(*window, "NotesTimer"); });
   }
+  void Press(const QKeyCombination& key, Answers answers = {}) { PressOn(*window, key, answers); }
   void Clear() { Get<QPlainTextEdit>(*window, "txtNewValues").clear(); }
-  void Press(const QKeyCombination& key, std::initializer_list<Answer> answers = {}) {
-    Step(
-        QKeySequence(key).toString(),
-        [&] { QTest::keyClick(window.get(), key.key(), key.keyboardModifiers()); }, answers);
-  }
-  void Choose(const char* name, std::initializer_list<Answer> answers = {}) {
-    Step(
-        QLatin1StringView(name), [&] { Click(*window, name); }, answers);
-  }
-
-  TestProgram program;
   CDataPtr data;
   std::unique_ptr<AddMeasurements> window;
-  Protocol protocol{program, u"StatData"_s};
 };
 
 TEST_F(AddMeasurementsTest, AddsBehindWithTheLimitsKept) {
   protocol.Tell(u"as it stands"_s);
-  Enter(u"14\n14.5\n13.5\n14\n13\n13\n13\n13"_s);  // nothing is stored yet
+  EnterValues(u"14\n14.5\n13.5\n14\n13\n13\n13\n13"_s);  // nothing is stored yet
   Press(Qt::CTRL | Qt::Key_Return);
   EXPECT_FALSE(data->IsInControl()) << "the program's data set is the one that changed";
   Press(Qt::Key_Escape);  // and nothing is asked
@@ -69,22 +52,22 @@ TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnewAndKept) {
   program.Execute(u"UPDATE StatData SET XBarUCL = 0, XBarLCL = 0, XBarMean = 0, RBarUCL = 0, RBarMean = 0"_s);
   Open();
   protocol.Tell(u"as it stands"_s);
-  Enter(u"5\n17\n5\n18"_s);
+  EnterValues(u"5\n17\n5\n18"_s);
   Choose("cmdAdd");
-  Enter(u"9.5\n10\n10.5\n10\n"_s.repeated(10));
+  EnterValues(u"9.5\n10\n10.5\n10\n"_s.repeated(10));
   Choose("cmdAdd");
 }
 
 TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
-  Enter(u"105"_s);  // ten times its neighbours, those in the library too
+  EnterValues(u"105"_s);  // ten times its neighbours, those in the library too
   Clear();
-  Enter(u"10.1\nabc"_s);
+  EnterValues(u"10.1\nabc"_s);
   Choose("cmdAdd");
   Clear();
-  Enter(u"10,25"_s);
+  EnterValues(u"10,25"_s);
   Choose("cmdAdd", {Answer::Cancel});
   Choose("cmdAdd", {Answer::Yes});
-  Enter(u"10,025"_s);
+  EnterValues(u"10,025"_s);
   Choose("cmdAdd", {Answer::Cancel});
 }
 
@@ -92,15 +75,15 @@ TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
   program.Execute(u"UPDATE StatData SET \"Values\" = \"Values\" || '9.75'"_s);
   EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
   Step(u"added elsewhere"_s, [this] { window->LibraryChanged(); });
-  Enter(u"10.25"_s);
+  EnterValues(u"10.25"_s);
   Choose("cmdAdd");
-  Enter(u"10.5"_s);
+  EnterValues(u"10.5"_s);
   program.state.gDataCollection.clear();
   Step(u"deleted elsewhere"_s, [this] { window->LibraryChanged(); });  // what was typed stays
 }
 
 TEST_F(AddMeasurementsTest, ClosingAsksWhereSomethingWouldBeLost) {
-  Enter(u"10.25"_s);
+  EnterValues(u"10.25"_s);
   Press(Qt::Key_Escape, {Answer::Cancel});
   Choose("cmdClose", {Answer::Yes});
 }

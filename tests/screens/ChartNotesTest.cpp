@@ -19,71 +19,55 @@ class ChartNotesTest : public ChartScreenFixture {
     Open();
     ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
   }
-  void Hover(int number) { QTest::mouseMove(view, PlaceOf(GraphId::XBar, number)); }
-  QString Noted(qsizetype sample) const {
-    const Trace::Record record = program.state.gLibrary->TraceOf(*data);
-    const Trace::Note* note = record.NoteAt(sample);
-    return note ? note->text : QString();
+  void Hover(int number) {
+    Step(u"point %1"_s.arg(number), [&] { QTest::mouseMove(view, PlaceOf(GraphId::XBar, number)); });
   }
-  void ByKey(const std::function<void(QWidget&)>& act) {
+  // In the form for a note on the chosen point.
+  void WithForm(const std::function<void(QWidget&)>& act) {
     screen->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
-    InNextWindow([&act](QWidget& form) {
+    InNextWindow([&](QWidget& form) {
       EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+      protocol.Begin(u"The form"_s, &form);
+      protocol.Tell(u"as it stands"_s);
       act(form);
-      if (!form.isVisible()) return;
-      ADD_FAILURE() << "still open: " << TextOf(form, "lblNews").toStdString();
-      dynamic_cast<QDialog&>(form).done(QDialog::Rejected);
+      if (form.isVisible()) dynamic_cast<QDialog&>(form).done(QDialog::Rejected);
     });
     QTest::keyClick(screen.get(), Qt::Key_N);
+    protocol.Begin(u"The screen"_s, screen.get());
+    protocol.Step(Info().text());
   }
-  static QPlainTextEdit& Box(const QWidget& form) { return Get<QPlainTextEdit>(form, "txtNote"); }
+  void TypeNote(const QWidget& form, const QString& text) {
+    Step(text, [&] { QTest::keyClicks(&Get<QPlainTextEdit>(form, "txtNote"), text); });
+  }
+  void ChooseIn(const QWidget& form, const char* button) {
+    Step(QLatin1StringView(button), [&] { Click(form, button); });
+  }
 };
 
 TEST_F(ChartNotesTest, ANoteIsWrittenShownChangedAndRemoved) {
   OpenActive();
-  program.boxes.Expect(u"Choose a point first");
-  QTest::keyClick(screen.get(), Qt::Key_N);
+  PressOn(*screen, Qt::Key_N, {Answer::Ok});
   Hover(3);
-  ByKey([](QWidget& form) {
-    EXPECT_EQ(TextOf(form, "lblPoint"), u"Point 3");
-    EXPECT_TRUE(TextOf(form, "lblSamples").startsWith(u"Samples: "));
-    EXPECT_FALSE(Get<QPushButton>(form, "cmdRemove").isEnabled());
-    QTest::keyClicks(&Box(form), u"new nozzle"_s);
-    QTest::keyClick(&Box(form), Qt::Key_Return, Qt::ControlModifier);
+  WithForm([this](QWidget& form) {
+    TypeNote(form, u"new nozzle"_s);
+    PressOn(Get<QPlainTextEdit>(form, "txtNote"), Qt::CTRL | Qt::Key_Return);
   });
-  EXPECT_EQ(Noted(8), u"new nozzle") << "on the first sample of the third four";
-  EXPECT_TRUE(Info().text().contains(u"Note A ("_s) && Info().text().endsWith(u"): new nozzle"));
   EXPECT_EQ(view->Page()->NotesOn(3).size(), 1u);
-
-  // Somebody else is faster; what is typed stays.
-  ByKey([this](QWidget& form) {
-    EXPECT_EQ(Box(form).toPlainText(), u"new nozzle");
+  WithForm([this](QWidget& form) {  // somebody else is faster; what is typed stays
     DataObjectFunctions::SetNote(*data, 8, u"new nozzle"_s, u"theirs"_s);
-    QTest::keyClicks(&Box(form), u" again"_s);
-    Click(form, "cmdSave");
-    EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(Noted(8), u"theirs");
-    EXPECT_TRUE(TextOf(form, "lblNews").contains(u"\u201ctheirs\u201d"));
-    EXPECT_EQ(Box(form).toPlainText(), u"new nozzle again");
-    Click(form, "cmdSave");
+    TypeNote(form, u" again"_s);
+    for (int time = 0; time < 2; ++time) ChooseIn(form, "cmdSave");
   });
-  EXPECT_EQ(Noted(8), u"new nozzle again");
-  ByKey([this](QWidget& form) {
-    Box(form).setPlainText(u"lost?"_s);
-    program.boxes.Expect(Answer::Cancel);
-    QTest::keyClick(&form, Qt::Key_Escape);
-    EXPECT_TRUE(form.isVisible());
-    Click(form, "cmdRemove");
+  WithForm([this](QWidget& form) {
+    TypeNote(form, u"lost?"_s);
+    PressOn(form, Qt::Key_Escape, {Answer::Cancel});
+    ChooseIn(form, "cmdRemove");
   });
-  EXPECT_EQ(Noted(8), QString());
-  EXPECT_FALSE(Info().text().contains(u"Note A"));
-
   // Others' notes come in by themselves.
   DataObjectFunctions::SetNote(*data, 4, {}, u"seen by kim"_s);
   screen->LibraryChanged();
   Hover(2);
-  EXPECT_TRUE(Info().text().endsWith(u": seen by kim"));
 }
 
 TEST_F(ChartNotesTest, TimesStandAtTheAxisAndAMonthShowsItsPoints) {
@@ -93,9 +77,7 @@ TEST_F(ChartNotesTest, TimesStandAtTheAxisAndAMonthShowsItsPoints) {
   AddTimedPoints();
   OpenActive();
   Hover(12);
-  EXPECT_TRUE(Info().text().contains(u"2026-10-31 23:30")) << Info().text().toStdString();
-  QTest::keyClick(screen.get(), Qt::Key_T);
-  EXPECT_EQ(Get<QComboBox>(*screen, "cboAxis").currentIndex(), 1);
+  PressOn(*screen, Qt::Key_T);
   const auto hasTimes = [this] {
     for (const auto& operation : Page().Graph(0).Operations())
       if (const auto* axis = std::get_if<ChartGraph::Axis>(&operation); axis && !axis->stretches.empty())
@@ -108,17 +90,11 @@ TEST_F(ChartNotesTest, TimesStandAtTheAxisAndAMonthShowsItsPoints) {
 
   program.clock.now = QDateTime(QDate(2026, 11, 1), QTime(0, 30));
   Trigger("Toolbar1_5_5");
-  Click(*screen, "cmdThisMonth");
-  EXPECT_EQ(view->Page()->ShownPoints().first, 1);
-  EXPECT_EQ(TextOf(*screen, "lblNews"), u"No point has a time in the period 2026-11-01 to 2026-11-30.");
-  Click(*screen, "cmdLastMonth");
-  EXPECT_EQ(view->Page()->ShownPoints().first, 11);
-  EXPECT_EQ(view->Page()->ShownPoints().last, 12);
+  Choose("cmdThisMonth");
+  Choose("cmdLastMonth");
   EXPECT_TRUE(
       FileBy("Toolbar1_5_4", program.Path(u"month.svg"_s)).contains("Period: 2026-10-01 to 2026-10-31"));
-  Click(*screen, "cmdAllPoints");
-  EXPECT_EQ(view->Page()->ShownPoints().last, 12);
-  EXPECT_EQ(view->Page()->ShownPoints().first, 1);
+  Choose("cmdAllPoints");
 }
 
 }  // namespace

@@ -19,14 +19,12 @@ TEST_F(ChartOutputTest, Exports) {
   for (int time = 0; time < 2; ++time)
     EXPECT_EQ(FileBy("Toolbar1_5_1", program.Path(u"shaft.csf"_s)).count("\r\n"), 28);
   files.Expect(program.Path(u"missing/shaft.csf"_s));
-  program.boxes.Expect(u"StatGraphics::ExportQCReport failed with error: ");
-  Trigger("Toolbar1_5_1");
+  Trigger("Toolbar1_5_1", {Answer::Ok});
 }
 
 TEST_F(ChartOutputTest, CopiesAPictureAndADrawing) {
   Open();
-  program.boxes.Expect(u"The graphics page has been copied.");
-  Trigger("Toolbar1_5_2");
+  Trigger("Toolbar1_5_2", {Answer::Ok});
   const QMimeData* formats = QGuiApplication::clipboard()->mimeData();
   EXPECT_GE(formats->imageData().value<QImage>().width(), 1920);
   EXPECT_TRUE(formats->data(u"image/svg+xml"_s).contains("Printed: 2024-02-29 13:45")) << "the head";
@@ -47,26 +45,21 @@ TEST_F(ChartOutputTest, SavesWhatIsInViewInTheFormatOfTheName) {
   Trigger("Toolbar1_5_4");
   for (const auto& name : {u"missing/a.png"_s, u"a.jpg"_s}) {
     files.Expect(program.Path(name));
-    program.boxes.Expect(u"StatGraphics::SavePage failed with error: \r\n"_s + program.Path(name));
-    Trigger("Toolbar1_5_4");
+    Trigger("Toolbar1_5_4", {Answer::Ok});
   }
 }
 
 TEST_F(ChartOutputTest, PrintsToAFileWhereThereIsNoPrinter) {
   Open();
-  const auto noPrinter = u"No printer is installed on this system.";
-  program.boxes.Expect(noPrinter);
-  Trigger("Toolbar1_1_2");
-  program.boxes.Expect(Answer::No, noPrinter);
-  Trigger("Toolbar1_1_1");
-  program.boxes.Expect(Answer::Yes, noPrinter);
+  Trigger("Toolbar1_1_2", {Answer::Ok});
+  Trigger("Toolbar1_1_1", {Answer::No});
+  program.boxes.Expect(Answer::Yes);
   EXPECT_TRUE(FileBy("Toolbar1_1_1", program.Path(u"a4.pdf"_s)).contains("/MediaBox [0 0 842"));
   EXPECT_TRUE(files.last.folder.endsWith(u"/Shaft.pdf"));
   Trigger("Toolbar1_1_3");
   EXPECT_TRUE(FileBy("Toolbar1_1_1", program.Path(u"letter.pdf"_s)).contains("/MediaBox [0 0 792"));
   files.Expect(program.Path(u"missing/a.pdf"_s));
-  program.boxes.Expect(u"StatGraphics::PrintPage failed with error: ");
-  Trigger("Toolbar1_1_1");
+  Trigger("Toolbar1_1_1", {Answer::Ok});
 }
 
 TEST_F(ChartOutputTest, PrintsOnThePrinterThatIsSetUp) {
@@ -85,9 +78,7 @@ TEST_F(ChartOutputTest, PrintsOnThePrinterThatIsSetUp) {
   EXPECT_EQ(desk.printer->docName(), u"Shaft");
   desk.printer->setOutputFileName({});
   desk.rejection = u"client-error-not-accepting-jobs"_s;
-  program.boxes.Expect(u"StatGraphics::PrintPage failed with error: ");
-  Trigger("Toolbar1_1_1");
-  EXPECT_TRUE(program.boxes.Take().text.contains(desk.rejection));
+  Trigger("Toolbar1_1_1", {Answer::Ok});
   desk.rejection.clear();
   desk.paper.clear();
   Trigger("Toolbar1_1_2");  // to a file

@@ -9,8 +9,6 @@ namespace {
 
 class ChartPointsTest : public ChartScreenFixture {
  protected:
-  void TearDown() override { protocol.Expect(); }
-
   void OpenInFront() {
     Open();
     ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
@@ -22,10 +20,10 @@ class ChartPointsTest : public ChartScreenFixture {
   }
   void DragOver(int from, int to) {
     const auto act = [&] { Drag(*view, PlaceOf(GraphId::R, from), PlaceOf(GraphId::R, to) + QPoint(0, 40)); };
-    Step(u"drag from %1 to %2"_s.arg(from).arg(to), act, {});
+    Step(u"drag from %1 to %2"_s.arg(from).arg(to), act);
   }
   void Hover(QPoint place) {
-    Step(u"hover"_s, [&] { QTest::mouseMove(view, place); }, {});
+    Step(u"hover"_s, [&] { QTest::mouseMove(view, place); });
   }
 };
 
@@ -62,19 +60,19 @@ TEST_F(ChartPointsTest, ListsTheMarksAndLeadsFromOneToTheNext) {
   OpenInFront();
   protocol.Tell(u"as it stands"_s);
   auto& list = Get<MarkList>(*screen, "MarkList");
-  for (int time = 0; time < 4; ++time) PressOn(screen.get(), Qt::Key_F3);
-  PressOn(screen.get(), Qt::SHIFT | Qt::Key_F3);
+  for (int time = 0; time < 4; ++time) PressOn(*screen, Qt::Key_F3);
+  PressOn(*screen, Qt::SHIFT | Qt::Key_F3);
   Press(Qt::Key_Home);
   Choose("cmdNextMark");  // the next one from where the keys went
   const auto click = [&](int row) {
     const auto place = list.visualRect(list.model()->index(row, 0)).center();
-    Step(u"row %1"_s.arg(row), [&] { QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place); }, {});
+    Step(u"row %1"_s.arg(row), [&] { QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place); });
   };
   Choose("Toolbar1_3");  // the averages alone
   click(2);
-  PressOn(&list, Qt::Key_End);
+  PressOn(list, Qt::Key_End);
   click(4);  // a heading leads nowhere
-  PressOn(&list, Qt::Key_End);
+  PressOn(list, Qt::Key_End);
   Hover(CentreOf(GraphId::R));
   violations[0].clear();
   data->SetViolatingPoints(violations);
@@ -84,7 +82,7 @@ TEST_F(ChartPointsTest, ListsTheMarksAndLeadsFromOneToTheNext) {
   data->SetViolatingPoints({});
   data->SetRangesOutside({});
   Open();
-  PressOn(screen.get(), Qt::Key_F3);
+  PressOn(*screen, Qt::Key_F3);
 }
 
 TEST_F(ChartPointsTest, ShowsAStretchThatTheMouseIsDraggedOver) {
@@ -105,7 +103,7 @@ TEST_F(ChartPointsTest, ShowsAStretchThatTheMouseIsDraggedOver) {
   Trigger("Toolbar1_5_5");
   auto& from = Get<QSpinBox>(*screen, "spinFromPoint");
   QTest::keyClicks(&from, u"8"_s);
-  PressOn(&from, Qt::Key_Return);
+  PressOn(from, Qt::Key_Return);
 }
 
 TEST_F(ChartPointsTest, AMarkBesideTheStretchMovesIt) {
@@ -113,7 +111,7 @@ TEST_F(ChartPointsTest, AMarkBesideTheStretchMovesIt) {
   OpenInFront();
   DragOver(2, 4);
   Choose("cmdShowPoints");
-  PressOn(screen.get(), Qt::Key_F3);
+  PressOn(*screen, Qt::Key_F3);
 }
 
 TEST_F(ChartPointsTest, RemembersTheFittedScale) {
@@ -153,10 +151,10 @@ TEST_F(ChartPointsTest, LeadsToTheNextDataSetOfTheList) {
   protocol.Tell(u"as it stands"_s);
   Trigger("Toolbar1_4");
   Choose("cmdNext", {Answer::Cancel});
-  PressOn(screen.get(), Qt::CTRL | Qt::Key_PageDown, {Answer::No});
+  PressOn(*screen, Qt::CTRL | Qt::Key_PageDown, {Answer::No});
   Choose("Toolbar1_4");
   Choose("Toolbar1_2");
-  PressOn(screen.get(), Qt::CTRL | Qt::Key_PageUp);
+  PressOn(*screen, Qt::CTRL | Qt::Key_PageUp);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include "screens/Indicators.h"
 #include "screens/PageView.h"
 #include "screens/StatGraphics.h"
-#include "tests/support/Protocol.h"
 #include "tests/support/RecordedFileDialogs.h"
+#include "tests/support/Walk.h"
 
 // Printers that stand for their paper.
 struct TestPrinters : PrinterDialogs {
@@ -30,9 +30,9 @@ struct TestPrinters : PrinterDialogs {
   QString paper;
 };
 
-class ChartScreenFixture : public testing::Test {
+class ChartScreenFixture : public Walk {
  protected:
-  ChartScreenFixture() {
+  ChartScreenFixture() : Walk(u"StatData"_s, [this](Protocol::States& states) { TellPage(states); }) {
     program.state.gCurrentDataID = program.Insert(u"Shaft"_s);
     EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
     data = program.state.gDataCollection.at(0);  // ten points
@@ -78,34 +78,15 @@ class ChartScreenFixture : public testing::Test {
     DataObjectFunctions::AppendToDataObject(data, {u"10"_s, u"10"_s, u"10"_s, u"10"_s});
   }
   double StoredLimit() const { return program.Rows(u"SELECT XBarUCL FROM StatData"_s)[0][0].toDouble(); }
-  // Steps of the protocol, with these answers to the boxes that they bring.
-  using Answers = std::initializer_list<Answer>;
-  void Step(const QString& what, const std::function<void()>& act, Answers answers) {
-    for (const Answer answer : answers) program.boxes.Expect(answer);
-    act();
-    protocol.Step(what);
-  }
-  void Choose(const char* name, Answers answers = {}) {
-    Step(
-        QLatin1StringView(name), [&] { Click(*screen, name); }, answers);
-  }
-  void PressOn(QWidget* widget, const QKeyCombination& key, Answers answers = {}) {
-    const auto act = [&] { QTest::keyClick(widget, key.key(), key.keyboardModifiers()); };
-    Step(QKeySequence(key).toString(), act, answers);
-  }
-  void Close(Answers answers = {}) { PressOn(screen.get(), Qt::Key_Escape, answers); }
-  void Press(const QKeyCombination& key) { PressOn(view, key); }
-  void ClickAt(const QString& what, QPoint place, Answers answers = {}) {
-    Step(
-        what, [&] { QTest::mouseClick(view, Qt::LeftButton, {}, place); }, answers);
+  QWidget& Form() const override { return *screen; }
+  void Close(Answers answers = {}) { PressOn(*screen, Qt::Key_Escape, answers); }
+  void Press(const QKeyCombination& key) { PressOn(*view, key); }
+  void ClickAt(const QString& what, QPoint place) {
+    Step(what, [&] { QTest::mouseClick(view, Qt::LeftButton, {}, place); });
   }
   const QLabel& Info() const { return Get<QLabel>(*view, "lblPointInfo"); }
   QPoint PlaceOf(GraphId graph, int number) const {
     return view->Page()->Point(graph, number, view->rect())->position.toPoint();
-  }
-  void Trigger(const char* entry, Answers answers = {}) {
-    Step(
-        QLatin1StringView(entry), [&] { Get<QAction>(*screen, entry).trigger(); }, answers);
   }
   // The entry asks for a file, and gets it.
   QByteArray FileBy(const char* entry, const QString& path) {
@@ -128,6 +109,8 @@ class ChartScreenFixture : public testing::Test {
     if (offered) states[u"asked for points"_s] = u"%1 to %2"_s.arg(offered->first).arg(offered->last);
     for (const CDataPtr& held : program.state.gDataCollection)
       states[u"held UCL of %1"_s.arg(held->ID())] = QString::number(held->XBarUCL());
+    for (const Trace::Note& note : program.state.gLibrary->TraceOf(*data).notes)
+      states[u"note on sample %1"_s.arg(note.sample)] = note.text;
     if (!view || !view->Page() || !screen->isVisible()) return;
     const auto [first, last] = view->Page()->ShownPoints();
     states[u"page"_s] = u"points %1 to %2, selected %3, alone %4"_s.arg(first)
@@ -141,7 +124,6 @@ class ChartScreenFixture : public testing::Test {
         QString::number(Get<ProcessStateIndicator>(*screen, "ProcessStateIndicator1").Value());
   }
 
-  TestProgram program;
   RecordedFileDialogs files;
   CDataPtr data;
   PagePrinting printing{std::make_unique<TestPrinters>(false)};
@@ -152,7 +134,6 @@ class ChartScreenFixture : public testing::Test {
   int recalculations = 0;
   qint16 lastPoint = 6;
   std::function<void()> whileRecalculating;
-  Protocol protocol{program, u"StatData"_s, [this](Protocol::States& states) { TellPage(states); }};
   std::unique_ptr<StatGraphics> screen;
   PageView* view = nullptr;
 };

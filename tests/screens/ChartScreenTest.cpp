@@ -3,10 +3,7 @@
 
 namespace {
 
-class ChartScreenTest : public ChartScreenFixture {
- protected:
-  void TearDown() override { protocol.Expect(); }
-};
+class ChartScreenTest : public ChartScreenFixture {};
 
 TEST_F(ChartScreenTest, RefusesWhatItCannotShow) {
   const auto refuse = [this](const QString& what) {
@@ -40,7 +37,7 @@ TEST_F(ChartScreenTest, ShowsTheVerdict) {
   }
   ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
   Choose("Toolbar1_6");
-  PressOn(screen.get(), Qt::Key_F1);
+  PressOn(*screen, Qt::Key_F1);
 }
 
 TEST_F(ChartScreenTest, ThePanelMakesWayForTheChartsInASmallWindow) {

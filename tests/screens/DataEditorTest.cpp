@@ -10,18 +10,21 @@
 #include "core/DataObjectFunctions.h"
 #include "platform/ui/Contrast.h"
 #include "screens/ExpandedDataForm.h"
-#include "tests/support/Protocol.h"
+#include "tests/support/Walk.h"
 
 namespace {
 
-class DataEditorTest : public testing::Test {
+class DataEditorTest : public Walk {
  protected:
   DataEditorTest() {
     program.Execute(u"INSERT INTO Units (Name) VALUES ('mm')"_s);
     program.Execute(u"INSERT INTO Units (Name, Deleted) VALUES ('ell', 1)"_s);
     program.state.gAddMode = true;
   }
-  void TearDown() override { protocol.Expect(); }
+  QWidget& Form() const override { return *editor; }
+  void Settle() override {
+    if (editor->isVisible()) Fire(*editor, "NotesTimer");
+  }
 
   // The editor as it stands on the screen, after its one-time set-up.
   void Open() {
@@ -38,34 +41,13 @@ class DataEditorTest : public testing::Test {
     EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
     Open();
   }
-  void Step(const QString& what) {
-    if (editor->isVisible()) Fire(*editor, "NotesTimer");
-    protocol.Step(what);
-  }
-  // A key where the focus is, or a click, with these answers to the boxes that it brings.
-  void Press(const QKeyCombination& key, std::initializer_list<Answer> answers = {}) {
-    for (const Answer answer : answers) program.boxes.Expect(answer);
-    QWidget* focus = editor->focusWidget();
-    QTest::keyClick(focus ? focus : editor.get(), key.key(), key.keyboardModifiers());
-    Step(QKeySequence(key).toString());
-  }
-  void Choose(const char* name, std::initializer_list<Answer> answers = {}) {
-    for (const Answer answer : answers) program.boxes.Expect(answer);
-    Click(*editor, name);
-    Step(QLatin1StringView(name));
-  }
-  void Save(std::initializer_list<Answer> answers) { Choose("Toolbar1_1", answers); }
+  void Save(Answers answers) { Choose("Toolbar1_1", answers); }
   // Typed where the focus is; Enter moves on.
   void TypeOn(const QStringList& texts) {
     for (const QString& text : texts) {
       QTest::keyClicks(QApplication::focusWidget(), text);
       Press(Qt::Key_Return);
     }
-  }
-  void Enter(const char* name, const QString& text) {
-    Get(*editor, name).setFocus();
-    Type(*editor, name, text);
-    Step(u"%1: %2"_s.arg(QLatin1StringView(name), text));
   }
   void Paste(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
@@ -79,9 +61,7 @@ class DataEditorTest : public testing::Test {
   QComboBox& Units() const { return Get<QComboBox>(*editor, "comboUnits"); }
   QPlainTextEdit& Samples() const { return Get<QPlainTextEdit>(*editor, "txtRawData"); }
 
-  TestProgram program;
   std::unique_ptr<DataEditor> editor;
-  Protocol protocol{program, u"StatData"_s};
 };
 
 TEST_F(DataEditorTest, FromPasteToSavedRowWithTheKeyboard) {
@@ -101,9 +81,10 @@ TEST_F(DataEditorTest, FromPasteToSavedRowWithTheKeyboard) {
 TEST_F(DataEditorTest, EditsAndShowsWhatWasStored) {
   OpenExisting();
   protocol.Tell(u"as it stands"_s);
-  Type(*editor, "txtDescription", u"other"_s);
-  Fire(*editor, "ChangeMonitorTimer");
-  Step(u"another description"_s);
+  Step(u"another description"_s, [&] {
+    Type(*editor, "txtDescription", u"other"_s);
+    Fire(*editor, "ChangeMonitorTimer");
+  });
   // In subgroups of eight no limit is 0, and all could be kept; the next save calculates again.
   Get<QComboBox>(*editor, "comboSubGroup").setEditText(u"8"_s);
   Choose("checkUseAllSamples");
@@ -152,10 +133,7 @@ TEST_F(DataEditorTest, ClosingAsksOnlyWhereSomethingWouldBeLost) {
   Press(Qt::Key_Escape, {Answer::No});
   OpenExisting();
   Type(*editor, "txtUSL", u"13"_s);
-  program.boxes.Expect(Answer::Yes);
-  program.boxes.Expect();
-  editor->close();
-  Step(u"close"_s);
+  Step(u"close"_s, [&] { editor->close(); }, {Answer::Yes, Answer::Ok});
 }
 
 TEST_F(DataEditorTest, APasteKeepsClearOfWhatStandsThere) {
@@ -201,8 +179,7 @@ TEST_F(DataEditorTest, TheLiveLineLeadsToTheFaultAndItsReadings) {
   Paste(u"1\t2\t3\t4\t5\t6\n7\t8\t9\t10\t11\t12"_s);
   const auto* menu = Get<QPushButton>(*editor, "cmdOffer4").menu();
   ASSERT_TRUE(menu);
-  menu->actions().back()->trigger();
-  Step(u"the last of more readings than there are buttons"_s);
+  Step(u"the last of more readings than there are buttons"_s, [&] { menu->actions().back()->trigger(); });
   Press(Qt::Key_Escape, {Answer::No});
 }
 
@@ -280,7 +257,7 @@ TEST_F(DataEditorTest, TheListOfUnitsFollowsTheLibrary) {
   const auto change = [this](const QString& sql) {
     program.Execute(sql);
     editor->LibraryChanged();
-    Step(u"%1: %2 units"_s.arg(sql).arg(Units().count()));
+    Step(u"%1: %2 units"_s.arg(sql).arg(Units().count()), [] {});
   };
   OpenExisting();
   InNextWindow([](QWidget& units) { units.close(); });

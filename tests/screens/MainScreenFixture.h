@@ -8,8 +8,8 @@
 #include "library/LibraryFile.h"
 #include "screens/MainList.h"
 #include "screens/frmMain.h"
-#include "tests/support/Protocol.h"
 #include "tests/support/RecordedFileDialogs.h"
+#include "tests/support/Walk.h"
 
 inline const auto keyPath = u"Software\\Orvane Labs\\Kestrel"_s;
 inline const auto libraryAttached = u"Current Database: StatData.mdb (DB Rev. 2.0)"_s;
@@ -24,9 +24,9 @@ class WatchedClock : public TurnedClock {
   }
 };
 
-class MainScreenFixture : public testing::Test {
+class MainScreenFixture : public Walk {
  protected:
-  MainScreenFixture() {
+  MainScreenFixture() : Walk(u"StatData"_s, [this](Protocol::States& states) { TellOthers(states); }) {
     program.state.gLibrary.reset();
     program.state.gDatabaseOpen = false;
     program.state.clock = &clock;
@@ -63,31 +63,16 @@ class MainScreenFixture : public testing::Test {
     if (inEditor) inEditor();
   }
 
-  // Steps of the protocol, with these answers to the boxes that they bring.
-  using Answers = std::initializer_list<Answer>;
-  void Step(const QString& what, const std::function<void()>& act, Answers answers = {}) {
-    for (const Answer answer : answers) program.boxes.Expect(answer);
-    act();
-    if (main) protocol.Step(what);
-  }
-  void Tick(const char* timer, Answers answers = {}) {
-    Step(
-        QLatin1StringView(timer), [&] { Fire(*main, timer); }, answers);
-  }
-  void Command(const char* name, Answers answers = {}) {
-    Step(
-        QLatin1StringView(name), [&] { Action(name).trigger(); }, answers);
-  }
-  void Press(const QKeyCombination& key, Answers answers = {}) {
-    QWidget* focus = main->focusWidget();
-    const auto act = [&] { QTest::keyClick(focus ? focus : main.get(), key.key(), key.keyboardModifiers()); };
-    Step(QKeySequence(key).toString(), act, answers);
-  }
   // What somebody else does, which the window's clock sees.
-  void Elsewhere(const QString& sql, Answers answers = {}) {
-    program.Execute(sql);
-    Step(
-        sql, [&] { Fire(*main, "WatchTimer"); }, answers);
+  void Elsewhere(const QString& sql) {
+    Walk::Elsewhere(sql, [this] { Fire(*main, "WatchTimer"); });
+  }
+  QWidget& Form() const override { return *main; }
+  void TellOthers(Protocol::States& states) const {
+    states[u"opened"_s] = opened.join(u", "_s);
+    states[u"collection"_s] = u"%1, current %2, settings %3"_s.arg(program.state.gDataCollection.size())
+                                  .arg(program.state.gCurrentDataID)
+                                  .arg(StoredDatabase().section(u'/', -1));
   }
   QAction& Action(const char* name) const { return Get<QAction>(*main, name); }
   MainList& List() const { return Get<MainList>(*main, "ListView1"); }
@@ -128,22 +113,14 @@ class MainScreenFixture : public testing::Test {
   }
 
   // The Database Connection command, with that file chosen.
-  void Choose(const QString& path) {
+  void ChooseFile(const QString& path, Answers answers = {}) {
     files.Expect(path);
-    Action("Toolbar1_3_2").trigger();
+    Trigger("Toolbar1_3_2", answers);
   }
   static QString StoredDatabase() {
     return RegistryFunctions::GetKeyValue(keyPath, u"DatabaseName"_s, Registry::String);
   }
 
-  TestProgram program;
-  Protocol protocol{program, u"StatData"_s, [this](Protocol::States& states) {
-                      states[u"opened"_s] = opened.join(u", "_s);
-                      states[u"collection"_s] =
-                          u"%1, current %2, settings %3"_s.arg(program.state.gDataCollection.size())
-                              .arg(program.state.gCurrentDataID)
-                              .arg(StoredDatabase().section(u'/', -1));
-                    }};
   WatchedClock clock;
   RecordedFileDialogs files;
   QStringList opened;

@@ -18,8 +18,7 @@ class MainScreenTest : public MainScreenFixture {};
 
 TEST_F(MainScreenTest, LoadsTheLibraryOneSecondAfterTheStart) {
   Start({u"Bore"_s, u"Shaft"_s});
-  EXPECT_TRUE(Rows().isEmpty());
-  EXPECT_EQ(Enabled(), u"--------");
+  protocol.Begin(u"Start"_s, main.get());
   const auto& bar = Get<QProgressBar>(*main, "ccrpProgressBar1");
   QStringList seen;
   clock.whenSleeping = [&] {
@@ -30,38 +29,18 @@ TEST_F(MainScreenTest, LoadsTheLibraryOneSecondAfterTheStart) {
   Tick("InitTimer");
   EXPECT_EQ(seen.join(u' '), u"Reading Database:50 Reading Database:100 Database Loaded");
   EXPECT_NEAR(clock.ticks - start, 3000, 60);  // the rows, the full bar, the news: a second each
-  EXPECT_EQ(Panel(), libraryAttached);
-  EXPECT_FALSE(bar.isVisible());
   EXPECT_TRUE(Get<QTimer>(*main, "ClockTimer").isActive());
-
-  EXPECT_EQ(Rows(), (QStringList{u"Bore"_s, u"Shaft"_s}));
-  const CData& bore = *program.state.gDataCollection[0];
-  EXPECT_EQ(StateOf(0), ProcessState::Name(bore.ProcessState()));
-  EXPECT_EQ(program.state.gCurrentDataID, bore.ID());
-  EXPECT_EQ(Summary("SampleQty"), u"40");
-  EXPECT_EQ(Summary("CPKValue"), QString::number(bore.CPKValue()));
-  EXPECT_EQ(Enabled(), u"xxxxxxxx");
-}
-
-TEST_F(MainScreenTest, SelectingARowShowsItsSummary) {
-  StartLoaded({u"Bore"_s, u"Shaft"_s});
+  EXPECT_EQ(StateOf(0), ProcessState::Name(program.state.gDataCollection[0]->ProcessState()));
   CData& shaft = *program.state.gDataCollection[1];
   const qint32 id = std::exchange(shaft, DistinctData()).ID();
   shaft.SetID(id);
   shaft.SetDescription(u"Shaft"_s);
   shaft.SetProcessState(2);
-  ClickRow(1);
-  EXPECT_EQ(program.state.gCurrentDataID, id);
-  for (const char* name : {"CPKValue", "SampleQty", "SubGroupSize", "MinValue", "MaxValue", "StdDevValue",
-                           "UpperSpecLimit", "LowerSpecLimit"})
-    EXPECT_EQ(Summary(name), FiguresOf(shaft)[QString::fromLatin1(name)].toString()) << name;
+  Step(u"Shaft, of figures that are none alike"_s, [this] { ClickRow(1); });
   EXPECT_EQ(Get<ProcessStateIndicator>(*main, "ProcessStateIndicator1").Value(), 2);
-  QTest::keyClick(&List(), Qt::Key_Up);
-  EXPECT_EQ(Summary("SubGroupSize"), u"4");
-
+  PressOn(List(), Qt::Key_Up);
   program.state.gDataCollection.clear();
-  program.boxes.Expect(u"error attempting to get the current data for the item selected: \r\n");
-  ClickRow(1);
+  Step(u"a row of nothing"_s, [this] { ClickRow(1); }, {Answer::Ok});
 }
 
 TEST_F(MainScreenTest, TheRowsAppearWithinASecondHoweverManyThereAre) {
@@ -76,7 +55,7 @@ TEST_F(MainScreenTest, TheRowsAppearWithinASecondHoweverManyThereAre) {
         {count});
     main->EnableLoadTimer();
     const qint32 start = clock.ticks;
-    Tick("InitTimer");
+    Fire(*main, "InitTimer");
     EXPECT_EQ(Rows().size(), count);
     EXPECT_NEAR(clock.ticks - start, milliseconds + 2000, 50) << count << " rows and two pauses at the end";
   }
@@ -85,27 +64,21 @@ TEST_F(MainScreenTest, TheRowsAppearWithinASecondHoweverManyThereAre) {
 TEST_F(MainScreenTest, WithoutADatabaseItOffersTheWaysToOne) {
   program.boxes.Expect(u"A valid database connection could not be established. From the tool bar, select ");
   Open();
+  protocol.Begin(u"Start"_s, main.get());
   Tick("InitTimer");
-  EXPECT_EQ(Panel(), u"Current Database: <none>");
-  EXPECT_EQ(Enabled(), u"----x---");
-  EXPECT_FALSE(List().isVisible());
   for (const char* button : {"cmdNew", "cmdOpen"}) {
     files.Expect({});  // cancelled
-    Click(*main, button);
+    Choose(button);
   }
   const QString mine = program.Path(u"mine.kestrel"_s);
   files.Expect(mine);
-  Click(*main, "cmdSamples");
+  Choose("cmdSamples");
   EXPECT_EQ(QFileInfo(files.last.folder).fileName(), u"Kestrel Samples.kestrel");
-  EXPECT_TRUE(List().isVisible());
   Tick("InitTimer");
-  EXPECT_EQ(Panel(), u"Current Database: mine.kestrel (DB Rev. 2.0)");
-  EXPECT_EQ(TextOf(*main, "lblCounts"), u"7 ideal, 1 threshold, 4 brink of chaos, 1 chaos");
-  EXPECT_EQ(Rows().first() + u' ' + Summary("CPKValue"), u"Piston ring diameter 1.66");
   EXPECT_EQ(program.Rows(u"SELECT Name FROM Units"_s, mine).size(), 9U);
 
   const QString other = OtherLibrary();
-  Choose(other);
+  ChooseFile(other);
   main.reset();
   program.state.gLibrary.reset();
   program.state.gDatabaseOpen = false;
@@ -139,37 +112,29 @@ TEST_F(MainScreenTest, KeepsItsPlaceAndItsColumns) {
     EXPECT_EQ(isNear, place.x() < 800);
     EXPECT_EQ(columns(), (std::array{177, 123}));
     EXPECT_NE(columns(), automatic);
-    Tick("InitTimer");
+    Fire(*main, "InitTimer");
   }
 }
 
 TEST_F(MainScreenTest, ClosesOnlyAfterTheFirstLoadAndAQuestion) {
   Start({u"Bore"_s});
   EXPECT_FALSE(main->close()) << "refused without a question";
-  Tick("InitTimer");
+  Fire(*main, "InitTimer");
+  protocol.Begin(u"Start"_s, main.get());
   bool unloaded = false;
   QObject::connect(main.get(), &frmMain::Unloaded, [&] { unloaded = true; });
-  program.boxes.Expect(Answer::No, u"Are you sure you wish to quit using Kestrel?");
-  EXPECT_FALSE(main->close());
-  EXPECT_TRUE(main->isVisible());
-
-  Action("Toolbar1_5").trigger();
-  EXPECT_TRUE(Get<QTimer>(*main, "ExitTimer").isActive());
-  program.boxes.Expect(Answer::Yes);
+  Step(u"close"_s, [this] { main->close(); }, {Answer::No});
+  Trigger("Toolbar1_5");
   const qint32 before = clock.ticks;
   bool triedAgain = false;
   clock.whenSleeping = [&] {
     if (std::exchange(triedAgain, true)) return;
     main->close();  // asks no second question
-    Tick("ClockTimer");
-    Tick("InitTimer");
+    for (const char* timer : {"ClockTimer", "InitTimer"}) Fire(*main, timer);
   };
-  Tick("ExitTimer");
-  EXPECT_TRUE(triedAgain && unloaded);
+  Tick("ExitTimer", {Answer::Yes});
+  EXPECT_TRUE(triedAgain && unloaded && !program.state.gLibrary);
   EXPECT_NEAR(clock.ticks - before, 1000, 20);
-  EXPECT_FALSE(main->isVisible());
-  EXPECT_TRUE(program.state.gDataCollection.empty());
-  EXPECT_FALSE(program.state.gLibrary);
 }
 
 TEST_F(MainScreenTest, ClosesSafelyInTheMiddleOfALaterLoad) {
@@ -180,7 +145,7 @@ TEST_F(MainScreenTest, ClosesSafelyInTheMiddleOfALaterLoad) {
     if (!closed && Rows().size() == 3) closed = main->close();
   };
   main->EnableLoadTimer();
-  Tick("InitTimer");
+  Fire(*main, "InitTimer");
   EXPECT_TRUE(closed);
   EXPECT_EQ(Rows().size(), 3);
   EXPECT_FALSE(Get<QTimer>(*main, "ClockTimer").isActive());
@@ -197,12 +162,12 @@ TEST_F(MainScreenTest, NothingDisturbsALoad) {
       Action(name).trigger();
     QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(0));
     QTest::keyClick(&List(), Qt::Key_Delete);
-    Tick("InitTimer");
-    Tick("ClockTimer");
+    Fire(*main, "InitTimer");
+    Fire(*main, "ClockTimer");
     ClickRow(int(Rows().size()) - 1);
   };
   main->EnableLoadTimer();
-  Tick("InitTimer");
+  Fire(*main, "InitTimer");
   EXPECT_GT(looks, 0);
   EXPECT_TRUE(opened.isEmpty());
   EXPECT_EQ(Rows(), five);
@@ -214,7 +179,7 @@ TEST_F(MainScreenTest, NothingDisturbsALoad) {
 TEST_F(MainScreenTest, TheClockSpeaksEnglishEverywhere) {
   StartLoaded();
   QLocale::setDefault(QLocale(QLocale::German));
-  Tick("ClockTimer");
+  Fire(*main, "ClockTimer");
   QLocale::setDefault(QLocale::C);
   EXPECT_EQ(TextOf(*main, "StatusBar1_2"), u"Feb 29, 2024     01:45:59 PM     ");
 }

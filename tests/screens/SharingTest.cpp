@@ -12,8 +12,6 @@ namespace {
 
 class SharingTest : public MainScreenFixture {
  protected:
-  void TearDown() override { protocol.Expect(); }
-
   // The editor over the main window, on the current data set; `act` is what happens meanwhile.
   void WithEditor(const std::function<void(DataEditor&)>& act) {
     inEditor = [this, act] {
@@ -23,17 +21,11 @@ class SharingTest : public MainScreenFixture {
       protocol.Begin(u"The editor"_s, main.get());
       act(editor);
     };
-    Command("Toolbar1_2_2");
-  }
-  void Enter(const QWidget& form, const char* box, const QString& text) {
-    Step(u"%1: %2"_s.arg(QLatin1StringView(box), text), [&] { Type(form, box, text); });
+    Trigger("Toolbar1_2_2");
   }
   void SaveIn(const DataEditor& editor, Answers answers) {
     Step(
         u"Save"_s, [&] { Get<QAction>(editor, "Toolbar1_1").trigger(); }, answers);
-  }
-  void PressIn(QWidget& form, Qt::Key key) {
-    Step(QKeySequence(key).toString(), [&] { QTest::keyClick(&form, key); });
   }
   // A click in the question that comes up next, after a look at it.
   void InConflict(const char* button) {
@@ -127,7 +119,7 @@ TEST_F(SharingTest, ALockIsToldOnceAndNothingLooksSaved) {
   EXPECT_EQ(before->SampleQty(), 40);
   const CDataPtr added = TestProgram::NewDataSet(u"NEW"_s);
   Step(u"add"_s, [&] { DataObjectFunctions::SaveDataObjectToDatabase(added); }, {Answer::Ok});
-  Command("Toolbar1_2_3", {Answer::Yes, Answer::Ok});
+  Trigger("Toolbar1_2_3", {Answer::Yes, Answer::Ok});
 }
 
 TEST_F(SharingTest, AnOpenEditorKeepsWhatWasTypedAndSavesBoth) {
@@ -138,7 +130,7 @@ TEST_F(SharingTest, AnOpenEditorKeepsWhatWasTypedAndSavesBoth) {
     SaveIn(editor, {Answer::Ok});
     Tick("WatchTimer");  // what it has written itself is no news
     program.Execute(u"UPDATE StatData SET LowerSpecLimit = 7"_s);
-    PressIn(editor, Qt::Key_F5);
+    PressOn(editor, Qt::Key_F5);
   });
 }
 
@@ -184,18 +176,18 @@ TEST_F(SharingTest, ADeletedDataSetIsAddedOnlyWhereTheUserWantsIt) {
 
 TEST_F(SharingTest, WhatWasDeletedIsRestored) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
-  Command("Toolbar1_2_3", {Answer::Yes, Answer::No});
+  Trigger("Toolbar1_2_3", {Answer::Yes, Answer::No});
   program.Insert(u"bore"_s);
   inRestore = [this] {
     RestoreForm form(main.get());
     form.open();
     protocol.Step(u"the form"_s);
     EXPECT_FALSE(Get<QTreeWidget>(form, "listDeleted").topLevelItem(0)->icon(3).isNull());
-    PressIn(form, Qt::Key_Return);
+    PressOn(form, Qt::Key_Return);
     Enter(form, "txtName", u"Bore 2"_s);
-    PressIn(form, Qt::Key_Return);  // back at once, in its old place
+    PressOn(form, Qt::Key_Return);  // back at once, in its old place
   };
-  Command("Toolbar1_2_5");
+  Trigger("Toolbar1_2_5");
 }
 
 TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
@@ -207,7 +199,7 @@ TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
     protocol.Step(u"the form"_s);
     for (const QString& name : {u" "_s, u"bore"_s, u" Axle "_s}) {
       Enter(form, "txtName", name);
-      PressIn(form, Qt::Key_Return);
+      PressOn(form, Qt::Key_Return);
     }
   };
   Press(Qt::Key_F2);
@@ -224,7 +216,7 @@ TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
     form.open();
     Elsewhere(u"DELETE FROM StatData WHERE Description = 'BOLT'"_s);
   };
-  Command("Toolbar1_2_6");
+  Trigger("Toolbar1_2_6");
 }
 
 TEST_F(SharingTest, ASecondStartHandsItsLibraryOverForThisRun) {

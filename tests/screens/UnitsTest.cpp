@@ -2,88 +2,75 @@
 #include "core/GlobalFunctions.h"
 #include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
-#include "tests/support/Protocol.h"
+#include "tests/support/Walk.h"
 
 namespace {
 
-class UnitsTest : public testing::Test {
+class UnitsTest : public Walk {
  protected:
-  UnitsTest() {
+  UnitsTest() : Walk(u"Units"_s) {
     for (const QString& name : {u"mm"_s, u"kg"_s, u"bar"_s})
       program.Execute(u"INSERT INTO Units (Name, Description) VALUES (?, ?)"_s, {name, name + u" text"_s});
     form.show();
     Fire(form, "ChangeMonitorTimer");
     protocol.Begin(u"Open"_s, &form);
   }
-  void TearDown() override { protocol.Expect(); }
+  QWidget& Form() const override { return const_cast<frmUnits&>(form); }
 
-  void Press(int command) {
-    Get<RecordBar>(form, "qsMenuBar1").Button(command)->trigger();
-    protocol.Step(Get<RecordBar>(form, "qsMenuBar1").Button(command)->text());
+  void Run(int command, Answers answers) {
+    QAction& button = *Get<RecordBar>(form, "qsMenuBar1").Button(command);
+    Step(
+        button.text(), [&] { button.trigger(); }, answers);
   }
   template <class... Commands>
   void Run(Commands... commands) {
-    for (const int command : {commands...}) Press(command);
+    for (const int command : {commands...}) Run(command, Answers{});
   }
-  // With these answers to the boxes that it brings.
-  void Run(int command, std::initializer_list<Answer> answers) {
-    for (const Answer answer : answers) program.boxes.Expect(answer);
-    Press(command);
-  }
-  void Enter(const char* box, const QString& text) {
-    Type(form, box, text);
-    Fire(form, "ChangeMonitorTimer");
-    protocol.Step(u"%1: %2"_s.arg(QLatin1StringView(box), text));
-  }
-  void Key(Qt::Key key) {
-    QTest::keyClick(form.focusWidget(), key);
-    protocol.Step(QKeySequence(key).toString());
+  void EnterSeen(const char* box, const QString& text) {
+    const auto act = [&] { Type(form, box, text), Fire(form, "ChangeMonitorTimer"); };
+    Step(u"%1: %2"_s.arg(QLatin1StringView(box), text), act);
   }
   // Typed at once, before the monitor has seen it, or not.
   void Describe(bool isSeen = false) {
-    QTest::keyClicks(&Get(form, "txtDescription"), u"!"_s);
-    if (isSeen) Fire(form, "ChangeMonitorTimer");
-    protocol.Step(u"!"_s);
+    Step(u"!"_s, [&] {
+      QTest::keyClicks(&Get(form, "txtDescription"), u"!"_s);
+      if (isSeen) Fire(form, "ChangeMonitorTimer");
+    });
   }
   void ChangeElsewhere(const QString& sql) {
-    program.Execute(sql);
-    form.LibraryChanged();
-    protocol.Step(sql);
+    Elsewhere(sql, [this] { form.LibraryChanged(); });
   }
 
-  TestProgram program;
   frmUnits form;
-  Protocol protocol{program, u"Units"_s};
 };
 
 TEST_F(UnitsTest, WalksThroughTheListAndLeaves) {
   Run(RecordBar::RefreshList, RecordBar::Previous, RecordBar::Next, RecordBar::Next, RecordBar::Next,
       RecordBar::First, RecordBar::Last, RecordBar::Previous, RecordBar::Exit);
-  Fire(form, "ExitTimer");
-  protocol.Step(u"ExitTimer"_s);
+  Tick("ExitTimer");
 }
 
 TEST_F(UnitsTest, AddsUniqueNamesOnly) {
   Run(RecordBar::Add);
   for (const auto& refused : {u" "_s, u"KG"_s, u"5' rule"_s}) {
-    Enter("txtName", refused);
+    EnterSeen("txtName", refused);
     Run(RecordBar::Save, {Answer::Ok});
   }
-  Enter("txtName", u"inch; µ"_s);
+  EnterSeen("txtName", u"inch; µ"_s);
   Run(RecordBar::Save, RecordBar::RefreshList);
-  Enter("txtDescription", {});  // never overwrites the stored one
+  EnterSeen("txtDescription", {});  // never overwrites the stored one
   Run(RecordBar::Save);
 }
 
 TEST_F(UnitsTest, TypingANameBeginsAUnitOrSaysWhyNot) {
   QLineEdit& name = Get(form, "txtName");
   name.setFocus();
-  Key(Qt::Key_Right);
-  Key(Qt::Key_X);
-  for (int i = 0; i < 3; ++i) Key(Qt::Key_Return);  // on to the description, to Save, and saved
+  Press(Qt::Key_Right);
+  Press(Qt::Key_X);
+  for (int i = 0; i < 3; ++i) Press(Qt::Key_Return);  // on to the description, to Save, and saved
   form.LibraryChanged();
   name.setFocus();
-  Key(Qt::Key_Y);
+  Press(Qt::Key_Y);
   QCoreApplication::processEvents();
   const auto& record = Get<QWidget>(form, "lblRecord");
   EXPECT_GE(record.height(), record.heightForWidth(record.width())) << "all of it can be read";
@@ -95,7 +82,7 @@ TEST_F(UnitsTest, DeletesSoftlyLandsOnTheNeighbourAndFreesTheName) {
   Run(RecordBar::Delete, {Answer::No});
   Run(RecordBar::Delete, {Answer::Yes, Answer::Ok});
   Run(RecordBar::Add);
-  Enter("txtName", u"kg"_s);
+  EnterSeen("txtName", u"kg"_s);
   Run(RecordBar::Save);
   for (int i = 0; i < 3; ++i) Run(RecordBar::Delete, {Answer::Yes, Answer::Ok});
 }
@@ -122,10 +109,9 @@ TEST_F(UnitsTest, EveryMoveAsksAboutUnsavedChanges) {
 
 TEST_F(UnitsTest, ClosingAsksAboutUnsavedChanges) {
   Run(RecordBar::Add);
-  Enter("txtName", u"inch"_s);
+  EnterSeen("txtName", u"inch"_s);
   for (const Answer answer : {Answer::Cancel, Answer::Yes}) {
-    program.boxes.Expect(answer);
-    Key(Qt::Key_Escape);
+    Press(Qt::Key_Escape, {answer});
   }
 }
 
@@ -138,7 +124,7 @@ TEST_F(UnitsTest, WhatOthersWroteIsShownOrAskedAbout) {
   ChangeElsewhere(u"UPDATE Units SET Description = 'theirs' WHERE Name = 'kg'"_s);
   program.boxes.Expect(Answer::Yes);
   ClickInNextWindow("cmdCancel");
-  Key(Qt::Key_Escape);
+  Press(Qt::Key_Escape);
   Fire(form, "ChangeMonitorTimer");
   ClickInNextWindow("cmdMine");
   Run(RecordBar::Save);
@@ -162,7 +148,7 @@ TEST_F(UnitsTest, FollowsALibraryThatIsOpenedAnew) {
   reopen();
   Fire(form, "ChangeMonitorTimer");
   Run(RecordBar::Save, RecordBar::Add);
-  Enter("txtName", u"inch"_s);
+  EnterSeen("txtName", u"inch"_s);
   reopen();
   Run(RecordBar::Save);
 }
@@ -178,7 +164,7 @@ TEST_F(UnitsTest, WhoIsQuickerIsNotOverwritten) {
     };
   };
   Run(RecordBar::Add);
-  Enter("txtName", u"inch"_s);
+  EnterSeen("txtName", u"inch"_s);
   others(u"INSERT INTO Units (Name, Description) VALUES ('Inch', 'theirs')"_s);
   Run(RecordBar::Save, {Answer::Ok});
   Run(RecordBar::RefreshList, {Answer::No});

@@ -25,9 +25,9 @@ class Protocol {
     lines_ << u"* "_s + what;
   }
 
-  // All that there is.
+  // All that there is on the form.
   void Tell(const QString& what) {
-    states_.clear();
+    states_.removeIf([](const auto& state) { return !state.key().startsWith(u"row "); });
     Step(what);
   }
 
