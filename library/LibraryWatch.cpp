@@ -3,7 +3,10 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
+#include <QtConcurrentRun>
 #include <cstring>
+#include <utility>
 
 #include "library/ExtraTables.h"
 #include "library/LibraryServer.h"
@@ -66,7 +69,36 @@ LibraryWatch::Change LibraryWatch::Begin() {
   }
 }
 
+// Empty where the server can be reached, none while that is not known: a server that does not answer keeps
+// nobody waiting who only looks.
+std::optional<QString> LibraryWatch::WhyUnreachable() {
+  constexpr int mostMilliseconds = 50;  // for one that does
+  if (!probe_)
+    probe_ = QtConcurrent::run([place = place_] {
+      try {
+        Connection().OpenWith(place);
+        return QString();
+      } catch (const Error& error) {
+        return error.Text();
+      }
+    });
+  for (int waited = 0; !probe_->isFinished(); ++waited) {
+    if (waited == mostMilliseconds) return std::nullopt;
+    QThread::msleep(1);
+  }
+  return std::exchange(probe_, std::nullopt)->result();
+}
+
 std::optional<LibraryWatch::Change> LibraryWatch::Look() {
+  if (ServerAddress::IsOne(place_) && (!connection_ || connection_->HasEnded())) {
+    const auto trouble = WhyUnreachable();
+    if (!trouble) return std::nullopt;
+    if (!trouble->isEmpty()) {
+      connection_.reset();
+      if (std::exchange(trouble_, *trouble) == *trouble) return std::nullopt;
+      return Change{.trouble = trouble_};
+    }
+  }
   if (!connection_ || FileAt(place_) != file_) {
     connection_.reset();
     const Change change = Begin();

@@ -6,6 +6,7 @@
 // compare: while events are processed.
 #pragma once
 
+#include <QFuture>
 #include <QString>
 #include <map>
 #include <memory>
@@ -43,6 +44,7 @@ class LibraryWatch {
   static std::optional<File> FileAt(const QString& path);
 
   Change Begin();
+  std::optional<QString> WhyUnreachable();
   std::optional<Change> Compare();
   State ReadVersions();
   State ReadContents();
@@ -54,4 +56,5 @@ class LibraryWatch {
   bool hasVersions_ = false;
   State state_;
   QString trouble_;
+  std::optional<QFuture<QString>> probe_;  // that is on its way
 };

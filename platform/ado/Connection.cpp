@@ -1,5 +1,6 @@
 #include "platform/ado/Connection.h"
 
+#include <QElapsedTimer>
 #include <QSqlDriver>
 #include <QThread>
 #include <QUuid>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "platform/ado/Dialect.h"
+#include "platform/ado/ServerLibrary.h"
 
 using namespace Qt::StringLiterals;
 
@@ -44,9 +46,9 @@ void Connection::OpenWith(const QString& connectString, const QString& user, con
   Reopen();
 }
 
-void Connection::Reopen() {
+void Connection::Reopen(int connectWait) {
   try {
-    dialect_->Open(name_, user_, password_, LockWait);
+    dialect_->Open(name_, user_, password_, IsServer() ? connectWait : LockWait);
     state_ = Open;
     Subscribe();
   } catch (...) {
@@ -74,8 +76,27 @@ void Connection::Subscribe() {
   driver->subscribeToNotification(channel_);
   QObject::connect(driver, &QSqlDriver::notification, driver, [this] { ++notifications_; });
   ++notifications_;
-  sinceAsked_.start();
 }
+
+// The time that a server has to answer; where it is over the connection has been cut.
+class Connection::Answer {
+ public:
+  Answer(const Connection& connection, int milliseconds) : connection_(connection) {
+    if (connection.IsServer()) deadline_.emplace(connection.Database(), milliseconds);
+  }
+
+  void Require(bool holds, const QSqlQuery& query) const {
+    if (holds) return;
+    if (deadline_ && deadline_->HasPassed())
+      throw DatabaseError(connection_.Place() + u": the server gives no answer; try again in a moment"_s, 0,
+                          DatabaseError::Cause::Lost);
+    throw connection_.dialect_->Failure(query.lastError());
+  }
+
+ private:
+  const Connection& connection_;
+  std::optional<ServerLibrary::Deadline> deadline_;
+};
 
 void Connection::Close() {
   if (inTransaction_) RollbackTransaction();
@@ -90,30 +111,44 @@ void Connection::RequireOpen() const {
   if (state_ != Open) throw DatabaseError(u"The database connection is not open."_s);
 }
 
+bool Connection::HasEnded() const { return IsServer() && ServerLibrary::HasEnded(Database()); }
+
+// Tries it again over a new connection where the present one turns out to be lost. Not where that took long:
+// who waits has waited enough.
+template <class Call>
+auto Connection::OverAnyConnection(const Call& call) {
+  QElapsedTimer since;
+  since.start();
+  try {
+    return call();
+  } catch (const DatabaseError& error) {
+    constexpr int notLong = 1000;
+    if (error.cause != DatabaseError::Cause::Lost || since.hasExpired(notLong)) throw;
+    Reopen();
+    return call();
+  }
+}
+
 QSqlQuery Connection::Run(const QString& operation, const QString& sql, const QVariantList& values) {
   RequireOpen();
   BeforeOperation(operation);
-  try {
-    return RunOnce(sql, values);
-  } catch (const DatabaseError& error) {
-    // Outside a transaction statements only read: they may be run again.
-    if (inTransaction_ || error.cause != DatabaseError::Cause::Lost) throw;
-    Reopen();
-    return RunOnce(sql, values);
-  }
+  if (inTransaction_) return RunOnce(sql, values);
+  // Outside a transaction statements only read: they may be run again.
+  return OverAnyConnection([&] { return RunOnce(sql, values); });
 }
 
 QSqlQuery Connection::RunOnce(const QString& sql, const QVariantList& values) {
   QSqlQuery query(Database());
   query.setForwardOnly(dialect_->IsForwardOnly());
   const QString words = dialect_->Translate(sql);
+  const Answer answer(*this, AnswerWait);
   if (values.isEmpty()) {
-    if (!query.exec(words)) throw dialect_->Failure(query.lastError());
+    answer.Require(query.exec(words), query);
     return query;
   }
-  if (!query.prepare(words)) throw dialect_->Failure(query.lastError());
+  answer.Require(query.prepare(words), query);
   for (const QVariant& value : values) query.addBindValue(dialect_->Bound(value));
-  if (!query.exec()) throw dialect_->Failure(query.lastError());
+  answer.Require(query.exec(), query);
   return query;
 }
 
@@ -152,12 +187,7 @@ void Connection::CheckIntegrity() {
 
 qint64 Connection::DataVersion() {
   if (IsServer()) {
-    // Nothing else tells that the connection is lost: who asks makes it again.
-    constexpr int askEvery = 2000;
-    if (sinceAsked_.hasExpired(askEvery)) {
-      Run(u"version"_s, u"SELECT 1"_s);
-      sinceAsked_.start();
-    }
+    if (HasEnded()) Reopen();
     return notifications_;
   }
   QSqlQuery query = Run(u"version"_s, u"PRAGMA data_version"_s);
@@ -177,10 +207,11 @@ void Connection::CallBeforeChange(Change change) {
   BeforeChange = call;
 }
 
-void Connection::Control(const QString& operation, const QString& sql) {
+void Connection::Control(const QString& operation, const QString& sql, int answerWait) {
   BeforeOperation(operation);
   QSqlQuery query(Database());
-  if (!query.exec(sql)) throw dialect_->Failure(query.lastError());
+  const Answer answer(*this, answerWait);
+  answer.Require(query.exec(sql), query);
 }
 
 void Connection::SetLockWait(int milliseconds) {
@@ -195,13 +226,7 @@ void Connection::BeginTransaction(Change change) {
     BeforeOperation(u"begin"_s);
     if (!Database().transaction()) throw dialect_->Failure(Database().lastError());
   } else {
-    try {
-      Control(u"begin"_s, begin);
-    } catch (const DatabaseError& error) {
-      if (error.cause != DatabaseError::Cause::Lost) throw;
-      Reopen();
-      Control(u"begin"_s, begin);
-    }
+    OverAnyConnection([&] { Control(u"begin"_s, begin, AnswerWait); });
   }
   inTransaction_ = true;
   CallBeforeChange(change);
@@ -219,7 +244,8 @@ void Connection::CommitTransaction() {
       Run(u"token"_s, u"INSERT INTO %1 (Token) VALUES (?)"_s.arg(TokenTable), {token});
     }
     try {
-      Control(u"commit"_s, u"COMMIT"_s);  // the driver's own tells no result code
+      // The driver's own tells no result code. Half of the time is for looking whether it has arrived.
+      Control(u"commit"_s, u"COMMIT"_s, AnswerWait / 2);
     } catch (const DatabaseError& error) {
       const bool isLost = error.cause == DatabaseError::Cause::Lost;
       if (!isLost || !IsWritten(token))
@@ -232,12 +258,11 @@ void Connection::CommitTransaction() {
 // What has not arrived cannot arrive afterwards: its token is in the way. Who is still writing it is waited
 // for.
 bool Connection::IsWritten(const QString& token) {
-  constexpr int longest = 3000;
   constexpr int between = 100;
   QElapsedTimer since;
-  for (since.start(); !token.isEmpty() && !since.hasExpired(longest); QThread::msleep(between)) {
+  for (since.start(); !token.isEmpty() && !since.hasExpired(AnswerWait / 2); QThread::msleep(between)) {
     try {
-      Reopen();
+      Reopen(AnswerWait / 2);
       QSqlQuery query = RunOnce(
           u"INSERT INTO %1 (Token) VALUES (?) ON CONFLICT DO NOTHING RETURNING Token"_s.arg(TokenTable),
           {token});
@@ -253,6 +278,7 @@ bool Connection::IsWritten(const QString& token) {
 }
 
 void Connection::RollbackTransaction() {
+  const Answer answer(*this, AnswerWait);
   Database().rollback();
   inTransaction_ = false;
 }

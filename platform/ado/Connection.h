@@ -8,7 +8,6 @@
 // is a failure after a short wait, never a hang; a connection that was lost is made again by the next call.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -27,6 +26,7 @@ class DatabaseError : public Error {
     Overtaken,  // by another program: the whole transaction may be tried again
     Duplicate,  // another row has what only one may have
     ReadOnly,   // the user has no right to it
+    Password,   // the server wants one, or another one
     Lost        // there is no connection to the server
   };
 
@@ -58,12 +58,17 @@ class Connection {
       30;  // seconds; 30000 is what the program sets; the wait for a lock stays short all the same
   int LockWait = 2000;  // milliseconds that a statement waits for another program to let go of the file
   void SetLockWait(int milliseconds);  // of an open one; never fails
+  int AnswerWait = 4500;  // milliseconds that a server, or the network before it, has for one statement
   QString Provider = JetProvider;
 
   // Opens, and proves that the file is a database by reading from it. Throws InputError where an address is
   // none or holds a password.
   void OpenWith(const QString& connectString, const QString& user = {}, const QString& password = {});
   void Close();
+
+  // The password of that address's user, for every connection from now on: in memory, and nowhere else.
+  static void UsePassword(const QString& address, const QString& password);
+
   State GetState() const { return state_; }
   bool IsServer() const;
   const QString& Place() const;  // what messages call the database
@@ -110,6 +115,10 @@ class Connection {
   qint64 DataVersion();
   void Listen(const QString& channel);  // nothing for a file
 
+  // Whether a server's connection is known to have ended: what comes over it is read while events are
+  // processed. The next call makes it again.
+  bool HasEnded() const;
+
   // Reads the whole file and throws where its structure is damaged. Texts and numbers in it are not judged.
   void CheckIntegrity();
 
@@ -121,13 +130,17 @@ class Connection {
   static void BeforeOperation(const QString& operation);
 
  private:
-  void Reopen();
+  void Reopen(int connectWait = 4000);
   QSqlQuery RunOnce(const QString& sql, const QVariantList& values);
-  void Control(const QString& operation, const QString& sql);
+  template <class Call>
+  auto OverAnyConnection(const Call& call);
+  void Control(const QString& operation, const QString& sql, int answerWait);
   void CallBeforeChange(Change change);
   void Subscribe();
   bool IsWritten(const QString& token);
   void RequireOpen() const;
+
+  class Answer;
 
   QString name_;  // of the Qt Sql connection
   std::unique_ptr<Dialect> dialect_;
@@ -135,7 +148,6 @@ class Connection {
   QString password_;
   QString channel_;
   qint64 notifications_ = 0;  // and connections since the first
-  QElapsedTimer sinceAsked_;
   State state_ = Closed;
   bool inTransaction_ = false;
 };

@@ -21,8 +21,9 @@ class Dialect {
 
   virtual bool IsServer() const { return false; }
 
-  // Opens the Qt Sql connection of that name, which was closed or not there.
-  virtual void Open(const QString& name, const QString& user, const QString& password, int lockWait) = 0;
+  // Opens the Qt Sql connection of that name, which was closed or not there. It waits so many milliseconds:
+  // for each lock of a file, or for a server to take the connection.
+  virtual void Open(const QString& name, const QString& user, const QString& password, int wait) = 0;
 
   virtual DatabaseError Failure(const QSqlError& error) const = 0;
 

@@ -1,10 +1,15 @@
 // A PostgreSQL server: no call of it lasts over five seconds, and it says which of host, port, user,
 // password, database or rights is wrong.
+#include <QElapsedTimer>
 #include <QRegularExpression>
+#include <array>
 #include <cmath>
+#include <map>
+#include <mutex>
 
 #include "platform/ado/Dialect.h"
 #include "platform/ado/ServerAddress.h"
+#include "platform/ado/ServerLibrary.h"
 
 using namespace Qt::StringLiterals;
 using Cause = DatabaseError::Cause;
@@ -16,7 +21,7 @@ constexpr auto limits =
     "-c statement_timeout=4000 -c lock_timeout=3000 -c idle_in_transaction_session_timeout=10000 "
     "-c client_min_messages=error"_L1;
 constexpr auto network =
-    "connect_timeout=5 tcp_user_timeout=4000 keepalives=1 keepalives_idle=2 keepalives_interval=1 "
+    "connect_timeout=%1 tcp_user_timeout=4000 keepalives=1 keepalives_idle=2 keepalives_interval=1 "
     "keepalives_count=2"_L1;
 
 struct Reason {
@@ -45,43 +50,74 @@ Reason ReasonOf(const QString& state, const QString& words) {
   return {u"the server refuses it (%1)"_s.arg(words)};
 }
 
-// What keeps a connection from being made has no code, only words.
-QString ReasonNotToOpen(const QString& words, const ServerAddress& address) {
-  const auto named = [&](const QString& keyword) {
-    const QString part = address.Part(keyword);
-    return part.isEmpty() ? QString() : u" \"%1\""_s.arg(part);
-  };
-  const auto says = [&](QLatin1String part) { return words.contains(part); };
-  if (says("no password supplied"_L1))
-    return u"the user%1 needs a password; keep it in ~/.pgpass, in a service file or in PGPASSWORD"_s.arg(
-        named(u"user"_s));
-  if (says("password authentication failed"_L1) || says("authentication failed for user"_L1))
-    return u"the user%1 or the password is wrong"_s.arg(named(u"user"_s));
-  static const QRegularExpression missing(u"(database|role) \"([^\"]*)\" does not exist"_s);
-  if (const auto match = missing.match(words); match.hasMatch())
-    return (match.captured(1) == u"role"_s ? u"the server knows no user \"%1\""_s
-                                           : u"the server has no database \"%1\""_s)
-        .arg(match.captured(2));
-  if (says("permission denied for database"_L1) || says("is not permitted to log in"_L1))
-    return u"the user%1 has no right to use the database"_s.arg(named(u"user"_s));
-  if (says("no pg_hba.conf entry"_L1))
-    return u"the server lets the user%1 in neither from here nor in this way (%2)"_s.arg(named(u"user"_s),
-                                                                                         words);
-  if (says("could not translate host name"_L1)) return u"the host%1 is not known"_s.arg(named(u"host"_s));
-  if (says("Connection refused"_L1) || says("No such file or directory"_L1))
-    return u"no server answers there; check the host%1 and the port%2"_s.arg(named(u"host"_s),
-                                                                             named(u"port"_s));
-  if (says("timeout"_L1) || says("timed out"_L1) || says("No route to host"_L1) || says("unreachable"_L1))
-    return u"the host%1 does not answer"_s.arg(named(u"host"_s));
-  return u"the server cannot be reached (%1)"_s.arg(words);
-}
-
 // One line of what the driver says: the server's, not the driver's own repetition.
 QString OnOneLine(const QString& text) {
   QString line = text.section(u'\n', 0, 0).simplified();
-  static const QRegularExpression severity(u"^(ERROR|FATAL):\\s*"_s);
+  static const QRegularExpression severity(u"^(.*: )?(ERROR|FATAL):\\s*"_s);
   return line.remove(severity);
 }
+
+// " "plant"", or nothing where the address leaves it open.
+QString Named(const ServerAddress& address, const QString& keyword) {
+  const QString part = address.Part(keyword);
+  return part.isEmpty() ? QString() : u" \"%1\""_s.arg(part);
+}
+
+// What keeps a connection from being made. The driver has only words for it, in whatever language.
+Reason ReasonNotToOpen(const QString& words, const ServerLibrary::Refusal& refusal,
+                       const ServerAddress& address) {
+  const auto named = [&](const QString& keyword) { return Named(address, keyword); };
+  const QString& state = refusal.state;
+  if (refusal.needsPassword)
+    return {u"the user%1 needs a password; keep it in ~/.pgpass, in a service file or in PGPASSWORD"_s.arg(
+                named(u"user"_s)),
+            Cause::Password};
+  if (state == "28P01"_L1)
+    return {u"the user%1 or the password is wrong"_s.arg(named(u"user"_s)), Cause::Password};
+  if (state == "28000"_L1)
+    return {u"the server does not let the user%1 in (%2)"_s.arg(named(u"user"_s), words)};
+  if (state == "3D000"_L1) return {u"the server has no database%1"_s.arg(named(u"dbname"_s))};
+  if (state == "42501"_L1)
+    return {u"the user%1 has no right to use the database%2"_s.arg(named(u"user"_s), named(u"dbname"_s))};
+  if (state == "57P03"_L1)
+    return {u"the server is starting or stopping; try again in a moment"_s, Cause::Lost};
+  if (!state.isEmpty()) return {u"the server refuses the connection (%1)"_s.arg(words)};
+  if (!refusal.knowsHost) return {u"the host%1 is not known"_s.arg(named(u"host"_s)), Cause::Lost};
+  if (!refusal.isThere)
+    return {u"no server answers there; check the host%1 and the port%2 (%3)"_s.arg(named(u"host"_s),
+                                                                                   named(u"port"_s), words),
+            Cause::Lost};
+  return {u"the server cannot be reached (%1)"_s.arg(words), Cause::Lost};
+}
+
+// Of each user at each server.
+class Passwords {
+ public:
+  static Passwords& Get() {
+    static Passwords passwords;
+    return passwords;
+  }
+
+  void Keep(const ServerAddress& address, const QString& password) {
+    const std::lock_guard lock(mutex_);
+    passwords_[KeyOf(address)] = password;
+  }
+  QString Of(const ServerAddress& address) {
+    const std::lock_guard lock(mutex_);
+    const auto found = passwords_.find(KeyOf(address));
+    return found == passwords_.end() ? QString() : found->second;
+  }
+
+ private:
+  using Key = std::array<QString, 4>;
+  static Key KeyOf(const ServerAddress& address) {
+    return {address.Part(u"host"_s), address.Part(u"hostaddr"_s), address.Part(u"port"_s),
+            address.Part(u"user"_s)};
+  }
+
+  std::mutex mutex_;
+  std::map<Key, QString> passwords_;
+};
 
 // A parser of the little that the program's own statements hold: names in double quotes and constants in
 // single ones. What a server might take for the end of a constant, and the program does not, is refused.
@@ -124,7 +160,7 @@ class Server : public Dialect {
 
   bool IsServer() const override { return true; }
 
-  void Open(const QString& name, const QString& user, const QString& password, int) override {
+  void Open(const QString& name, const QString& user, const QString& given, int wait) override {
     QSqlDatabase database = Added(name, u"QPSQL"_s);
     if (!database.isValid())
       throw DatabaseError(
@@ -132,12 +168,19 @@ class Server : public Dialect {
     database.setHostName(address_.Part(u"host"_s));
     database.setDatabaseName(address_.Part(u"dbname"_s));
     database.setUserName(user.isEmpty() ? address_.Part(u"user"_s) : user);
+    const QString password = given.isEmpty() ? Passwords::Get().Of(address_) : given;
     database.setPassword(password);
-    database.setConnectOptions(Options());
-    if (!database.open()) {
-      const QString words = OnOneLine(database.lastError().databaseText());
-      throw DatabaseError(u"%1: %2"_s.arg(place_, ReasonNotToOpen(words, address_)), 0, Cause::Lost);
-    }
+    database.setConnectOptions(Options(wait));
+    QElapsedTimer since;
+    since.start();
+    if (database.open()) return;
+    const QString words = OnOneLine(database.lastError().databaseText());
+    Reason reason{u"the host%1 does not answer"_s.arg(Named(address_, u"host"_s)), Cause::Lost};
+    // A second try, to learn why, takes as long.
+    if (since.elapsed() < wait / 2)
+      reason =
+          ReasonNotToOpen(words, ServerLibrary::WhyRefused(address_.parts, password, wait / 2), address_);
+    throw DatabaseError(u"%1: %2"_s.arg(place_, reason.text), 0, reason.cause);
   }
 
   DatabaseError Failure(const QSqlError& error) const override {
@@ -183,8 +226,11 @@ class Server : public Dialect {
   }
 
  private:
-  QString Options() const {
-    QStringList options{network, u"options='%1 %2'"_s.arg(limits, Escaped(address_.Part(u"options"_s)))};
+  QString Options(int wait) const {
+    // Each of several hosts has its share of the time; the least are two seconds.
+    const auto hosts = address_.Part(u"host"_s).count(u',') + 1;
+    QStringList options{QString(network).arg(std::max<qsizetype>(2, wait / 1000 / hosts)),
+                        u"options='%1 %2'"_s.arg(limits, Escaped(address_.Part(u"options"_s)))};
     if (!address_.parts.contains(u"application_name"_s)) options << u"application_name=kestrel"_s;
     for (const auto& [keyword, value] : address_.parts) {
       static const QStringList told{u"host"_s, u"dbname"_s, u"user"_s, u"options"_s};
@@ -212,3 +258,7 @@ class Server : public Dialect {
 }  // namespace
 
 std::unique_ptr<Dialect> ServerDialect(const QString& address) { return std::make_unique<Server>(address); }
+
+void Connection::UsePassword(const QString& address, const QString& password) {
+  Passwords::Get().Keep(ServerAddress::Parse(address), password);
+}

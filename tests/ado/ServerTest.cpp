@@ -2,8 +2,12 @@
 // becomes of a connection that is lost.
 #include <gtest/gtest.h>
 
+#include <sys/types.h>
+
+#include <QElapsedTimer>
 #include <QJsonObject>
 #include <cmath>
+#include <csignal>
 
 #include "platform/ado/Recordset.h"
 #include "platform/ado/ServerAddress.h"
@@ -66,7 +70,8 @@ TEST_F(ServerTest, SaysWhatIsWrong) {
     return QString(address).replace(text, now);
   };
   EXPECT_EQ(Open(with(address.section(u'/', -1), u"none"_s)), u"the server has no database \"none\""_s);
-  EXPECT_EQ(Open(TestServer::As(u"nobody"_s, address)), u"the server knows no user \"nobody\""_s);
+  EXPECT_EQ(Open(TestServer::As(u"nobody"_s, address)),
+            u"the server does not let the user \"nobody\" in (role \"nobody\" does not exist)"_s);
   EXPECT_TRUE(Open(TestServer::As(u"guarded"_s, address)).contains(u"needs a password"_s));
   qputenv("PGPASSWORD", "wrong");
   EXPECT_EQ(Open(TestServer::As(u"guarded"_s, address)), u"the user \"guarded\" or the password is wrong"_s);
@@ -151,6 +156,23 @@ TEST_F(ServerTest, AConnectionThatWasLostIsMadeAgain) {
   }
   connection.RollbackTransaction();
   EXPECT_EQ(connection.Execute(u"DELETE FROM T"_s), 2) << "nothing of it was written";
+}
+
+TEST_F(ServerTest, AServerThatStopsKeepsNobodyWaiting) {
+  QSqlQuery query = other.Run(u"select"_s, u"SELECT pg_backend_pid()"_s);
+  ASSERT_TRUE(other.NextRow(query));
+  const auto process = static_cast<pid_t>(query.value(0).toInt());
+  other.AnswerWait = 100;
+  other.BeginTransaction();
+  kill(process, SIGSTOP);
+  QElapsedTimer since;
+  since.start();
+  EXPECT_TRUE(Refusal([&] { other.Run(u"select"_s, u"SELECT * FROM T"_s); }).contains(u"gives no answer"_s));
+  EXPECT_TRUE(other.HasEnded());
+  other.RollbackTransaction();
+  EXPECT_EQ(other.Execute(u"UPDATE T SET Deleted = 1"_s), 2) << "over another connection";
+  EXPECT_LT(since.elapsed(), 2000);
+  kill(process, SIGKILL);
 }
 
 }  // namespace
