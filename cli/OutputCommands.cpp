@@ -1,13 +1,12 @@
-// The commands that show a library: status, report, export.
+// The commands that write a file for each data set: report, export.
 #include <QDir>
 #include <QFutureSynchronizer>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QRegularExpression>
 #include <QtConcurrentMap>
 #include <algorithm>
 #include <exception>
 #include <functional>
+#include <map>
 #include <vector>
 
 #include "charts/CsfExport.h"
@@ -15,21 +14,15 @@
 #include "charts/SaveFile.h"
 #include "charts/StatPage.h"
 #include "cli/Arguments.h"
-#include "cli/CommandLine.h"
+#include "cli/ChosenDataSets.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/FileNames.h"
 #include "cli/SharedOptions.h"
 #include "cli/TraceTexts.h"
-#include "data/Json.h"
-#include "data/Names.h"
-#include "library/Library.h"
 #include "platform/error/Error.h"
-#include "platform/language/Conversions.h"
 #include "texts/CommandWords.h"
-#include "texts/DetectionRules.h"
 #include "texts/LibraryWords.h"
-#include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -39,8 +32,6 @@ namespace {
 
 using SharedOptions::libraryFile;
 
-const Option json = Option::Flag(u"json"_s, Words::Command::jsonOption());
-const Option check = Option::Flag(u"check"_s, Words::Command::checkOption());
 const Option format =
     Option::Choice(u"format"_s, {u"pdf"_s, u"png"_s, u"svg"_s}, Words::Command::formatOption(), 0);
 const Option fit = Option::Flag(u"fit"_s, Words::Command::fitOption());
@@ -52,102 +43,6 @@ const Option until = Option::Text(u"until"_s, Words::Command::dayValue(), Words:
 const Option csv = Option::Flag(u"csv"_s, Words::Command::csvOption());
 const Option date = Option::Flag(u"date"_s, Words::Command::dateOption());
 
-// Data sets with their statistics, and the exit status that those without leave.
-struct Loaded {
-  std::vector<CDataPtr> dataSets;
-  int status = CommandLine::Fine;
-};
-
-// The chosen rows; each that is no data set is named and keeps none of the others from being used.
-Loaded Load(const std::vector<Library::Row>& rows, const QString& place) {
-  Loaded loaded;
-  for (const Library::Row& row : rows) {
-    if (row.failure) {
-      Console::Complain(place + u": "_s + row.failure->Text());
-      loaded.status = std::max(loaded.status, CommandLine::StatusOf(*row.failure));
-    } else {
-      loaded.dataSets.push_back(row.data);
-    }
-  }
-  return loaded;
-}
-
-// Those of these descriptions, each once and in their order; all where none is named.
-std::vector<Library::Row> Select(const std::vector<Library::Row>& all, const QStringList& descriptions,
-                                 const QString& place) {
-  if (descriptions.isEmpty()) return all;
-  std::vector<Library::Row> selected;
-  for (const QString& description : descriptions) {
-    const auto found = Names::Find(all.begin(), all.end(), description,
-                                   [](const Library::Row& row) { return row.description; });
-    if (found == all.end()) throw InputError(Words::Library::notThere(place, description), description);
-    const auto isIt = [&](const Library::Row& row) { return row.description == found->description; };
-    if (std::ranges::none_of(selected, isIt)) selected.push_back(*found);
-  }
-  return selected;
-}
-
-struct TableColumn {
-  QString heading;
-  bool isNumber;
-  std::function<QString(const CData&)> text;
-};
-
-QString InControlText(const CData& data) {
-  if (data.NumberOfPlotPoints() == 0) return u"-"_s;
-  return data.IsInControl() ? Words::Command::isControlled()
-                            : Words::Command::isNotControlled(data.RuleViolation());
-}
-
-const std::vector<TableColumn>& StatusColumns() {
-  auto number = [](double (CData::*read)() const) {
-    return [read](const CData& data) { return Conversions::CStr((data.*read)()); };
-  };
-  static const std::vector<TableColumn> columns = {
-      {Words::Command::dataDescription(), false, [](const CData& data) { return data.Description(); }},
-      {Words::Command::state(), false,
-       [](const CData& data) { return ProcessState::Name(data.ProcessState()); }},
-      {Words::Command::controlled(), false, InControlText},
-      {Words::Figure::cpk(), true,
-       [](const CData& data) { return QString::number(data.CPKValue(), 'f', 2); }},
-      {Words::Figure::samples(), true, [](const CData& data) { return QString::number(data.SampleQty()); }},
-      {Words::Command::subgroupSize(), true,
-       [](const CData& data) { return QString::number(data.SubGroupSize()); }},
-      {Words::Figure::mean(), true, number(&CData::XBarMean)},
-      {Words::Figure::lcl(), true, number(&CData::XBarLCL)},
-      {Words::Figure::ucl(), true, number(&CData::XBarUCL)},
-      {Words::Command::unit(), false, [](const CData& data) { return data.UnitOfMeasurement(); }}};
-  return columns;
-}
-
-QString Table(const std::vector<CDataPtr>& dataSets) {
-  std::vector<QStringList> rows(1);
-  for (const TableColumn& column : StatusColumns()) rows[0] << column.heading;
-  for (const CDataPtr& data : dataSets) {
-    QStringList row;
-    for (const TableColumn& column : StatusColumns()) row << Console::OnOneLine(column.text(*data));
-    rows.push_back(row);
-  }
-  std::vector<qsizetype> widths(StatusColumns().size(), 0);
-  for (const QStringList& row : rows) {
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-      widths[i] = std::max(widths[i], row[static_cast<qsizetype>(i)].size());
-    }
-  }
-  QString text;
-  for (const QStringList& row : rows) {
-    QString line;
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-      const QString& cell = row[static_cast<qsizetype>(i)];
-      line += StatusColumns()[i].isNumber ? cell.rightJustified(widths[i]) : cell.leftJustified(widths[i]);
-      line += u"  "_s;
-    }
-    while (line.endsWith(u' ')) line.chop(1);
-    text += line + u'\n';
-  }
-  return text;
-}
-
 QString OutputFolder(const Arguments& arguments) {
   const QString folder = arguments.Text(SharedOptions::out);
   if (!QDir().mkpath(folder)) throw Error(Words::Command::noFolder(folder));
@@ -156,21 +51,14 @@ QString OutputFolder(const Arguments& arguments) {
 
 // A data set, the file for it and its place among the files that are written, from 1.
 struct Output {
+  qint64 id = 0;
   CDataPtr data;
-  QString path;
+  QString path{};
   int number = 0;
   int count = 0;
   std::shared_ptr<const Trace::Record> trace{};  // of its samples
   std::exception_ptr failure{};                  // why there is no file
 };
-
-std::vector<Output> Outputs(const std::vector<CDataPtr>& selected, const QString& folder,
-                            const QString& ending) {
-  FileNames names(folder, ending);
-  std::vector<Output> outputs;
-  for (const CDataPtr& data : selected) outputs.push_back({data, names.Next(*data)});
-  return outputs;
-}
 
 using Step = std::function<void(const Output&)>;
 
@@ -183,69 +71,90 @@ void Try(Output& output, const Step& step) {
   }
 }
 
-// Writes one file for each selected data set, several at once, and prints in their order where they are. One
+// Writes one file for each chosen data set, several at once, and prints in their order where they are. One
 // that is refused or cannot be written keeps none of the others from it; it is named, and the exit status
-// tells. What is refused is known before the others get their numbers.
-int WriteEach(const Arguments& arguments, const QString& ending, const Step& prepare, const Step& write) {
-  const QString library = arguments.Operands()[0];
-  const auto opened = Library::Open(library, Console::Warn);
-  const Loaded loaded = Load(Select(opened->ReadAll(), arguments.Operands().mid(1), library), library);
-  std::vector<Output> outputs = Outputs(loaded.dataSets, OutputFolder(arguments), ending);
-  for (Output& output : outputs) {
-    Try(output, [&](const Output& of) {
-      output.trace = std::make_shared<const Trace::Record>(opened->TraceOf(*of.data));
+// tells. The library is read in portions: twice where files are numbered.
+class Files {
+ public:
+  Files(const Arguments& arguments, const QString& ending)
+      : place_(arguments.Operands()[0]),
+        dataSets_(place_, arguments.Operands().mid(1)),
+        names_(OutputFolder(arguments), ending),
+        total_(dataSets_.Count()) {}
+
+  // What is refused is known before the others get their numbers.
+  void Number(const Step& prepare) {
+    dataSets_.Each([&](const std::vector<Library::Row>& rows) {
+      std::vector<Output> outputs = OutputsOf(rows);
+      QtConcurrent::blockingMap(outputs, [&](Output& output) { Try(output, prepare); });
+      for (const Output& output : outputs) {
+        if (output.failure)
+          refused_[output.id] = output.failure;
+        else
+          ++count_;
+      }
     });
   }
-  QtConcurrent::blockingMap(outputs, [&](Output& output) { Try(output, prepare); });
-  const auto count = std::ranges::count(outputs, nullptr, &Output::failure);
-  int number = 0;
-  for (Output& output : outputs) {
-    output.number = number += !output.failure;
-    output.count = static_cast<int>(count);
-  }
-  // What is below does not leave before all are written.
-  QFutureSynchronizer<std::exception_ptr> failures(QtConcurrent::mapped(outputs, [&write](Output output) {
-    Try(output, write);
-    return output.failure;
-  }));
-  int status = loaded.status;
-  Console::Progress progress(Words::Command::writing());
-  for (int i = 0; i < static_cast<int>(outputs.size()); ++i) {
-    const Output& output = outputs[static_cast<size_t>(i)];
-    try {
-      const std::exception_ptr failure = failures.futures()[0].resultAt(i);
-      if (failure) std::rethrow_exception(failure);
-      Console::Print(output.path + u'\n');
-    } catch (const std::exception& error) {
-      const QString name = output.data->Description();
-      Console::Complain(Words::Library::refusedValues(library, name, ErrorText(error)));
-      status = std::max(status, CommandLine::StatusOf(error));
-    }
-    progress.Show(i + 1, static_cast<int>(outputs.size()));
-  }
-  return status;
-}
 
-int RunStatus(const Arguments& arguments) {
-  const QString& place = arguments.Operands()[0];
-  const auto library = Library::Open(place, Console::Warn);
-  const auto [dataSets, failed] = Load(library->ReadAll(), place);
-  if (arguments.Has(json)) {
-    QJsonArray array;
-    for (const CDataPtr& data : dataSets) {
-      QJsonObject object = Json::ReadProperties(*data);
-      TraceTexts::AddTo(object, library->TraceOf(*data));
-      array.append(object);
-    }
-    Console::Print(QString::fromUtf8(QJsonDocument(array).toJson()));
-  } else if (!dataSets.empty() || failed == CommandLine::Fine) {
-    Console::Print(dataSets.empty() ? Words::Command::noDataSets() + u'\n' : Table(dataSets));
+  int Write(const Step& write) {
+    dataSets_.Each([&](const std::vector<Library::Row>& rows) {
+      std::vector<Output> outputs = OutputsOf(rows);
+      for (Output& output : outputs) {
+        output.path = names_.Next(*output.data);
+        if (const auto refused = refused_.find(output.id); refused != refused_.end())
+          output.failure = refused->second;
+        output.number = number_ += !output.failure;
+        output.count = count_;
+      }
+      WriteAtOnce(outputs, write);
+    });
+    return std::max(status_, dataSets_.Status());
   }
-  const bool outOfControl = std::any_of(dataSets.begin(), dataSets.end(),
-                                        [](const CDataPtr& data) { return !data->IsInControl(); });
-  return std::max<int>(failed,
-                       arguments.Has(check) && outOfControl ? CommandLine::OutOfControl : CommandLine::Fine);
-}
+
+ private:
+  std::vector<Output> OutputsOf(const std::vector<Library::Row>& rows) const {
+    std::vector<Output> outputs;
+    for (const Library::Row& row : rows) {
+      Output& output = outputs.emplace_back(Output{row.id, row.data});
+      Try(output, [&](const Output&) {
+        output.trace = std::make_shared<const Trace::Record>(dataSets_.Of().TraceOf(*row.data));
+      });
+    }
+    return outputs;
+  }
+
+  void WriteAtOnce(const std::vector<Output>& outputs, const Step& write) {
+    // What is below does not leave before all are written.
+    QFutureSynchronizer<std::exception_ptr> failures(QtConcurrent::mapped(outputs, [&write](Output output) {
+      Try(output, write);
+      return output.failure;
+    }));
+    for (int i = 0; i < static_cast<int>(outputs.size()); ++i) {
+      const Output& output = outputs[static_cast<size_t>(i)];
+      try {
+        const std::exception_ptr failure = failures.futures()[0].resultAt(i);
+        if (failure) std::rethrow_exception(failure);
+        Console::Print(output.path + u'\n');
+      } catch (const std::exception& error) {
+        const QString name = output.data->Description();
+        Console::Complain(Words::Library::refusedValues(place_, name, ErrorText(error)));
+        status_ = std::max(status_, CommandLine::StatusOf(error));
+      }
+      progress_.Show(++done_, total_);
+    }
+  }
+
+  const QString place_;
+  ChosenDataSets dataSets_;
+  FileNames names_;
+  const qsizetype total_;
+  std::map<qint64, std::exception_ptr> refused_;
+  int count_ = 0;
+  int number_ = 0;
+  int done_ = 0;
+  int status_ = CommandLine::Fine;
+  Console::Progress progress_{Words::Command::writing()};
+};
 
 // The points that the charts of a data set with so many are to show, and what it adds to a file's name: the
 // page of a part does not replace that of all points.
@@ -315,8 +224,9 @@ int RunReport(const Arguments& arguments) {
     own.trace = output.trace;
     return StatPage(*output.data, own);
   };
-  return WriteEach(arguments, stretch.name + day + u'.' + format.choices[arguments.Choice(format)], page,
-                   [&](const Output& output) { PageOutput::WritePage(page(output), output.path); });
+  Files files(arguments, stretch.name + day + u'.' + format.choices[arguments.Choice(format)]);
+  files.Number(page);
+  return files.Write([&](const Output& output) { PageOutput::WritePage(page(output), output.path); });
 }
 
 // A line for each sample; what has none any more is only counted.
@@ -328,23 +238,13 @@ void WriteSamples(const Output& output) {
 }
 
 int RunExport(const Arguments& arguments) {
-  const auto none = [](const Output&) {};
-  if (arguments.Has(csv)) return WriteEach(arguments, u".csv"_s, none, WriteSamples);
-  return WriteEach(arguments, u".csf"_s, none,
-                   [](const Output& output) { CsfExport::WriteCsf(*output.data, output.path); });
+  if (arguments.Has(csv)) return Files(arguments, u".csv"_s).Write(WriteSamples);
+  return Files(arguments, u".csf"_s).Write([](const Output& output) {
+    CsfExport::WriteCsf(*output.data, output.path);
+  });
 }
 
 }  // namespace
-
-const Command& Status() {
-  static const Command command = {.name = u"status"_s,
-                                  .purpose = Words::Command::statusPurpose(),
-                                  .operands = {libraryFile},
-                                  .options = {json, check},
-                                  .details = {},
-                                  .run = RunStatus};
-  return command;
-}
 
 const Command& Report() {
   static const Command command = {

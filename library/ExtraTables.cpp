@@ -93,10 +93,11 @@ bool ExtraTables::HasDeleted(Connection& connection) { return connection.Has(u"D
 
 bool ExtraTables::HasFormerNames(Connection& connection) { return connection.Has(u"FormerDescription"_s); }
 
-ExtraTables::LimitsBases ExtraTables::ReadLimitsBases(Connection& connection) {
+ExtraTables::LimitsBases ExtraTables::ReadLimitsBases(Connection& connection, const QString& clause) {
   LimitsBases bases;
   if (!connection.Has(u"LimitsBase"_s)) return bases;
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT ID, FirstPoint, LastPoint FROM LimitsBase"_s);
+  QSqlQuery query =
+      connection.Run(u"select"_s, u"SELECT ID, FirstPoint, LastPoint FROM LimitsBase "_s + clause);
   while (connection.NextRow(query)) {
     const auto point = [&](int column) { return static_cast<qint16>(query.value(column).toInt()); };
     bases[query.value(0).toLongLong()] = {point(1), point(2)};

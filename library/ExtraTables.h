@@ -33,7 +33,7 @@ bool HasFormerNames(Connection& connection);
 // Nothing keeps the notes true when limits or values change: who reads one looks whether these points still
 // give the limits. An ID is never given twice, so a note may outlive its row until that is restored.
 using LimitsBases = std::map<qint64, std::pair<qint16, qint16>>;
-LimitsBases ReadLimitsBases(Connection& connection);
+LimitsBases ReadLimitsBases(Connection& connection, const QString& clause);  // those that a clause chooses
 void NoteLimitsBase(Connection& connection, qint64 id, std::pair<qint16, qint16> points);
 
 }  // namespace ExtraTables

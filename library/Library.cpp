@@ -1,6 +1,5 @@
 #include "library/Library.h"
 
-#include <QtConcurrentMap>
 #include <limits>
 
 #include "data/Names.h"
@@ -17,8 +16,6 @@ using namespace Qt::StringLiterals;
 using Change = Connection::Change;
 
 namespace {
-
-constexpr int rowsAtATime = 256;
 
 // Puts the data set's control limits into its row.
 void RenewLimits(const CData& data, QVariantList& row) {
@@ -96,25 +93,7 @@ void TakeRow(CData& data, const QVariantList& row) {
 
 }  // namespace
 
-// Reading
-
-Library::RawRows Library::Select(const QString& clause, const QVariantList& values) {
-  const Table& table = Tables::StatData();
-  const auto count = static_cast<int>(table.columns.size());
-  QSqlQuery query = connection_.Run(
-      u"select"_s, u"SELECT %1 FROM %2 %3"_s.arg(table.ColumnList(table.name), table.name, clause), values);
-  RawRows rows;
-  while (connection_.NextRow(query)) {
-    QVariantList& row = rows.emplace_back();
-    row.reserve(count);
-    for (int column = 0; column < count; ++column) row << query.value(column);
-  }
-  return rows;
-}
-
-Library::RawRows Library::SelectId(qint64 id) {
-  return Select(u"WHERE ID = ?"_s + connection_.RowLock(), {id});
-}
+// Writing
 
 // What a statement before in the same transaction has left there.
 QVariantList Library::WrittenRow(qint64 id) {
@@ -122,61 +101,6 @@ QVariantList Library::WrittenRow(qint64 id) {
   if (rows.empty()) throw Error(Words::Library::notKept(place_, QString::number(id)));
   return rows.front();
 }
-
-void Library::ReadEach(const std::function<bool(const Row&)>& take) {
-  const auto bases = ExtraTables::ReadLimitsBases(connection_);
-  qint64 last = std::numeric_limits<qint64>::min();
-  for (RawRows rows;
-       rows = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(rowsAtATime), {last}), !rows.empty();) {
-    last = Tables::IdOf(rows.back());
-    for (const QVariantList& values : rows) {
-      Row row = Rows::Make(values, bases);
-      Rows::Calculate(row);
-      if (!take(row)) return;
-    }
-  }
-}
-
-std::vector<Library::Row> Library::ReadAll() {
-  std::vector<Row> rows;
-  const auto bases = ExtraTables::ReadLimitsBases(connection_);
-  qint64 last = std::numeric_limits<qint64>::min();
-  for (RawRows read;
-       read = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(rowsAtATime), {last}), !read.empty();) {
-    last = Tables::IdOf(read.back());
-    for (const QVariantList& values : read) rows.push_back(Rows::Make(values, bases));
-  }
-  QtConcurrent::blockingMap(rows, Rows::Calculate);
-  return rows;
-}
-
-std::optional<Library::Row> Library::Read(qint64 id) {
-  const RawRows rows = SelectId(id);
-  if (rows.empty()) return std::nullopt;
-  Row row = Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_));
-  Rows::Calculate(row);
-  return row;
-}
-
-// What a statement gives as ID and name.
-std::optional<qint64> Library::FindId(const QString& sql, const QString& name) {
-  std::vector<std::pair<qint64, QString>> all;
-  QSqlQuery query = connection_.Run(u"select"_s, sql);
-  while (connection_.NextRow(query)) all.emplace_back(query.value(0).toLongLong(), query.value(1).toString());
-  const auto found =
-      Names::Find(all.begin(), all.end(), name, [](const auto& entry) { return entry.second; });
-  return found == all.end() ? std::nullopt : std::optional(found->first);
-}
-
-std::optional<qint64> Library::FindDataSet(const QString& description) {
-  if (connection_.IsServer())
-    if (const auto id = LibraryServer::FindName(connection_, description)) return id;
-  return FindId(u"SELECT ID, Description FROM StatData ORDER BY ID"_s, description);
-}
-
-bool Library::Contains(const QString& description) { return FindDataSet(description).has_value(); }
-
-// Writing
 
 QVariantList Library::Insert(const CData& data, const QDateTime& now) {
   QStringList names{u"Description"_s, u"LastModified"_s};
@@ -301,7 +225,8 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
   const auto id = FindDataSet(description);
   const RawRows rows = id ? SelectId(*id) : RawRows();
   if (rows.empty()) throw NotThere(description);
-  const Row row = Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_));
+  const Row row =
+      Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_, u"WHERE ID = %1"_s.arg(*id)));
   if (row.failure) throw Error(place_ + u": "_s + row.failure->Text(), row.failure->GetKind(), place_);
   QString text = row.data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "data/CData.h"
@@ -43,7 +44,7 @@ class Library {
   void Guard(const News& news);
 
   // Whether the rights that a server gives to its users are enough to write.
-  bool CanWrite();
+  bool CanWrite();  // asked once
 
   const QString& Place() const { return place_; }
   Connection& Database() { return connection_; }
@@ -56,12 +57,22 @@ class Library {
     QString description = {};
   };
 
-  // Gives every row, in the order of the IDs; `take` says whether to go on. Rows are read some at a time:
-  // meanwhile other programs may write, and each row is as it stood when it was read.
+  // Gives every row in the order of the IDs, or those chosen in theirs, calculated on all of the machine's
+  // cores; `take` says whether to go on. Only some rows are read and held at a time: meanwhile other programs
+  // may write. Each row is as it stood when it was read; one that is gone by then is left out.
+  void ReadPortions(const std::function<bool(std::vector<Row>& rows)>& take,
+                    const std::optional<std::vector<qint64>>& chosen = {});
   void ReadEach(const std::function<bool(const Row& row)>& take);
 
-  // The same at once, calculated on all of the machine's cores.
+  // Every row at once: for libraries that are known to be small.
   std::vector<Row> ReadAll();
+
+  // Which rows there are, in the order of the IDs.
+  struct Entry {
+    qint64 id;
+    QString name;
+  };
+  std::vector<Entry> Entries();
 
   // The row of that ID; none where it is gone.
   std::optional<Row> Read(qint64 id);
@@ -162,6 +173,8 @@ class Library {
   using RawRows = std::vector<QVariantList>;
   RawRows Select(const QString& clause = {}, const QVariantList& values = {});
   RawRows SelectId(qint64 id);
+  RawRows SelectEach(std::span<const qint64> ids);
+  std::vector<Entry> Entries(const QString& sql);
   std::optional<QVariantList> PresentRow(const CData& data);
   QVariantList WrittenRow(qint64 id);
   std::optional<qint64> FindId(const QString& sql, const QString& name);
@@ -187,4 +200,5 @@ class Library {
   QString place_;
   Connection connection_;
   std::unique_ptr<Backup> backup_;
+  std::optional<bool> canWrite_;
 };

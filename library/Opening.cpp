@@ -71,7 +71,10 @@ QString Library::Revision() {
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
 
-bool Library::CanWrite() { return !connection_.IsServer() || LibraryServer::CanWrite(connection_); }
+bool Library::CanWrite() {
+  if (!canWrite_) canWrite_ = !connection_.IsServer() || LibraryServer::CanWrite(connection_);
+  return *canWrite_;
+}
 
 void Library::Guard(const News& news) {
   ExtraTables::RequireKnownLayout(connection_, place_);
