@@ -15,6 +15,8 @@ namespace Commands {
 namespace {
 
 const Option json = Option::Flag(u"json"_s, Words::Command::figuresOption());
+const Option server =
+    Option::Text(u"server"_s, Words::Command::addressValue(), Words::Command::verifyServerOption());
 const Option pdf = Option::Text(u"pdf"_s, u"FILE"_s, Words::Command::pdfOption());
 
 int RunVerify(const Arguments& arguments) {
@@ -26,6 +28,7 @@ int RunVerify(const Arguments& arguments) {
   add(Verification::Constants());
   add(Verification::ReferenceCases());
   add({Verification::SaveAndLoad()});
+  if (arguments.Has(server)) add({Verification::SaveAndLoad(arguments.Text(server))});
   if (arguments.Has(pdf)) SaveFile(arguments.Text(pdf), report.Pdf());
   Console::Print(arguments.Has(json) ? QString::fromUtf8(report.Json()) : report.Text());
   return Verification::AllPassed(report.checks) ? CommandLine::Fine : CommandLine::Differs;
@@ -37,7 +40,7 @@ const Command& Verify() {
   static const Command command = {.name = u"verify"_s,
                                   .purpose = Words::Command::verifyPurpose(),
                                   .operands = {},
-                                  .options = {json, pdf},
+                                  .options = {json, pdf, server},
                                   .details = Words::Command::verifyDetails(),
                                   .run = RunVerify,
                                   .needsGraphics = true};

@@ -200,6 +200,9 @@ inline constexpr Text<> verifyDetails{
     u"Compares with certified, published and independently calculated figures on this machine. Exit\n"
     u"status 1 when anything differs.\n"};
 inline constexpr Text<> figuresOption{u"an object with every figure, expected and found"};
+inline constexpr Text<> addressValue{u"ADDRESS"};
+inline constexpr Text<> verifyServerOption{
+    u"save and load in that database as well; what stands there stays as it is"};
 inline constexpr Text<> pdfOption{u"a report for the file of records as well"};
 inline constexpr Text<> copyPurpose{u"copies a whole library"};
 inline constexpr Text<> copyFrom{u"the library to copy"};

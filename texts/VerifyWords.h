@@ -16,8 +16,11 @@ inline constexpr Text<> constantsSource{u"Integration of the distribution of the
 inline constexpr Text<1> d2{u"d2 for n = 2 to %1"};
 inline constexpr Text<1> d3{u"d3 for n = 2 to %1"};
 inline constexpr Text<> library{u"Library file"};
+inline constexpr Text<> libraryThere{u"Library on the server"};
 inline constexpr Text<> savedAndLoaded{u"Data sets saved and loaded again"};
 inline constexpr Text<> librarySource{u"The program before and after, in a temporary file"};
+inline constexpr Text<> savedAndLoadedThere{u"Data sets saved on the server and loaded again"};
+inline constexpr Text<> serverSource{u"The program before and after, in a schema of its own"};
 inline constexpr Text<1> noFolder{u"no temporary folder can be made: %1"};
 
 inline constexpr Text<> agrees{u"agrees"};

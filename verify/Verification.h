@@ -43,7 +43,8 @@ std::vector<Check> CertifiedSets();   // NIST's nine
 std::vector<Check> Constants();       // d2 and d3 against the integrated range distribution
 std::vector<Check> ReferenceCases();  // data sets with their limits, capability, rules, histogram and texts
 
-// A library made in a temporary folder, filled, closed and read again. Error where no file can be made.
-Check SaveAndLoad();
+// A library made in a temporary folder, filled, closed and read again; or, where an address is given, in a
+// schema of its own in that database, which leaves nothing there. Error where none can be made.
+Check SaveAndLoad(const QString& address = {});
 
 }  // namespace Verification

@@ -1,10 +1,13 @@
-// What a library file keeps of a data set: made, closed and read again.
+// What a library keeps of a data set: made, closed and read again.
 #include <QDateTime>
 #include <QJsonDocument>
 #include <QTemporaryDir>
+#include <QUuid>
+#include <memory>
 
 #include "data/Json.h"
 #include "library/Library.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/error/Error.h"
 #include "texts/VerifyWords.h"
 #include "verify/ReferenceData.h"
@@ -38,13 +41,59 @@ QString Shown(const CData& data) {
   return QString::fromUtf8(QJsonDocument(properties).toJson(QJsonDocument::Compact));
 }
 
+// Where a library is made for the check, and is gone afterwards.
+class Place {
+ public:
+  virtual ~Place() = default;
+  virtual QString Text() const = 0;
+};
+
+class File : public Place {
+ public:
+  File() {
+    if (!folder_.isValid()) throw Error(Words::Verify::noFolder(folder_.errorString()));
+  }
+  QString Text() const override { return folder_.filePath(u"verify.mdb"_s); }
+
+ private:
+  const QTemporaryDir folder_;
+};
+
+// A schema of a database, which the tables of a library that may stand there do not touch.
+class Schema : public Place {
+ public:
+  explicit Schema(const QString& address) : address_(ServerAddress::Parse(address)) {
+    connection_.OpenWith(address);
+    connection_.Execute(u"CREATE SCHEMA "_s + name_);
+    QString& options = address_.parts[u"options"_s];
+    options = (options + u" -c search_path="_s + name_).trimmed();
+  }
+  ~Schema() override {
+    try {
+      connection_.Execute(u"DROP SCHEMA %1 CASCADE"_s.arg(name_));
+    } catch (const Error&) {
+      // The connection was lost: the check has failed, and says so.
+    }
+  }
+  Schema(const Schema&) = delete;
+  Schema& operator=(const Schema&) = delete;
+  QString Text() const override { return address_.Text(); }
+
+ private:
+  const QString name_ = u"kestrel_verify_"_s + QUuid::createUuid().toString(QUuid::Id128);
+  ServerAddress address_;
+  Connection connection_;
+};
+
 }  // namespace
 
-Check SaveAndLoad() {
-  Check check{Words::Verify::library(), Words::Verify::savedAndLoaded(), Words::Verify::librarySource()};
-  const QTemporaryDir folder;
-  if (!folder.isValid()) throw Error(Words::Verify::noFolder(folder.errorString()));
-  const QString path = folder.filePath(u"verify.mdb"_s);
+Check SaveAndLoad(const QString& address) {
+  const bool onServer = !address.isEmpty();
+  Check check{onServer ? Words::Verify::libraryThere() : Words::Verify::library(),
+              onServer ? Words::Verify::savedAndLoadedThere() : Words::Verify::savedAndLoaded(),
+              onServer ? Words::Verify::serverSource() : Words::Verify::librarySource()};
+  const auto place = onServer ? std::unique_ptr<Place>(new Schema(address)) : std::make_unique<File>();
+  const QString path = place->Text();
   Library::Create(path);
   std::vector<CDataPtr> saved;
   {

@@ -1,5 +1,7 @@
 // The command verify as its users run it.
+#include "platform/ado/Connection.h"
 #include "tests/support/Program.h"
+#include "tests/support/TestServer.h"
 #include "texts/Version.h"
 
 namespace {
@@ -28,6 +30,28 @@ TEST_F(VerifyTest, PrintsATableAndWritesAPdf) {
   EXPECT_EQ(run.status, 0);
   EXPECT_TRUE(run.output.contains(u"15 of 15  agrees   NumAcc4\n")) << run.output.toStdString();
   EXPECT_TRUE(Read(Path(u"report.pdf"_s)).startsWith("%PDF-"));
+}
+
+TEST_F(VerifyTest, SavesAndLoadsOnAServerAndLeavesNothingThere) {
+  const QString address = TestServer::NewDatabase();
+  if (address.isEmpty()) GTEST_SKIP() << TestServer::missing;
+  Connection connection;
+  connection.OpenWith(address);
+  const auto count = [&](const QString& what) {
+    QSqlQuery query = connection.Run(u"select"_s, u"SELECT count(*) FROM "_s + what);
+    return connection.NextRow(query) ? query.value(0).toInt() : -1;
+  };
+  const auto verify = [&](const QString& place) { return Run({u"verify"_s, u"--server"_s, place}); };
+  EXPECT_EQ(Run({u"new"_s, address}).error, QString());
+  const int schemas = count(u"pg_namespace"_s);
+  const ProgramRun run = verify(address);
+  EXPECT_EQ(run.status, 0) << run.error.toStdString();
+  EXPECT_TRUE(run.output.contains(u"Data sets saved on the server"_s));
+  EXPECT_EQ(count(u"pg_namespace"_s), schemas);
+  EXPECT_EQ(count(u"StatData"_s), 0);
+  const ProgramRun reader = verify(TestServer::As(u"reader"_s, address));
+  EXPECT_EQ(reader.status, 3);
+  EXPECT_TRUE(reader.error.contains(u"no right"_s)) << reader.error.toStdString();
 }
 
 }  // namespace

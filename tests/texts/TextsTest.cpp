@@ -83,12 +83,12 @@ TEST(Texts, NoneStandsOutsideThisRoom) {
   static const QRegularExpression allowed(
       u"^u\" ?(SELECT|DELETE|INSERT|CREATE|UPDATE|VACUUM|PRAGMA|CAST.* "
       u"AS|INTEGER|TEXT|WHERE|AND|Deleted|DeletedAt|Entry|"
-      u"BEGIN|CLOSE|DECLARE|FETCH|IF|LOCK|ORDER|PERFORM) "  // SQL
-      u"|Data Set\"$"                                       // names on a recorded page
-      u"|^u\"(M[Mm]{2} |yyyy-)"                             // forms of date and time
-      u"|^u\"<t(able|r)[ >]"                                // markup
-      u"|DejaVu Sans"                                       // a font
-      u"|Orvane Labs"_s);                                   // a key of the settings
+      u"BEGIN|CLOSE|DECLARE|DROP|FETCH|IF|LOCK|ORDER|PERFORM) "  // SQL
+      u"|Data Set\"$"                                            // names on a recorded page
+      u"|^u\"(M[Mm]{2} |yyyy-)"                                  // forms of date and time
+      u"|^u\"<t(able|r)[ >]"                                     // markup
+      u"|DejaVu Sans"                                            // a font
+      u"|Orvane Labs"_s);                                        // a key of the settings
   const int count = ForEachSource({u"app"_s, u"charts"_s, u"cli"_s, u"core"_s, u"data"_s, u"library"_s,
                                    u"platform/ui"_s, u"screens"_s, u"verify"_s},
                                   [&](const QString& path, const QString& source) {
