@@ -48,14 +48,11 @@ QString Shown(const QString& path) {
   return ServerAddress::IsOne(path) ? ServerAddress::WithoutPassword(path) : path;
 }
 
-// Why a file or a server cannot be opened; empty where it can.
-QString WhyNotOpened(const QString& path) {
-  try {
-    Connection().OpenWith(path);
-    return {};
-  } catch (const std::exception& error) {
-    return ErrorText(error).remove(Shown(path) + u": "_s);
-  }
+bool IsGivenPassword(const QString& address, const std::exception& failure) {
+  const auto* refusal = dynamic_cast<const DatabaseError*>(&failure);
+  MainScreen* screen = Globals().mainScreen;
+  return refusal && refusal->cause == DatabaseError::Cause::Password && screen &&
+         screen->AskPassword(address, refusal->Text());
 }
 
 }  // namespace
@@ -84,14 +81,18 @@ void ReopenDatabase() {
   ShowInDatabasePanel(state.gLibrary->Place(), revision);
 }
 
-bool TestDatabaseConnection(bool useODBC, const QString& connectString) {
-  try {
-    Connection connection;
-    connection.Provider = ProviderFor(useODBC);
-    connection.OpenWith(connectString);
-    return true;
-  } catch (const std::exception&) {
-    return false;
+bool TestDatabaseConnection(bool useODBC, const QString& connectString, QString* why) {
+  for (;;) {
+    try {
+      Connection connection;
+      connection.Provider = ProviderFor(useODBC);
+      connection.OpenWith(connectString);
+      return true;
+    } catch (const std::exception& error) {
+      if (IsGivenPassword(connectString, error)) continue;
+      if (why) *why = ErrorText(error).remove(Shown(connectString) + u": "_s);
+      return false;
+    }
   }
 }
 
@@ -115,12 +116,11 @@ void AttachDatabase(const QString& databasePath) {
     const QString path = forThisRun               ? state.gDatabaseForThisRun
                          : databasePath.isEmpty() ? state.gSetup.DatabaseName
                                                   : databasePath;
-    QString revision;
+    QString revision, why;
     bool valid = false;
-    if (TestDatabaseConnection(false, path)) IsDBRevisionValid(path, revision, valid);
+    if (TestDatabaseConnection(false, path, &why)) IsDBRevisionValid(path, revision, valid);
     if (!valid) {
-      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + Shown(path),
-                       WhyNotOpened(path));
+      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + Shown(path), why);
     } else {
       if (OpenDatabaseConnection(false, path)) {
         state.gDatabaseOpen = true;

@@ -13,7 +13,10 @@ namespace GlobalFunctions {
 
 bool OpenDatabaseConnection(bool useODBC, const QString& connectString);  // opens Globals().gLibrary
 void ReopenDatabase();  // the file that now stands in the open library's place; throws Error
-bool TestDatabaseConnection(bool useODBC, const QString& connectString);  // a throw-away connection; silent
+
+// A throw-away connection; without a message, but it asks for the password that a server wants. `why`, where
+// wanted, tells what keeps it from being made.
+bool TestDatabaseConnection(bool useODBC, const QString& connectString, QString* why = nullptr);
 
 // The file's revision (the last row of DBRevision) and whether it is one the program accepts: 2.0 or later.
 // Shows the version message for an old one, and nothing of its own when there is no usable revision.

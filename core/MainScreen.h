@@ -18,5 +18,7 @@ class MainScreen {
   virtual void UpdateListRow(const CData& data) = 0;  // the row with the same ID: icon, refresh, summary
   virtual void SelectListRow(qint32 id) = 0;          // makes that data set the current one
   virtual void RemoveListRow(qint32 id) = 0;          // every row with that ID
+  // Has the connections to that server know the password; false where the user gave none.
+  virtual bool AskPassword(const QString& address, const QString& why) = 0;
   virtual std::vector<qint32> ListedIDs() const = 0;  // as the list shows them, filtered and sorted
 };

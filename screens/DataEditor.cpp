@@ -23,6 +23,7 @@
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
 #include "screens/RawDataNotes.h"
+#include "screens/ReadOnly.h"
 #include "screens/SaveQuestions.h"
 #include "screens/frmUnits.h"
 #include "texts/SharingWords.h"
@@ -72,6 +73,7 @@ DataEditor::DataEditor(QWidget* parent) : QDialog(parent) {
     ShowUnits(OfferedUnits());
     isLoaded_ = LoadDataSet();
     ConnectControls();
+    ReadOnly::RestWithBoxes(*this, {u"Toolbar1_1"_s, u"Toolbar1_2"_s, u"Toolbar1_3"_s});
     InstallHelpKey(this, HelpTopics::DataEditor);
   });
 }

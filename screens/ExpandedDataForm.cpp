@@ -14,6 +14,7 @@
 #include "screens/Help.h"
 #include "screens/RawDataBox.h"
 #include "screens/RawDataNotes.h"
+#include "screens/ReadOnly.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
 
@@ -33,6 +34,7 @@ ExpandedDataForm::ExpandedDataForm(QWidget* parent, const QString& subGroupSize,
       txtRawData->setFocus();
     });
     LoadTimer.start(0);
+    ReadOnly::RestWithBoxes(*this, {u"cmdAccept"_s});
     InstallHelpKey(this, HelpTopics::ExpandedData);
   });
 }

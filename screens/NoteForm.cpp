@@ -13,6 +13,7 @@
 #include "platform/language/LocalTimes.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
+#include "screens/ReadOnly.h"
 #include "texts/ChartWords.h"
 #include "texts/NoteWords.h"
 
@@ -24,6 +25,7 @@ NoteForm::NoteForm(const CData& dataSet, const StatPage& page, int point, QWidge
   Trap(u"NoteForm::Form_Load"_s, [&] {
     BuildControls();
     Tell(page, point);
+    ReadOnly::RestWithBoxes(*this, {u"cmdSave"_s, u"cmdRemove"_s});
     InstallHelpKey(this, HelpTopics::Notes);
   });
 }

@@ -11,6 +11,7 @@
 #include "platform/ado/ServerAddress.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
+#include "screens/PasswordForm.h"
 #include "texts/SharingWords.h"
 #include "texts/StartWords.h"
 
@@ -121,8 +122,11 @@ bool ServerForm::Test() {
     lblAnswer->setText(answer(library->Revision()));
     return true;
   } catch (const Error& error) {
-    lblAnswer->setText(WithoutPlace(error, address));
-    return false;
+    const auto* refusal = dynamic_cast<const DatabaseError*>(&error);
+    const QString why = WithoutPlace(error, address);
+    lblAnswer->setText(why);
+    return refusal && refusal->cause == DatabaseError::Cause::Password &&
+           PasswordForm::Ask(this, address, why) && Test();
   }
 }
 

@@ -24,6 +24,7 @@
 #include "platform/ui/FileDialog.h"
 #include "screens/PageView.h"
 #include "screens/PointsBar.h"
+#include "screens/ReadOnly.h"
 #include "screens/SharedSave.h"
 #include "screens/VerdictPanel.h"
 #include "texts/ChartWords.h"
@@ -76,6 +77,8 @@ int StatGraphics::exec() { return loaded_ ? QDialog::exec() : int(Rejected); }
 
 void StatGraphics::Form_Load() {
   BuildControls();
+  // Save, Recalculate and Add Measurements.
+  ReadOnly::Rest(*this, {u"Toolbar1_2"_s, u"Toolbar1_4"_s, u"Toolbar1_5_3"_s});
   if (!LoadDataSet() || !StartStatGraphics()) return;
   UpdateStatGraphicsText();
   setWindowTitle(LoadResText(u"Kestrel Graphics Screen - Control Charting;301"));

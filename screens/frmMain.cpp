@@ -2,14 +2,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
-#include <QProgressBar>
-#include <QScopedValueRollback>
-#include <QScrollBar>
-#include <span>
-#include <utility>
 
 #include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
@@ -19,13 +13,12 @@
 #include "core/Trap.h"
 #include "core/clsWaitTimer.h"
 #include "data/CData.h"
-#include "platform/language/Conversions.h"
-#include "platform/system/EventPump.h"
 #include "platform/ui/ButtonBar.h"
 #include "screens/DatabaseChoice.h"
 #include "screens/Indicators.h"
 #include "screens/ListFilter.h"
 #include "screens/MainList.h"
+#include "screens/ReadOnly.h"
 #include "screens/StatSummary.h"
 #include "texts/ChartWords.h"
 #include "texts/SharingWords.h"
@@ -36,10 +29,6 @@ using namespace Qt::StringLiterals;
 using MessageBox::Answer;
 using MessageBox::Buttons;
 using MessageBox::Icon;
-
-namespace {
-constexpr int frameMilliseconds = 40;  // how often the growing list is painted
-}
 
 bool frmMain::Form_Load() {
   return Trap(u"frmMain::Form_Load"_s, false, [this] {
@@ -53,118 +42,6 @@ bool frmMain::Form_Load() {
     SetupMainFormDisplay();
     return true;
   });
-}
-
-// Loading
-
-void frmMain::InitTimer_Timer() {
-  // Fires again, a second later, while an earlier load still shows its result.
-  if (IsClosing || phase_ != Phase::Idle) return;
-  Trap(u"frmMain::InitTimer_Timer"_s, [this] {
-    InitTimer.stop();
-    const QScopedValueRollback phase(phase_, Phase::Loading);
-    UpdateToolbarStates();
-    filter_->ShowAll();
-    ListView1->header()->setSortIndicator(-1, Qt::AscendingOrder);
-    if (ReadCollection()) ProcessMainListData();
-  });
-  if (IsClosing) return;
-  ShowHint();
-  ShowPanelText();
-  ClockTimer.start();
-  WatchTimer.start(watchMilliseconds);
-  InitComplete = true;
-  UpdateToolbarStates();
-}
-
-bool frmMain::ReadCollection() {
-  ListView1->Clear();
-  ListView1->SetHint({});
-  ClearSummary();
-  watch_.reset();
-  Globals().gUnread = {};
-  if (!Globals().gDatabaseOpen) return false;
-  watch_ = std::make_unique<CollectionWatch>();  // first: what changes while it is read counts
-  return DataObjectFunctions::InitializeCDataCollection();
-}
-
-void frmMain::ProcessMainListData() {
-  Trap(u"frmMain::ProcessMainListData"_s, [this] {
-    panel1_->setText(LoadResText(u"Reading Database:;190"));
-    ccrpProgressBar1->setValue(0);
-    ccrpProgressBar1->show();
-    PopulateMainList();
-    ccrpProgressBar1->hide();
-    if (IsClosing) return;
-    panel1_->setText(LoadResText(u"Database Loaded;191"));
-    clsWaitTimer().WaitTimer(1000);
-  });
-}
-
-void frmMain::PopulateMainList() {
-  const std::span<const CDataPtr> collection(Globals().gDataCollection);
-  const size_t count = collection.size();
-  if (count < 1) return;
-  Clock& clock = *Globals().clock;
-  clsWaitTimer wait;
-  const qint32 delay = Conversions::CLng(1000.0 / double(count));
-  qint64 due = clock.GetTickCount();
-  qint64 lastShown = due;
-  size_t shown = 0;
-  for (size_t i = 0; i < count; ++i) {
-    DoEvents();
-    if (IsClosing) return;
-    due += delay;
-    const qint64 now = clock.GetTickCount();
-    // Painting the list for every one of thousands of rows would take much longer than the second there is.
-    if (i == 0 || i + 1 == count || now < due || now - lastShown >= frameMilliseconds) {
-      ListView1->AddRows(collection.subspan(shown, i + 1 - shown));
-      shown = i + 1;
-      lastShown = now;
-    }
-    const double share = double(i + 1) / double(count);
-    if (ccrpProgressBar1->value() < 95) ccrpProgressBar1->setValue(Conversions::CLng(share * 100));
-    if (i == 0) FollowList();
-    // A wait lasts at least ten milliseconds. Waiting until the row's own due time, not for the delay, keeps
-    // that from adding up to ten seconds for a thousand rows.
-    if (now < due) wait.WaitTimer(qint32(due - now));
-    if (IsClosing) return;
-  }
-  ccrpProgressBar1->setValue(100);
-  phase_ = Phase::Announcing;
-  UpdateToolbarStates();
-  wait.WaitTimer(1000);
-}
-
-void frmMain::ReloadLibrary() {
-  if (IsClosing) return;
-  Trap(u"frmMain::ReloadLibrary"_s, [this] {
-    const QString added = std::exchange(added_, {});
-    const QString selected = added.isEmpty() ? ListView1->CurrentDescription() : added;
-    const QScopedValueRollback phase(phase_, Phase::Loading);
-    UpdateToolbarStates();
-    const int scrolled = ListView1->verticalScrollBar()->value();
-    if (!ReadCollection() || IsClosing) return;
-    ListView1->AddRows(Globals().gDataCollection);
-    ListView1->Select(DataObjectFunctions::GetCurrentDataObjectID(selected));
-    FollowList();
-    if (added.isEmpty()) ListView1->verticalScrollBar()->setValue(scrolled);
-  });
-  ShowHint();
-  ShowPanelText();
-  UpdateToolbarStates();
-}
-
-void frmMain::ShowHint() {
-  const ProgramState& state = Globals();
-  if (!state.gDatabaseOpen)
-    ListView1->SetHint({});  // the start page says it
-  else if (state.gDataCollection.empty() && state.gUnread != Unread())
-    ListView1->SetHint(Words::Sharing::nothingRead(state.gUnread.Text()));
-  else if (state.gDataCollection.empty())
-    ListView1->SetHint(Words::Main::noDataSets());
-  else
-    ListView1->SetHint({});
 }
 
 // What core asks of the main screen
@@ -266,14 +143,17 @@ void frmMain::UpdateToolbarStates() {
   const bool any = open && !state.gDataCollection.empty() && ListView1->HasCurrent();
   // While several are selected, no command takes one of them for the one that is meant.
   const bool one = any && ListView1->IsCurrentAloneSelected();
+  const bool writes = open && !ReadOnly::Holds();
   Toolbar1->Button(ViewButton)->setEnabled(one);
-  for (const int entry : {2, 3, 4, 6}) Toolbar1->Entry(DataButton, entry)->setEnabled(one);
-  for (const int entry : {1, 5}) Toolbar1->Entry(DataButton, entry)->setEnabled(open);
+  Toolbar1->Entry(DataButton, 2)->setEnabled(one);
+  for (const int entry : {3, 4, 6}) Toolbar1->Entry(DataButton, entry)->setEnabled(one && writes);
+  for (const int entry : {1, 5}) Toolbar1->Entry(DataButton, entry)->setEnabled(writes);
   Toolbar1->Entry(DataButton, 7)->setEnabled(any);
   Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
-  for (QAction* item : {menuView, mnuEdit, mnuDelete, mnuAddMeasurements}) item->setEnabled(one);
+  for (QAction* item : {menuView, mnuEdit}) item->setEnabled(one);
+  for (QAction* item : {mnuDelete, mnuAddMeasurements}) item->setEnabled(one && writes);
   mnuCompare->setEnabled(any);
 }
 
@@ -385,7 +265,8 @@ void frmMain::Unload() {
   Trap(u"frmMain::Form_Unload"_s, [this] {
     IsClosing = true;
     KeepLooks();
-    for (QTimer* timer : {&InitTimer, &ClockTimer, &ExitTimer, &WatchTimer, &HandOverTimer, &NewsTimer})
+    for (QTimer* timer :
+         {&InitTimer, &FillTimer, &ClockTimer, &ExitTimer, &WatchTimer, &HandOverTimer, &NewsTimer})
       timer->stop();
     watch_.reset();
     setEnabled(false);

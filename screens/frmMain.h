@@ -57,6 +57,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void UpdateListRow(const CData& dataSet) override;
   void SelectListRow(qint32 id) override;
   void RemoveListRow(qint32 id) override;
+  bool AskPassword(const QString& address, const QString& why) override;
   std::vector<qint32> ListedIDs() const override;
 
  Q_SIGNALS:
@@ -71,6 +72,7 @@ class frmMain : public QMainWindow, public MainScreen {
   enum class Phase { Idle, Loading, Announcing };
 
   static constexpr int watchMilliseconds = 400;  // how often it looks whether others have changed the library
+  static constexpr int fillMilliseconds = 200;   // how often it shows the rows that are read meanwhile
   static constexpr int retryMilliseconds = 5000;  // the same where it cannot be opened
 
   enum ToolbarButton { ViewButton = 1, DataButton, ToolsButton, HelpButton, ExitButton };
@@ -89,6 +91,7 @@ class frmMain : public QMainWindow, public MainScreen {
   bool ReadCollection();
   void ProcessMainListData();
   void PopulateMainList();
+  void ShowRowsRead();
   void ShowHint();
 
   void ItemClick(const QString& description);
@@ -132,6 +135,7 @@ class frmMain : public QMainWindow, public MainScreen {
   bool isClosingForm_ = false;
 
   QTimer InitTimer;
+  QTimer FillTimer;
   QTimer ClockTimer;
   QTimer ExitTimer;
   QTimer WatchTimer;

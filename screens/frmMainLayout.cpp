@@ -90,12 +90,14 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
     resize(QSize(em * 64, em * 40).boundedTo(RoomFor(*this)));
 
   NameTimer(InitTimer, u"InitTimer"_s, 1000, this);
+  NameTimer(FillTimer, u"FillTimer"_s, fillMilliseconds, this);
   NameTimer(ClockTimer, u"ClockTimer"_s, 500, this);
   NameTimer(ExitTimer, u"ExitTimer"_s, 500, this);
   NameTimer(WatchTimer, u"WatchTimer"_s, watchMilliseconds, this);
   NameTimer(HandOverTimer, u"HandOverTimer"_s, 100, this);
   NameTimer(NewsTimer, u"NewsTimer"_s, 10'000, this);
   connect(&InitTimer, &QTimer::timeout, this, &frmMain::InitTimer_Timer);
+  connect(&FillTimer, &QTimer::timeout, this, &frmMain::ShowRowsRead);
   connect(&ClockTimer, &QTimer::timeout, this, &frmMain::ClockTimer_Timer);
   connect(&ExitTimer, &QTimer::timeout, this, &frmMain::ExitTimer_Timer);
   connect(&WatchTimer, &QTimer::timeout, this, &frmMain::ReadLibraryNews);

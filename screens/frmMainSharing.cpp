@@ -16,6 +16,7 @@
 #include "screens/DatabaseChoice.h"
 #include "screens/LibraryView.h"
 #include "screens/MainList.h"
+#include "screens/PasswordForm.h"
 #include "screens/frmMain.h"
 #include "texts/SharingWords.h"
 #include "texts/StartWords.h"
@@ -94,6 +95,10 @@ void frmMain::ReopenLibrary() {
 
 void frmMain::RestoreDeleted() {
   Trap(u"frmMain::RestoreDeleted"_s, [this] { screens_.restore(); });
+}
+
+bool frmMain::AskPassword(const QString& address, const QString& why) {
+  return PasswordForm::Ask(this, address, why);
 }
 
 // A second start

@@ -16,6 +16,7 @@
 #include "platform/ui/Mnemonics.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
+#include "screens/ReadOnly.h"
 #include "screens/RecordBar.h"
 #include "texts/SharingWords.h"
 #include "texts/Texts.h"
@@ -44,6 +45,7 @@ frmUnits::frmUnits(QWidget* parent) : QDialog(parent) {
     GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, u"ID=-1"_s, true);
     ClearBoxes();
     UpdateButtons();
+    ReadOnly::RestWithBoxes(*this, {u"qsMenuBar1_1"_s, u"qsMenuBar1_2"_s, u"qsMenuBar1_3"_s});
     InstallHelpKey(this, HelpTopics::Units);
   });
 }

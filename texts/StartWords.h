@@ -43,5 +43,10 @@ inline constexpr Text<1> isThere{u"The library (revision %1) can be read and wri
 inline constexpr Text<1> isReadOnly{
     u"The library (revision %1) can be read; you have no right to write in it."};
 inline constexpr Text<> readOnly{u", read only"};
+inline constexpr Text<> noRight{
+    u"Read only: the server gives you the right to see this library, and none to change it."};
+inline constexpr Text<> passwordTitle{u"Password"};
+inline constexpr Text<> password{u"&Password:"};
+inline constexpr Text<> passwordIsKept{u"It is kept in memory until the program ends, and nowhere else."};
 
 }  // namespace Words::Server

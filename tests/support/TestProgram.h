@@ -35,7 +35,8 @@ class TurnedClock : public Clock {
 class RecordedMainScreen : public MainScreen {
  public:
   QStringList calls;
-  QString panel;  // the database panel's text
+  QString panel;          // the database panel's text
+  QStringList passwords;  // that the user gives, one after the other
 
   void SetDatabasePanelText(const QString& text) override { panel = text; }
   void EnableLoadTimer() override { calls << QStringLiteral("EnableLoadTimer"); }
@@ -47,6 +48,12 @@ class RecordedMainScreen : public MainScreen {
   }
   void SelectListRow(qint32 id) override { calls << QStringLiteral("SelectListRow %1").arg(id); }
   void RemoveListRow(qint32 id) override { calls << QStringLiteral("RemoveListRow %1").arg(id); }
+  bool AskPassword(const QString& address, const QString& why) override {
+    calls << QStringLiteral("AskPassword ") + why;
+    if (passwords.isEmpty()) return false;
+    Connection::UsePassword(address, passwords.takeFirst());
+    return true;
+  }
   std::vector<qint32> ListedIDs() const override;  // of the collection, in its order
 };
 
