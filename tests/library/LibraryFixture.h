@@ -12,6 +12,7 @@
 #include "data/Statistics.h"
 #include "library/Library.h"
 #include "library/LibraryWatch.h"
+#include "tests/support/Approved.h"
 #include "tests/support/Refusal.h"
 #include "tests/support/TestServer.h"
 
@@ -20,6 +21,7 @@ using namespace Qt::StringLiterals;
 class LibraryFixture : public testing::Test {
  protected:
   void SetUp() override { Start(folder.filePath(u"plant.kestrel"_s)); }
+  void TearDown() override { diary.Expect(); }
 
   void Start(const QString& place) {
     path = place;
@@ -61,6 +63,29 @@ class LibraryFixture : public testing::Test {
   qint64 Number(const QString& sql) { return Value(sql).toLongLong(); }
   QString Values() { return Value(u"SELECT \"Values\" FROM StatData WHERE ID = 1"_s).toString(); }
 
+  // What is done, with what it makes of the rows: in the test's diary.
+  void Tell(const QString& what) {
+    Approved::Diary::States states;
+    for (const QString& table : {u"StatData"_s, u"DeletedStatData"_s}) {
+      if (!others->Database().Has(table)) continue;
+      QSqlQuery query = others->Database().Run(u"select"_s,
+                                               u"SELECT ID, Description, \"Values\", UpperSpecLimit, "
+                                               "XBarUCL, XBarMean, LastModified FROM "_s +
+                                                   table);
+      while (others->Database().NextRow(query)) {
+        QStringList fields;
+        for (int column = 1; column < 7; ++column) fields << query.value(column).toString();
+        const QString row = u"row %1"_s.arg(query.value(0).toString());
+        states[table == u"StatData" ? row : row + u" deleted"_s] = fields.join(u" | "_s);
+      }
+    }
+    diary.Step(QString(what).replace(path, u"LIB"_s), states);
+  }
+  template <class Call>
+  void TellRefusal(const QString& what, Call&& call) {
+    Tell(what + u": "_s + Refusal(call));
+  }
+
   QStringList Files() const {
     return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
   }
@@ -70,6 +95,7 @@ class LibraryFixture : public testing::Test {
   const QDateTime now{QDate(2024, 2, 29), QTime(13, 45, 59)};
   std::unique_ptr<Library> library;
   std::unique_ptr<Library> others;
+  Approved::Diary diary;
 };
 
 // A server's news come while events are processed.

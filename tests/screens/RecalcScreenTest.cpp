@@ -3,33 +3,43 @@
 
 #include "core/CreateStatistics.h"
 #include "screens/PageView.h"
-#include "tests/support/TestProgram.h"
-#include "tests/support/Widgets.h"
+#include "tests/support/Walk.h"
 
 namespace {
 
-class RecalcScreenTest : public testing::Test {
+class RecalcScreenTest : public Walk {
  protected:
-  RecalcScreenTest() {
+  RecalcScreenTest() : Walk(u"StatData"_s, [this](Protocol::States& states) { TellLimits(states); }) {
     data->SetID(7);
     QCGlobalFunctions::CreateStatistics(*data);  // ten points
     program.state.gDataCollection = {data};
     program.state.gCurrentDataID = 7;
     program.state.gLimitsRecalculated = true;
   }
-
-  static QColor Ink(const RecalcScreen& screen, const char* box) {
-    return Get(screen, box).palette().color(QPalette::Text);
+  QWidget& Form() const override { return *screen; }
+  void TellLimits(Protocol::States& states) const {
+    states[u"limits"_s] = u"of %1 to %2, UCL %3, recalculated %4"_s.arg(data->DataStartPoint())
+                              .arg(data->DataStopPoint())
+                              .arg(data->XBarUCL())
+                              .arg(program.state.gLimitsRecalculated);
+    for (const char* box : {"txtStartPoint", "txtStopPoint"})
+      if (screen && screen->isVisible())
+        states[QLatin1StringView(box) + u" ink"_s] = Get(*screen, box).palette().color(QPalette::Text).name();
   }
-  static void Run(RecalcScreen& screen, const QString& start, const QString& stop, const char* button) {
-    screen.show();
-    Type(screen, "txtStartPoint", start);
-    Type(screen, "txtStopPoint", stop);
-    Click(screen, button);
+
+  void Open() {
+    screen = std::make_unique<RecalcScreen>();
+    screen->show();
+    protocol.Begin(u"Open"_s, screen.get());
+  }
+  void Run(const QString& start, const QString& stop, const char* button, Answers answers = {}) {
+    Type(*screen, "txtStartPoint", start);
+    Type(*screen, "txtStopPoint", stop);
+    Choose(button, answers);
   }
 
-  TestProgram program;
   CDataPtr data = TestProgram::NewDataSet(u"Shaft"_s);
+  std::unique_ptr<RecalcScreen> screen;
 };
 
 TEST_F(RecalcScreenTest, ClosesWithoutItsDataSet) {
@@ -39,38 +49,26 @@ TEST_F(RecalcScreenTest, ClosesWithoutItsDataSet) {
 }
 
 TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
-  constexpr auto notNumeric = u"Not a valid numerical value", invalid = u"Invalid range";
-  constexpr auto start = "txtStartPoint", stop = "txtStopPoint";
-  struct {
-    QString from, to;
-    const char16_t* message;
-    const char* faulty;
-  } const cases[] = {{u"abc"_s, u"xyz"_s, notNumeric, start}, {u"1"_s, u"xyz"_s, notNumeric, stop},
-                     {u""_s, u"10"_s, notNumeric, start},     {u"12"_s, u"12"_s, invalid, start},
-                     {u"-1"_s, u"11"_s, invalid, start},      {u"9"_s, u"11"_s, invalid, stop},
-                     {u"1"_s, u"5"_s, invalid, start},        {u"5.5"_s, u"10"_s, invalid, start},
-                     {u"1"_s, u"99999"_s, invalid, stop},     {u"1E+300"_s, u"1E+301"_s, invalid, start}};
-  RecalcScreen screen;
-  EXPECT_EQ(TextOf(screen, start) + u' ' + TextOf(screen, stop), u"1 10");
-  const double limit = data->XBarUCL();
-  for (const auto& [from, to, message, faulty] : cases) {
-    SCOPED_TRACE((from + u".."_s + to).toStdString());
-    Run(screen, from, to, "cmdRange");
-    EXPECT_EQ(TextOf(screen, "lblDescription"), message);
-    EXPECT_EQ(Ink(screen, faulty), QColor(Qt::red));
-    EXPECT_EQ(Ink(screen, faulty == start ? stop : start), QColor(Qt::blue));
-    EXPECT_EQ(Get<QTimer>(screen, "TextReset").interval(), 2000);
-    Fire(screen, "TextReset");
-    EXPECT_EQ(TextOf(screen, "lblDescription"), u"Shaft");
-    EXPECT_FALSE(Get<QTimer>(screen, "TextReset").isActive());
-    EXPECT_EQ(Ink(screen, faulty), QColor(Qt::red)) << "the colour stays";
-    QTest::mouseClick(&Get(screen, faulty), Qt::LeftButton);
-    EXPECT_EQ(Ink(screen, faulty), QColor(Qt::blue));
+  Open();
+  protocol.Tell(u"as it stands"_s);
+  for (const auto& [from, to] : {std::pair(u"abc"_s, u"xyz"_s),
+                                 {u"1"_s, u"xyz"_s},
+                                 {u""_s, u"10"_s},
+                                 {u"12"_s, u"12"_s},
+                                 {u"-1"_s, u"11"_s},
+                                 {u"9"_s, u"11"_s},
+                                 {u"1"_s, u"5"_s},
+                                 {u"5.5"_s, u"10"_s},
+                                 {u"1"_s, u"99999"_s},
+                                 {u"1E+300"_s, u"1E+301"_s}}) {
+    Run(from, to, "cmdRange");
+    EXPECT_EQ(Get<QTimer>(*screen, "TextReset").interval(), 2000);
+    Tick("TextReset");  // the colour stays
+    EXPECT_FALSE(Get<QTimer>(*screen, "TextReset").isActive());
+    for (const char* box : {"txtStartPoint", "txtStopPoint"})
+      Step(u"a click"_s, [&] { QTest::mouseClick(&Get(*screen, box), Qt::LeftButton); });
   }
-  Click(screen, "cmdCancel");
-  EXPECT_FALSE(screen.isVisible());
-  EXPECT_FALSE(program.state.gLimitsRecalculated);
-  EXPECT_EQ(data->XBarUCL(), limit);
+  Choose("cmdCancel");
 }
 
 TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
@@ -83,12 +81,9 @@ TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
     const QString samples = part->DelimitedInputString();
     part->SetDelimitedInputString(samples.section(u',', 4 * first - 4, 4 * stop - 1) + u',');
     ASSERT_TRUE(QCGlobalFunctions::CreateStatistics(*part));
-    RecalcScreen screen;
-    Run(screen, start, QString::number(stop), "cmdRange");
-    EXPECT_EQ(screen.result(), QDialog::Accepted);
-    EXPECT_TRUE(program.state.gLimitsRecalculated);
-    EXPECT_EQ(data->DataStartPoint(), start.toInt());
-    EXPECT_EQ(data->DataStopPoint(), stop);
+    Open();
+    Run(start, QString::number(stop), "cmdRange");
+    EXPECT_EQ(screen->result(), QDialog::Accepted);
     EXPECT_EQ(data->NumberOfPlotPoints(), 10);
     for (const auto read : {&CData::XBarUCL, &CData::XBarLCL, &CData::XBarMean, &CData::RBarUCL,
                             &CData::RBarLCL, &CData::RBarMean})
@@ -99,47 +94,38 @@ TEST_F(RecalcScreenTest, ARangeGivesTheLimitsOfItsPointsAlone) {
 TEST_F(RecalcScreenTest, SaysThatLimitsWithoutWidthAreNotKept) {
   data->SetDelimitedInputString(u"10,"_s.repeated(32) + data->DelimitedInputString());
   ASSERT_TRUE(QCGlobalFunctions::CreateStatistics(*data));
-  program.boxes.Expect(u"Limits from these points have no width with 4 decimals.");
-  RecalcScreen screen;
-  Run(screen, u"1"_s, u"8"_s, "cmdRange");
-  EXPECT_TRUE(program.state.gLimitsRecalculated);
+  Open();
+  Run(u"1"_s, u"8"_s, "cmdRange", {Answer::Ok});
 }
 
 TEST_F(RecalcScreenTest, AllTakesTheWholeSeriesWhateverTheBoxesHold) {
   for (const auto& stop : {u"2"_s, u"0"_s, u"99999999999"_s, u"xyz"_s, QString()}) {
     data->SetXBarUCL(99);
     data->SetDataStopPoint(6);
-    RecalcScreen screen;
-    Run(screen, u"abc"_s, stop, "cmdAll");
-    EXPECT_FALSE(screen.isVisible());
-    EXPECT_TRUE(program.state.gLimitsRecalculated);
-    EXPECT_EQ(data->DataStartPoint(), 0);
-    EXPECT_EQ(data->DataStopPoint(), 10);
-    EXPECT_LT(data->XBarUCL(), 12);
+    Open();
+    Run(u"abc"_s, stop, "cmdAll");
   }
   data->SetNumberOfPlotPoints(0);
-  RecalcScreen screen;
-  Run(screen, u"1"_s, u"10"_s, "cmdAll");
-  EXPECT_TRUE(screen.isVisible()) << "there is nothing to calculate from";
+  Open();
+  Run(u"1"_s, u"10"_s, "cmdAll");  // there is nothing to calculate from
 }
 
 TEST_F(RecalcScreenTest, TakesTheRangeFromTheChart) {
-  RecalcScreen screen(nullptr, data, PointRange{2, 9});
-  EXPECT_EQ(TextOf(screen, "txtStartPoint") + u' ' + TextOf(screen, "txtStopPoint"), u"2 9");
-  screen.show();
-  auto& view = Get<PageView>(screen, "PageView");
+  screen = std::make_unique<RecalcScreen>(nullptr, data, PointRange{2, 9});
+  screen->show();
+  protocol.Begin(u"Open"_s, screen.get());
+  protocol.Tell(u"as it stands"_s);
+  auto& view = Get<PageView>(*screen, "PageView");
   const auto at = [&](int number) {
     return view.Page()->Point(GraphId::XBar, number, view.rect())->position.toPoint();
   };
   Drag(view, at(3), at(8));
   QTest::mouseClick(&view, Qt::LeftButton, {}, at(5));
   EXPECT_EQ(view.Stretch()->last, 8) << "as in the boxes";
-  Type(screen, "txtStopPoint", u"10"_s);
+  Enter("txtStopPoint", u"10"_s);
   EXPECT_EQ(view.Stretch()->first, 3);
   EXPECT_EQ(view.Stretch()->last, 10) << "what is typed shows on the chart";
-  Click(screen, "cmdRange");
-  EXPECT_EQ(data->DataStartPoint(), 3);
-  EXPECT_EQ(data->DataStopPoint(), 10);
+  Choose("cmdRange");
 
   data->SetDelimitedInputString(u"1,2,x,"_s);
   RecalcScreen blind(nullptr, data);
@@ -148,15 +134,9 @@ TEST_F(RecalcScreenTest, TakesTheRangeFromTheChart) {
 }
 
 TEST_F(RecalcScreenTest, AFailureLeavesTheDataSetAsItWas) {
-  const double limit = data->XBarUCL();
-  RecalcScreen screen;
+  Open();
   data->SetSubGroupSize(21);
-  program.boxes.Expect(u"Failed to generate statistical data");
-  Run(screen, u"1"_s, u"10"_s, "cmdAll");
-  EXPECT_EQ(data->XBarUCL(), limit);
-  EXPECT_EQ(data->DataStopPoint(), 0);
-  EXPECT_TRUE(screen.isVisible());
-  EXPECT_FALSE(program.state.gLimitsRecalculated);
+  Run(u"1"_s, u"10"_s, "cmdAll", {Answer::Ok});
 }
 
 }  // namespace

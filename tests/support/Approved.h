@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QMap>
 #include <QStringList>
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace Approved {
 
@@ -41,5 +44,52 @@ inline void Expect(const QString& name, const QStringList& found) {
       << Without(approved, found).join(u'\n').toStdString() << "\nfound:\n"
       << Without(found, approved).join(u'\n').toStdString();
 }
+
+// Under the name of the test that runs, whatever its parameter.
+inline void Expect(const QStringList& found) {
+  const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+  const auto part = [](const char* name, int which) {
+    return QString::fromLatin1(name).section(u'/', which, which);
+  };
+  Expect(part(test->test_suite_name(), -1) + u'.' + part(test->name(), 0), found);
+}
+
+// What is done, and below each step all that it changes of what there is.
+class Diary {
+ public:
+  using States = QMap<QString, QString>;
+
+  void Begin(const QString& what, const States& states) {
+    states_ = states;
+    lines_ << u"* "_s + what;
+  }
+  void Step(const QString& what, const States& states, const QStringList& besides = {}) {
+    hasSteps_ = true;
+    lines_ << u"* "_s + what;
+    for (const QString& line : besides) lines_ << u"    "_s + line;
+    const States before = std::exchange(states_, states);
+    for (const auto& [name, state] : states.asKeyValueRange())
+      if (before.value(name) != state) lines_ << u"    %1: %2"_s.arg(name, state);
+    const bool isClosed = states.value(u"form"_s) == u"closed";
+    QStringList gone;  // a row and a window only once
+    for (const QString& name : before.keys())
+      if (!isClosed && !states.contains(name))
+        gone << u"    %1 is gone"_s.arg(name.startsWith(u"row ") ? name.section(u' ', 0, 1)
+                                                                 : name.section(u'/', 0, 0));
+    gone.removeDuplicates();
+    lines_ << gone;
+  }
+  void ForgetAllBut(QStringView start) {
+    states_.removeIf([start](const auto& state) { return !state.key().startsWith(start); });
+  }
+  void Expect() const {
+    if (hasSteps_) Approved::Expect(lines_);
+  }
+
+ private:
+  States states_;
+  QStringList lines_;
+  bool hasSteps_ = false;
+};
 
 }  // namespace Approved

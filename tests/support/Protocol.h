@@ -3,16 +3,16 @@
 #pragma once
 
 #include <QAbstractItemView>
-#include <QMap>
 #include <QPointer>
 
+#include "platform/system/LoginName.h"
 #include "tests/support/Approved.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
 
 class Protocol {
  public:
-  using States = QMap<QString, QString>;
+  using States = Approved::Diary::States;
 
   // The table is told with the form; and what a test adds.
   Protocol(TestProgram& program, const QString& table, std::function<void(States&)> others = {})
@@ -21,44 +21,26 @@ class Protocol {
   // From now on of this form, or of none; it and the table are as they are.
   void Begin(const QString& what, const QWidget* form = nullptr) {
     form_ = form;
-    states_ = Present();
-    lines_ << u"* "_s + what;
+    diary_.Begin(what, Present());
   }
 
   // All that there is on the form.
   void Tell(const QString& what) {
-    states_.removeIf([](const auto& state) { return !state.key().startsWith(u"row "); });
+    diary_.ForgetAllBut(u"row ");
     Step(what);
   }
 
   void Step(const QString& what) {
-    hasSteps_ = true;
-    lines_ << u"* "_s + OneLine(what);
-    for (const QString& box : program_.boxes.TakeAll()) lines_ << u"    box "_s + OneLine(box);
-    const States before = std::exchange(states_, Present());
-    for (const auto& [name, state] : states_.asKeyValueRange())
-      if (before.value(name) != state) lines_ << u"    %1: %2"_s.arg(name, state);
-    const bool isClosed = states_.value(u"form"_s) == u"closed";
-    QStringList gone;  // a row and a window only once
-    for (const QString& name : before.keys())
-      if (!isClosed && !states_.contains(name))
-        gone << u"    %1 is gone"_s.arg(name.startsWith(u"row ") ? name.section(u' ', 0, 1)
-                                                                 : name.section(u'/', 0, 0));
-    gone.removeDuplicates();
-    lines_ << gone;
+    QStringList boxes;
+    for (const QString& box : program_.boxes.TakeAll()) boxes << u"box "_s + OneLine(box);
+    diary_.Step(OneLine(what), Present(), boxes);
   }
-
-  void Expect() const {
-    if (!hasSteps_) return;
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    Approved::Expect(
-        u"%1.%2"_s.arg(QLatin1StringView(test->test_suite_name()), QLatin1StringView(test->name())), lines_);
-  }
+  void Expect() const { diary_.Expect(); }
 
  private:
   QString OneLine(QString text) const {
     for (const QString& end : {u"\r\n"_s, u"\n"_s, u"\r"_s, u"\t"_s}) text.replace(end, u"|"_s);
-    return text.replace(program_.folder.path(), u"@"_s);
+    return text.replace(program_.folder.path(), u"@"_s).replace(LoginName() + u", 20"_s, u"me, 20"_s);
   }
 
   static QString StateOf(const QObject& control) {
@@ -79,8 +61,10 @@ class Protocol {
     QStringList rows;
     for (int row = 0; row < model.rowCount(); ++row) {
       QStringList cells;
-      for (int column = 0; column < model.columnCount(); ++column)
-        cells << model.index(row, column).data().toString();
+      for (int column = 0; column < model.columnCount(); ++column) {
+        const QModelIndex cell = model.index(row, column);
+        cells << cell.data(cell.data().isValid() ? Qt::DisplayRole : Qt::ToolTipRole).toString();
+      }
       rows << cells.join(u" | "_s);
     }
     return rows;
@@ -121,7 +105,5 @@ class Protocol {
   const QString table_;
   const std::function<void(States&)> others_;
   QPointer<const QWidget> form_;
-  States states_;
-  QStringList lines_;
-  bool hasSteps_ = false;
+  Approved::Diary diary_;
 };
