@@ -8,7 +8,6 @@
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSpinBox>
-#include <QTextBrowser>
 #include <QToolButton>
 #include <QTranslator>
 
@@ -24,7 +23,6 @@
 #include "screens/DataEditor.h"
 #include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
-#include "screens/HelpViewer.h"
 #include "screens/NoteForm.h"
 #include "screens/PageView.h"
 #include "screens/RecalcScreen.h"
@@ -37,9 +35,9 @@
 #include "screens/frmConfigure.h"
 #include "screens/frmMain.h"
 #include "screens/frmUnits.h"
+#include "tests/screens/OpenHelp.h"
 #include "tests/support/RecordingDevice.h"
 #include "tests/support/TestProgram.h"
-#include "tests/support/Widgets.h"
 #include "texts/SharingWords.h"
 #include "texts/Words.h"
 
@@ -124,18 +122,19 @@ Form Plain(TestProgram&) {
 struct Screen {
   const char* name;
   Form (*open)(TestProgram& program);
+  const char* helpPage = nullptr;
 };
 
 const Screen screens[] = {
-    {"main window", [](TestProgram& program) { return Main(program, true); }},
+    {"main window", [](TestProgram& program) { return Main(program, true); }, "The main window"},
     {"start page", [](TestProgram& program) { return Main(program, false); }},
-    {"data editor, adding", [](TestProgram& program) { return Editor(program, true); }},
+    {"data editor, adding", [](TestProgram& program) { return Editor(program, true); }, "The data editor"},
     {"data editor", [](TestProgram& program) { return Editor(program, false); }},
-    {"larger view", Plain<ExpandedDataForm>},
-    {"units", Plain<frmUnits>},
+    {"larger view", Plain<ExpandedDataForm>, "Expanded raw data"},
+    {"units", Plain<frmUnits>, "Units of measurement"},
     {"chart screen", Chart},
-    {"recalculate", Plain<RecalcScreen>},
-    {"add measurements", Plain<AddMeasurements>},
+    {"recalculate", Plain<RecalcScreen>, "Recalculating limits"},
+    {"add measurements", Plain<AddMeasurements>, "Adding measurements"},
     {"note", Note},
     {"restore", Restore},
     {"rename", Plain<RenameForm>},
@@ -143,8 +142,8 @@ const Screen screens[] = {
     {"conflict", Conflict},
     {"compare", Comparison},
     {"choice of another", Choice},
-    {"configure", Plain<frmConfigure>},
-    {"about", Plain<frmAbout>},
+    {"configure", Plain<frmConfigure>, "Configuration"},
+    {"about", Plain<frmAbout>, "The about box"},
     {"help", HelpWindow},
 };
 
@@ -163,6 +162,12 @@ void ForEachScreen(Use use) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
     QCoreApplication::processEvents();
     use(*form);
+    if (!screen.helpPage) continue;
+    QTest::keyClick(form.get(), Qt::Key_F1);
+    ASSERT_TRUE(OpenHelp());
+    EXPECT_EQ(Heading(), QLatin1StringView(screen.helpPage));
+    ExpectUsable(*OpenHelp(), "while it is modal");
+    OpenHelp()->close();
   }
   const auto whileOpen = [&](const char* name) {
     QTimer::singleShot(0, qApp, [&use, name] {

@@ -4,23 +4,15 @@
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QScreen>
-#include <QTextBlock>
-#include <QTextBrowser>
 #include <QTreeWidget>
 
-#include "core/DataObjectFunctions.h"
 #include "core/RegistryFunctions.h"
 #include "platform/ui/Contrast.h"
-#include "screens/AddMeasurements.h"
-#include "screens/DataEditor.h"
-#include "screens/ExpandedDataForm.h"
 #include "screens/Help.h"
-#include "screens/HelpViewer.h"
-#include "screens/RecalcScreen.h"
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
-#include "screens/frmMain.h"
 #include "screens/frmUnits.h"
+#include "tests/screens/OpenHelp.h"
 #include "tests/support/StoredValue.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/Widgets.h"
@@ -115,16 +107,6 @@ TEST_F(AboutTest, NumbersReadAsHexadecimalText) {
   EXPECT_FALSE(frmAbout::GetKeyValue(direct, u"Absent"_s, text));
 }
 
-HelpViewer* OpenHelp() {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    auto* help = qobject_cast<HelpViewer*>(window);
-    if (help && help->isVisible()) return help;
-  }
-  return nullptr;
-}
-
-QString Heading() { return Get<QTextBrowser>(*OpenHelp(), "Page").document()->firstBlock().text(); }
-
 TEST(Help, EveryTopicHasItsPage) {
   CallUpHelp(HelpTopics::Contents);
   auto& contents = Get<QTreeWidget>(*OpenHelp(), "Contents");
@@ -142,47 +124,13 @@ TEST(Help, EveryTopicHasItsPage) {
   EXPECT_FALSE(OpenHelp());
 }
 
-TEST(Help, F1OpensTheScreensOwnPageAlsoWhileItIsModal) {
-  TestProgram program;
-  program.state.gCurrentDataID = program.Insert(u"BORE"_s);
-  ASSERT_TRUE(DataObjectFunctions::InitializeCDataCollection());
-  const std::pair<std::function<QWidget*()>, QString> screens[] = {
-      {[] { return new frmMain({}); }, u"The main window"_s},
-      {[] { return new DataEditor; }, u"The data editor"_s},
-      {[] { return new AddMeasurements; }, u"Adding measurements"_s},
-      {[] { return new ExpandedDataForm; }, u"Expanded raw data"_s},
-      {[] { return new RecalcScreen; }, u"Recalculating limits"_s},
-      {[] { return new frmUnits; }, u"Units of measurement"_s},
-      {[] { return new frmAbout; }, u"The about box"_s},
-      {[] { return new frmConfigure; }, u"Configuration"_s}};
-  for (const auto& [open, heading] : screens) {
-    const std::unique_ptr<QWidget> form(open());
-    form->show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-    QTest::keyClick(form.get(), Qt::Key_F1);
-    EXPECT_EQ(Heading(), heading);
-    // A blocked window would not take the click on its "Contents" button.
-    auto& contents = Get<QWidget>(*OpenHelp(), "Contents");
-    const bool before = contents.isVisible();
-    QTest::mouseClick(OpenHelp()->windowHandle(), Qt::LeftButton, {}, QPoint(20, 12));
-    EXPECT_NE(contents.isVisible(), before);
-    OpenHelp()->close();
-  }
-}
-
 // What is open already, also while two modal windows come and go over it.
 TEST(Help, StaysUsableBesideWhatOpensOverIt) {
   TestProgram program;
   CallUpHelp(HelpTopics::Contents);
   HelpViewer& help = *OpenHelp();
   EXPECT_LE(help.height(), help.screen()->availableSize().height());
-  const auto expectUsable = [&](const char* when) {
-    QCoreApplication::processEvents();
-    auto& contents = Get<QWidget>(help, "Contents");
-    const bool before = contents.isVisible();
-    QTest::mouseClick(help.windowHandle(), Qt::LeftButton, {}, QPoint(20, 12));
-    EXPECT_NE(contents.isVisible(), before) << when;
-  };
+  const auto expectUsable = [&](const char* when) { ExpectUsable(help, when); };
   frmUnits form;
   form.open();
   expectUsable("under a window");
