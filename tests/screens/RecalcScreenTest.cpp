@@ -51,6 +51,9 @@ TEST_F(RecalcScreenTest, ClosesWithoutItsDataSet) {
 TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
   Open();
   protocol.Tell(u"as it stands"_s);
+  Type(*screen, "txtStartPoint", u"x"_s);
+  Click(*screen, "cmdRange");
+  EXPECT_EQ(Get<QTimer>(*screen, "TextReset").interval(), 2000);
   for (const auto& [from, to] : {std::pair(u"abc"_s, u"xyz"_s),
                                  {u"1"_s, u"xyz"_s},
                                  {u""_s, u"10"_s},
@@ -62,7 +65,6 @@ TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
                                  {u"1"_s, u"99999"_s},
                                  {u"1E+300"_s, u"1E+301"_s}}) {
     Run(from, to, "cmdRange");
-    EXPECT_EQ(Get<QTimer>(*screen, "TextReset").interval(), 2000);
     Tick("TextReset");  // the colour stays
     EXPECT_FALSE(Get<QTimer>(*screen, "TextReset").isActive());
     for (const char* box : {"txtStartPoint", "txtStopPoint"})

@@ -14,10 +14,20 @@ class Walk : public testing::Test {
   virtual QWidget& Form() const = 0;
   virtual void Settle() {}  // what the form's timers do a moment later
 
+  // Timers fire when the test says so, however slow the machine is.
+  static void HoldTimers() {
+    constexpr int anHour = 3'600'000;
+    for (const QWidget* window : QApplication::topLevelWidgets())
+      for (QTimer* timer : window->findChildren<QTimer*>())
+        if (timer->isActive() && !timer->objectName().isEmpty()) timer->setInterval(anHour);
+  }
+
   // With these answers to the boxes that it brings, as in all of these.
   void Step(const QString& what, const std::function<void()>& act, Answers answers = {}) {
     for (const Answer answer : answers) program.boxes.Expect(answer);
+    HoldTimers();
     act();
+    HoldTimers();
     Settle();
     protocol.Step(what);
   }
