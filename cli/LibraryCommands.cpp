@@ -14,6 +14,7 @@
 #include "library/AccessImport.h"
 #include "library/Library.h"
 #include "library/Tables.h"
+#include "platform/ado/ServerAddress.h"
 #include "platform/error/Error.h"
 #include "platform/language/Conversions.h"
 #include "texts/CommandWords.h"
@@ -209,6 +210,9 @@ int RunAppend(const Arguments& arguments) {
 }
 
 int RunConvert(const Arguments& arguments) {
+  const QString place = arguments.Operands()[1];
+  if (ServerAddress::IsOne(place))
+    throw InputError(Words::Command::convertsToFiles(ServerAddress::WithoutPassword(place)), place);
   AccessImport::Counts counts;
   {
     Console::Progress progress(Words::Command::converting());

@@ -1,6 +1,7 @@
 #include "core/CollectionWatch.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Globals.h"
 
@@ -25,7 +26,10 @@ class WithoutWaiting {
 
 }  // namespace
 
-CollectionWatch::CollectionWatch() : library_(CurrentLibrary()), watch_(library_->Place()) {}
+CollectionWatch::CollectionWatch(std::function<void()> heard)
+    : library_(CurrentLibrary()), watch_(library_->Place()) {
+  watch_.Heard = std::move(heard);
+}
 
 std::optional<CollectionWatch::News> CollectionWatch::Take() {
   ProgramState& state = Globals();

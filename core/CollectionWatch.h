@@ -12,8 +12,9 @@
 
 class CollectionWatch {
  public:
-  // Of the library that is open now; the collection is to be read after that.
-  CollectionWatch();
+  // Of the library that is open now; the collection is to be read after that. `heard` is called as soon as a
+  // server tells of a change.
+  explicit CollectionWatch(std::function<void()> heard = {});
 
   struct News {
     std::vector<CDataPtr> changed = {};  // stand in the collection in the place of those with their IDs

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QSqlDriver>
 #include <QThread>
 #include <QtConcurrentRun>
 #include <cstring>
@@ -54,6 +55,12 @@ LibraryWatch::Change LibraryWatch::Begin() {
     connection->LockWait = 0;
     connection->OpenWith(place_);
     connection->Listen(QLatin1String(LibraryServer::channel));
+    if (connection->IsServer())
+      QObject::connect(connection->Database().driver(), &QSqlDriver::notification, &ear_,
+                       [this](const QString&, QSqlDriver::NotificationSource, const QVariant& payload) {
+                         Hear(payload.toString());
+                       });
+    heard_.clear();
     dataVersion_ = connection->DataVersion();
     hasVersions_ = ExtraTables::HasVersions(*connection);
     connection_ = std::move(connection);
@@ -107,8 +114,9 @@ std::optional<LibraryWatch::Change> LibraryWatch::Look() {
   try {
     const qint64 now = connection_->DataVersion();
     if (now == dataVersion_) return std::nullopt;
-    auto change = Compare();
+    auto change = Compare(now);
     dataVersion_ = now;
+    heard_.clear();
     return change;
   } catch (const DatabaseError& error) {
     if (error.IsBusy()) return std::nullopt;  // the next look tells
@@ -118,10 +126,27 @@ std::optional<LibraryWatch::Change> LibraryWatch::Look() {
   }
 }
 
-std::optional<LibraryWatch::Change> LibraryWatch::Compare() {
+void LibraryWatch::Hear(const QString& payload) {
+  heard_.push_back(payload.toLongLong());
+  if (Heard) Heard();
+}
+
+// Where each change was told by the number of its row, no others are read.
+LibraryWatch::State LibraryWatch::ReadPresent(bool byVersion, qint64 dataVersion) {
+  if (!byVersion) return ReadContents();
+  if (heard_.empty() || dataVersion - dataVersion_ != std::ssize(heard_)) return ReadVersions();
+  QStringList ids;
+  for (const qint64 id : heard_) ids << QString::number(id);
+  State present = state_;
+  for (const auto& [id, version] : ReadVersions(u" WHERE ID IN (%1)"_s.arg(ids.join(u','))))
+    present[id] = version;
+  return present;
+}
+
+std::optional<LibraryWatch::Change> LibraryWatch::Compare(qint64 dataVersion) {
   const bool hasVersions = ExtraTables::HasVersions(*connection_);
   const bool byVersion = hasVersions && hasVersions_;
-  const State present = byVersion ? ReadVersions() : ReadContents();
+  const State present = ReadPresent(byVersion, dataVersion);
   Change change;
   for (const auto& [id, state] : present) {
     const auto before = state_.find(id);
@@ -138,9 +163,10 @@ std::optional<LibraryWatch::Change> LibraryWatch::Compare() {
   return change;
 }
 
-LibraryWatch::State LibraryWatch::ReadVersions() {
+LibraryWatch::State LibraryWatch::ReadVersions(const QString& clause) {
   State state;
-  QSqlQuery query = connection_->Run(u"watch"_s, u"SELECT ID, Version, Deleted FROM StatDataVersion"_s);
+  QSqlQuery query =
+      connection_->Run(u"watch"_s, u"SELECT ID, Version, Deleted FROM StatDataVersion"_s + clause);
   while (connection_->NextRow(query))
     state[query.value(0).toLongLong()] = VersionOf(query.value(1).toLongLong(), query.value(2).toBool());
   return state;

@@ -7,7 +7,9 @@
 #pragma once
 
 #include <QFuture>
+#include <QObject>
 #include <QString>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,6 +33,9 @@ class LibraryWatch {
     QString trouble = {};   // why it cannot be read, once when that begins; empty otherwise
   };
 
+  // Called while events are processed, as soon as a server tells of a change: it is time for a look.
+  std::function<void()> Heard;
+
   // What has happened since the last look; none where nothing has.
   std::optional<Change> Look();
 
@@ -45,8 +50,10 @@ class LibraryWatch {
 
   Change Begin();
   std::optional<QString> WhyUnreachable();
-  std::optional<Change> Compare();
-  State ReadVersions();
+  std::optional<Change> Compare(qint64 dataVersion);
+  State ReadVersions(const QString& clause = {});
+  State ReadPresent(bool byVersion, qint64 dataVersion);
+  void Hear(const QString& payload);
   State ReadContents();
 
   const QString place_;
@@ -56,5 +63,7 @@ class LibraryWatch {
   bool hasVersions_ = false;
   State state_;
   QString trouble_;
+  QObject ear_;
+  std::vector<qint64> heard_;  // the rows of the notifications since the last look; 0: not of a row
   std::optional<QFuture<QString>> probe_;  // that is on its way
 };

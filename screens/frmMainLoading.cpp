@@ -53,7 +53,9 @@ bool frmMain::ReadCollection() {
   watch_.reset();
   Globals().gUnread = {};
   if (!Globals().gDatabaseOpen) return false;
-  watch_ = std::make_unique<CollectionWatch>();  // first: what changes while it is read counts
+  // First: what changes while it is read counts.
+  watch_ =
+      std::make_unique<CollectionWatch>([this] { QTimer::singleShot(0, this, &frmMain::ReadLibraryNews); });
   FillTimer.start();
   const bool isRead = DataObjectFunctions::InitializeCDataCollection();
   FillTimer.stop();

@@ -195,6 +195,7 @@ inline constexpr Text<> bothSpecLimits{u"--usl and --lsl belong together"};
 inline constexpr Text<1> sixLimits{u"--limits takes six numbers: %1"};
 inline constexpr Text<1> limitIsNoNumber{u"--limits: \"%1\" is not a number"};
 
+inline constexpr Text<1> convertsToFiles{u"convert makes a file; then \"kestrel copy\" brings that to %1"};
 inline constexpr Text<> verifyPurpose{u"checks the program's own figures"};
 inline constexpr Text<> verifyDetails{
     u"Compares with certified, published and independently calculated figures on this machine. Exit\n"

@@ -41,6 +41,11 @@ TEST_P(AnyLibraryWatchTest, TellsWhichRowsHaveChanged) {
   others->AddUnit(u"MM"_s);
   EXPECT_TRUE(News(watch)->others);
   if (GetParam() == Place::File) return;
+  int heard = 0;
+  watch.Heard = [&] { ++heard; };
+  others->Append(u"Two"_s, {u"1"_s}, now);
+  Expect(watch, {2}, {});
+  EXPECT_EQ(heard, 1);
   TestServer::Restart();
   others->Append(u"Two"_s, {u"1"_s}, now);
   Expect(watch, {2}, {});
