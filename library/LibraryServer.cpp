@@ -76,11 +76,12 @@ bool LibraryServer::KeepName(Connection& connection, qint64 id, const QString& d
 
 void LibraryServer::KeepTokens(Connection& connection) {
   if (!connection.Has(u"WriteToken"_s)) return;
+  connection.TokenTable = u"WriteToken"_s;
   try {
     connection.Execute(u"DELETE FROM WriteToken WHERE Written < now() - interval '1 hour'"_s);
-    connection.TokenTable = u"WriteToken"_s;
   } catch (const DatabaseError& error) {
-    if (error.cause != DatabaseError::Cause::ReadOnly) throw;  // who may only read writes nothing
+    if (error.cause != DatabaseError::Cause::ReadOnly) throw;
+    connection.TokenTable.clear();  // who may only read writes nothing
   }
 }
 
