@@ -1,5 +1,5 @@
 #include "screens/RecordBar.h"
-#include "texts/Words.h"
+#include "texts/UnitWords.h"
 
 RecordBar::RecordBar(const QString& objectName, QWidget* parent, const QString& reserved)
     : ButtonBar(objectName, parent, reserved) {

@@ -13,6 +13,8 @@
 #include "core/Messages.h"
 #include "core/StartUp.h"
 #include "core/Trap.h"
+#include "data/CData.h"
+#include "data/Names.h"
 #include "platform/ui/Mnemonics.h"
 #include "screens/Controls.h"
 #include "screens/Help.h"
@@ -20,6 +22,7 @@
 #include "screens/RecordBar.h"
 #include "texts/SharingWords.h"
 #include "texts/Texts.h"
+#include "texts/UnitWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -35,6 +38,17 @@ void Lock(QLineEdit* box, bool locked) {
   QPalette palette;
   if (locked) palette.setColor(QPalette::Base, palette.color(QPalette::Window));
   box->setPalette(palette);
+}
+
+// Which data sets have that unit, in words; empty where none has.
+QString UsersOf(const QString& unit) {
+  QStringList users;
+  for (const CDataPtr& dataSet : Globals().gDataCollection)
+    if (Names::Key(dataSet->UnitOfMeasurement().trimmed()) == Names::Key(unit))
+      users << dataSet->Description();
+  if (users.isEmpty()) return {};
+  return users.size() == 1 ? Words::Units::usedByOne(users[0])
+                           : Words::Units::usedBySeveral(users.size(), users[0]);
 }
 
 }  // namespace
@@ -190,9 +204,11 @@ bool frmUnits::WriteUnit() {
 }
 
 void frmUnits::DeleteUnit() {
+  QString question = LoadResText(u"Are you sure you want to delete the current Unit Of Measurement?;113");
+  if (const QString users = UsersOf(recordset_.Field(u"Name"_s).toString()); !users.isEmpty())
+    question += u"\r\n"_s + users;
   const Answer answer = MessageBox::Show(
-      {LoadResText(u"Are you sure you want to delete the current Unit Of Measurement?;113"),
-       LoadResText(u"Confirmation;111"), MessageBox::Icon::Question, MessageBox::Buttons::YesNo});
+      {question, LoadResText(u"Confirmation;111"), MessageBox::Icon::Question, MessageBox::Buttons::YesNo});
   if (answer != Answer::Yes) return;
   const qint32 id = recordset_.Field(u"ID"_s).toInt();
   const qint64 position = recordset_.AbsolutePosition();

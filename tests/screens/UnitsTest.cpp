@@ -1,4 +1,5 @@
 // The units screen, driven with clicks and keys: each test is a walk whose protocol is approved.
+#include "core/DataObjectFunctions.h"
 #include "core/GlobalFunctions.h"
 #include "screens/RecordBar.h"
 #include "screens/frmUnits.h"
@@ -78,6 +79,8 @@ TEST_F(UnitsTest, TypingANameBeginsAUnitOrSaysWhyNot) {
 }
 
 TEST_F(UnitsTest, DeletesSoftlyLandsOnTheNeighbourAndFreesTheName) {
+  for (const auto& user : {u"Bore"_s, u"Shaft"_s}) program.Insert(user);
+  ASSERT_TRUE(DataObjectFunctions::InitializeCDataCollection());
   Run(RecordBar::RefreshList, RecordBar::Next);
   Run(RecordBar::Delete, {Answer::No});
   Run(RecordBar::Delete, {Answer::Yes, Answer::Ok});

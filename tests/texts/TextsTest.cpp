@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include "texts/UnitWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
