@@ -65,7 +65,8 @@ QStringList RawDataGrid::Column(qsizetype column) const {
 }
 
 bool RawDataGrid::CountsRows(qsizetype column) const {
-  const QStringList cells = Column(column);
+  QStringList cells = Column(column);
+  if (!cells.isEmpty() && !IsNumber(cells.first())) cells.removeFirst();  // the heading
   if (cells.size() < 3) return false;
   bool isNumber = false;
   const int first = cells[0].toInt(&isNumber);

@@ -25,7 +25,8 @@ void ExamineUnclear(qsizetype number, QStringView line, Examination& found) {
   if (std::ranges::any_of(line, RawDataLines::EndsCell)) return Note(found.cells, number, line);
   const bool hasThousands = RawDataLines::HasThousandsSeparators(line);
   if (const auto several = RawDataLines::NumbersBetweenCommas(line); !several.isEmpty() && !hasThousands) {
-    found.values += several.size();
+    // It may be one number with a decimal comma.
+    found.values += RawDataLines::ReadingsOf(line).Any() ? 1 : several.size();
     return Note(found.comma, number, line);
   }
   const QList<QStringView> elements = line.split(u',');
@@ -193,6 +194,7 @@ QString Quoted(const QString& text) {
 
 QString Describe(const Examination& examination, const QString& subGroupSize) {
   const qsizetype values = examination.values;
+  if (values == 0 && examination.IsUnclear()) return FaultIn(examination);
   QString result = values == 0   ? Words::RawData::noValues()
                    : values == 1 ? Words::RawData::oneValue()
                                  : Words::RawData::values(values);

@@ -17,6 +17,13 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int mostOffers = 4;
 constexpr int longColumn = 2000;  // lines
+// The letters are the page's; Alt and a digit press what is offered here.
+QString WithDigit(QString caption, int number) {
+  caption.replace(u'&', u"&&"_s);
+  const qsizetype at = caption.indexOf(QString::number(number));
+  return at < 0 ? u"%1 (&%2)"_s.arg(caption).arg(number) : caption.insert(at, u'&');
+}
+
 }  // namespace
 
 RawDataNotes::RawDataNotes(RawDataBox* box, QWidget* parent) : QWidget(parent), box_(box) {
@@ -64,7 +71,7 @@ void RawDataNotes::Show(const QString& note, const RawDataText::Examination& fou
   cmdGoToLine->setVisible(namedLine_ > 0);
   offers_.clear();
   if (found.IsUnclear()) offers_ = RawDataReadings::Offers(box_->toPlainText());
-  const auto label = [this](qsizetype i) { return QString(offers_[i].caption).replace(u'&', u"&&"_s); };
+  const auto label = [this](qsizetype i) { return WithDigit(offers_[i].caption, int(i) + 1); };
   const bool hasMore = offers_.size() > mostOffers;
   for (qsizetype i = 0; i < mostOffers; ++i) {
     const bool isOffered = i < offers_.size();
@@ -72,7 +79,7 @@ void RawDataNotes::Show(const QString& note, const RawDataText::Examination& fou
     offerButtons_[i]->setVisible(isOffered);
     offerButtons_[i]->setMenu(isMenu ? moreOffers_ : nullptr);
     if (!isOffered) continue;
-    offerButtons_[i]->setText(isMenu ? Words::RawData::moreReadings() : label(i));
+    offerButtons_[i]->setText(isMenu ? WithDigit(Words::RawData::moreReadings(), mostOffers) : label(i));
     offerButtons_[i]->setToolTip(isMenu ? QString() : offers_[i].caption);
   }
   moreOffers_->clear();
