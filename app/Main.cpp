@@ -1,5 +1,6 @@
 // The program's entry: the command line or the desktop.
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <cstdio>
 #include <optional>
@@ -53,6 +54,13 @@ bool HasDisplay() {
 #endif
 }
 
+// A library's icon or place in a menu outlives the library, and nobody reads what is printed then.
+bool IsLostLibrary(const QStringList& words) {
+  if (words.size() != 1 || Console::IsTerminal() || !HasDisplay()) return false;
+  const QFileInfo file(words.first());
+  return !file.exists() && (file.isAbsolute() || file.suffix() == "kestrel"_L1 || file.suffix() == "mdb"_L1);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -66,7 +74,8 @@ int main(int argc, char** argv) {
   }
   const QStringList& words = *given;
   const bool isRequest = words.size() == 1 && frmMain::IsRequest(words.first());
-  if (!isRequest && CommandLine::IsCommand(words)) return RunCommandLine(argc, argv, words);
+  if (!isRequest && !IsLostLibrary(words) && CommandLine::IsCommand(words))
+    return RunCommandLine(argc, argv, words);
   if (!HasDisplay()) {
     Console::Complain(Words::Usage::noDisplay());
     return CommandLine::FileTrouble;

@@ -16,8 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace Console {
 
-namespace {
-
 bool IsTerminal() {
 #ifdef Q_OS_WIN
   return _isatty(2) != 0;
@@ -25,6 +23,8 @@ bool IsTerminal() {
   return isatty(STDERR_FILENO) != 0;
 #endif
 }
+
+namespace {
 
 // What stands on the terminal's last line; what is printed takes its place.
 qsizetype progressWidth = 0;

@@ -24,6 +24,9 @@ void Complain(const QString& text);
 // One line on standard error that stops nothing.
 void Warn(const QString& text);
 
+// Whether a terminal shows what standard error is told.
+bool IsTerminal();
+
 // Standard input as a whole; a Error where it cannot be read.
 QByteArray ReadInput();
 

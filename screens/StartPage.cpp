@@ -14,6 +14,17 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString PlaceOf(const QString& path) {
+  if (ServerAddress::IsOne(path)) return path;
+  const QFileInfo file(path);
+  const QString folder = QDir::toNativeSeparators(file.path());
+  return file.exists() ? folder : Words::Start::isGone(folder);
+}
+
+}  // namespace
+
 StartPage::StartPage(const Choices& choices, QWidget* parent) : QWidget(parent) {
   setObjectName(u"StartPage"_s);
   auto* layout = new QVBoxLayout(this);
@@ -42,10 +53,8 @@ StartPage::StartPage(const Choices& choices, QWidget* parent) : QWidget(parent) 
   layout->addSpacing(em);
   if (!paths.isEmpty()) layout->addWidget(new QLabel(Words::Start::usedBefore(), this));
   for (qsizetype i = 0; i < paths.size(); ++i) {
-    const QFileInfo file(paths[i]);
-    const QString folder = ServerAddress::IsOne(paths[i]) ? paths[i] : QDir::toNativeSeparators(file.path());
-    add(u"cmdRecent_%1"_s.arg(i + 1), Library::NameOf(paths[i]).replace(u'&', u"&&"_s), folder, Symbol::Page,
-        [attach = choices.attach, path = paths[i]] { attach(path); });
+    add(u"cmdRecent_%1"_s.arg(i + 1), Library::NameOf(paths[i]).replace(u'&', u"&&"_s), PlaceOf(paths[i]),
+        Symbol::Page, [attach = choices.attach, path = paths[i]] { attach(path); });
   }
   layout->addStretch();
   setFocusProxy(findChild<QPushButton*>(u"cmdNew"_s));

@@ -16,6 +16,7 @@ inline constexpr Text<> openLibraryTip{u"Choose a file that exists already (Ctrl
 inline constexpr Text<> sampleLibrary{u"Sa&mple library…"};
 inline constexpr Text<> sampleLibraryTip{u"Make a copy of thirteen published examples to try things out on"};
 inline constexpr Text<> usedBefore{u"Used before:"};
+inline constexpr Text<1> isGone{u"%1 (the file is not there)"};
 inline constexpr Text<> sampleEntry{u"Sample Library…"};
 inline constexpr Text<> sampleTitle{u"Sample Library"};
 inline constexpr Text<> sampleFile{u"Kestrel Samples"};
