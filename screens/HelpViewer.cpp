@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocumentFragment>
 #include <QTimer>
@@ -53,6 +54,41 @@ class PageBrowser : public QTextBrowser {
       if (picture.isValid()) return picture;
     }
     return QTextBrowser::loadResource(type, name);
+  }
+  void resizeEvent(QResizeEvent* event) override {
+    QTextBrowser::resizeEvent(event);
+    FitPictures();
+  }
+  void doSetSource(const QUrl& name, QTextDocument::ResourceType type) override {
+    QTextBrowser::doSetSource(name, type);
+    FitPictures();
+  }
+
+ private:
+  // A picture that is wider than the page gets as wide as that.
+  void FitPictures() {
+    constexpr int drawnWidth = QTextFormat::UserProperty, drawnHeight = drawnWidth + 1;
+    const double room = viewport()->width() - 4 * document()->documentMargin();
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+      for (auto part = block.begin(); !part.atEnd(); ++part) {
+        QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
+        if (!picture.isValid()) continue;
+        if (!picture.hasProperty(drawnWidth)) {
+          picture.setProperty(drawnWidth, picture.width());
+          picture.setProperty(drawnHeight, picture.height());
+        }
+        const double width = picture.doubleProperty(drawnWidth);
+        const double scale = std::clamp(room / width, 0.1, 1.0);
+        if (picture.width() == width * scale) continue;
+        picture.setWidth(width * scale);
+        picture.setHeight(picture.doubleProperty(drawnHeight) * scale);
+        QTextCursor cursor(document());
+        cursor.setPosition(part.fragment().position());
+        cursor.setPosition(part.fragment().position() + part.fragment().length(), QTextCursor::KeepAnchor);
+        cursor.setCharFormat(picture);
+        break;  // what follows may have moved; pictures stand alone
+      }
+    }
   }
 };
 
