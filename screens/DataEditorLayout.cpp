@@ -91,7 +91,9 @@ void DataEditor::BuildControls() {
     list->installEventFilter(this);
   }
   SetTabOrder();
-  resize((sizeHint() + QSize(fontMetrics().averageCharWidth() * 20, 0)).boundedTo(RoomFor(*this)));
+  // With room for what is offered below the values.
+  const QSize more(fontMetrics().averageCharWidth() * 20, fontMetrics().height() * 5);
+  resize((sizeHint() + more).boundedTo(RoomFor(*this)));
   txtDescription->setFocus();
 }
 

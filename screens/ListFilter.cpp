@@ -5,7 +5,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
 
 #include "screens/Controls.h"
 #include "screens/MainList.h"
@@ -47,7 +47,7 @@ void ListFilter::Find() {
 
 void ListFilter::ShowAll() {
   {
-    const QSignalBlocker text(txtFind), box(checkOutOfControl);
+    const QScopedValueRollback together(isChanging_, true);
     txtFind->clear();
     checkOutOfControl->setChecked(false);
   }
@@ -55,6 +55,7 @@ void ListFilter::ShowAll() {
 }
 
 void ListFilter::Apply() {
+  if (isChanging_) return;
   list_->SetFilter({.text = txtFind->text(), .onlyOutOfControl = checkOutOfControl->isChecked()});
 }
 

@@ -33,4 +33,5 @@ class ListFilter : public QWidget {
   QCheckBox* checkOutOfControl = nullptr;
   QLabel* lblCounts = nullptr;
   bool isWide_ = false;
+  bool isChanging_ = false;  // both at once
 };

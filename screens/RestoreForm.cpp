@@ -72,7 +72,7 @@ void RestoreForm::BuildControls() {
   cmdRestore->setObjectName(u"cmdRestore"_s);
   cmdRestore->setToolTip(Words::Sharing::restoreTip());
   cmdRestore->setDefault(true);
-  auto* cmdClose = new QPushButton(Words::Sharing::close(), this);
+  cmdClose = new QPushButton(Words::Sharing::close(), this);
   cmdClose->setObjectName(u"cmdClose"_s);
   cmdClose->setAutoDefault(false);
 
@@ -150,6 +150,6 @@ void RestoreForm::Restore() {
       screen->ReadLibraryNews();
       screen->SelectListRow(id);
     }
-    listDeleted->setFocus();
+    deleted_.empty() ? cmdClose->setFocus() : listDeleted->setFocus();
   });
 }

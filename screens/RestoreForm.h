@@ -30,4 +30,5 @@ class RestoreForm : public QDialog, public LibraryView {
   QLineEdit* txtName = nullptr;
   QLabel* lblNews = nullptr;
   QPushButton* cmdRestore = nullptr;
+  QPushButton* cmdClose = nullptr;
 };

@@ -73,7 +73,9 @@ void StatGraphics::resizeEvent(QResizeEvent* event) {
   const bool isLow = height() < em * 36;
   Toolbar1->PlaceCaptions(isLow ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonTextUnderIcon);
   verdict_->SetColumn(em * (width() < em * 50 ? 25 : 28) / 2);
-  verdict_->setVisible(width() >= verdict_->width() + view_->minimumWidth() + 2 * em);
+  // What stands above the charts needs room for its letters, too.
+  const int charts = std::max(view_->minimumWidth(), em * 18);
+  verdict_->setVisible(width() >= verdict_->width() + charts + 2 * em);
 }
 
 ButtonBar* StatGraphics::BuildToolbar() {

@@ -142,7 +142,8 @@ void frmMain::BuildToolbar() {
 
   button(u"Stat Data;238", u"Modify Data;239", Symbol::Data);
   entry(DataButton, LoadResText(u"Add;240"), Symbol::Add, &frmMain::AddData)->setShortcut(QKeySequence::New);
-  entry(DataButton, LoadResText(u"Edit;241"), Symbol::Edit, &frmMain::EditData);
+  entry(DataButton, LoadResText(u"Edit;241"), Symbol::Edit, &frmMain::EditData)
+      ->setShortcut(Qt::CTRL | Qt::Key_E);
   entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData);
   entry(DataButton, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   entry(DataButton, Words::Sharing::restoreEntry(), Symbol::Back, &frmMain::RestoreDeleted);
