@@ -115,6 +115,7 @@ void RestoreForm::Fill() {
   }
   listDeleted->setCurrentItem(listDeleted->topLevelItem(0));
   ShowSelected();
+  (deleted_.empty() ? cmdClose : cmdRestore)->setDefault(true);
   if (deleted_.empty()) lblNews->setText(Words::Sharing::nothingDeleted());
 }
 
