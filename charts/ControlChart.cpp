@@ -206,8 +206,9 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   }
   curve.marksArePoints = chart.marksArePoints;
   curve.middle = chart.mean;
-  for (const auto& [point, letters] : chart.letters)
-    curve.letters.emplace_back(static_cast<size_t>(point - chart.shown.first), letters);
+  for (const PointLetters& letters : chart.letters)
+    curve.letters.push_back(
+        {static_cast<size_t>(letters.point - chart.shown.first), letters.first, letters.last});
   graph.Draw(std::move(curve));
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"Zero Data Set"_s, {0, 0, Palette::Black}});
   graph.Draw(ChartGraph::Level{Direction::Horizontal, u"UCL Data Set"_s, limit});

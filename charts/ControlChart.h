@@ -28,6 +28,13 @@ class ScaleError : public Error {
   QString reference_;
 };
 
+struct PointLetters {
+  int point;
+  QString first, last;
+
+  bool operator==(const PointLetters&) const = default;
+};
+
 struct ControlChart {
   QString title;
   QString prefix;  // of its data sets' names
@@ -53,7 +60,7 @@ struct ControlChart {
   int baseLast = 0;
   std::vector<double> sigmaLines{};  // sigmas from the centre line
   // What is known of the points besides their values.
-  std::vector<std::pair<int, QString>> letters{};  // of their notes
+  std::vector<PointLetters> letters{};  // of their notes
   QString axisTitle{};
   std::vector<ChartGraph::Stretch> axisStretches{};  // empty: the points' numbers
   QString period{};                                  // that the points shown were taken in

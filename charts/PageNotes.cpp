@@ -30,13 +30,6 @@ QString LineOf(const QString& place, const QDateTime& taken, const Trace::Note& 
   return Words::Note::line(lead.join(u" \u00b7 "_s), note.text.simplified());
 }
 
-QString LineOf(const Trace::Run& run) {
-  QStringList lead{run.count == 1 ? Words::Note::oneSample() : Words::Note::samples(run.count)};
-  if (run.time.isValid()) lead << LocalTimes::Moment(run.time);
-  if (!run.lot.isEmpty()) lead << Words::Note::lot(run.lot);
-  return Words::Note::line(Words::Note::unplaced(), lead.join(u" \u00b7 "_s));
-}
-
 QString Listed(const QStringList& parts) { return parts.join(u" \u00b7 "_s); }
 
 }  // namespace
@@ -61,13 +54,13 @@ std::vector<LetteredNote> LetterNotes(const PointTrace& trace, PointRange shown)
   return lettered;
 }
 
-std::vector<std::pair<int, QString>> LettersAtPoints(const std::vector<LetteredNote>& notes) {
-  std::vector<std::pair<int, QString>> letters;
+std::vector<PointLetters> LettersAtPoints(const std::vector<LetteredNote>& notes) {
+  std::vector<PointLetters> letters;
   for (const LetteredNote& note : notes) {
-    if (!letters.empty() && letters.back().first == note.point)
-      letters.back().second += u',' + note.letter;
+    if (!letters.empty() && letters.back().point == note.point)
+      letters.back().last = note.letter;
     else
-      letters.emplace_back(note.point, note.letter);
+      letters.push_back({note.point, note.letter, note.letter});
   }
   return letters;
 }
@@ -80,13 +73,17 @@ Paragraphs NoteTexts(const PointTrace& trace, const std::vector<LetteredNote>& n
     for (const Trace::Note& note : trace.NotesBehindPoints())
       items.push_back({{}, LineOf(Words::Note::noPointYet(note.sample + 1), {}, note)});
   }
-  for (const Trace::Note& note : trace.Record().unplacedNotes) {
-    const QString place =
-        note.value.isEmpty() ? Words::Note::unplaced() : Words::Note::unplacedValue(note.value);
-    items.push_back({{}, LineOf(place, {}, note)});
-  }
-  for (const Trace::Run& run : trace.Record().unplacedRuns) items.push_back({{}, LineOf(run)});
-  return {std::move(items), [](int count) { return Words::Note::more(count); }};
+  const Trace::Record& record = trace.Record();
+  const QString unplaced = CountText(record.unplacedRuns.size(), record.unplacedNotes.size());
+  return {std::move(items), [](int count) { return Words::Note::more(count); },
+          unplaced.isEmpty() ? QString() : Words::Unplaced::onPage(unplaced)};
+}
+
+QString CountText(size_t runs, size_t notes) {
+  using namespace Words::Unplaced;
+  const QString run = runs == 1 ? oneRun() : Words::Unplaced::runs(runs);
+  const QString note = notes == 1 ? oneNote() : Words::Unplaced::notes(notes);
+  return runs == 0 && notes == 0 ? QString() : notes == 0 ? run : runs == 0 ? note : both(run, note);
 }
 
 // What the charts and the foot of the page tell of the points shown.

@@ -21,9 +21,12 @@ struct LetteredNote {
 
 std::vector<LetteredNote> LetterNotes(const PointTrace& trace, PointRange shown);
 
-// For each point with notes its letters: A, or where it has several A,B.
-std::vector<std::pair<int, QString>> LettersAtPoints(const std::vector<LetteredNote>& notes);
+// For each point with notes its first letter and its last one.
+std::vector<PointLetters> LettersAtPoints(const std::vector<LetteredNote>& notes);
+
+// "970 runs, 2 notes"; empty for none of either.
+QString CountText(size_t runs, size_t notes);
 
 // What stands beneath the charts: these notes, then, where the last point is shown, those on samples behind
-// it, and at the end what has lost its samples.
+// it, and at the end how much has lost its samples.
 Paragraphs NoteTexts(const PointTrace& trace, const std::vector<LetteredNote>& notes, bool isToTheEnd);

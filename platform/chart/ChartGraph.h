@@ -58,7 +58,11 @@ class ChartGraph {
     bool marksArePoints = false;      // the sign's number is its position instead
     double middle = 0;
     TextParameters markText;
-    std::vector<std::pair<size_t, QString>> letters{};  // on plates at points: of what is said elsewhere
+    struct Letters {
+      size_t index;
+      QString first, last;
+    };
+    std::vector<Letters> letters{};  // on plates at points: of what is said elsewhere
   };
   // A line across the whole plot area at the first value of a data set; not drawn outside the scale.
   struct Level {

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/chart/GraphPainter.h"
+#include "platform/chart/LetterPlates.h"
 #include "platform/chart/MarkNumbers.h"
 #include "platform/chart/Palette.h"
 #include "platform/chart/Placement.h"
@@ -86,10 +87,21 @@ class CurvePicture {
         values_(graph.DataSet(curve.values)),
         single_(values_.size() <= mostPoints),
         markRadius_(MarkRadius()),
-        numbers_(painter, graph, curve.markText, geometry) {}
+        room_(graph, geometry),
+        numbers_(painter, room_, curve.markText, geometry) {}
 
   void Paint() {
+    {
+      const PainterSaver saver(painter_);
+      PaintSigns();
+    }
     const PainterSaver saver(painter_);
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    PaintLetters();
+  }
+
+ private:
+  void PaintSigns() {
     PaintLine();
     // Marks on the ends of the scale are whole, but for what would lie on the text above.
     const double out = OuterRadius();
@@ -99,10 +111,8 @@ class CurvePicture {
     const std::vector<size_t> marks = PaintMarks();
     const std::vector<size_t> arrows = PaintArrows();
     PaintNumbers(marks, arrows);
-    PaintLetters();
   }
 
- private:
   double Spacing() const { return geometry_.plot.width() / static_cast<double>(values_.size() + 1); }
   double PointRadius() const {
     return std::clamp(Spacing() * 0.4, geometry_.unit * 0.0022, geometry_.unit * 0.0042);
@@ -144,7 +154,7 @@ class CurvePicture {
   }
 
   void PaintPolyline(const QPolygonF& line) {
-    numbers_.TakeLine(line);
+    room_.TakeLine(line);
     if (!IsRaster()) {
       painter_.drawPolyline(line);
       return;
@@ -169,7 +179,7 @@ class CurvePicture {
     for (size_t i = 0; i < values_.size(); ++i) {
       if (std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
       if (MarkOf(i) == 0) painter_.drawEllipse(At(i), radius, radius);
-      numbers_.Take(Around(At(i), radius));
+      room_.Take(Around(At(i), radius));
     }
   }
 
@@ -188,7 +198,7 @@ class CurvePicture {
     for (const size_t i : marks) {
       const QPointF at = At(i);
       sheet ? sheet->Stamp(at) : PaintMark(painter_, at);
-      numbers_.Take(Around(at, OuterRadius()));
+      room_.Take(Around(at, OuterRadius()));
     }
     if (sheet) sheet->Lay();
     return marks;
@@ -247,7 +257,7 @@ class CurvePicture {
         const double base = IsAbove(i) ? 1.3 * size : -1.3 * size;
         const QPointF arrow[] = {tip, tip + QPointF(size * 0.75, base), tip + QPointF(-size * 0.75, base)};
         painter_.drawConvexPolygon(arrow, 3);
-        numbers_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
+        room_.Take(QRectF(arrow[2], arrow[1]).united(QRectF(tip, tip)));
       }
     }
     marks.insert(marks.end(), plain.begin(), plain.end());
@@ -298,22 +308,21 @@ class CurvePicture {
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(Palette::Colour(Palette::Teal));
     const double dot = geometry_.unit * 0.0045;
-    for (const auto& [i, text] : curve_.letters) {
-      if (single_ || MarkOf(i) != 0 || std::isnan(values_[i]) || geometry_.IsOutside(values_[i])) continue;
-      painter_.drawEllipse(At(i), dot, dot);
-      numbers_.Take(Around(At(i), dot));
-    }
-    painter_.setBrush(Qt::NoBrush);
-    numbers_.AllowFar(curve_.letters.size() <= mostFarNumbers ? MarkNumbers::Far::Anywhere
-                                                              : MarkNumbers::Far::Nowhere);
-    for (const auto& [i, text] : curve_.letters) {
+    std::vector<LetteredSpot> spots;
+    for (const auto& [i, first, last] : curve_.letters) {
       if (std::isnan(values_[i])) continue;
       const bool isOutside = geometry_.IsOutside(values_[i]);
       const double radius = isOutside        ? ArrowSize() * 0.8
                             : MarkOf(i) != 0 ? OuterRadius()
                                              : std::max(dot, PointRadius());
-      numbers_.Paint({SignOf(i), text, radius, isOutside ? !IsAbove(i) : values_[i] >= curve_.middle, true});
+      spots.push_back(
+          {SignOf(i), radius, isOutside ? !IsAbove(i) : values_[i] >= curve_.middle, first, last});
+      if (single_ || MarkOf(i) != 0 || isOutside) continue;
+      painter_.drawEllipse(At(i), dot, dot);
+      room_.Take(Around(At(i), dot));
     }
+    painter_.setBrush(Qt::NoBrush);
+    PaintLetterPlates(painter_, room_, geometry_, spots);
   }
 
   bool IsAbove(size_t i) const { return values_[i] > geometry_.scale.bottom(); }
@@ -330,6 +339,7 @@ class CurvePicture {
   const std::vector<double>& values_;
   bool single_;
   double markRadius_;
+  MarkRoom room_;
   MarkNumbers numbers_;
 };
 

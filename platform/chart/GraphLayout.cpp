@@ -57,6 +57,8 @@ class Layout {
       FitLevelLabels(column);
       top_ = std::max(top_, LinesAbove());
       bottom_ = std::max(bottom_, LinesBelow());
+      place_.hasPlates = HasLetters();
+      if (place_.hasPlates) top_ += place_.PlateStrip();
     }
     const auto fit = [](double& one, double& other, double room) {
       const double part = std::min(1.0, widestMargins * room / std::max(1e-9, one + other));
@@ -71,6 +73,12 @@ class Layout {
 
  private:
   bool HasMargins() const { return graph_.PlotArea() != QRectF(0, 0, 1, 1); }
+  bool HasLetters() const {
+    return std::ranges::any_of(graph_.Operations(), [](const ChartGraph::Operation& operation) {
+      const auto* curve = std::get_if<ChartGraph::Curve>(&operation);
+      return curve && !curve->letters.empty();
+    });
+  }
   int Pixels(int size) const { return TextPixels(size, place_.unit, place_.smallestText); }
   int Smallest() const { return static_cast<int>(std::ceil(place_.smallestText)); }
   double LineHeight(int size) const { return QFontMetricsF(FontOf(Pixels(size))).height(); }
@@ -163,7 +171,8 @@ double GraphGeometry::Y(double value) const {
 
 double GraphGeometry::HeightAt(double fraction) const {
   const double top = recordedPlot.top(), bottom = recordedPlot.bottom();
-  if (fraction <= top && top > 0) return frame.top() + fraction / top * (plot.top() - frame.top());
+  if (fraction <= top && top > 0)
+    return frame.top() + fraction / top * (plot.top() - (hasPlates ? PlateStrip() : 0) - frame.top());
   if (fraction >= bottom && bottom < 1)
     return plot.bottom() + (fraction - bottom) / (1 - bottom) * (frame.bottom() - plot.bottom());
   return plot.top() + (fraction - top) / (bottom - top) * plot.height();
@@ -172,6 +181,13 @@ double GraphGeometry::HeightAt(double fraction) const {
 QFont GraphGeometry::TextFont(const ChartGraph::TextParameters& parameters) const {
   return FontOf(TextPixels(parameters.size, unit, smallestText), parameters.style == 3);
 }
+
+QFont GraphGeometry::PlateFont() const {
+  constexpr int size = 4;
+  return FontOf(TextPixels(size, unit, smallestText), true);
+}
+
+double GraphGeometry::PlateStrip() const { return QFontMetricsF(PlateFont()).capHeight() + 7 * PlateGap(); }
 
 double PageUnit(const QRectF& target) { return std::min(target.height(), 0.7 * target.width()); }
 

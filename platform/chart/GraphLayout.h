@@ -33,6 +33,11 @@ struct GraphGeometry {
   double LabelGap() const {
     return std::max(unit * 0.009, smallestText * 0.4);
   }  // between the plot area and what stands right of it
+  // Letters on plates at points, and the strip above the plot area that is kept for them.
+  double PlateGap() const { return std::max(1.0, unit * 0.002); }
+  QFont PlateFont() const;
+  double PlateStrip() const;
+  bool hasPlates = false;
   QFont TextFont(const ChartGraph::TextParameters& parameters) const;
 };
 

@@ -125,12 +125,14 @@ const Paragraphs::Layout& Paragraphs::LaidOut(QSizeF room, int pixels) const {
   layout_ = {room, pixels};
   Columns columns(room, pixels, mostColumns);
   const int most = columns.Room();
-  if (items_.empty() || most <= 0) return layout_;
+  if (IsEmpty() || most <= 0) return layout_;
+  const int ends = end_.isEmpty() ? 0 : 1;
   std::vector<Item> shown(items_.begin(),
                           items_.begin() + std::min<std::ptrdiff_t>(most, std::ssize(items_)));
   columns.SetMarks(shown);
   bool fits = false;
   if (shown.size() == items_.size()) {
+    if (ends > 0) shown.push_back({{}, end_});
     for (int lines = most; lines > 0 && !fits; lines = std::min(lines - 1, 6))
       fits = columns.Take(shown, lines);
   }
@@ -143,8 +145,11 @@ const Paragraphs::Layout& Paragraphs::LaidOut(QSizeF room, int pixels) const {
     break;
   }
   if (!fits) {
-    shown.resize(static_cast<size_t>(most - 1));
-    shown.push_back({{}, more_(static_cast<int>(std::ssize(items_) - most + 1))});
+    const int kept = std::max(0, most - 1 - ends);
+    shown.assign(items_.begin(), items_.begin() + std::min<std::ptrdiff_t>(kept, std::ssize(items_)));
+    if (const auto left = std::ssize(items_) - std::ssize(shown); left > 0 && most > ends)
+      shown.push_back({{}, more_(static_cast<int>(left))});
+    if (ends > 0) shown.push_back({{}, end_});
     columns.Take(shown, 1);
   }
   layout_.height = columns.Height();
