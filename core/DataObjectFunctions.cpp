@@ -130,6 +130,18 @@ std::optional<Library::Noted> SetNote(const CData& data, qsizetype sample, const
   });
 }
 
+std::optional<Library::Noted> PlaceNote(const CData& data, qint64 number, qsizetype sample) {
+  return Trap(u"DataObjectFunctions::PlaceNote"_s, std::optional<Library::Noted>(),
+              [&] { return std::optional(CurrentLibrary()->PlaceNote(data, number, sample)); });
+}
+
+bool RemoveUnplaced(const CData& data, const std::vector<qint64>& runs, const std::vector<qint64>& notes) {
+  return Trap(u"DataObjectFunctions::RemoveUnplaced"_s, false, [&] {
+    CurrentLibrary()->RemoveUnplaced(data, runs, notes);
+    return true;
+  });
+}
+
 bool AddDataObjectToSystem(const CDataPtr& data) {
   return Trap(u"DataObjectFunctions::AddDataObjectToSystem"_s, false, [&] {
     Globals().gDataCollection.push_back(data);

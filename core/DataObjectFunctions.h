@@ -34,6 +34,10 @@ Trace::Record TraceOf(const CData& data);
 // Notes something about a sample under the user's login name (see Library::SetNote). None where that fails.
 std::optional<Library::Noted> SetNote(const CData& data, qsizetype sample, const QString& seen,
                                       const QString& text);
+// What has lost its samples: a note is put on another one, and runs and notes are taken away (see
+// Library::PlaceNote and RemoveUnplaced; false where that fails).
+std::optional<Library::Noted> PlaceNote(const CData& data, qint64 number, qsizetype sample);
+bool RemoveUnplaced(const CData& data, const std::vector<qint64>& runs, const std::vector<qint64>& notes);
 
 bool AddDataObjectToSystem(const CDataPtr& data);     // to the collection and the main list
 bool ModifyDataObjectInSystem(const CDataPtr& data);  // the list row's icon, and the summary

@@ -135,6 +135,7 @@ class Library {
 
   // When and in which lots its samples were taken, and what was noted about them. Nothing else reads that.
   Trace::Record TraceOf(const CData& data);
+  std::vector<Trace::Record> TracesOf(const std::vector<CDataPtr>& dataSets);  // at once
 
   // What became of a note.
   struct Noted {
@@ -151,6 +152,13 @@ class Library {
   // is noted there any more. The sample is the one that the data set has in that place, wherever it now is.
   Noted SetNote(const CData& data, qsizetype sample, const QString& seen, const QString& text,
                 const QString& author, const QDateTime& now);
+
+  // Puts a note that has lost its sample on this one; `theirs` is the note that stands there already.
+  Noted PlaceNote(const CData& data, qint64 number, qsizetype sample);
+
+  // Takes away runs and notes that have lost their samples, by their numbers. Those that others have given a
+  // sample meanwhile stay.
+  void RemoveUnplaced(const CData& data, const std::vector<qint64>& runs, const std::vector<qint64>& notes);
 
   // Offers a unit of measurement, unless it is offered already.
   void AddUnit(const QString& name);
@@ -188,6 +196,9 @@ class Library {
   QVariantList Update(const QVariantList& before, const QVariantList& after, const QDateTime& now);
   void NoteLimitsBase(CData& data, const QVariantList& before, const QVariantList& written);
   void MoveTrace(const CData& data, const QVariantList& before, const QVariantList& after);
+  struct Standing;
+  std::optional<Standing> StandingOf(const CData& data);
+  void TellOthers(qint64 id);
   CDataPtr Extended(const QString& description, const QStringList& values, Limits limits);
   InputError NotThere(const QString& description);
   void NoteFormerName(qint64 id, const QString& before, const QString& name);

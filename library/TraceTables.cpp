@@ -1,7 +1,7 @@
 #include "library/TraceTables.h"
 
 #include <algorithm>
-#include <optional>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -41,12 +41,14 @@ std::vector<qint64> Fingerprints(const QStringList& samples) {
   return prints;
 }
 
-// How many samples a stored text holds, and the fingerprint of all of them.
-std::pair<qsizetype, qint64> CountAndPrint(const QString& values) {
+// How many samples a stored text holds, up to so many, and the fingerprint of these.
+std::pair<qsizetype, qint64> CountAndPrint(const QString& values,
+                                           qsizetype most = std::numeric_limits<qsizetype>::max()) {
   quint64 hash = basis;
   qsizetype count = 0;
   const QStringView text = QStringView(values).trimmed();
   for (const QStringView sample : (text.endsWith(u',') ? text.chopped(1) : text).tokenize(u',')) {
+    if (count == most) break;
     hash = WithSample(hash, sample.trimmed());
     ++count;
   }
@@ -136,48 +138,97 @@ std::vector<Entry> TakeOverlapping(std::vector<Entry>& entries, qsizetype Entry:
   return taken;
 }
 
-void ReadRuns(Connection& connection, qint64 id, const Places& places, TraceTables::Found& found) {
-  QSqlQuery query = connection.Run(
+struct StoredRun {
+  Trace::Run run;
+  QVariant first, print;
+};
+
+struct StoredNote {
+  Trace::Note note;
+  QVariant first, print;
+};
+
+// What stands there for a data set, whatever its samples are.
+struct Stored {
+  std::vector<StoredRun> runs;
+  std::vector<StoredNote> notes;
+};
+
+// Of one data set, or of all.
+std::map<qint64, Stored> StoredOf(Connection& connection, std::optional<qint64> id) {
+  std::map<qint64, Stored> stored;
+  const QString where = id ? u"WHERE ID = ? "_s : QString();
+  const QVariantList values = id ? QVariantList{*id} : QVariantList();
+  QSqlQuery runs = connection.Run(
       u"select"_s,
-      u"SELECT Run, FirstSample, SampleCount, TakenAt, Lot, Fingerprint FROM SampleRun WHERE ID = ? "
-      "ORDER BY Entry"_s,
-      {id});
-  std::vector<Trace::Run> gone;
-  while (connection.NextRow(query)) {
-    const QVariant first = query.value(1);
-    const Trace::Run run{first.toLongLong(), query.value(2).toLongLong(), TimeIn(query.value(3)),
-                         query.value(4).toString(), query.value(0).toLongLong()};
-    const bool fits = places.Fit(first, run.count, query.value(5));
-    found.allFit = found.allFit && (fits || first.isNull());
-    (fits ? found.record.runs : gone).push_back(run);
+      u"SELECT ID, Run, FirstSample, SampleCount, TakenAt, Lot, Fingerprint FROM SampleRun "_s + where +
+          u"ORDER BY ID, Entry"_s,
+      values);
+  while (connection.NextRow(runs)) {
+    const QVariant first = runs.value(2);
+    stored[runs.value(0).toLongLong()].runs.push_back(
+        {{first.toLongLong(), runs.value(3).toLongLong(), TimeIn(runs.value(4)), runs.value(5).toString(),
+          runs.value(1).toLongLong()},
+         first,
+         runs.value(6)});
   }
-  const auto overlapping =
-      TakeOverlapping(found.record.runs, &Trace::Run::first, [](const Trace::Run& run) { return run.End(); });
-  gone.insert(gone.end(), overlapping.begin(), overlapping.end());
-  found.record.Unplace(gone);
+  QSqlQuery notes = connection.Run(
+      u"select"_s,
+      u"SELECT ID, Entry, FirstSample, SampleValue, Note, Author, WrittenAt, Fingerprint FROM SampleNote "_s +
+          where + u"ORDER BY ID, Entry"_s,
+      values);
+  while (connection.NextRow(notes)) {
+    const QVariant first = notes.value(2);
+    stored[notes.value(0).toLongLong()].notes.push_back(
+        {{first.toLongLong(), notes.value(4).toString(), notes.value(5).toString(), TimeIn(notes.value(6)),
+          notes.value(3).toString(), notes.value(1).toLongLong()},
+         first,
+         notes.value(7)});
+  }
+  return stored;
 }
 
-void ReadNotes(Connection& connection, qint64 id, const Places& places, TraceTables::Found& found) {
-  QSqlQuery query = connection.Run(
-      u"select"_s,
-      u"SELECT Entry, FirstSample, SampleValue, Note, Author, WrittenAt, Fingerprint FROM SampleNote "
-      "WHERE ID = ? ORDER BY Entry"_s,
-      {id});
+// Those that rest on these samples are placed, the others not.
+TraceTables::Found Placed(const Stored& stored, const QStringList& samples) {
+  TraceTables::Found found;
   Trace::Record& record = found.record;
-  while (connection.NextRow(query)) {
-    const QVariant first = query.value(1);
-    const Trace::Note note{first.toLongLong(),     query.value(3).toString(), query.value(4).toString(),
-                           TimeIn(query.value(5)), query.value(2).toString(), query.value(0).toLongLong()};
-    const bool fits = places.Fit(first, 1, query.value(6));
-    found.allFit = found.allFit && (fits || first.isNull());
-    (fits ? record.notes : record.unplacedNotes).push_back(note);
-  }
-  const auto overlapping = TakeOverlapping(record.notes, &Trace::Note::sample,
-                                           [](const Trace::Note& note) { return note.sample + 1; });
-  record.unplacedNotes.insert(record.unplacedNotes.end(), overlapping.begin(), overlapping.end());
+  const Places places(samples);
+  const auto fits = [&](const auto& entry, qint64 count) {
+    const bool does = places.Fit(entry.first, count, entry.print);
+    found.allFit = found.allFit && (does || entry.first.isNull());
+    return does;
+  };
+  std::vector<Trace::Run> gone;
+  for (const StoredRun& entry : stored.runs)
+    (fits(entry, entry.run.count) ? record.runs : gone).push_back(entry.run);
+  for (const StoredNote& entry : stored.notes)
+    (fits(entry, 1) ? record.notes : record.unplacedNotes).push_back(entry.note);
+  const auto runs =
+      TakeOverlapping(record.runs, &Trace::Run::first, [](const Trace::Run& run) { return run.End(); });
+  gone.insert(gone.end(), runs.begin(), runs.end());
+  record.Unplace(gone);
+  const auto notes = TakeOverlapping(record.notes, &Trace::Note::sample,
+                                     [](const Trace::Note& note) { return note.sample + 1; });
+  record.unplacedNotes.insert(record.unplacedNotes.end(), notes.begin(), notes.end());
+  return found;
 }
 
 bool AreMade(Connection& connection) { return connection.Has(u"SampleNote"_s); }
+
+// Whether the last entry that has a place rests on the first `count` of these samples; then all do, since the
+// fingerprint of each is of all samples before it.
+bool LastFits(Connection& connection, qint64 id, const QString& values, qsizetype count) {
+  QSqlQuery query = connection.Run(u"select"_s,
+                                   u"SELECT FirstSample + SampleCount, Fingerprint FROM SampleRun WHERE ID = "
+                                   u"? AND FirstSample IS NOT NULL "
+                                   "UNION ALL SELECT FirstSample + 1, Fingerprint FROM SampleNote WHERE ID = "
+                                   "? AND FirstSample IS NOT NULL "
+                                   "ORDER BY 1 DESC LIMIT 1"_s,
+                                   {id, id});
+  if (!connection.NextRow(query)) return true;
+  const qint64 end = query.value(0).toLongLong();
+  return end <= count && CountAndPrint(values, end).second == query.value(1).toLongLong();
+}
 
 // The largest number in a column; 0 where there is none.
 qint64 Largest(Connection& connection, const QString& column, const QString& table, qint64 id) {
@@ -203,12 +254,17 @@ bool TraceTables::HasEntries(Connection& connection, qint64 id) {
 }
 
 TraceTables::Found TraceTables::Read(Connection& connection, qint64 id, const QStringList& samples) {
-  Found found;
-  if (!AreMade(connection)) return found;
-  const Places places(samples);
-  ReadRuns(connection, id, places, found);
-  ReadNotes(connection, id, places, found);
-  return found;
+  if (!AreMade(connection)) return {};
+  return Placed(StoredOf(connection, id)[id], samples);
+}
+
+std::map<qint64, TraceTables::Found> TraceTables::ReadAll(Connection& connection,
+                                                          const SamplesOf& samplesOf) {
+  std::map<qint64, Found> all;
+  if (!AreMade(connection)) return all;
+  for (const auto& [id, stored] : StoredOf(connection, {}))
+    if (const auto samples = samplesOf(id)) all[id] = Placed(stored, *samples);
+  return all;
 }
 
 void TraceTables::Write(Connection& connection, qint64 id, const Trace::Record& record,
@@ -232,15 +288,11 @@ void TraceTables::AddRun(Connection& connection, qint64 id, const Trace::Source&
   Make(connection);
   const auto [samples, print] = CountAndPrint(values);
   const qsizetype first = samples - count;
-  // What somebody has cut off must not fit again since the same comes behind.
-  const QVariantList behind{id, first};
-  connection.Execute(
-      u"UPDATE SampleRun SET FirstSample = NULL, Fingerprint = NULL "
-      "WHERE ID = ? AND FirstSample + SampleCount > ?"_s,
-      behind);
-  connection.Execute(
-      u"UPDATE SampleNote SET FirstSample = NULL, Fingerprint = NULL WHERE ID = ? AND FirstSample >= ?"_s,
-      behind);
+  if (!LastFits(connection, id, values, first)) {
+    // What somebody has cut off must not fit again since the same comes behind.
+    const QStringList before = Trace::SamplesIn(values).first(first);
+    Write(connection, id, Read(connection, id, before).record, before);
+  }
   Runs runs(connection);
   runs.Put(id, Largest(connection, u"Entry"_s, u"SampleRun"_s, id) + 1,
            {first, count, source.time, source.lot, Largest(connection, u"Run"_s, u"SampleRun"_s, id) + 1},
@@ -258,6 +310,10 @@ void TraceTables::PutNote(Connection& connection, qint64 id, Trace::Note note, c
   const Places places(samples);
   notes.Put(id, note, &places);
   notes.End();
+}
+
+void TraceTables::RemoveRun(Connection& connection, qint64 id, qint64 number) {
+  connection.Execute(u"DELETE FROM SampleRun WHERE ID = ? AND Run = ?"_s, {id, number});
 }
 
 void TraceTables::RemoveNote(Connection& connection, qint64 id, qint64 number) {

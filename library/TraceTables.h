@@ -5,6 +5,10 @@
 // rests on samples that are the same still fits, and the rest is unplaced.
 #pragma once
 
+#include <functional>
+#include <map>
+#include <optional>
+
 #include "data/Trace.h"
 #include "platform/ado/Connection.h"
 
@@ -22,13 +26,18 @@ struct Found {
 };
 Found Read(Connection& connection, qint64 id, const QStringList& samples);
 
+// The same at once for all data sets that have entries and, as `samplesOf` tells, samples.
+using SamplesOf = std::function<std::optional<QStringList>(qint64 id)>;
+std::map<qint64, Found> ReadAll(Connection& connection, const SamplesOf& samplesOf);
+
 // In the transaction that is open: writes the record in place of all that stands there; puts one run behind
 // it, of the last `count` of all values; puts a note, in place of the one that has its number; removes a
-// note; or everything.
+// run or a note by its number; or everything.
 void Write(Connection& connection, qint64 id, const Trace::Record& record, const QStringList& samples);
 void AddRun(Connection& connection, qint64 id, const Trace::Source& source, const QString& values,
             qsizetype count);
 void PutNote(Connection& connection, qint64 id, Trace::Note note, const QStringList& samples);
+void RemoveRun(Connection& connection, qint64 id, qint64 number);
 void RemoveNote(Connection& connection, qint64 id, qint64 number);
 void Remove(Connection& connection, qint64 id);
 

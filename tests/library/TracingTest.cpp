@@ -122,6 +122,24 @@ TEST_P(TracingTest, WhatAProgramThatDoesNotKnowThemChangesIsUnplacedFromThere) {
   set(u"9,9,10,11,10,9,10,11,10,12,13,14,15,"_s);
   Save(u"9,10,11,10,9,10,11,10,12,13,14,15,"_s);
   EXPECT_EQ(Told(), u"*9 10 11 10 9 10 11 10 12 13 14 15 -2 -2 -1 -12=n8 -15=n11"_s);
+
+  // They are put on other samples or removed by hand; what has samples is not.
+  const CDataPtr shown = library->Read(1)->data;
+  const Trace::Record lost = library->TraceOf(*shown);
+  const qint64 note = lost.unplacedNotes.at(0).number;
+  Note(*shown, 0, {}, u"here"_s);
+  EXPECT_EQ(library->PlaceNote(*shown, note, 0).theirs.text, u"here");
+  EXPECT_EQ(library->PlaceNote(*shown, note, 11).outcome, Outcome::Written);
+  EXPECT_EQ(library->PlaceNote(*shown, note, 10).outcome, Outcome::Gone) << "it has a sample";
+  Append({u"16"_s});
+  const CDataPtr longer = library->Read(1)->data;
+  const Trace::Record known = library->TraceOf(*longer);
+  EXPECT_EQ(library->TracesOf({longer, shown}).at(0).unplacedRuns, known.unplacedRuns);
+  EXPECT_EQ(library->TracesOf({longer}).at(0).notes, known.notes);
+  std::vector<qint64> runs{known.runs.at(0).number};
+  for (const Trace::Run& run : lost.unplacedRuns) runs.push_back(run.number);
+  library->RemoveUnplaced(*longer, runs, {note, lost.unplacedNotes.at(1).number});
+  EXPECT_EQ(Told(), u"*9! 10 11 10 9 10 11 10 12 13 14 15! |16"_s);
 }
 
 TEST_P(TracingTest, ANoteIsWrittenReplacedAndRemovedWhereItsSampleNowIs) {
