@@ -1,5 +1,6 @@
 #include "screens/NoteForm.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -39,6 +40,9 @@ void NoteForm::BuildControls() {
   lblPoint->setFont(HeadingFont(*this));
   lblTaken = TextLabel(u"lblTaken"_s, this);
   lblSamples = TextLabel(u"lblSamples"_s, this);
+  cboNote = Named(new QComboBox(this), u"cboNote"_s);
+  cboNote->setToolTip(Words::Note::which());
+  cboNote->setAccessibleName(Words::Note::which());
   txtNote = Named(new QPlainTextEdit(this), u"txtNote"_s);
   txtNote->setTabChangesFocus(true);
   auto* caption = new QLabel(Words::Note::caption(), this);
@@ -60,7 +64,7 @@ void NoteForm::BuildControls() {
   buttons->addWidget(cmdSave);
   buttons->addWidget(cmdCancel);
   auto* layout = new QVBoxLayout(this);
-  for (QWidget* row : std::initializer_list<QWidget*>{lblPoint, lblTaken, lblSamples, caption})
+  for (QWidget* row : std::initializer_list<QWidget*>{lblPoint, lblTaken, lblSamples, cboNote, caption})
     layout->addWidget(row);
   layout->addWidget(txtNote, 1);
   layout->addWidget(lblNews);
@@ -73,9 +77,12 @@ void NoteForm::BuildControls() {
   connect(cmdSave, &QPushButton::clicked, this, &NoteForm::Save);
   connect(cmdRemove, &QPushButton::clicked, this, [this] { Write({}); });
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(cboNote, &QComboBox::activated, this, [this](int which) { Show(notes_[size_t(which)]); });
+  connect(txtNote, &QPlainTextEdit::textChanged, this,
+          [this] { cboNote->setEnabled(Typed() == seen_.trimmed()); });
 }
 
-// Where another sample of the point has a note already, that is the one.
+// Where other samples of the point have notes already, these are the ones.
 void NoteForm::Tell(const StatPage& page, int point) {
   sample_ = page.FirstSampleOf(point) - 1;
   lblPoint->setText(Words::Note::heading(point));
@@ -84,16 +91,21 @@ void NoteForm::Tell(const StatPage& page, int point) {
   lblTaken->setVisible(!taken.isEmpty());
   const QStringList samples = page.SamplesOf({GraphId::XBar, point, 0, {}, {}, false});
   lblSamples->setText(Words::Chart::samples(samples.join(u"  "_s)));
-  const auto notes = page.Trace().NotesOn(point);
-  if (!notes.empty()) {
-    const Trace::Note& note = notes.front();
-    sample_ = note.sample;
-    seen_ = note.text;
-    lblNews->setText(Words::Note::writtenBy(NotedText(note)));
+  for (const LetteredNote& note : page.NotesOn(point)) {
+    notes_.push_back(*note.note);
+    cboNote->addItem(Words::Note::line(note.letter, NotedText(*note.note)));
   }
+  cboNote->setVisible(notes_.size() > 1);
+  cmdRemove->setEnabled(!notes_.empty());
+  if (!notes_.empty()) Show(notes_.front());
+}
+
+void NoteForm::Show(const Trace::Note& note) {
+  sample_ = note.sample;
+  seen_ = note.text;
+  lblNews->setText(Words::Note::writtenBy(NotedText(note)));
   txtNote->setPlainText(seen_);
   txtNote->moveCursor(QTextCursor::End);
-  cmdRemove->setEnabled(!seen_.isEmpty());
 }
 
 QString NoteForm::Typed() const { return txtNote->toPlainText().trimmed(); }

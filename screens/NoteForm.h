@@ -6,6 +6,7 @@
 #include "charts/StatPage.h"
 #include "data/CData.h"
 
+class QComboBox;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
@@ -25,13 +26,16 @@ class NoteForm : public QDialog {
  private:
   void BuildControls();
   void Tell(const StatPage& page, int point);
+  void Show(const Trace::Note& note);
   QString Typed() const;
   void Save();
   void Write(const QString& text);
 
-  CData data_;            // as it was on the page, whatever others do meanwhile
-  qsizetype sample_ = 0;  // that the note is on, counted from 0
-  QString seen_;          // the note as it was when the user last saw it; empty for none
+  CData data_;                      // as it was on the page, whatever others do meanwhile
+  qsizetype sample_ = 0;            // that the note is on, counted from 0
+  QString seen_;                    // the note as it was when the user last saw it; empty for none
+  std::vector<Trace::Note> notes_;  // of the point's samples
+  QComboBox* cboNote = nullptr;     // which of them
   QLabel* lblPoint = nullptr;
   QLabel* lblTaken = nullptr;
   QLabel* lblSamples = nullptr;

@@ -140,6 +140,8 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
     pointsBar_->TakeFocus();
   } else if (entry == 7) {
     NotePoint();
+  } else if (entry == 8) {
+    ListUnplaced();
   } else {
     EditPoint(view_->ShownPoint() ? view_->ShownPoint()->number : 0);
   }

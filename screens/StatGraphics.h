@@ -96,6 +96,8 @@ class StatGraphics : public QDialog, public LibraryView {
   bool TakeTrace();  // from the library; false where nothing of it has changed
   void LabelAxis(int labels);
   void NotePoint();  // the one that is explained
+  void ListUnplaced();
+  void ShowTraceAnew(const std::optional<StatPage::PointInfo>& point);
 
   // The next data set that can be drawn, that many steps away in the list; null where there is none.
   CDataPtr Neighbour(int step, QStringList* skipped = nullptr) const;

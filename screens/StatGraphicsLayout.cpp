@@ -102,6 +102,7 @@ ButtonBar* StatGraphics::BuildToolbar() {
   bar->AddEntry(Utilities, Words::Points::command(), Symbol::Chart);
   bar->AddEntry(Utilities, Words::Marks::edit(), Symbol::Edit)->setShortcut(Qt::Key_F2);
   bar->AddEntry(Utilities, Words::Note::command(), Symbol::Edit)->setShortcut(Qt::Key_N);
+  bar->AddEntry(Utilities, Words::Unplaced::command(), Symbol::Edit)->setShortcut(Qt::Key_U);
   return bar;
 }
 

@@ -1,4 +1,5 @@
 // What the chart screen does with points: stretches of them, marks, notes, and what their axis shows.
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <algorithm>
@@ -8,11 +9,13 @@
 #include "core/Messages.h"
 #include "core/Settings.h"
 #include "core/Trap.h"
+#include "platform/ui/ButtonBar.h"
 #include "screens/MarkList.h"
 #include "screens/NoteForm.h"
 #include "screens/PageView.h"
 #include "screens/PointsBar.h"
 #include "screens/StatGraphics.h"
+#include "screens/UnplacedForm.h"
 #include "screens/VerdictPanel.h"
 #include "texts/ChartWords.h"
 #include "texts/NoteWords.h"
@@ -80,6 +83,7 @@ bool StatGraphics::TakeTrace() {
       same(&Record::unplacedNotes))
     return false;
   trace_ = std::move(trace);
+  Toolbar1->Entry(Utilities, 8)->setEnabled(!trace_->unplacedRuns.empty() || !trace_->unplacedNotes.empty());
   cboAxis->setVisible(Traced().Has(AxisLabels::Times) || Traced().Has(AxisLabels::Lots));
   return true;
 }
@@ -92,11 +96,25 @@ void StatGraphics::LabelAxis(int labels) {
 void StatGraphics::NotePoint() {
   Trap(u"StatGraphics::NotePoint"_s, [&] {
     const auto point = view_->ShownPoint();
-    if (!point) return ShowInformationMessage(Words::Marks::choosePoint());
+    if (!point) return ShowInformationMessage(Words::Note::choosePoint());
     if (NoteForm(*data_, *view_->Page(), point->number, this).exec() != QDialog::Accepted) return;
-    TakeTrace();
-    StartStatGraphics();
-    view_->ShowPoint(point->graph, point->number);
+    ShowTraceAnew(point);
     ShowNews(Words::Note::saved(Globals().clock->Now().toString(u"HH:mm:ss"_s)));
   });
+}
+
+void StatGraphics::ListUnplaced() {
+  Trap(u"StatGraphics::ListUnplaced"_s, [&] {
+    const auto point = view_->ShownPoint();
+    UnplacedForm form(*data_, *view_->Page(), point ? std::optional(point->number) : std::nullopt, this);
+    form.exec();
+    if (form.HasChanged()) ShowTraceAnew(point);
+  });
+}
+
+// A window above takes the mouse off its point.
+void StatGraphics::ShowTraceAnew(const std::optional<StatPage::PointInfo>& point) {
+  TakeTrace();
+  StartStatGraphics();
+  if (point) view_->ShowPoint(point->graph, point->number);
 }

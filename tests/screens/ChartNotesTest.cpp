@@ -1,6 +1,8 @@
 // Times, lots and notes on the chart screen: what the mouse tells, the axis, the months, and the form for a
 // note.
+#include <QAction>
 #include <QComboBox>
+#include <QTreeWidget>
 
 #include "screens/NoteForm.h"
 #include "tests/screens/ChartScreenFixture.h"
@@ -22,8 +24,8 @@ class ChartNotesTest : public ChartScreenFixture {
   void Hover(int number) {
     Step(u"point %1"_s.arg(number), [&] { QTest::mouseMove(view, PlaceOf(GraphId::XBar, number)); });
   }
-  // In the form for a note on the chosen point.
-  void WithForm(const std::function<void(QWidget&)>& act) {
+  // In the form for a note on the chosen point, or the one that another key opens.
+  void WithForm(const std::function<void(QWidget&)>& act, Qt::Key key = Qt::Key_N) {
     screen->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
     InNextWindow([&](QWidget& form) {
@@ -33,7 +35,7 @@ class ChartNotesTest : public ChartScreenFixture {
       act(form);
       if (form.isVisible()) dynamic_cast<QDialog&>(form).done(QDialog::Rejected);
     });
-    QTest::keyClick(screen.get(), Qt::Key_N);
+    QTest::keyClick(screen.get(), key);
     protocol.Begin(u"The screen"_s, screen.get());
     protocol.Step(Info().text());
   }
@@ -68,6 +70,68 @@ TEST_F(ChartNotesTest, ANoteIsWrittenShownChangedAndRemoved) {
   DataObjectFunctions::SetNote(*data, 4, {}, u"seen by kim"_s);
   screen->LibraryChanged();
   Hover(2);
+}
+
+// Another program has written other values: the runs and notes wait in a list until somebody decides.
+TEST_F(ChartNotesTest, WhatHasLostItsSamplesIsListedRemovedAndPutOnAnotherPoint) {
+  OpenActive();
+  EXPECT_FALSE(Get<QAction>(*screen, "Toolbar1_5_8").isEnabled());
+  const QString before = data->DelimitedInputString();
+  for (int i = 0; i < 3; ++i) AddTimedPoints();
+  DataObjectFunctions::SetNote(*data, 0, {}, u"stays"_s);
+  DataObjectFunctions::SetNote(*data, 40, {}, u"new drum"_s);
+  DataObjectFunctions::SetNote(*data, 48, {}, u"door open"_s);
+  ChangeElsewhere(u"\"Values\" = '%1'"_s.arg(before + u"9,9,9,9,"_s));
+  OpenActive();
+  const auto list = [](QWidget& form) -> QTreeWidget& { return Get<QTreeWidget>(form, "listUnplaced"); };
+  const auto listed = [&](QWidget& form) {
+    QStringList rows;
+    for (int row = 0; row < list(form).topLevelItemCount(); ++row)
+      rows << list(form).topLevelItem(row)->text(0) + u' ' + list(form).topLevelItem(row)->text(3);
+    return rows;
+  };
+  Hover(1);
+  WithForm(
+      [&](QWidget& form) {
+        EXPECT_EQ(listed(form),
+                  (QStringList{u"Note new drum"_s, u"Note door open"_s, u"Run "_s, u"Run "_s, u"Run "_s}));
+        EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"new drum");
+        Click(form, "cmdPlace");  // beside the note that is there
+        EXPECT_EQ(TextOf(form, "lblNews"), u"The note is on point 1 now.");
+        program.boxes.Expect(Answer::No);
+        Click(form, "cmdRemove");
+        EXPECT_EQ(program.boxes.Take().text, u"Remove 1 note from the library? This cannot be undone.");
+        EXPECT_EQ(listed(form).size(), 4);
+        QTest::keyClick(&list(form), Qt::Key_End, Qt::NoModifier);
+        EXPECT_FALSE(Get<QPushButton>(form, "cmdPlace").isEnabled()) << "a run";
+        program.boxes.Expect(Answer::Yes);
+        Click(form, "cmdRemove");
+        EXPECT_EQ(program.boxes.Take().text, u"Remove 1 run from the library? This cannot be undone.");
+        EXPECT_EQ(listed(form), (QStringList{u"Note door open"_s, u"Run "_s, u"Run "_s}));
+      },
+      Qt::Key_U);
+  EXPECT_EQ(view->Page()->NotesOn(1).size(), 2u);
+  WithForm([](QWidget& form) {
+    auto& which = Get<QComboBox>(form, "cboNote");
+    EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"stays");
+    which.setFocus();
+    QTest::keyClick(&which, Qt::Key_Down);
+    EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"new drum");
+    Get<QPlainTextEdit>(form, "txtNote").appendPlainText(u"opened"_s);
+    EXPECT_FALSE(which.isEnabled());
+    Click(form, "cmdSave");
+  });
+  const Trace::Record record = program.state.gLibrary->TraceOf(*program.state.gDataCollection.at(0));
+  EXPECT_EQ(record.NoteAt(0)->text + u'|' + record.NoteAt(1)->text, u"stays|new drum\nopened");
+  WithForm(
+      [&](QWidget& form) {
+        program.boxes.Expect(Answer::Yes);
+        Click(form, "cmdRemoveAll");
+        EXPECT_TRUE(listed(form).isEmpty());
+      },
+      Qt::Key_U);
+  EXPECT_FALSE(Get<QAction>(*screen, "Toolbar1_5_8").isEnabled());
+  EXPECT_EQ(program.Rows(u"SELECT count(*) FROM SampleRun"_s)[0][0], 0);
 }
 
 TEST_F(ChartNotesTest, TimesStandAtTheAxisAndAMonthShowsItsPoints) {
