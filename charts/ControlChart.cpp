@@ -314,26 +314,28 @@ void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
       ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
   DrawLines(graph, chart);
   graph.Title(chart.title, {Palette::Black, 16, 8, 0});
-  QStringList notes, shortNotes;
+  QStringList notes, shortNotes, shorter;
   if (isPart) {
     notes.append(Words::Page::part(first, last, count));
     shortNotes.append(Words::Page::partShort(first, last));
   }
   if (!chart.period.isEmpty()) {
     notes.append(chart.period);
-    shortNotes = {chart.period};
+    shortNotes.append(chart.period);
+    shorter.append(chart.period);
   }
   if (chart.isBeyondStandardScale) {
     notes.append(Words::Page::fitted());
     shortNotes.append(Words::Page::fitted());
   }
   if (!notes.isEmpty()) {
-    graph.Draw(ChartGraph::Text{{0.01, 0.035},
-                                ChartGraph::Alignment::LeftMiddle,
-                                notes.join(u" \u00b7 "_s),
-                                {Palette::Black, 16, 5, 3},
-                                0.38,
-                                {shortNotes.join(u" \u00b7 "_s)}});
+    graph.Draw(ChartGraph::Text{
+        {0.01, 0.035},
+        ChartGraph::Alignment::LeftMiddle,
+        notes.join(u" \u00b7 "_s),
+        {Palette::Black, 16, 5, 3},
+        0.38,
+        {shortNotes.join(u" \u00b7 "_s), (shorter.isEmpty() ? shortNotes : shorter).join(u" \u00b7 "_s)}});
   }
   const QString limits =
       Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),

@@ -87,7 +87,7 @@ QString CountText(size_t runs, size_t notes) {
 }
 
 // What the charts and the foot of the page tell of the points shown.
-void StatPage::NoteShown(const QString& period) {
+void StatPage::NoteShown(const std::optional<Period>& period) {
   const PointRange shown = ShownPoints();
   notes_ = LetterNotes(trace_, shown);
   noteTexts_ = NoteTexts(trace_, notes_, shown.last == static_cast<int>(charts_.xbar.values.size()));
@@ -96,7 +96,7 @@ void StatPage::NoteShown(const QString& period) {
     chart->letters = LettersAtPoints(notes_);
     chart->axisStretches = stretches;
     chart->axisTitle = axis_ == AxisLabels::Times ? Words::AxisChoice::time() : Words::AxisChoice::lot();
-    chart->period = period;
+    chart->period = period ? period->Text() : QString();
   }
 }
 

@@ -105,3 +105,15 @@ std::optional<PointRange> PointTrace::PointsIn(const Period& period) const {
   }
   return found;
 }
+
+QString PointTrace::NoPointsText(const Period& period) const {
+  QDateTime first, last;
+  for (const Trace::Run& run : record_->runs) {
+    if (!run.time.isValid() || !PointsOf(run)) continue;
+    if (!first.isValid() || run.time < first) first = run.time;
+    if (!last.isValid() || run.time > last) last = run.time;
+  }
+  const auto day = [](const QDateTime& time) { return LocalTimes::Day(time.toLocalTime().date()); };
+  return first.isValid() ? Words::Period::noPoints(period.Text(), day(first), day(last))
+                         : Words::Period::noTimes(period.Text());
+}

@@ -10,6 +10,7 @@
 
 #include "charts/ControlChart.h"
 #include "data/Trace.h"
+#include "platform/error/Error.h"
 
 // Days of this place, both included. A day that is not valid leaves its end open.
 struct Period {
@@ -19,6 +20,12 @@ struct Period {
   bool Has(const QDateTime& time) const;
   QString Text() const;
   static Period Month(QDate of, int months);  // so many months later
+};
+
+// What was to be shown of a period has no points.
+class NoPointsError : public InputError {
+ public:
+  using InputError::InputError;
 };
 
 enum class AxisLabels { Numbers, Times, Lots };
@@ -44,6 +51,7 @@ class PointTrace {
 
   // From the first point that was taken then to the last; none where there is none.
   std::optional<PointRange> PointsIn(const Period& period) const;
+  QString NoPointsText(const Period& period) const;  // why there is none
 
  private:
   const Trace::Run* RunOf(int point) const;

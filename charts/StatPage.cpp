@@ -54,13 +54,13 @@ void StatPage::Record(const CData& data, const StatPageOptions& options,
   std::optional<PointRange> points = options.points;
   if (options.period) {
     points = trace_.PointsIn(*options.period);
-    if (!points) throw InputError(Words::Period::noPoints(options.period->Text()));
+    if (!points) throw NoPointsError(trace_.NoPointsText(*options.period));
   }
   const std::optional<LimitsOrigin> origin = KnownOrigin(data);
   run("SetupControlCharts", [&] {
     charts_ = SetupControlCharts(data, results(), options.fittedScale);
     if (points) ::ShowPoints(charts_, *points);
-    NoteShown(options.period ? PeriodText(*options.period) : QString());
+    NoteShown(options.period);
   });
   if (origin && origin->kind == LimitsOrigin::Points) ShowBase(charts_, {origin->first, origin->last});
   ChartGraph& xbar = page_.WGCreateGraph(0.005, 0.005, 0.6, 0.49);
@@ -83,7 +83,7 @@ QString StatPage::ScaleNote(const StatPageOptions& options) const {
 
 void StatPage::ShowPoints(PointRange points) {
   ::ShowPoints(charts_, points);
-  NoteShown({});
+  NoteShown(std::nullopt);
   for (const auto& [graph, chart] : {std::pair{GraphId::XBar, &charts_.xbar}, {GraphId::R, &charts_.r}}) {
     ChartGraph& drawn = page_.Graph(static_cast<int>(graph));
     drawn = ChartGraph(drawn.Frame());
@@ -106,7 +106,7 @@ void StatPage::RecordHead(const CData& data, const StatPageOptions& options) {
   if (!data.UnitOfMeasurement().isEmpty()) facts.append(Words::Page::unit(data.UnitOfMeasurement()));
   facts.append(Words::Page::samples(data.SampleQty()));
   facts.append(Words::Page::subgroupSize(data.SubGroupSize()));
-  if (options.period) facts.append(Words::Period::head(options.period->Text()));
+  if (options.period) facts.append(Words::Period::head(PeriodText(*options.period)));
   head.Draw(ChartGraph::Text{{0.01, 0.79}, Alignment::LeftMiddle, facts.join(u"     "_s), small, 0.7});
   if (options.printedAt.isValid()) {
     const QString printed = Words::Page::printed(options.printedAt.toString(u"yyyy-MM-dd HH:mm"_s));

@@ -40,7 +40,7 @@ struct StatPageOptions {
 class StatPage : public OutputPage {
  public:
   // Records the page; the data set is not needed afterwards. ScaleError when a scale cannot be made, Error
-  // when the engine refuses the data set, InputError when no point was taken in the period.
+  // when the engine refuses the data set, NoPointsError when no point was taken in the period.
   StatPage(const CData& data, const StatPageOptions& options);
   // The same with these numbers for the series and the bins.
   StatPage(const CData& data, const engine::Results& results, const StatPageOptions& options);
@@ -109,7 +109,7 @@ class StatPage : public OutputPage {
  private:
   void Record(const CData& data, const StatPageOptions& options,
               const std::function<const engine::Results&()>& results);
-  void NoteShown(const QString& period);
+  void NoteShown(const std::optional<Period>& period);
   QString PeriodText(const Period& period) const;
   void RecordHead(const CData& data, const StatPageOptions& options);
   QString ScaleNote(const StatPageOptions& options) const;

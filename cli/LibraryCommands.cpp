@@ -57,10 +57,10 @@ std::vector<Trace::Run> RunsOf(const Arguments& arguments, const std::vector<Csv
     try {
       const QString text = arguments.Has(timeColumn) ? beside.takeFirst() : QString();
       if (!text.isEmpty()) run.time = WrittenTimes::Read(text);
+      if (arguments.Has(lotColumn)) run.lot = Trace::LotIn(beside.takeFirst());
     } catch (const InputError& error) {
       throw InputError(Words::Csv::line(arguments.Operands()[1], samples[i].line, error.Text()));
     }
-    if (arguments.Has(lotColumn)) run.lot = beside.takeFirst().simplified();
     const bool goesOn = !runs.empty() && runs.back().End() == run.first && runs.back().time == run.time &&
                         runs.back().lot == run.lot;
     if (goesOn)
@@ -72,7 +72,12 @@ std::vector<Trace::Run> RunsOf(const Arguments& arguments, const std::vector<Csv
 }
 
 Trace::Source SourceOf(const Arguments& arguments) {
-  Trace::Source source{{}, arguments.Text(lot).simplified()};
+  Trace::Source source;
+  try {
+    source.lot = Trace::LotIn(arguments.Text(lot));
+  } catch (const InputError& error) {
+    throw InputError(Words::Command::wrongLot(error.Text()));
+  }
   try {
     if (arguments.Has(takenAt)) source.time = WrittenTimes::Read(arguments.Text(takenAt));
   } catch (const InputError& error) {

@@ -20,6 +20,7 @@
 #include "cli/FileNames.h"
 #include "cli/SharedOptions.h"
 #include "cli/TraceTexts.h"
+#include "data/WrittenTimes.h"
 #include "platform/error/Error.h"
 #include "texts/CommandWords.h"
 #include "texts/LibraryWords.h"
@@ -71,13 +72,26 @@ void Try(Output& output, const Step& step) {
   }
 }
 
+// "A, B and 11 more"
+QString Named(const QStringList& names) {
+  constexpr qsizetype most = 8;
+  const QString first = names.first(std::min(most, names.size())).join(u", "_s);
+  return names.size() > most ? Words::Command::andMore(first, names.size() - most) : first;
+}
+
+// Whether the files tell of what is known of samples besides their values.
+enum class Traced { No, Yes };
+
 // Writes one file for each chosen data set, several at once, and prints in their order where they are. One
 // that is refused or cannot be written keeps none of the others from it; it is named, and the exit status
-// tells. The library is read in portions: twice where files are numbered.
+// tells. Those of a whole library that have no point in the period asked for are named together: no failure
+// where others have. The library is read in portions: twice where files are numbered.
 class Files {
  public:
-  Files(const Arguments& arguments, const QString& ending)
-      : place_(arguments.Operands()[0]),
+  Files(const Arguments& arguments, const QString& ending, Traced traced)
+      : traced_(traced),
+        isWhole_(arguments.Operands().size() == 1),
+        place_(arguments.Operands()[0]),
         dataSets_(place_, arguments.Operands().mid(1)),
         names_(OutputFolder(arguments), ending),
         total_(dataSets_.Count()) {}
@@ -108,19 +122,30 @@ class Files {
       }
       WriteAtOnce(outputs, write);
     });
+    TellWithoutPoints();
     return std::max(status_, dataSets_.Status());
   }
 
  private:
   std::vector<Output> OutputsOf(const std::vector<Library::Row>& rows) const {
     std::vector<Output> outputs;
-    for (const Library::Row& row : rows) {
-      Output& output = outputs.emplace_back(Output{row.id, row.data});
-      Try(output, [&](const Output&) {
-        output.trace = std::make_shared<const Trace::Record>(dataSets_.Of().TraceOf(*row.data));
-      });
-    }
+    for (const Library::Row& row : rows) outputs.emplace_back(Output{row.id, row.data});
+    if (traced_ == Traced::No) return outputs;
+    std::vector<Trace::Record> traces = dataSets_.Of().TracesOf(rows);
+    for (std::size_t i = 0; i < outputs.size(); ++i)
+      outputs[i].trace = std::make_shared<const Trace::Record>(std::move(traces[i]));
     return outputs;
+  }
+
+  void TellWithoutPoints() {
+    if (withoutPoints_.isEmpty()) return;
+    const QString text =
+        Console::OnOneLine(withoutPoints_.size() == 1
+                               ? Words::Command::oneWithoutPage(withoutPoints_.first())
+                               : Words::Command::withoutPages(withoutPoints_.size(), Named(withoutPoints_)));
+    if (number_ > 0) return Console::Warn(text);
+    Console::Complain(text);
+    status_ = std::max<int>(status_, CommandLine::StatusOf(InputError(text)));
   }
 
   void WriteAtOnce(const std::vector<Output>& outputs, const Step& write) {
@@ -137,6 +162,10 @@ class Files {
         Console::Print(output.path + u'\n');
       } catch (const std::exception& error) {
         const QString name = output.data->Description();
+        if (isWhole_ && dynamic_cast<const NoPointsError*>(&error)) {
+          withoutPoints_ << name;
+          continue;
+        }
         Console::Complain(Words::Library::refusedValues(place_, name, ErrorText(error)));
         status_ = std::max(status_, CommandLine::StatusOf(error));
       }
@@ -144,6 +173,8 @@ class Files {
     }
   }
 
+  const Traced traced_;
+  const bool isWhole_;  // no data set was named
   const QString place_;
   ChosenDataSets dataSets_;
   FileNames names_;
@@ -153,6 +184,7 @@ class Files {
   int number_ = 0;
   int done_ = 0;
   int status_ = CommandLine::Fine;
+  QStringList withoutPoints_;
   Console::Progress progress_{Words::Command::writing()};
 };
 
@@ -166,9 +198,13 @@ struct Stretch {
 
 QDate Day(const Arguments& arguments, const Option& option) {
   if (!arguments.Has(option)) return {};
-  const QDate day = QDate::fromString(arguments.Text(option), Qt::ISODate);
-  if (!day.isValid()) throw InputError(Words::Command::notADay(option.name, arguments.Text(option)));
-  return day;
+  try {
+    const QDate day = WrittenTimes::ReadDay(arguments.Text(option));
+    if (day.isValid()) return day;
+  } catch (const InputError& error) {
+    throw InputError(Words::Command::wrongDay(option.name, error.Text()));
+  }
+  throw InputError(Words::Command::notADay(option.name, arguments.Text(option)));
 }
 
 Stretch DaysOf(const Arguments& arguments) {
@@ -224,7 +260,7 @@ int RunReport(const Arguments& arguments) {
     own.trace = output.trace;
     return StatPage(*output.data, own);
   };
-  Files files(arguments, stretch.name + day + u'.' + format.choices[arguments.Choice(format)]);
+  Files files(arguments, stretch.name + day + u'.' + format.choices[arguments.Choice(format)], Traced::Yes);
   files.Number(page);
   return files.Write([&](const Output& output) { PageOutput::WritePage(page(output), output.path); });
 }
@@ -238,8 +274,8 @@ void WriteSamples(const Output& output) {
 }
 
 int RunExport(const Arguments& arguments) {
-  if (arguments.Has(csv)) return Files(arguments, u".csv"_s).Write(WriteSamples);
-  return Files(arguments, u".csf"_s).Write([](const Output& output) {
+  if (arguments.Has(csv)) return Files(arguments, u".csv"_s, Traced::Yes).Write(WriteSamples);
+  return Files(arguments, u".csf"_s, Traced::No).Write([](const Output& output) {
     CsfExport::WriteCsf(*output.data, output.path);
   });
 }

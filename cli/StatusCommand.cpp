@@ -134,12 +134,13 @@ int RunStatus(const Arguments& arguments) {
   dataSets.Each([&](const std::vector<Library::Row>& rows) {
     for (const Library::Row& row : rows) {
       isControlled = isControlled && row.data->IsInControl();
-      if (!asJson) {
-        table.Add(*row.data);
-        continue;
-      }
-      QJsonObject object = Json::ReadProperties(*row.data);
-      TraceTexts::AddTo(object, dataSets.Of().TraceOf(*row.data));
+      if (!asJson) table.Add(*row.data);
+    }
+    if (!asJson) return;
+    const std::vector<Trace::Record> traces = dataSets.Of().TracesOf(rows);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      QJsonObject object = Json::ReadProperties(*rows[i].data);
+      TraceTexts::AddTo(object, traces[i]);
       array.Print(object);
     }
   });

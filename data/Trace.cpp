@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <numeric>
 
+#include "platform/error/Error.h"
+#include "texts/NumberWords.h"
+
 namespace {
 
 using namespace Trace;
@@ -117,6 +120,15 @@ class Difference {
 };
 
 }  // namespace
+
+QString Trace::LotIn(const QString& text) {
+  constexpr qsizetype mostLetters = 100;
+  const QString lot = text.trimmed();
+  const bool isOneLine = std::ranges::all_of(lot, [](QChar c) { return c == u'\t' || c.isPrint(); });
+  if (!isOneLine) throw InputError(Words::Times::lotOfLines());
+  if (lot.size() > mostLetters) throw InputError(Words::Times::longLot(lot.size(), mostLetters));
+  return lot.simplified();
+}
 
 bool Trace::Record::IsEmpty() const {
   return runs.empty() && notes.empty() && unplacedRuns.empty() && unplacedNotes.empty();

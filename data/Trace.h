@@ -17,6 +17,9 @@ struct Source {
   bool operator==(const Source&) const = default;
 };
 
+// A lot as people write it, without blanks around; an InputError where it is no name of one line.
+QString LotIn(const QString& text);
+
 // Samples that were taken together. Where others came between them later, one run has several stretches; they
 // have its number.
 struct Run {

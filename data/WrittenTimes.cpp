@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int firstYear = 1900;
+
 QRegularExpression Form(const QString& pattern) {
   return QRegularExpression(
       QRegularExpression::anchoredPattern(pattern),
@@ -122,10 +124,15 @@ QDateTime WrittenTimes::Read(const QString& text) {
   const QDate date = DateIn(text, match.captured(u"date"));
   const bool hasTime = !match.captured(u"time").isEmpty();
   const QTime time = hasTime ? TimeIn(match) : QTime(0, 0);
-  constexpr int firstYear = 1900, mostOffset = 14 * 3600;
+  constexpr int mostOffset = 14 * 3600;
   if (!date.isValid() || !time.isValid() || date.year() < firstYear) Refuse(text);
   const QString offset = match.captured(u"offset");
   if (offset.isEmpty()) return hasTime ? LocalTime(text, date, time) : date.startOfDay().toUTC();
   if (offset.right(2).toInt() > 59 || std::abs(OffsetIn(offset)) > mostOffset) Refuse(text);
   return QDateTime(date, time, Qt::OffsetFromUTC, OffsetIn(offset)).toUTC();
+}
+
+QDate WrittenTimes::ReadDay(const QString& text) {
+  const QDate day = DateIn(text, text.simplified());
+  return day.isValid() && day.year() >= firstYear ? day : QDate();
 }

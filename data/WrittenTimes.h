@@ -13,4 +13,7 @@ namespace WrittenTimes {
 // offset; without one it is a time of this place. An InputError says what is wrong with the text.
 QDateTime Read(const QString& text);
 
+// The day alone, in the same forms; not valid for any other text. An InputError where it has two readings.
+QDate ReadDay(const QString& text);
+
 }  // namespace WrittenTimes

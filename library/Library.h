@@ -135,7 +135,7 @@ class Library {
 
   // When and in which lots its samples were taken, and what was noted about them. Nothing else reads that.
   Trace::Record TraceOf(const CData& data);
-  std::vector<Trace::Record> TracesOf(const std::vector<CDataPtr>& dataSets);  // at once
+  std::vector<Trace::Record> TracesOf(const std::vector<Row>& rows);  // at once
 
   // What became of a note.
   struct Noted {

@@ -154,16 +154,13 @@ struct Stored {
   std::vector<StoredNote> notes;
 };
 
-// Of one data set, or of all.
-std::map<qint64, Stored> StoredOf(Connection& connection, std::optional<qint64> id) {
+// Of the data sets of these IDs that have any.
+std::map<qint64, Stored> StoredOf(Connection& connection, const QStringList& ids) {
   std::map<qint64, Stored> stored;
-  const QString where = id ? u"WHERE ID = ? "_s : QString();
-  const QVariantList values = id ? QVariantList{*id} : QVariantList();
+  const QString order = u"WHERE ID IN (%1) ORDER BY ID, Entry"_s.arg(ids.join(u','));
   QSqlQuery runs = connection.Run(
       u"select"_s,
-      u"SELECT ID, Run, FirstSample, SampleCount, TakenAt, Lot, Fingerprint FROM SampleRun "_s + where +
-          u"ORDER BY ID, Entry"_s,
-      values);
+      u"SELECT ID, Run, FirstSample, SampleCount, TakenAt, Lot, Fingerprint FROM SampleRun "_s + order);
   while (connection.NextRow(runs)) {
     const QVariant first = runs.value(2);
     stored[runs.value(0).toLongLong()].runs.push_back(
@@ -175,8 +172,7 @@ std::map<qint64, Stored> StoredOf(Connection& connection, std::optional<qint64> 
   QSqlQuery notes = connection.Run(
       u"select"_s,
       u"SELECT ID, Entry, FirstSample, SampleValue, Note, Author, WrittenAt, Fingerprint FROM SampleNote "_s +
-          where + u"ORDER BY ID, Entry"_s,
-      values);
+          order);
   while (connection.NextRow(notes)) {
     const QVariant first = notes.value(2);
     stored[notes.value(0).toLongLong()].notes.push_back(
@@ -255,15 +251,16 @@ bool TraceTables::HasEntries(Connection& connection, qint64 id) {
 
 TraceTables::Found TraceTables::Read(Connection& connection, qint64 id, const QStringList& samples) {
   if (!AreMade(connection)) return {};
-  return Placed(StoredOf(connection, id)[id], samples);
+  return Placed(StoredOf(connection, {QString::number(id)})[id], samples);
 }
 
 std::map<qint64, TraceTables::Found> TraceTables::ReadAll(Connection& connection,
-                                                          const SamplesOf& samplesOf) {
+                                                          const std::map<qint64, QStringList>& samples) {
   std::map<qint64, Found> all;
-  if (!AreMade(connection)) return all;
-  for (const auto& [id, stored] : StoredOf(connection, {}))
-    if (const auto samples = samplesOf(id)) all[id] = Placed(stored, *samples);
+  if (samples.empty() || !AreMade(connection)) return all;
+  QStringList ids;
+  for (const auto& [id, texts] : samples) ids << QString::number(id);
+  for (const auto& [id, stored] : StoredOf(connection, ids)) all[id] = Placed(stored, samples.at(id));
   return all;
 }
 

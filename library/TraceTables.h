@@ -5,9 +5,7 @@
 // rests on samples that are the same still fits, and the rest is unplaced.
 #pragma once
 
-#include <functional>
 #include <map>
-#include <optional>
 
 #include "data/Trace.h"
 #include "platform/ado/Connection.h"
@@ -26,9 +24,8 @@ struct Found {
 };
 Found Read(Connection& connection, qint64 id, const QStringList& samples);
 
-// The same at once for all data sets that have entries and, as `samplesOf` tells, samples.
-using SamplesOf = std::function<std::optional<QStringList>(qint64 id)>;
-std::map<qint64, Found> ReadAll(Connection& connection, const SamplesOf& samplesOf);
+// The same at once for those of these data sets that have entries.
+std::map<qint64, Found> ReadAll(Connection& connection, const std::map<qint64, QStringList>& samples);
 
 // In the transaction that is open: writes the record in place of all that stands there; puts one run behind
 // it, of the last `count` of all values; puts a note, in place of the one that has its number; removes a

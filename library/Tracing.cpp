@@ -41,24 +41,20 @@ Trace::Record Library::TraceOf(const CData& data) {
 }
 
 // One by one only where others have changed something meanwhile.
-std::vector<Trace::Record> Library::TracesOf(const std::vector<CDataPtr>& dataSets) {
-  std::map<qint64, QString> values;
-  for (const CDataPtr& data : dataSets)
-    if (!data->RowAsKnown().isEmpty())
-      values[Tables::IdOf(data->RowAsKnown())] = ValuesIn(data->RowAsKnown());
-  const auto all = TraceTables::ReadAll(connection_, [&](qint64 id) {
-    const auto found = values.find(id);
-    return found == values.end() ? std::nullopt : std::optional(Trace::SamplesIn(found->second));
-  });
+std::vector<Trace::Record> Library::TracesOf(const std::vector<Row>& rows) {
+  std::map<qint64, QStringList> samples;
+  for (const Row& row : rows)
+    if (!row.data->RowAsKnown().isEmpty())
+      samples[Tables::IdOf(row.data->RowAsKnown())] = Trace::SamplesIn(ValuesIn(row.data->RowAsKnown()));
+  const auto all = TraceTables::ReadAll(connection_, samples);
   std::vector<Trace::Record> records;
-  for (const CDataPtr& data : dataSets) {
-    const QVariantList& known = data->RowAsKnown();
-    const auto found = known.isEmpty() ? all.end() : all.find(Tables::IdOf(known));
-    const bool isAsShown =
-        found != all.end() && found->second.allFit && ValuesIn(known) == data->DelimitedInputString();
-    records.push_back(found == all.end() ? Trace::Record()
-                      : isAsShown        ? found->second.record
-                                         : TraceOf(*data));
+  for (const Row& row : rows) {
+    const auto found = all.find(row.id);
+    const bool fits = found == all.end() || (found->second.allFit && ValuesIn(row.data->RowAsKnown()) ==
+                                                                         row.data->DelimitedInputString());
+    records.push_back(!fits                ? TraceOf(*row.data)
+                      : found == all.end() ? Trace::Record()
+                                           : found->second.record);
   }
   return records;
 }

@@ -105,6 +105,7 @@ inline constexpr Text<> timeOption{
     u"when the values were taken, if not now, as 2026-04-23T10:15 or with an offset behind"};
 inline constexpr Text<> lotOption{u"the lot that they are of"};
 inline constexpr Text<1> wrongTime{u"--time: %1"};
+inline constexpr Text<1> wrongLot{u"--lot: %1"};
 inline constexpr Text<> nothingToAppend{u"there are no values to append"};
 inline constexpr Text<> oneValue{u"1 value"};
 inline constexpr Text<1> values{u"%1 values"};
@@ -158,14 +159,20 @@ inline constexpr Text<> reportDetails{
     u"Limits,\n"
     u"verdict and summary stay those of all points. A data set that has none of these points is refused and "
     u"has no\n"
-    u"page number.\n"};
+    u"page number; of a whole library those without a point in the days are only counted and named.\n"};
 inline constexpr Text<> pointsValue{u"A-B"};
 inline constexpr Text<> pointsOption{u"show only the points from A to B"};
 inline constexpr Text<> lastOption{u"show only so many points, the last ones"};
 inline constexpr Text<> dayValue{u"DATE"};
-inline constexpr Text<> sinceOption{u"show only the points from this day on, such as 2026-10-01"};
+inline constexpr Text<> sinceOption{
+    u"show only the points from this day on, such as 2026-10-01 or 1.10.2026"};
 inline constexpr Text<> untilOption{u"show only the points up to this day, its end included"};
-inline constexpr Text<2> notADay{u"--%1: \"%2\" is not a day such as 2026-10-31"};
+inline constexpr Text<2> notADay{
+    u"--%1: \"%2\" is not a day such as 2026-10-31; days are shown as a whole, without a time"};
+inline constexpr Text<2> wrongDay{u"--%1: %2"};
+inline constexpr Text<1> oneWithoutPage{u"no page for a data set without a point in that period: %1"};
+inline constexpr Text<2> withoutPages{u"no page for %1 data sets without a point in that period: %2"};
+inline constexpr Text<2> andMore{u"%1 and %2 more"};
 inline constexpr Text<2> daysReversed{u"--since %1 is after --until %2"};
 inline constexpr Text<> daysOrPoints{u"--since and --until cannot be given with --points or --last"};
 inline constexpr Text<> dateOption{u"put the day into the files' names"};

@@ -12,10 +12,11 @@ inline constexpr Text<1> until{u"until %1"};
 inline constexpr Text<2> between{u"%1 to %2"};
 inline constexpr Text<2> withOthers{u"%1 (and %2 points between of other days or without a time)"};
 inline constexpr Text<1> head{u"Period: %1"};
-inline constexpr Text<1> noPoints{
-    u"no point has a time in the period %1; append and Add Measurements give their values one, import does "
-    u"with "
-    u"--time-column"};
+inline constexpr Text<1> noTimes{
+    u"no point has a time, and so none is in the period %1; append and Add Measurements give their values "
+    u"one, import does with --time-column"};
+inline constexpr Text<3> noPoints{
+    u"no point was taken in the period %1; the points that have a time were taken from %2 to %3"};
 inline constexpr Text<> thisMonth{u"This &month"};
 inline constexpr Text<> thisMonthTip{u"Show the points of this month"};
 inline constexpr Text<> lastMonth{u"&Last month"};

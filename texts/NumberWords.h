@@ -27,6 +27,8 @@ inline constexpr Text<> pointAndSemicolon{u"--decimal point --separator semicolo
 
 namespace Words::Times {
 
+inline constexpr Text<> lotOfLines{u"a lot is a text of one line, without control characters"};
+inline constexpr Text<2> longLot{u"the lot has %1 characters; it may have up to %2"};
 inline constexpr Text<1> isNone{u"\"%1\" is not a time; write it as 2026-04-23T10:15"};
 inline constexpr Text<1> shortYear{u"\"%1\" may be several days; write the year with four digits"};
 inline constexpr Text<3> twoReadings{u"\"%1\" may be %2 or %3; write it as one of these"};

@@ -318,7 +318,7 @@ TEST(PageNotes, APeriodShowsThePointsThatWereTakenInIt) {
       day.addDays(2).toString(Qt::ISODate) + u" to "_s + day.addDays(5).toString(Qt::ISODate);
   EXPECT_EQ(TextsIn(Sheet(page).Texts()).filter(words).size(), 3) << "in the head and in both charts";
   const auto drawLater = [&] { StatPage(data, {.trace = record, .period = Period{day.addDays(200), {}}}); };
-  EXPECT_TRUE(Refusal<InputError>(drawLater).contains(u"--time-column"));
+  EXPECT_TRUE(Refusal<InputError>(drawLater).contains(u"were taken from"));
 }
 
 }  // namespace

@@ -86,10 +86,11 @@ TEST_F(CommandLineTest, ReportShowsThePointsOfSomeDays) {
   Tell(u"report LIB --out @out --format svg --until "_s + today);
   TellPage(u"out/Shaft.until-%1.svg"_s.arg(today),
            {">Page 1 of 1<", "Period: until " + today.toUtf8(), "points 9 to 10"});
-  const QString tomorrow = QDate::currentDate().addDays(1).toString(Qt::ISODate);
-  EXPECT_EQ(RunIn(u"report LIB --out @out --since "_s + tomorrow).status, 2);
-  for (const QString& words : {u"--since 31.10.2026"_s, u"--since 2026-10-02 --until 2026-10-01"_s,
-                               u"--since 2026-10-02 --last 3"_s})
+  Tell(u"report LIB Bore --out @out --until "_s + today);  // one that is named is refused
+  Tell(u"report LIB --out @out --since 2199-01-01");       // none has any
+  Tell(u"report LIB Shaft --out @out --until 31.10.2020");
+  for (const QString& words : {u"--since 2026-10-31T12:00"_s, u"--until 03/04/2026"_s,
+                               u"--since 2.10.2026 --until 2026-10-01"_s, u"--since 2026-10-02 --last 3"_s})
     Tell(u"report LIB --out @out "_s + words);
 }
 
@@ -131,6 +132,8 @@ TEST_F(CommandLineTest, TimesAndLotsComeInAndGoOutBesideTheSamples) {
       u"--column w --time-column taken --lot-column LOT --subgroup 2"_s,
       "w;taken;lot\n10,1;23/04/2026 10:15;A\n10,2;2026-04-23T08:15Z;A\n9,9;;A\n10,0;;\n9,8;23.4.2026 "
       "11:00;\"B, 2\"\n"));
+  for (const QString& lot : {QString(101, u'L'), u"\"C\nD\""_s})
+    Tell(u"append LIB --description Shaft 1 --lot "_s + lot);
   Tell(u"append LIB --description Shaft --time 2026-01-23T12:00 --lot C 10.3 10.4");
   Library(library).SetNote(*Library(library).Read(1)->data, 1, {}, u"new \"tool\""_s, u"ann"_s,
                            QDateTime(QDate(2026, 1, 23), QTime(12, 0), Qt::UTC));

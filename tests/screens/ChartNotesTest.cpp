@@ -117,12 +117,12 @@ TEST_F(ChartNotesTest, WhatHasLostItsSamplesIsListedRemovedAndPutOnAnotherPoint)
     which.setFocus();
     QTest::keyClick(&which, Qt::Key_Down);
     EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"new drum");
-    Get<QPlainTextEdit>(form, "txtNote").appendPlainText(u"opened"_s);
+    Get<QPlainTextEdit>(form, "txtNote").setPlainText(u"new drum opened"_s);
     EXPECT_FALSE(which.isEnabled());
     Click(form, "cmdSave");
   });
   const Trace::Record record = program.state.gLibrary->TraceOf(*program.state.gDataCollection.at(0));
-  EXPECT_EQ(record.NoteAt(0)->text + u'|' + record.NoteAt(1)->text, u"stays|new drum\nopened");
+  EXPECT_EQ(record.NoteAt(0)->text + u'|' + record.NoteAt(1)->text, u"stays|new drum opened");
   WithForm(
       [&](QWidget& form) {
         program.boxes.Expect(Answer::Yes);
