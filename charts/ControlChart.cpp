@@ -216,6 +216,84 @@ void DrawLines(ChartGraph& graph, const ControlChart& chart) {
   graph.Draw(ChartGraph::LineLabels{Direction::Horizontal, LabelsOf(chart), {Palette::Black, 16, 4, 0}});
 }
 
+const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
+
+bool IsPart(const ControlChart& chart) {
+  return chart.shown.first > 1 || chart.shown.last < static_cast<int>(chart.values.size());
+}
+
+void DrawAxes(ChartGraph& graph, const ControlChart& chart) {
+  const auto& [first, last] = chart.shown;
+  graph.ScalePlotArea(first - 1, chart.axisMinimum, last + 1, chart.axisMaximum);
+  if (chart.baseFirst > 0)
+    graph.Draw(ChartGraph::Shade{chart.baseFirst - 0.5, chart.baseLast + 0.5, Palette::Mist});
+  const double spacing = IsPart(chart) && last - first < 10 ? 1 : 5;
+  graph.Draw(ChartGraph::Axis{Direction::Horizontal,
+                              spacing,
+                              {},
+                              std::pair<double, double>(first, last),
+                              normal,
+                              chart.axisStretches.empty() ? Words::Figure::sample() : chart.axisTitle,
+                              normal,
+                              chart.axisStretches});
+  graph.Draw(
+      ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
+}
+
+// In the corner: which points these are, and that the scale is not the standard one.
+void DrawNotes(ChartGraph& graph, const ControlChart& chart) {
+  QStringList notes, shortNotes, shorter;
+  const auto& [first, last] = chart.shown;
+  if (IsPart(chart)) {
+    notes.append(Words::Page::part(first, last, chart.values.size()));
+    shortNotes.append(Words::Page::partShort(first, last));
+  }
+  if (!chart.period.isEmpty()) {
+    notes.append(chart.period);
+    shortNotes.append(chart.period);
+    shorter.append(chart.period);
+  }
+  if (chart.isBeyondStandardScale) {
+    notes.append(Words::Page::fitted());
+    shortNotes.append(Words::Page::fitted());
+  }
+  if (!notes.isEmpty()) {
+    graph.Draw(ChartGraph::Text{
+        {0.01, 0.035},
+        ChartGraph::Alignment::LeftMiddle,
+        notes.join(u" \u00b7 "_s),
+        {Palette::Black, 16, 5, 3},
+        0.38,
+        {shortNotes.join(u" \u00b7 "_s), (shorter.isEmpty() ? shortNotes : shorter).join(u" \u00b7 "_s)}});
+  }
+}
+
+// Beneath the title.
+void DrawLimits(ChartGraph& graph, const ControlChart& chart) {
+  const QString limits =
+      Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
+                          Conversions::CStr(chart.upperLimit));
+  const QString rounded = Words::Page::limits(LimitText(chart.lowerLimit, chart.labelDecimals),
+                                              LimitText(chart.mean, chart.labelDecimals),
+                                              LimitText(chart.upperLimit, chart.labelDecimals));
+  const QString outer = Words::Page::limitsShort(LimitText(chart.lowerLimit, chart.labelDecimals),
+                                                 LimitText(chart.upperLimit, chart.labelDecimals));
+  graph.Draw(ChartGraph::Text{
+      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98, {rounded, outer, QString()}});
+}
+
+void DrawLegend(ChartGraph& graph, const ControlChart& chart) {
+  const QStringList legend = IsReversed(chart) ? QStringList{Words::Page::limitsReversed()} : chart.legend;
+  if (!legend.isEmpty()) {
+    graph.Draw(ChartGraph::Text{{0.01, 0.965},
+                                ChartGraph::Alignment::LeftMiddle,
+                                legend[0],
+                                {IsReversed(chart) ? Palette::WarningText : Palette::Black, 16, 4, 0},
+                                0.98,
+                                legend.mid(1)});
+  }
+}
+
 }  // namespace
 
 ScaleError::ScaleError(const QString& reference) : Error(LoadResText(reference)), reference_(reference) {}
@@ -288,76 +366,20 @@ void ShowBase(ControlCharts& charts, PointRange points) {
 }
 
 void DrawGraph(ChartGraph& graph, const ControlChart& chart) {
-  const int count = static_cast<int>(chart.values.size());
-  if (count < FewestPlotPoints) {
+  if (static_cast<int>(chart.values.size()) < FewestPlotPoints) {
     graph.Title(Words::Page::tooFewToPlot(), {Palette::Black, 16, 12, 3});
     return;
   }
   DefineDataSets(graph, chart);
   graph.SetPlotArea(0.15, 0.1, 0.9, 0.8);
-  const auto& [first, last] = chart.shown;
-  graph.ScalePlotArea(first - 1, chart.axisMinimum, last + 1, chart.axisMaximum);
-  if (chart.baseFirst > 0)
-    graph.Draw(ChartGraph::Shade{chart.baseFirst - 0.5, chart.baseLast + 0.5, Palette::Mist});
-  const ChartGraph::TextParameters normal{Palette::Black, 16, 6, 0};
-  const bool isPart = first > 1 || last < count;
-  const double spacing = isPart && last - first < 10 ? 1 : 5;
-  graph.Draw(ChartGraph::Axis{Direction::Horizontal,
-                              spacing,
-                              {},
-                              std::pair<double, double>(first, last),
-                              normal,
-                              chart.axisStretches.empty() ? Words::Figure::sample() : chart.axisTitle,
-                              normal,
-                              chart.axisStretches});
-  graph.Draw(
-      ChartGraph::Axis{Direction::Vertical, chart.tickInterval, {}, {}, normal, chart.valueTitle, normal});
+  DrawAxes(graph, chart);
   DrawLines(graph, chart);
   graph.Title(chart.title, {Palette::Black, 16, 8, 0});
-  QStringList notes, shortNotes, shorter;
-  if (isPart) {
-    notes.append(Words::Page::part(first, last, count));
-    shortNotes.append(Words::Page::partShort(first, last));
-  }
-  if (!chart.period.isEmpty()) {
-    notes.append(chart.period);
-    shortNotes.append(chart.period);
-    shorter.append(chart.period);
-  }
-  if (chart.isBeyondStandardScale) {
-    notes.append(Words::Page::fitted());
-    shortNotes.append(Words::Page::fitted());
-  }
-  if (!notes.isEmpty()) {
-    graph.Draw(ChartGraph::Text{
-        {0.01, 0.035},
-        ChartGraph::Alignment::LeftMiddle,
-        notes.join(u" \u00b7 "_s),
-        {Palette::Black, 16, 5, 3},
-        0.38,
-        {shortNotes.join(u" \u00b7 "_s), (shorter.isEmpty() ? shortNotes : shorter).join(u" \u00b7 "_s)}});
-  }
-  const QString limits =
-      Words::Page::limits(Conversions::CStr(chart.lowerLimit), Conversions::CStr(chart.mean),
-                          Conversions::CStr(chart.upperLimit));
-  const QString rounded = Words::Page::limits(LimitText(chart.lowerLimit, chart.labelDecimals),
-                                              LimitText(chart.mean, chart.labelDecimals),
-                                              LimitText(chart.upperLimit, chart.labelDecimals));
-  const QString outer = Words::Page::limitsShort(LimitText(chart.lowerLimit, chart.labelDecimals),
-                                                 LimitText(chart.upperLimit, chart.labelDecimals));
-  graph.Draw(ChartGraph::Text{
-      {0.5, 0.1}, ChartGraph::Alignment::AboveCentred, limits, normal, 0.98, {rounded, outer, QString()}});
+  DrawNotes(graph, chart);
+  DrawLimits(graph, chart);
   if (!chart.subtitle.isEmpty()) {
     graph.Draw(ChartGraph::Text{
         {0.985, 0.035}, ChartGraph::Alignment::RightMiddle, chart.subtitle, {Palette::Black, 16, 4, 0}, 0.3});
   }
-  const QStringList legend = IsReversed(chart) ? QStringList{Words::Page::limitsReversed()} : chart.legend;
-  if (!legend.isEmpty()) {
-    graph.Draw(ChartGraph::Text{{0.01, 0.965},
-                                ChartGraph::Alignment::LeftMiddle,
-                                legend[0],
-                                {IsReversed(chart) ? Palette::WarningText : Palette::Black, 16, 4, 0},
-                                0.98,
-                                legend.mid(1)});
-  }
+  DrawLegend(graph, chart);
 }
