@@ -56,7 +56,8 @@ bool HasDisplay() {
 
 // A library's icon or place in a menu outlives the library, and nobody reads what is printed then.
 bool IsLostLibrary(const QStringList& words) {
-  if (words.size() != 1 || Console::IsTerminal() || !HasDisplay()) return false;
+  const bool isChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");  // by who runs it without a desktop
+  if (words.size() != 1 || isChosen || Console::IsTerminal() || !HasDisplay()) return false;
   const QFileInfo file(words.first());
   return !file.exists() && (file.isAbsolute() || file.suffix() == "kestrel"_L1 || file.suffix() == "mdb"_L1);
 }
