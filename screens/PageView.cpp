@@ -261,6 +261,9 @@ bool PageView::MoveSelection(int key) {
 }
 
 bool PageView::MovePoint(int key, bool selects) {
+  static const QList<int> keys{Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
+  if (!keys.contains(key)) return false;
+  if (page_->Selected() == GraphId::None && !IsZoomed()) Select(GraphId::XBar);
   const GraphId graph = page_->Selected();
   const int current = point_ && point_->graph == graph ? point_->number : 0;
   const auto [first, last] = page_->ShownPoints();
@@ -268,11 +271,9 @@ bool PageView::MovePoint(int key, bool selects) {
                                    {Qt::Key_End, last},
                                    {Qt::Key_PageUp, std::max(current - 1, first)},
                                    {Qt::Key_PageDown, std::clamp(current + 1, first, last)}};
-  const auto target = targets.find(key);
-  if (target == targets.end()) return false;
   // A point without a value is stepped over.
   const int step = key == Qt::Key_Home || key == Qt::Key_PageDown ? 1 : -1;
-  for (int number = target->second; number >= first && number <= last; number += step) {
+  for (int number = targets.at(key); number >= first && number <= last; number += step) {
     const auto point = page_->Point(graph, number, rect());
     if (!point) continue;
     Explain(point);

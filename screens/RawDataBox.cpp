@@ -41,11 +41,18 @@ void RawDataBox::ShowText(const QString& text) {
   moveCursor(QTextCursor::End);
 }
 
+QStringList RawDataBox::LineTexts() const {
+  QStringList texts;
+  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+    texts << block.text().trimmed();
+  return texts;
+}
+
 void RawDataBox::TakeForSamples() {
   samples_.clear();
-  qint32 sample = 0;
-  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next(), ++sample)
-    if (!block.text().trimmed().isEmpty()) samples_[Lines()[block.blockNumber()]] = sample;
+  texts_ = LineTexts();
+  for (qint32 sample = 0; sample < texts_.size(); ++sample)
+    if (!texts_[sample].isEmpty()) samples_[Lines()[sample]] = sample;
 }
 
 Trace::Origins RawDataBox::Samples() const {
@@ -58,6 +65,7 @@ void RawDataBox::ShowLinesOf(const RawDataBox& other, const Trace::Record& recor
   ShowText(other.toPlainText());
   identity_.Restart(other.Lines());
   samples_ = other.samples_;
+  texts_ = other.texts_;
   record_ = record;
   const int most = fontMetrics().averageCharWidth() * 40;
   besideWidth_ = 0;
@@ -135,8 +143,12 @@ int RawDataBox::MarginWidth() const {
   return NumbersWidth() + (besideWidth_ > 0 ? besideWidth_ + 2 * marginGap : 0);
 }
 
-const Trace::Run* RawDataBox::RunOf(int line) const {
-  const qint32 sample = samples_.value(Lines().value(line), Trace::isNew);
+const Trace::Run* RawDataBox::RunOf(int line) {
+  if (shownRevision_ != document()->revision()) {
+    shownSamples_ = Trace::WithReturned(Samples(), texts_, LineTexts());
+    shownRevision_ = document()->revision();
+  }
+  const qint32 sample = shownSamples_[static_cast<std::size_t>(line)];
   return sample == Trace::isNew ? nullptr : record_.RunAt(sample);
 }
 

@@ -55,13 +55,17 @@ class RawDataBox : public QPlainTextEdit {
   template <class Use>
   void ForEachVisibleLine(Use&& use) const;
 
-  const Trace::Run* RunOf(int line) const;  // counted from 0; null where none is known
+  QStringList LineTexts() const;
+  const Trace::Run* RunOf(int line);  // counted from 0; null where none is known
   QString BesideText(const Trace::Run& run) const;
   bool ShowBesideTip(const QHelpEvent& event);
 
   QWidget* margin_;
   LineIdentity identity_{document()};
   QHash<qint64, qint32> samples_;  // by the line's number
+  QStringList texts_;              // of the lines when they were taken for samples
+  Trace::Origins shownSamples_;    // of each line, with what was typed anew in its place
+  int shownRevision_ = -1;         // of the text that these are of
   Trace::Record record_;
   int besideWidth_ = 0;           // of times and lots; 0 where there are none
   QList<qsizetype> markedLines_;  // ascending

@@ -50,7 +50,7 @@ class ChartNotesTest : public ChartScreenFixture {
 TEST_F(ChartNotesTest, ANoteIsWrittenShownChangedAndRemoved) {
   OpenActive();
   PressOn(*screen, Qt::Key_N, {Answer::Ok});
-  Hover(3);
+  for (const Qt::Key key : {Qt::Key_Home, Qt::Key_PageDown, Qt::Key_PageDown}) PressOn(*view, key);
   WithForm([this](QWidget& form) {
     TypeNote(form, u"new nozzle"_s);
     PressOn(Get<QPlainTextEdit>(form, "txtNote"), Qt::CTRL | Qt::Key_Return);

@@ -130,14 +130,23 @@ TEST_F(EditorLinesTest, CarryNotesAndRunsThroughASaveAndShowThemInTheLargerView)
     QWidget& margin = **std::ranges::find(children, QString(), &QObject::objectName);
     EXPECT_GT(margin.width(), text.fontMetrics().averageCharWidth() * 40);
     EXPECT_LT(margin.width(), text.fontMetrics().averageCharWidth() * 50) << "a long lot leaves room";
-    for (const bool isKnown : {false, true}) {
-      text.setTextCursor(QTextCursor(text.document()->findBlockByNumber(int(first) - (isKnown ? 0 : 1))));
+    const auto told = [&](qsizetype line) {
+      text.setTextCursor(QTextCursor(text.document()->findBlockByNumber(int(line))));
       text.ensureCursorVisible();
       const QPoint place(2, text.cursorRect().center().y());
       QHelpEvent event(QEvent::ToolTip, place, margin.mapToGlobal(place));
       QCoreApplication::sendEvent(&margin, &event);
-      EXPECT_EQ(QToolTip::text(), isKnown ? LocalTimes::Moment(time) + u", lot "_s + lot : QString());
-    }
+      return QToolTip::text();
+    };
+    const QString known = LocalTimes::Moment(time) + u", lot "_s + lot;
+    EXPECT_EQ(told(first - 1), QString());
+    text.setTextCursor(QTextCursor(text.document()->findBlockByNumber(int(first))));
+    QTest::keyClicks(&text, u"7"_s);
+    QTest::keyClick(&text, Qt::Key_Return);
+    EXPECT_EQ(told(first), QString()) << "typed in front of it";
+    EXPECT_EQ(told(first + 1), known);
+    while (text.document()->isUndoAvailable()) text.undo();
+    EXPECT_EQ(told(first), known);
     text.setTextCursor(QTextCursor(text.document()->findBlockByNumber(int(first))));
     QTest::keyClick(&text, Qt::Key_Down, Qt::ShiftModifier);
     QTest::keyClick(&text, Qt::Key_Delete);
