@@ -35,10 +35,11 @@ Readings ReadingsOf(QStringView text) {
     return readings.Any();
   };
   if (read()) return readings;
-  // A unit may hold single digits, as "m3" and "mm H2O" do.
+  // A unit may hold single digits, as "m3" and "mm H2O" do. A letter amid digits that looks like one of them
+  // is a typing error.
   static const QRegularExpression form(
       u"^([-+\\x{2212}]?[0-9.,'\\x{2019}\\s]*[0-9]\\.?(?:[eE][-+\\x{2212}]?[0-9]+)?)\\s*"
-      u"([^\\s0-9.,;:+\\-\\x{2212}](?:[^0-9,;:]|(?<!\\s)[0-9](?![0-9])){0,11})$"_s,
+      u"(?!(?<=[0-9.])[oOlI][0-9.])([^\\s0-9.,;:+\\-\\x{2212}](?:[^0-9,;:]|(?<!\\s)[0-9](?![0-9])){0,11})$"_s,
       QRegularExpression::UseUnicodePropertiesOption);
   if (const auto match = form.match(number); match.hasMatch()) {
     number = number.first(match.capturedLength(1));
