@@ -154,6 +154,7 @@ QWidget* RecalcScreen::BuildChart() {
   auto* lblDrag = TextLabel(u"lblDrag"_s, chartBox_, Words::Recalculate::drag());
   view_ = Named(new PageView(chartBox_), u"PageView"_s);
   view_->setMinimumHeight(fontMetrics().height() * 9);
+  view_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);  // scrolls only for less than that
   auto* column = new QVBoxLayout(chartBox_);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(lblDrag);
