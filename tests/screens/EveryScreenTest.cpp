@@ -396,6 +396,13 @@ TEST(EveryScreen, SpeaksAnotherLanguageAndHasRoomForIt) {
 
 // In large letters on a small screen: no window is larger than it, none hides a command, and none scrolls to
 // the sides but lists and the help's text.
+TEST(EveryScreen, ShowsAllOfItWhereThereIsRoom) {
+  ForEachScreen([](const QWidget& form) {
+    for (const auto* area : form.findChildren<ScrollingPage*>())
+      EXPECT_LE(area->widget()->height(), area->viewport()->height()) << NameOf(*area->widget());
+  });
+}
+
 TEST(EveryScreen, FitsASmallScreenInLargeLetters) {
   const QFont before = QApplication::font();
   QFont large = before;
