@@ -88,6 +88,10 @@ TEST(ComparePage, CountsBothInTheSameBins) {
   EXPECT_EQ(graph.DataSet(u"USL Data Set"_s), std::vector<double>{10}) << "both have it";
   EXPECT_EQ(graph.DataSet(u"LSL A Data Set"_s), std::vector<double>{0});
   EXPECT_EQ(graph.DataSet(u"LSL B Data Set"_s), std::vector<double>{2});
+  const CData even = made(u"0,1,2,3,4,5,6,7,8,9,10,11,"_s, 0, 12);
+  const ComparePage low(even, even, {});
+  for (const auto& [of, spacing] : {std::pair{&page, 20}, {&low, 5}})
+    EXPECT_EQ(std::get<ChartGraph::Axis>(of->Page().Graph(Bars).Operations().front()).spacing, spacing);
 }
 
 TEST(ComparePage, SetsTheFiguresOfEachUnderItsLetter) {

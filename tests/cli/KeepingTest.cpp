@@ -53,8 +53,10 @@ TEST_P(AnyKeepingTest, WhatIsDeletedIsListedRestoredAndPurged) {
   for (const char16_t* words :
        {u"restore LIB shaft", u"restore LIB shaft \"--as= \"", u"restore LIB shaft --as \"Old shaft\""})
     Tell(words);
-  Delete(2);
-  for (const char16_t* words : {u"restore LIB --id=2 bore --purge", u"restore LIB"}) Tell(words);
+  for (const int id : {2, 3}) Delete(id);
+  for (const char16_t* words : {u"restore LIB bore shaft --as Both", u"restore LIB shaft",
+                                u"restore LIB --id=2 bore --purge", u"restore LIB"})
+    Tell(words);
   TellFigures({u"Description"_s});
 }
 
@@ -67,9 +69,10 @@ TEST_P(AnyKeepingTest, ADataSetIsRenamed) {
 
 TEST_P(AnyKeepingTest, WatchTellsEachChangeOfState) {
   QProcess watch;
-  watch.start(QStringLiteral(KESTREL_PROGRAM),
-              {u"watch"_s, library, u"--exec"_s,
-               u"yes | head -n 1 >/dev/null; echo \"$KESTREL_ID $KESTREL_DESCRIPTION\""_s});
+  watch.start(
+      QStringLiteral(KESTREL_PROGRAM),
+      {u"watch"_s, library, u"--exec"_s,
+       u"yes | head -n 1 >/dev/null; echo \"$KESTREL_ID $KESTREL_DESCRIPTION, was $KESTREL_STATE_BEFORE\""_s});
   ASSERT_TRUE(watch.waitForStarted());
   QByteArray seen;  // since what was awaited last
   const auto await = [&](const QByteArray& text) {
@@ -87,9 +90,10 @@ TEST_P(AnyKeepingTest, WatchTellsEachChangeOfState) {
   RunIn(u"append LIB --description Shaft 10");
   RunIn(u"append LIB --description Bore "_s + u"10.5 "_s.repeated(8));
   await("rule 4");
+  await("2 Bore, was Ideal\n");
   RunIn(u"append LIB --description Bore 14");  // out of control as before, for another reason
   await("rule 1");
-  await("2 Bore\n");
+  await("2 Bore, was ");
   Delete(2);
   await("Bore\tdeleted");
   if (GetParam()) {

@@ -156,7 +156,8 @@ TEST_P(TracingTest, ANoteIsWrittenReplacedAndRemovedWhereItsSampleNowIs) {
   EXPECT_EQ(library->SetNote(*seen, 1, {}, u"old tool"_s, u"bob"_s, now).theirs, record.notes[0]);
   EXPECT_EQ(Note(*seen, 1, {}, u"new tool"_s), Outcome::Written) << "as both want it";
   Save(u"8,9,10,11,10,9,10,11,10,"_s);
-  EXPECT_EQ(Note(*seen, 1, u"new tool"_s, u"old tool"_s), Outcome::Written);
+  library->SetNote(*seen, 1, u"new tool"_s, u"old tool"_s, u"bob"_s, now);
+  EXPECT_EQ(library->TraceOf(*seen).notes[0].author, u"bob") << "who wrote it last";
   EXPECT_EQ(Note(*seen, 5, {}, u"warm"_s), Outcome::Written);
   EXPECT_EQ(Told(), u"*8 9 10! 11 10 9 10! 11 10"_s);
   EXPECT_EQ(Note(*seen, 1, u"old tool"_s, {}), Outcome::Written);

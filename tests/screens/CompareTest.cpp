@@ -77,6 +77,10 @@ TEST_F(CompareTest, ShowsAndSavesTheirPageAndFollowsTheLibrary) {
   Get<QAction>(form, "Toolbar1_2_2").trigger();
   EXPECT_TRUE(files.last.folder.endsWith(u"/Bore and Shaft.pdf"));
   EXPECT_GT(QFile(program.Path(u"page.pdf"_s)).size(), 5000);
+  QFile drawing(program.Path(u"page.svg"_s));
+  files.Expect(drawing.fileName());
+  Get<QAction>(form, "Toolbar1_2_2").trigger();
+  EXPECT_TRUE(drawing.open(QIODevice::ReadOnly) && drawing.readAll().contains("Printed: 2024-02-29"));
 
   protocol.Begin(u"The form"_s, &form);
   Elsewhere(u"UPDATE StatData SET \"Values\" = \"Values\" || '90,90,90,90,' WHERE ID = 2"_s);
@@ -85,6 +89,9 @@ TEST_F(CompareTest, ShowsAndSavesTheirPageAndFollowsTheLibrary) {
   EXPECT_LT(scale(0), 20);
   Elsewhere(u"UPDATE StatData SET UnitOfMeasurement = 'IN' WHERE ID = 2"_s);
   Elsewhere(u"DELETE FROM StatData WHERE ID = 1"_s);
+  Click(form, "Toolbar1_4");
+  EXPECT_FALSE(form.isVisible());
+  form.show();
   PressOn(form, Qt::Key_Escape);
   Elsewhere(u"UPDATE StatData SET \"Values\" = '1,2,3,' WHERE ID = 4"_s);
   program.boxes.Expect(u"\"Short\" has fewer than 8 points."_s);

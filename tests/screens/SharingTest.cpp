@@ -188,6 +188,16 @@ TEST_F(SharingTest, WhatWasDeletedIsRestored) {
     PressOn(form, Qt::Key_Return);  // back at once, in its old place
   };
   Trigger("Toolbar1_2_5");
+  Trigger("Toolbar1_2_3", {Answer::Yes, Answer::No});
+  inRestore = [this] {
+    RestoreForm form(main.get());
+    form.open();
+    auto& list = Get<QTreeWidget>(form, "listDeleted");
+    const QPoint place = list.visualItemRect(list.topLevelItem(0)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+    Step(u"a double click"_s, [&] { QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place); });
+  };
+  Trigger("Toolbar1_2_5");
 }
 
 TEST_F(SharingTest, ADataSetIsRenamedHereAndElsewhere) {
