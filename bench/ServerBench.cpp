@@ -90,7 +90,7 @@ void ReadRows(QSqlDatabase database) {
 void UpdateRow(QSqlDatabase database, qint64 id, const QString& values) {
   database.transaction();
   QSqlQuery update(database);
-  update.prepare(u"UPDATE StatData SET LastModified = ?, \"Values\" = ? WHERE ID = ?"_s);
+  update.prepare(u"UPDATE StatData SET LastModified = ?, \"values\" = ? WHERE ID = ?"_s);
   update.addBindValue(u"2026-01-01 00:00:00"_s);
   update.addBindValue(values);
   update.addBindValue(id);
