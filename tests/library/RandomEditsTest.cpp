@@ -33,7 +33,9 @@ class RandomEditsTest : public LibraryFixture {
     return edits > 0 ? edits : 300;
   }
   std::size_t Any(std::size_t count) { return random() % count; }
-  QString NewValue() { return QString::number(10 + 1e-6 * ++values_, 'f', 6); }
+  QString NewValue() {
+    return areDistinct ? QString::number(10 + 1e-6 * ++values_, 'f', 6) : QString::number(1 + Any(4));
+  }
   Sample NewSample() { return {NewValue(), ++identities_}; }
 
   static QString StoredForm(const Samples& of) {
@@ -107,10 +109,10 @@ class RandomEditsTest : public LibraryFixture {
     const CDataPtr mine = Present();
     const Samples base = samples;
     Samples edited = base;
-    EditSome(edited, 4);
-    const bool isByEditor = Any(2) == 0;
+    EditSome(edited, areDistinct ? 4 : 1);
+    const bool isByEditor = areDistinct && Any(2) == 0;
     if (isByEditor) mine->SetSampleOrigins(OriginsOf(base, edited));
-    if (!isByEditor) ForgetIdentities(base, edited);
+    if (!isByEditor && areDistinct) ForgetIdentities(base, edited);
     mine->SetDelimitedInputString(StoredForm(edited));
     if (Any(3) == 0) Append(*others);
     const Samples growth(samples.begin() + std::ssize(base), samples.end());
@@ -137,6 +139,7 @@ class RandomEditsTest : public LibraryFixture {
   }
 
   std::mt19937 random{15};
+  bool areDistinct = true;
   Samples samples;
   std::map<int, qint64> runOf;
   std::map<int, QString> noteOf;
@@ -180,4 +183,37 @@ TEST_F(RandomEditsTest, NothingMovesToAnotherSampleAndNothingIsLost) {
   }
   std::cout << Edits() << " edits, " << runOf.size() << " samples in runs, " << noteOf.size()
             << " notes, looked at " << moved << " times" << std::endl;
+}
+
+// Of equal values it cannot be known which one went. No note is on another value, unless the edit replaced
+// its own there.
+TEST_F(RandomEditsTest, AmongEqualValuesANoteStaysOnItsValue) {
+  areDistinct = false;
+  for (Sample& sample : samples) sample.value = NewValue();
+  const CDataPtr data = Present();
+  data->SetDelimitedInputString(StoredForm(samples));
+  library->Save(*data, now);
+  std::map<QString, QString> valueOf;  // by the note's text
+  std::size_t count = 0;
+  for (int edit = 0; edit < Edits(); ++edit) {
+    SCOPED_TRACE(edit);
+    const Samples before = samples;
+    noteOf.clear();  // where they are now is asked
+    for (const Trace::Note& note : others->TraceOf(*Present()).notes)
+      noteOf[samples[std::size_t(note.sample)].identity] = note.text;
+    ASSERT_NO_FATAL_FAILURE(Step());
+    const Trace::Record record = others->TraceOf(*Present());
+    ASSERT_GE(record.notes.size() + record.unplacedNotes.size(), count);
+    count = record.notes.size() + record.unplacedNotes.size();
+    for (const Trace::Note& note : record.notes) {
+      const Sample& at = samples[std::size_t(note.sample)];
+      ASSERT_EQ(note.value, at.value);
+      const auto was = std::ranges::find(before, at.identity, &Sample::identity);
+      const bool isReplaced = was != before.end() && was->value != at.value;
+      if (valueOf.contains(note.text) && !isReplaced) {
+        ASSERT_EQ(valueOf[note.text], note.value);
+      }
+      valueOf[note.text] = note.value;
+    }
+  }
 }
