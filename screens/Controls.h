@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPushButton>
 #include <QScreen>
 #include <QTextDocument>
 
@@ -30,6 +31,15 @@ inline QLabel* TextLabel(const QString& name, QWidget* parent, const QString& te
 // A tool tip that shows any text to the letter: what looks like markup would be taken for it.
 inline QString PlainToolTip(const QString& text) {
   return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+}
+
+// A button that Enter presses only where it has the focus.
+inline QPushButton* PlainButton(const QString& name, QWidget* parent, const QString& text,
+                                const QString& toolTip = {}) {
+  auto* button = Named(new QPushButton(text, parent), name);
+  button->setToolTip(toolTip);
+  button->setAutoDefault(false);
+  return button;
 }
 
 // The font of what heads a window or a panel.

@@ -48,15 +48,9 @@ void NoteForm::BuildControls() {
   auto* caption = new QLabel(Words::Note::caption(), this);
   caption->setBuddy(txtNote);
   lblNews = TextLabel(u"lblNews"_s, this);
-  const auto button = [this](const QString& name, const QString& text, const QString& toolTip) {
-    auto* made = Named(new QPushButton(text, this), name);
-    made->setToolTip(toolTip);
-    made->setAutoDefault(false);
-    return made;
-  };
-  cmdRemove = button(u"cmdRemove"_s, Words::Note::remove(), Words::Note::removeTip());
-  cmdSave = button(u"cmdSave"_s, Words::Note::save(), Words::Note::saveTip());
-  auto* cmdCancel = button(u"cmdCancel"_s, Words::Note::cancel(), {});
+  cmdRemove = PlainButton(u"cmdRemove"_s, this, Words::Note::remove(), Words::Note::removeTip());
+  cmdSave = PlainButton(u"cmdSave"_s, this, Words::Note::save(), Words::Note::saveTip());
+  auto* cmdCancel = PlainButton(u"cmdCancel"_s, this, Words::Note::cancel());
 
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(cmdRemove);

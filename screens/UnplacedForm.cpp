@@ -63,16 +63,11 @@ void UnplacedForm::BuildControls() {
   txtNote->setTabChangesFocus(true);
   txtNote->setAccessibleName(W::whole());
   lblNews = TextLabel(u"lblNews"_s, this);
-  const auto button = [this](const QString& name, const QString& text, const QString& toolTip) {
-    auto* made = Named(new QPushButton(text, this), name);
-    made->setToolTip(toolTip);
-    made->setAutoDefault(false);
-    return made;
-  };
-  cmdPlace = button(u"cmdPlace"_s, point_ ? W::place(*point_) : W::placeSomewhere(), W::placeTip());
-  cmdRemove = button(u"cmdRemove"_s, W::remove(), W::removeTip());
-  cmdRemoveAll = button(u"cmdRemoveAll"_s, W::removeAll(), W::removeAllTip());
-  auto* cmdClose = button(u"cmdClose"_s, W::close(), {});
+  cmdPlace =
+      PlainButton(u"cmdPlace"_s, this, point_ ? W::place(*point_) : W::placeSomewhere(), W::placeTip());
+  cmdRemove = PlainButton(u"cmdRemove"_s, this, W::remove(), W::removeTip());
+  cmdRemoveAll = PlainButton(u"cmdRemoveAll"_s, this, W::removeAll(), W::removeAllTip());
+  auto* cmdClose = PlainButton(u"cmdClose"_s, this, W::close());
 
   auto* buttons = new QHBoxLayout;
   for (QPushButton* command : {cmdPlace, cmdRemove, cmdRemoveAll}) buttons->addWidget(command);
