@@ -53,13 +53,15 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
     refuse(Words::Library::noLibraryInDatabase());
   const QString revision = library->Revision();
   if (revision.isNull()) refuse(Words::Library::noLibrary());
+  bool accepted = false;
   try {
-    if (!Revision::IsAccepted(revision)) refuse(Revision::RefusalOnOneLine(revision));
+    accepted = Revision::IsAccepted(revision);
   } catch (const Conversions::Failure&) {
     refuse(Words::Library::noLibrary());
   } catch (const Error& error) {
     refuse(error.Text());
   }
+  if (!accepted) refuse(Revision::RefusalOnOneLine(revision));
   library->Guard(news);
   return library;
 }
