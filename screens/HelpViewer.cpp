@@ -39,22 +39,13 @@ bool ContainsAll(const QString& text, const QStringList& words) {
                      [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
 }
 
-// Takes a picture at double size where there is one (NAME@2x.png) and the screen is fine enough to show it;
-// the browser itself looks for those only in the working folder.
+// Takes a picture at double size where there is one (NAME@2x.png) and the plain one would be stretched or
+// shrunk: the browser itself looks for those only in the working folder, and shrinks without smoothing.
 class PageBrowser : public QTextBrowser {
  public:
   using QTextBrowser::QTextBrowser;
 
  protected:
-  QVariant loadResource(int type, const QUrl& name) override {
-    if (type == QTextDocument::ImageResource && devicePixelRatioF() > 1) {
-      QUrl fine = source().resolved(name);
-      fine.setPath(fine.path().replace(u".png"_s, u"@2x.png"_s));
-      const QVariant picture = QTextBrowser::loadResource(type, fine);
-      if (picture.isValid()) return picture;
-    }
-    return QTextBrowser::loadResource(type, name);
-  }
   void resizeEvent(QResizeEvent* event) override {
     QTextBrowser::resizeEvent(event);
     FitPictures();
@@ -73,15 +64,19 @@ class PageBrowser : public QTextBrowser {
       for (auto part = block.begin(); !part.atEnd(); ++part) {
         QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
         if (!picture.isValid()) continue;
-        if (!picture.hasProperty(drawnWidth)) {
+        const bool isNew = !picture.hasProperty(drawnWidth);
+        if (isNew) {
           picture.setProperty(drawnWidth, picture.width());
           picture.setProperty(drawnHeight, picture.height());
         }
         const double width = picture.doubleProperty(drawnWidth);
         const double scale = std::clamp(room / width, 0.1, 1.0);
-        if (picture.width() == width * scale) continue;
+        if (!isNew && picture.width() == width * scale) continue;
         picture.setWidth(width * scale);
         picture.setHeight(picture.doubleProperty(drawnHeight) * scale);
+        const QImage drawn =
+            Drawn(picture.name(), (QSizeF(picture.width(), picture.height()) * devicePixelRatioF()).toSize());
+        document()->addResource(QTextDocument::ImageResource, source().resolved(picture.name()), drawn);
         QTextCursor cursor(document());
         cursor.setPosition(part.fragment().position());
         cursor.setPosition(part.fragment().position() + part.fragment().length(), QTextCursor::KeepAnchor);
@@ -89,6 +84,16 @@ class PageBrowser : public QTextBrowser {
         break;  // what follows may have moved; pictures stand alone
       }
     }
+  }
+
+  QImage Drawn(const QString& name, QSize pixels) {
+    const auto read = [this](const QString& file) {
+      return QImage::fromData(loadResource(QTextDocument::ImageResource, file).toByteArray());
+    };
+    const QImage plain = read(name);
+    if (plain.size() == pixels) return plain;
+    const QImage fine = read(QString(name).replace(u".png"_s, u"@2x.png"_s));
+    return (fine.isNull() ? plain : fine).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   }
 };
 
