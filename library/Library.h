@@ -43,7 +43,9 @@ class Library {
   // Checks the file and whether this program may work with it; has the first change preceded by a backup.
   void Guard(const News& news);
 
-  // Whether the rights that a server gives to its users are enough to write.
+  bool IsOnServer() const { return connection_.IsServer(); }
+
+  // Whether the rights are enough to write: the user's on a server, or those of the file and its folder.
   bool CanWrite();  // asked once
 
   const QString& Place() const { return place_; }

@@ -105,6 +105,11 @@ void LibraryFile::ShareRights(const QString& library, const QString& file) {
   if (!target.setPermissions(rights)) throw Error(u"%1: %2"_s.arg(file, target.errorString()));
 }
 
+bool LibraryFile::CanWrite(const QString& path) {
+  const QFileInfo file(QFileInfo(path).canonicalFilePath());
+  return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+}
+
 void LibraryFile::Copy(Connection& from, const QString& library, const QString& path) {
   Place(path, [&](const QString& unfinished) {
     QFile::setPermissions(unfinished, QFile::ReadOwner | QFile::WriteOwner);

@@ -28,6 +28,9 @@ void Copy(Connection& from, const QString& library, const QString& path);
 // may not read the library may not read the file.
 void ShareRights(const QString& library, const QString& file);
 
+// Whether the file and its folder, which holds the journal, may be written.
+bool CanWrite(const QString& path);
+
 // In the transaction that is open: the documented tables.
 void MakeTables(Connection& connection);
 

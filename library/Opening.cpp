@@ -74,7 +74,8 @@ QString Library::Revision() {
 }
 
 bool Library::CanWrite() {
-  if (!canWrite_) canWrite_ = !connection_.IsServer() || LibraryServer::CanWrite(connection_);
+  if (!canWrite_)
+    canWrite_ = IsOnServer() ? LibraryServer::CanWrite(connection_) : LibraryFile::CanWrite(place_);
   return *canWrite_;
 }
 

@@ -209,22 +209,6 @@ bool DataEditorSave::ConfirmExcess() {
                                   u"\r\n\r\n"_s + SaveQuestions::Excess(beforeCut_, MaxSamples()));
 }
 
-bool DataEditorSave::RequiredFieldsAreFilled() const {
-  for (const QString& text : {fields_.description, fields_.units, fields_.subGroup})
-    if (IsBlank(text)) return false;
-  for (const QString& text : {fields_.usl, fields_.nominal, fields_.lsl})
-    if (!Conversions::IsNumeric(text)) return false;
-  return Conversions::CDbl(fields_.lsl) < Conversions::CDbl(fields_.usl);
-}
-
-QString DataEditorSave::FirstUnfilled() const {
-  if (IsBlank(fields_.description)) return u"txtDescription"_s;
-  if (IsBlank(fields_.units)) return u"comboUnits"_s;
-  for (const NumberBox& box : NumberBoxes())
-    if (box.isRequired && !Conversions::IsNumeric(fields_.*box.text)) return box.ControlName();
-  return IsBlank(fields_.subGroup) ? u"comboSubGroup"_s : u"txtUSL"_s;
-}
-
 // The box shows what the data set has; its further digits are not the user's to lose.
 bool DataEditorSave::IsAsShown(const NumberBox& box) const {
   return edited_ && fields_.*box.text == shown_.*box.text;
@@ -250,8 +234,8 @@ void DataEditorSave::TakeFlierLimits() {
 }
 
 bool DataEditorSave::ValidateFields() {
-  if (!RequiredFieldsAreFilled()) {
-    controlAtFault_ = FirstUnfilled();
+  if (const auto unfilled = fields_.Unfilled()) {
+    StopWith(unfilled->text, unfilled->control);
     MessageBox::Show(
         {LoadResText(
              u"The required fields for statistical calculations are not filled in correctly. Any area "
@@ -268,7 +252,9 @@ bool DataEditorSave::ValidateFields() {
   if (!fields_.calculateLimits && missing)
     return Refuse(
         LoadResText(u"Upper and lower control limits must be entered if the checkbox labeled 'Calculate "
-                    u"Limits On Save' is left unchecked.;174"),
+                    u"Limits On Save' is left unchecked.;174") +
+            (missing->text == &EditorFields::rLCL ? u"\r\n\r\n"_s + Words::Saving::lowerRangeLimitOfZero()
+                                                  : QString()),
         missing->ControlName());
   const double nominal = Conversions::CDbl(fields_.nominal);
   if (nominal > Conversions::CDbl(fields_.usl) || nominal < Conversions::CDbl(fields_.lsl))

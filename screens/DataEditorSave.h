@@ -46,8 +46,6 @@ class DataEditorSave {
   void Keep(QString& values, const QString& kept);
   qint16 MaxSamples() const;
   bool ValidateFields();
-  bool RequiredFieldsAreFilled() const;
-  QString FirstUnfilled() const;
   void TakeFlierLimits();
   double NumberIn(QString EditorFields::*text) const;
   bool IsAsShown(const NumberBox& box) const;

@@ -48,6 +48,8 @@ QString LimitText(double value, qint16 dataSetsDecimals) {
   return rounded < 0 ? u'-' + text : text;
 }
 
+bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
+
 // The centre lines can do without a number.
 bool MustBeEntered(const NumberBox& box) {
   return box.IsControlLimit() && box.text != &EditorFields::xMean && box.text != &EditorFields::rMean;
@@ -98,6 +100,17 @@ QString EditorFields::Hint() const {
   const NumberBox* missing = calculateLimits ? nullptr : MissingControlLimit();
   if (!missing) return {};
   return Words::Editor::limitMissing(missing->Caption());
+}
+
+std::optional<EditorFields::Fault> EditorFields::Unfilled() const {
+  if (IsBlank(description)) return Fault{u"txtDescription"_s, Words::Editor::descriptionToFillIn()};
+  if (IsBlank(units)) return Fault{u"comboUnits"_s, Words::Editor::unitToChoose()};
+  for (const NumberBox& box : boxes)
+    if (box.isRequired && !Conversions::IsNumeric(this->*box.text))
+      return Fault{box.ControlName(), Words::Editor::numberToFillIn(box.Caption())};
+  if (IsBlank(subGroup)) return Fault{u"comboSubGroup"_s, Words::Editor::subGroupToChoose()};
+  if (Conversions::CDbl(lsl) < Conversions::CDbl(usl)) return {};
+  return Fault{u"txtUSL"_s, Words::Editor::specLimitsCross()};
 }
 
 std::optional<RawDataText::FlierLimits> EditorFields::Fliers() const {

@@ -31,6 +31,12 @@ struct EditorFields {
   // What a user wants to know of the boxes' numbers before saving; empty where there is nothing to say.
   QString Hint() const;
 
+  // What a save needs first of all and does not find: the control and what to say of it.
+  struct Fault {
+    QString control, text;
+  };
+  std::optional<Fault> Unfilled() const;
+
   // The flier limits as a save takes them; nothing where the boxes do not tell.
   std::optional<RawDataText::FlierLimits> Fliers() const;
 

@@ -186,8 +186,10 @@ void MainList::SelectAlso(const std::vector<qint32>& ids) {
 bool MainList::Select(qint32 id) {
   if (rows_->RowWith(id) < 0) KeepPlace([&] { rows_->Arrange(id); });
   const int row = rows_->RowWith(id);
-  if (row >= 0) MakeCurrent(row);
-  return row >= 0;
+  if (row < 0) return false;
+  MakeCurrent(row);
+  scrollTo(currentIndex());  // it may have been the current one, out of sight
+  return true;
 }
 
 QString MainList::CurrentDescription() const {

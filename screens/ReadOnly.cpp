@@ -17,6 +17,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString Reason() {
+  return Globals().gLibrary->IsOnServer() ? Words::Server::noRight() : Words::Server::fileIsReadOnly();
+}
+
 // Switches off again what a form switches on.
 class Keeper : public QObject {
  public:
@@ -25,11 +29,11 @@ class Keeper : public QObject {
   void Disable(QObject* command) {
     if (auto* action = qobject_cast<QAction*>(command)) {
       action->setEnabled(false);
-      action->setToolTip(Words::Server::noRight());
+      action->setToolTip(Reason());
       connect(action, &QAction::enabledChanged, this, [action] { action->setEnabled(false); });
     } else if (auto* control = qobject_cast<QWidget*>(command)) {
       control->setEnabled(false);
-      control->setToolTip(Words::Server::noRight());
+      control->setToolTip(Reason());
       control->installEventFilter(this);
     }
   }
@@ -63,7 +67,7 @@ Keeper* KeeperOf(QWidget& form, const QStringList& commands) {
   for (const QString& name : commands)
     for (QObject* command : form.findChildren<QObject*>(name)) keeper->Disable(command);
   if (auto* layout = qobject_cast<QBoxLayout*>(form.layout())) {
-    auto* reason = TextLabel(u"lblReadOnly"_s, &form, Words::Server::noRight());
+    auto* reason = TextLabel(u"lblReadOnly"_s, &form, Reason());
     reason->setMargin(form.fontMetrics().height() / 2);
     layout->insertWidget(0, reason);
   }

@@ -85,7 +85,10 @@ void RenameForm::Rename() {
       txtName->selectAll();
       return;
     }
-    if (MainScreen* screen = Globals().mainScreen) screen->ReadLibraryNews();
+    if (MainScreen* screen = Globals().mainScreen) {
+      screen->ReadLibraryNews();
+      screen->SelectListRow(data_->ID());
+    }
     accept();
   });
 }

@@ -248,11 +248,14 @@ void StatGraphics::Recalculate() {
     if (!Globals().gLimitsRecalculated) return LibraryChanged();
     dataChanged_ = true;
     ShowAnew();
+    ShowNews(Words::Chart::limitsNotSaved());
   });
 }
 
 // The change goes to what the library holds, so new limits are settled first.
 void StatGraphics::ChangeBelow(const std::function<void()>& change) {
+  const auto state = [this] { return std::tuple(dataChanged_, data_->RowAsKnown(), trace_); };
+  const auto before = state();
   if (!Form_Unload()) return;
   dataChanged_ = false;
   if (!TakeFromCollection()) return ShowNews(Words::Sharing::deletedWhileOpen(TimeText()));
@@ -260,6 +263,7 @@ void StatGraphics::ChangeBelow(const std::function<void()>& change) {
   if (MainScreen* screen = Globals().mainScreen) screen->SelectListRow(data_->ID());
   change();
   TakeFromCollection();
+  if (state() == before) return;  // the point in view stays so
   if (data_->NumberOfPlotPoints() >= fewestToOpen) return ShowAnew();
   TellTooFewPoints(*data_);
   reject();

@@ -35,6 +35,7 @@ inline constexpr Text<> pdfFiles{u"PDF Files (*.pdf)"};
 inline constexpr Text<2> printRejected{
     u"%1 has not taken the page: %2. Look at the printer, or choose another with Print, Printer Setup."};
 inline constexpr Text<> savePageAs{u"Save Page &As…"};
+inline constexpr Text<> limitsNotSaved{u"The new control limits are not saved yet: Save keeps them."};
 inline constexpr Text<1> pageWritten{u"The page is in %1"};
 inline constexpr Text<> savePageTitle{u"Save the page of charts"};
 inline constexpr Text<> pageFiles{u"PDF Files (*.pdf);;PNG Pictures (*.png);;SVG Drawings (*.svg)"};

@@ -46,6 +46,8 @@ inline constexpr Text<1> isReadOnly{
 inline constexpr Text<> readOnly{u", read only"};
 inline constexpr Text<> noRight{
     u"Read only: the server gives you the right to see this library, and none to change it."};
+inline constexpr Text<> fileIsReadOnly{
+    u"Read only: you may not write in the file of this library or in its folder, so nothing can be changed."};
 inline constexpr Text<> passwordTitle{u"Password"};
 inline constexpr Text<> password{u"&Password:"};
 inline constexpr Text<> passwordIsKept{u"It is kept in memory until the program ends, and nowhere else."};

@@ -163,6 +163,11 @@ inline constexpr Text<2> isNotANumberWithComma{
     u"%1: \"%2\" is not a number. Decimals are written with a point."};
 inline constexpr Text<1> limitMissing{
     u"%1: to keep the control limits, none of the four may be missing or 0."};
+inline constexpr Text<> descriptionToFillIn{u"Description: to be filled in."};
+inline constexpr Text<> unitToChoose{u"Unit of measurement: choose one, or make one with Edit Units."};
+inline constexpr Text<1> numberToFillIn{u"%1: a number is to be filled in."};
+inline constexpr Text<> subGroupToChoose{u"Subgroup size: choose one."};
+inline constexpr Text<> specLimitsCross{u"Upper limit: it has to lie above the lower limit."};
 inline constexpr Text<1> tooManySamples{u"Max Samples: no more than %1 samples can be saved."};
 inline constexpr Text<> noSamplesKept{u"Max Samples: nothing is left to save."};
 inline constexpr Text<> allAreFliers{u"No value lies between the flier limits: nothing is left to save."};
@@ -294,7 +299,16 @@ inline constexpr Text<> isReadAgain{
 inline constexpr Text<3> keptAs{u"%1: %2 is kept as %3."};
 inline constexpr Text<2> limitsLeaveTheirPoints{
     u"The control limits come from points %1 to %2. \"Calculate Control Limits on Save\" is ticked: saving "
-    u"calculates them anew, from all points.\r\n\r\nSave?"};
+    u"calculates them anew, from all points. Afterwards, Recalculate on the chart screen can make them from "
+    u"these points again.\r\n\r\nSave?"};
+inline constexpr Text<> lowerRangeLimitOfZero{
+    u"A lower range limit of 0, which is right for subgroups of up to six, cannot be kept by this screen. "
+    u"Tick "
+    u"\"Calculate Control Limits on Save\" and save; afterwards, Recalculate on the chart screen can make "
+    u"the "
+    u"limits from chosen points again. Add Measurements and the command line's append keep the limits as "
+    u"they "
+    u"are."};
 inline constexpr Text<> saveAllTheSame{u"Save all the same?"};
 inline constexpr Text<4> limitsWere{u"The X-bar control limits were %1 to %2, and are now %3 to %4."};
 inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %2, and are now %3 to %4."};
