@@ -92,11 +92,11 @@ class Reactivation : public QObject {
   }
 };
 
-// Fusion with hints, links and selected texts that can be read, with boxes and circles to tick that show on
-// dark windows too, and without its little pictures, which exist in a few small sizes only and blur on fine
-// screens: boxes have none on their buttons; the arrow of a bar that does not fit and the cross that empties
-// a line are drawn. (Reading one of these, shown or not, loads the readers of all kinds of pictures when the
-// program starts.)
+// Fusion with hints, links, selected and disabled texts that can be read, with boxes and circles to tick that
+// show on dark windows too, and without its little pictures, which exist in a few small sizes only and blur
+// on fine screens: boxes have none on their buttons; the arrow of a bar that does not fit and the cross that
+// empties a line are drawn. (Reading one of these, shown or not, loads the readers of all kinds of pictures
+// when the program starts.)
 class ProgramStyle : public QProxyStyle {
  public:
   ProgramStyle() : QProxyStyle(u"Fusion"_s) {}

@@ -39,7 +39,6 @@ void ShowAs(QLineEdit* box, bool enabled) {
   box->setEnabled(enabled);
   QPalette palette = QGuiApplication::palette();
   palette.setColor(QPalette::Disabled, QPalette::Base, palette.color(QPalette::Window));
-  palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::PlaceholderText));
   box->setPalette(palette);
 }
 

@@ -46,11 +46,14 @@ QColor Contrast::Faint(const QColor& ink, const QList<QColor>& grounds) {
 
 QPalette Contrast::WithReadableHints(QPalette palette) {
   for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-    const QList<QColor> grounds{palette.color(group, QPalette::Base),
-                                palette.color(group, QPalette::AlternateBase),
-                                palette.color(group, QPalette::Window)};
+    const QList<QColor> grounds{
+        palette.color(group, QPalette::Base), palette.color(group, QPalette::AlternateBase),
+        palette.color(group, QPalette::Window), palette.color(group, QPalette::Button)};
     const QColor ink = palette.color(QPalette::Active, QPalette::Text);
     palette.setColor(group, QPalette::PlaceholderText, Faint(ink, grounds));
+    if (group == QPalette::Disabled)
+      for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(group, role, Faint(palette.color(QPalette::Active, role), grounds));
     for (const auto role : {QPalette::Link, QPalette::LinkVisited})
       palette.setColor(group, role, FirstReadable(palette.color(group, role), ink, grounds));
     const QColor selected = palette.color(group, QPalette::HighlightedText);

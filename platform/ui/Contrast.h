@@ -15,7 +15,7 @@ double Between(const QColor& a, const QColor& b);
 // The ink, as faint as it can be while it stays readable on all of the grounds; at least half of it.
 QColor Faint(const QColor& ink, const QList<QColor>& grounds);
 
-// The palette with hints, links and selected texts that can be read on every ground of a window.
+// The palette with hints, links, selected and disabled texts that can be read on every ground of a window.
 QPalette WithReadableHints(QPalette palette);
 
 }  // namespace Contrast

@@ -15,6 +15,7 @@
 #include "core/RegistryFunctions.h"
 #include "core/VersionTexts.h"
 #include "library/Merge.h"
+#include "platform/ui/Contrast.h"
 #include "platform/ui/QtMessageBox.h"
 #include "screens/AddMeasurements.h"
 #include "screens/CompareChoice.h"
@@ -392,6 +393,22 @@ TEST(EveryScreen, SpeaksAnotherLanguageAndHasRoomForIt) {
       EXPECT_TRUE(canScroll || area->widget()->width() <= area->viewport()->width()) << NameOf(*area);
     }
   });
+}
+
+TEST(EveryScreen, CanBeReadOnLightAndDarkAlsoWhereItIsDisabled) {
+  const QPalette before = QApplication::palette();
+  for (const QPalette& palette : {before, QPalette(QColor(50, 50, 50), QColor(40, 40, 40))}) {
+    QApplication::setPalette(Contrast::WithReadableHints(palette));
+    ForEachScreen([](const QWidget& form) {
+      for (const QWidget* widget : form.findChildren<QWidget*>())
+        for (const auto group : {QPalette::Active, QPalette::Disabled})
+          EXPECT_GE(Contrast::Between(widget->palette().color(group, widget->foregroundRole()),
+                                      widget->palette().color(group, widget->backgroundRole())),
+                    Contrast::readable)
+              << NameOf(*widget);
+    });
+  }
+  QApplication::setPalette(before);
 }
 
 // In large letters on a small screen: no window is larger than it, none hides a command, and none scrolls to

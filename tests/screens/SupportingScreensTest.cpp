@@ -189,8 +189,10 @@ TEST(Palette, HintsAndLinksCanBeRead) {
       EXPECT_GE(Contrast::Between(palette.color(group, QPalette::HighlightedText),
                                   palette.color(group, QPalette::Highlight)),
                 4.5);
-      for (const auto role : {QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited})
-        for (const auto ground : {QPalette::Base, QPalette::AlternateBase, QPalette::Window})
+      for (const auto role : {QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited,
+                              QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        for (const auto ground :
+             {QPalette::Base, QPalette::AlternateBase, QPalette::Window, QPalette::Button})
           EXPECT_GE(Contrast::Between(palette.color(group, role), palette.color(group, ground)), 4.5)
               << palette.color(group, ground).name().toStdString() << ' ' << role;
     }
