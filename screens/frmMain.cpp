@@ -118,6 +118,13 @@ CDataPtr frmMain::CurrentDataSet() {
   return dataSet;
 }
 
+// While several are selected, no command takes one of them for the one that is meant.
+CDataPtr frmMain::OneSelected() {
+  if (ListView1->IsCurrentAloneSelected()) return CurrentDataSet();
+  ShowInformationMessage(Words::Main::oneAtATime());
+  return nullptr;
+}
+
 void frmMain::ShowCurrentSummary() {
   if (IsClosing) return;
   Trap(u"frmMain::ShowCurrentSummary"_s, [this] {
@@ -141,20 +148,15 @@ void frmMain::UpdateToolbarStates() {
   const ProgramState& state = Globals();
   const bool open = state.gDatabaseOpen && phase_ != Phase::Loading && !InitTimer.isActive();
   const bool any = open && !state.gDataCollection.empty() && ListView1->HasCurrent();
-  // While several are selected, no command takes one of them for the one that is meant.
-  const bool one = any && ListView1->IsCurrentAloneSelected();
   const bool writes = open && !ReadOnly::Holds();
-  Toolbar1->Button(ViewButton)->setEnabled(one);
-  Toolbar1->Entry(DataButton, 2)->setEnabled(one);
-  for (const int entry : {3, 4, 6}) Toolbar1->Entry(DataButton, entry)->setEnabled(one && writes);
+  Toolbar1->Button(ViewButton)->setEnabled(any);
+  for (const int entry : {2, 7}) Toolbar1->Entry(DataButton, entry)->setEnabled(any);
+  for (const int entry : {3, 4, 6}) Toolbar1->Entry(DataButton, entry)->setEnabled(any && writes);
   for (const int entry : {1, 5}) Toolbar1->Entry(DataButton, entry)->setEnabled(writes);
-  Toolbar1->Entry(DataButton, 7)->setEnabled(any);
-  Toolbar1->Entry(ToolsButton, 2)->setEnabled(phase_ != Phase::Loading);
-  Toolbar1->Entry(ToolsButton, 3)->setEnabled(phase_ != Phase::Loading);
+  for (const int entry : {2, 3}) Toolbar1->Entry(ToolsButton, entry)->setEnabled(phase_ != Phase::Loading);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
-  for (QAction* item : {menuView, mnuEdit}) item->setEnabled(one);
-  for (QAction* item : {mnuDelete, mnuAddMeasurements}) item->setEnabled(one && writes);
-  mnuCompare->setEnabled(any);
+  for (QAction* item : {menuView, mnuEdit, mnuCompare}) item->setEnabled(any);
+  for (QAction* item : {mnuDelete, mnuAddMeasurements}) item->setEnabled(any && writes);
 }
 
 void frmMain::DoubleClickAction() {
@@ -164,7 +166,7 @@ void frmMain::DoubleClickAction() {
 
 void frmMain::ViewChart() {
   Trap(u"frmMain::ViewChart"_s, [this] {
-    if (CurrentDataSet()) screens_.chart();
+    if (OneSelected()) screens_.chart();
   });
 }
 
@@ -178,7 +180,7 @@ void frmMain::AddData() {
 
 void frmMain::EditData() {
   Trap(u"frmMain::EditData"_s, [this] {
-    if (!CurrentDataSet()) return;
+    if (!OneSelected()) return;
     Globals().gAddMode = false;
     screens_.editor();
   });
@@ -186,7 +188,7 @@ void frmMain::EditData() {
 
 void frmMain::DeleteData() {
   Trap(u"frmMain::DeleteData"_s, [this] {
-    if (!CurrentDataSet()) return;
+    if (!OneSelected()) return;
     const qint32 id = Globals().gCurrentDataID;
     const QString question = LoadResText(u"Are you sure you want to delete the selected item;250") + u": "_s +
                              DataObjectFunctions::GetDataObjectDescription(id) + u" ?\r\r"_s +
@@ -204,7 +206,7 @@ void frmMain::DeleteData() {
 
 void frmMain::AddMeasurements() {
   Trap(u"frmMain::AddMeasurements"_s, [this] {
-    if (CurrentDataSet()) screens_.measurements();
+    if (OneSelected()) screens_.measurements();
   });
 }
 

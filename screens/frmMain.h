@@ -98,6 +98,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void FollowList();  // as if the row that is current in the list had been clicked
   void MakeCurrent(qint32 id);
   CDataPtr CurrentDataSet();  // null where there is none any more, after telling the user
+  CDataPtr OneSelected();     // the same for a command, and null where not exactly one is selected
   void ShowCurrentSummary();
   void ClearSummary();
   void UpdateToolbarStates();

@@ -148,7 +148,7 @@ void frmMain::BuildToolbar() {
   entry(DataButton, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   entry(DataButton, Words::Sharing::restoreEntry(), Symbol::Back, &frmMain::RestoreDeleted);
   entry(DataButton, Words::Renaming::entry(), Symbol::Edit, [this] {
-    if (CurrentDataSet()) screens_.rename();
+    if (OneSelected()) screens_.rename();
   })->setShortcut(Qt::Key_F2);
   entry(DataButton, Words::Main::compare(), Symbol::Chart, &frmMain::Compare)
       ->setShortcut(Qt::CTRL | Qt::Key_M);

@@ -98,6 +98,8 @@ inline constexpr Text<> countComma{u", "};
 inline constexpr Text<3> shown{u"%1 (%2 of %3 shown)"};
 inline constexpr Text<1> severalSelected{
     u"%1 selected: Ctrl+M compares two, Ctrl+Space adds the row with the frame"};
+inline constexpr Text<> oneAtATime{
+    u"This command is for one data set. Select one alone, with a click or with Up or Down."};
 inline constexpr Text<> compare{u"&Compare…"};
 inline constexpr Text<> allFiles{u"All Files (*)"};
 inline constexpr Text<> libraries{u"Kestrel Libraries (*.kestrel *.db)"};

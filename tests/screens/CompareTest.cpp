@@ -30,7 +30,10 @@ TEST_F(CompareTest, TheListSelectsTwoAndNoOtherCommandActsOnThem) {
     CtrlClick(row);  // the only one stays selected
     TellSelected();
   }
-  press(Qt::Key_Delete);
+  for (const QKeyCombination key :
+       {QKeyCombination(Qt::Key_Delete), QKeyCombination(Qt::Key_F2), Qt::CTRL | Qt::Key_E})
+    press(key, {Answer::Ok});
+  for (const char* command : {"Toolbar1_1", "mnuAddMeasurements"}) Trigger(command, {Answer::Ok});
   press(Qt::CTRL | Qt::Key_M);
   press(Qt::Key_Return);
   Trigger("mnuCompare");
