@@ -61,6 +61,7 @@ void CompareChoice::BuildControls(const QString& description) {
   layout->addLayout(buttons);
   const int em = fontMetrics().height();
   resize(QSize(em * 44, em * 28).boundedTo(RoomFor(*this)));
+  filter_->PutBeforeList();
   listOther->setFocus();
 
   connect(listOther, &MainList::RowActivated, this, &QDialog::accept);

@@ -45,6 +45,8 @@ void ListFilter::Find() {
   txtFind->selectAll();
 }
 
+void ListFilter::PutBeforeList() { setTabOrder(checkOutOfControl, list_); }
+
 void ListFilter::ShowAll() {
   {
     const QScopedValueRollback together(isChanging_, true);

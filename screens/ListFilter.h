@@ -15,8 +15,9 @@ class ListFilter : public QWidget {
  public:
   ListFilter(MainList* list, QWidget* parent);
 
-  void Find();     // puts the keyboard into the box
-  void ShowAll();  // filters nothing
+  void Find();           // puts the keyboard into the box
+  void ShowAll();        // filters nothing
+  void PutBeforeList();  // for Tab, once the window has its layout
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -82,6 +82,7 @@ frmMain::frmMain(Screens screens, QWidget* parent) : QMainWindow(parent), screen
   layout->addWidget(pages_, 1);
   layout->addWidget(BuildSummaryPanel());
   setCentralWidget(body);
+  filter_->PutBeforeList();
   ListView1->setFocus();
   ListView1->SetColumnWidths(Settings::Read(Settings::mainListColumns));
   const QByteArray lastPlace = Settings::Read(Settings::mainWindowPlace).toLatin1();

@@ -112,6 +112,9 @@ TEST_F(MainListTest, KeysAndMouseWorkAsElsewhere) {
   QTest::keyClick(&List(), Qt::Key_F10, Qt::ShiftModifier);
   EXPECT_TRUE(Get<QMenu>(*main, "MyMenu").isVisible());
   Get<QMenu>(*main, "MyMenu").close();
+  Get(*main, "txtFind").setFocus();
+  for (int time = 0; time < 2; ++time) QTest::keyClick(main->focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(main->focusWidget(), &List()) << "behind the box and the check box above it";
   EXPECT_TRUE(At(1, 1).data(Qt::ToolTipRole).toString().contains(u"Shaft &lt;b&gt;2"_s));
 }
 
