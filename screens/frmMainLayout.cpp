@@ -42,7 +42,8 @@ void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* fo
   timer.setParent(form);
 }
 
-// Its text may be longer than the panel is wide: then it ends in dots, and the window stays as it is.
+// Its text may be longer than the panel is wide: then the library's name is what stays of it, a tool tip has
+// all, and the window stays as it is.
 class PanelLabel : public QLabel {
  public:
   explicit PanelLabel(QWidget* parent) : QLabel(parent) {
@@ -52,9 +53,20 @@ class PanelLabel : public QLabel {
 
  protected:
   void paintEvent(QPaintEvent*) override {
-    const QRect place = contentsRect();
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, place.width());
-    QPainter(this).drawText(place, Qt::AlignVCenter | Qt::AlignLeft, shown);
+    QPainter(this).drawText(contentsRect(), Qt::AlignVCenter | Qt::AlignLeft, Shown());
+  }
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ToolTip) setToolTip(Shown() == text() ? QString() : PlainToolTip(text()));
+    return QLabel::event(event);
+  }
+
+ private:
+  QString Shown() const {
+    const QString caption = LoadResText(u"Current Database: ;299");
+    const int room = contentsRect().width();
+    if (!text().startsWith(caption) || fontMetrics().horizontalAdvance(text()) <= room)
+      return fontMetrics().elidedText(text(), Qt::ElideMiddle, room);
+    return fontMetrics().elidedText(text().sliced(caption.size()), Qt::ElideRight, room);
   }
 };
 

@@ -2,12 +2,15 @@
 // wrong.
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QLabel>
 #include <QProgressBar>
 #include <QScreen>
 
 #include "screens/Indicators.h"
 #include "tests/screens/MainScreenFixture.h"
 #include "tests/support/Figures.h"
+#include "tests/support/RecordingDevice.h"
 #include "texts/DetectionRules.h"
 
 namespace {
@@ -174,6 +177,20 @@ TEST_F(MainScreenTest, NothingDisturbsALoad) {
   EXPECT_EQ(Panel(), libraryAttached);
   EXPECT_EQ(program.state.gCurrentDataID, program.state.gDataCollection[3]->ID())
       << "the user's choice stays";
+}
+
+TEST_F(MainScreenTest, ANarrowStatusBarKeepsTheLibrarysName) {
+  StartLoaded();
+  auto& panel = Get<QLabel>(*main, "StatusBar1_1");
+  panel.resize(panel.fontMetrics().horizontalAdvance(u"StatData.mdb (DB, and margins"_s), panel.height());
+  RecordingDevice device(panel.size());
+  panel.render(&device, {}, {}, QWidget::DrawChildren);
+  ASSERT_FALSE(device.Shapes().empty());
+  EXPECT_TRUE(device.Shapes()[0].text.startsWith(u"StatData.mdb (D"_s))
+      << device.Shapes()[0].text.toStdString();
+  QHelpEvent event(QEvent::ToolTip, {}, {});
+  QCoreApplication::sendEvent(&panel, &event);
+  EXPECT_EQ(panel.toolTip(), libraryAttached);
 }
 
 TEST_F(MainScreenTest, TheClockSpeaksEnglishEverywhere) {
