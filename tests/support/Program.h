@@ -6,10 +6,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QRegularExpression>
 #include <functional>
 
-#include "tests/support/Approved.h"
 #include "tests/support/TestProgram.h"
 
 struct ProgramRun {
@@ -42,33 +40,6 @@ class ProgramTest : public testing::Test {
   QStringList Placed(QStringView words) const { return Placed(QProcess::splitCommand(words)); }
   ProgramRun RunIn(QStringView words, const QByteArray& input = {}) const {
     return Run(Placed(words), input);
-  }
-
-  // Runs the words and tells in the test's transcript what came of it.
-  ProgramRun Tell(QStringView words, const QByteArray& input = {}) {
-    const ProgramRun run = RunIn(words, input);
-    transcript_ << u"$ "_s + words.toString();
-    for (const auto& [text, head] : {std::pair(run.output, u"    "_s), {run.error, u"  ! "_s}})
-      for (const QString& line : text.split(u'\n', Qt::SkipEmptyParts)) transcript_ << head + line;
-    if (run.status != 0) transcript_ << u"    exit status %1"_s.arg(run.status);
-    return run;
-  }
-  // These figures of each data set.
-  void TellFigures(const QStringList& names) {
-    for (const auto& data : RunIn(u"status LIB --json").Json().array()) {
-      QJsonObject figures;
-      for (const QString& name : names) figures[name] = data[name];
-      transcript_ << u"    "_s + QString::fromUtf8(QJsonDocument(figures).toJson(QJsonDocument::Compact));
-    }
-  }
-  // With the places and the day of this run left out.
-  void ExpectTranscript() const {
-    if (transcript_.isEmpty()) return;
-    QString all = transcript_.join(u'\n').replace(u'\t', u'|').replace(u'\r', u"\\r"_s);
-    all.replace(library, u"LIB"_s).replace(folder_.path(), u"@"_s);
-    all.replace(QDate::currentDate().toString(Qt::ISODate), u"TODAY"_s);
-    all.replace(QRegularExpression(u"TODAY \\d\\d:\\d\\d(:\\d\\d)?"_s), u"NOW"_s);
-    Approved::Expect(all.split(u'\n'));
   }
 
   // A failure is one line on standard error that holds all the given words, and nothing on standard output.
@@ -117,7 +88,6 @@ class ProgramTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  QStringList transcript_;
   QString library = Path(u"plant.kestrel"_s);
   std::function<void(QProcess&)> prepare_;  // what is special about the next runs
 };
