@@ -76,7 +76,7 @@ class PageBrowser : public QTextBrowser {
         picture.setHeight(picture.doubleProperty(drawnHeight) * scale);
         const QImage drawn =
             Drawn(picture.name(), (QSizeF(picture.width(), picture.height()) * devicePixelRatioF()).toSize());
-        document()->addResource(QTextDocument::ImageResource, source().resolved(picture.name()), drawn);
+        document()->addResource(QTextDocument::ImageResource, source().resolved(QUrl(picture.name())), drawn);
         QTextCursor cursor(document());
         cursor.setPosition(part.fragment().position());
         cursor.setPosition(part.fragment().position() + part.fragment().length(), QTextCursor::KeepAnchor);
@@ -88,7 +88,7 @@ class PageBrowser : public QTextBrowser {
 
   QImage Drawn(const QString& name, QSize pixels) {
     const auto read = [this](const QString& file) {
-      return QImage::fromData(loadResource(QTextDocument::ImageResource, file).toByteArray());
+      return QImage::fromData(loadResource(QTextDocument::ImageResource, QUrl(file)).toByteArray());
     };
     const QImage plain = read(name);
     if (plain.size() == pixels) return plain;
