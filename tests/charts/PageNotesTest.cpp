@@ -6,13 +6,14 @@
 
 #include "platform/chart/StretchLabels.h"
 #include "tests/charts/PageData.h"
-#include "tests/support/RecordingDevice.h"
+#include "tests/charts/Painting.h"
 #include "tests/support/Refusal.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
-using Kind = PaintedShape::Kind;
+using Kind = Painting::Kind;
+const QColor teal(0, 128, 128);  // the plates of the letters
 
 const QDateTime noon = QDateTime(QDate(2026, 10, 30), QTime(12, 0)).toUTC();  // here
 
@@ -41,12 +42,6 @@ Trace::Note NoteOn(qsizetype sample, const QString& text, const QString& author,
 
 void AddNotes(Trace::Record& record, int count, const QString& text, qsizetype apart = 5) {
   for (int i = 0; i < count; ++i) record.notes.push_back(NoteOn(i * apart, text.arg(i + 1), u"lee"_s));
-}
-
-QStringList TextsIn(const std::vector<PaintedShape>& shapes) {
-  QStringList texts;
-  for (const PaintedShape& shape : shapes) texts << shape.text;
-  return texts;
 }
 
 TEST(PageNotes, APointHasWhatItsSamplesHave) {
@@ -115,52 +110,35 @@ TEST(PageNotes, LabelsOfTheAxisNeverTouchAndSayADayOnce) {
 }
 
 // On paper as wide as A4 at 96 dots per inch, no letters below 7 points.
-struct Sheet {
-  explicit Sheet(StatPage page) {
-    page.SetSmallestText(7.0 / 72 * 96);
-    QPainter painter(&device);
-    page.Paint(painter, QRectF(QPointF(), QSizeF(device.size())));
-  }
-  std::vector<PaintedShape> Texts() const { return device.Of(Kind::Text, QRectF(0, 0, 1047, 718)); }
-  RecordingDevice device{QSize(1047, 718)};
-};
+const QRectF charts(0, 0, 0.6 * 1047, 718);
+Painting OnPaper(const StatPage& page) { return Painting(page, {1047, 718}, 7.0 / 72 * 96); }
 
 TEST(PageNotes, TwentyNotesAreReadableAndNothingTouches) {
   const CData data = PageData::Random({.subgroups = 40});
   auto record = Traced(200);
   AddNotes(*record, 20, u"note %1: the second nozzle was cleaned and the pressure set again by the book"_s);
   for (const auto axis : {AxisLabels::Numbers, AxisLabels::Times, AxisLabels::Lots}) {
-    const Sheet sheet(
-        StatPage(data, {.fittedScale = true, .trace = record, .axis = axis, .printedHead = true}));
-    const auto texts = sheet.Texts();
-    std::multiset<QString> marks;
-    for (size_t i = 0; i < texts.size(); ++i) {
-      EXPECT_GE(texts[i].font.pixelSize(), 9) << texts[i].text.toStdString();
-      if (texts[i].text.size() == 1 && texts[i].text[0].isLetter()) marks.insert(texts[i].text);
-      EXPECT_LE(texts[i].Place().bottom(), 718);
-      for (size_t j = 0; j < i; ++j)
-        EXPECT_FALSE(texts[i].Place().intersects(texts[j].Place()))
-            << texts[i].text.toStdString() << " on " << texts[j].text.toStdString();
+    const Painting sheet =
+        OnPaper(StatPage(data, {.fittedScale = true, .trace = record, .axis = axis, .printedHead = true}));
+    const Shapes texts = sheet.Texts();
+    ExpectApart(texts, texts);
+    for (const PaintedShape& text : texts) {
+      EXPECT_GE(text.font.pixelSize(), 9) << text.text.toStdString();
+      EXPECT_LE(text.Place().bottom(), 718);
     }
+    const QStringList words = sheet.Words();
     for (char16_t letter = u'A'; letter <= u'T'; ++letter)
-      EXPECT_EQ(marks.count(QString(QChar(letter))), 3u) << "in both charts and beneath: " << char(letter);
-    const QString all = TextsIn(texts).join(u' ');
+      EXPECT_EQ(words.count(QString(QChar(letter))), 3) << "in both charts and beneath: " << char(letter);
+    const QString all = words.join(u' ');
     for (int i = 1; i <= 20; ++i) EXPECT_TRUE(all.contains(u"note %1: the second"_s.arg(i))) << i;
     EXPECT_FALSE(all.contains(u'\u2026')) << "there is room for all of it";
     EXPECT_TRUE(all.contains(u"point 20 \u00b7 "_s)) << all.toStdString();
     const QString titles[] = {u"Sample"_s, u"Time"_s, u"Lot"_s};
-    EXPECT_EQ(TextsIn(texts).count(titles[int(axis)]), 2);
-    // No plate lies on a point or a mark.
-    const auto plates = sheet.device.Where([](const PaintedShape& shape) {
-      return shape.kind == Kind::Rectangle && shape.fill == QColor(0, 128, 128) &&
-             shape.Place().height() < 30;
-    });
-    const auto points = sheet.device.Where([](const PaintedShape& shape) {
-      return shape.kind == Kind::Ellipse || (shape.kind == Kind::Polygon && shape.fill == QColor(255, 0, 0));
-    });
+    EXPECT_EQ(words.count(titles[int(axis)]), 2);
+    const Shapes plates = sheet.Find(Kind::Rectangle, teal, charts);
     EXPECT_GE(plates.size(), 40u);
-    for (const auto& plate : plates)
-      for (const auto& point : points) EXPECT_FALSE(plate.Place().intersects(point.Place()));
+    ExpectApart(plates, sheet.Find(Kind::Ellipse));
+    ExpectApart(plates, sheet.Find(Kind::Polygon, QColor(255, 0, 0)));
   }
 }
 
@@ -189,61 +167,39 @@ TEST(PageNotes, NoLetterIsLeftOutOfACrowdedChart) {
       ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
     }
     for (const bool isFitted : {true, false}) {
-      const Sheet sheet(StatPage(data, {.fittedScale = isFitted, .trace = record, .printedHead = true}));
-      const auto told = [&] { return u"shape %1, fitted %2"_s.arg(shape).arg(isFitted).toStdString(); };
-      const auto in = [](const PaintedShape& one) { return one.Place().right() < 0.6 * 1047; };
-      const auto plates = sheet.device.Where([&](const PaintedShape& one) {
-        return in(one) && one.kind == Kind::Rectangle && one.fill == QColor(0, 128, 128);
-      });
-      const auto curves = sheet.device.Where([&](const PaintedShape& one) {
-        return in(one) && one.kind == Kind::Polyline && one.ink == QColor(0, 0, 255);
-      });
-      const auto marks = sheet.device.Where([&](const PaintedShape& one) {
-        return in(one) && (one.kind == Kind::Polygon || one.kind == Kind::Ellipse);
-      });
-      std::vector<QLineF> leaders;
-      for (const auto& one : sheet.device.Where([&](const PaintedShape& line) {
-             return in(line) && line.kind == Kind::Line && line.ink == QColor(128, 128, 128);
-           }))
-        leaders.emplace_back(one.corners[0], one.corners[1]);
-      const auto meets = [](const QLineF& line, const QRectF& box) {
-        return box.contains(line.p1()) || box.contains(line.p2()) ||
-               line.intersects({box.topLeft(), box.bottomRight()}) == QLineF::BoundedIntersection ||
-               line.intersects({box.topRight(), box.bottomLeft()}) == QLineF::BoundedIntersection;
-      };
+      SCOPED_TRACE(testing::Message() << "shape " << shape << ", fitted " << isFitted);
+      const Painting sheet =
+          OnPaper(StatPage(data, {.fittedScale = isFitted, .trace = record, .printedHead = true}));
+      const Shapes texts = sheet.Find(Kind::Text, {}, charts);
+      const Shapes plates = sheet.Find(Kind::Rectangle, teal, charts);
+      const Shapes curves = sheet.Find(Kind::Polyline, QColor(0, 0, 255), charts);
+      const Shapes leaders = sheet.Find(Kind::Line, QColor(128, 128, 128), charts);
       ASSERT_GE(curves.size(), 2u);
-      for (size_t i = 0; i < plates.size(); ++i) {
-        const QRectF plate = plates[i].Place();
-        for (size_t j = 0; j < i; ++j) EXPECT_FALSE(plate.intersects(plates[j].Place())) << told();
-        for (const auto& mark : marks) EXPECT_FALSE(plate.intersects(mark.Place())) << told();
-        for (const auto& curve : curves)
-          for (qsizetype at = 1; at < curve.corners.size(); ++at)
-            EXPECT_FALSE(meets({curve.corners[at - 1], curve.corners[at]}, plate)) << told();
-        for (const QLineF& leader : leaders)
-          EXPECT_FALSE(meets(leader, plate.adjusted(0.2, 0.2, -0.2, -0.2))) << told();
+      for (const Kind kind : {Kind::Polygon, Kind::Ellipse})
+        ExpectApart(plates, sheet.Find(kind, {}, charts));
+      ExpectApart(plates, plates);
+      ExpectApart(texts, texts);
+      for (const PaintedShape& plate : plates) {
+        const QRectF box = plate.Place();
+        for (const PaintedShape& curve : curves) EXPECT_FALSE(Crosses(curve.corners, box));
+        for (const PaintedShape& leader : leaders)
+          EXPECT_FALSE(Crosses(leader.corners, box.adjusted(0.2, 0.2, -0.2, -0.2)));
       }
-      for (size_t i = 0; i < leaders.size(); ++i) {
-        for (size_t j = 0; j < i; ++j) {
+      for (const PaintedShape& leader : leaders) {
+        for (const PaintedShape& other : leaders) {
+          const QLineF one(leader.corners[0], leader.corners[1]), two(other.corners[0], other.corners[1]);
           QPointF at;
-          if (leaders[i].intersects(leaders[j], &at) != QLineF::BoundedIntersection) continue;
-          const auto ends = [&](const QLineF& line) {
-            return std::min(QLineF(at, line.p1()).length(), QLineF(at, line.p2()).length()) < 0.01;
-          };
-          EXPECT_TRUE(ends(leaders[i]) || ends(leaders[j])) << told();
+          if (&leader == &other || one.intersects(two, &at) != QLineF::BoundedIntersection) continue;
+          const auto isEnd = [&](QPointF end) { return QLineF(at, end).length() < 0.01; };
+          EXPECT_TRUE(isEnd(one.p1()) || isEnd(one.p2()) || isEnd(two.p1()) || isEnd(two.p2()));
         }
       }
       // In each chart each letter once; only of ninety some stand for those between them.
       QStringList average, range;
-      std::vector<QRectF> texts;
-      const auto all = sheet.Texts();
-      const double second = std::ranges::find(all, u"Sample"_s, &PaintedShape::text)->Place().top();
-      for (const PaintedShape& text : all) {
-        if (!in(text)) continue;
-        for (const QRectF& other : texts) EXPECT_FALSE(text.Place().intersects(other)) << told();
-        texts.push_back(text.Place());
+      const double second = std::ranges::find(texts, u"Sample"_s, &PaintedShape::text)->Place().top();
+      for (const PaintedShape& text : texts)
         if (text.ink == QColor(255, 255, 255))
           (text.Place().top() < second ? average : range) << text.text.split(u' ');
-      }
       const auto notes = LetterNotes(PointTrace(record, 1, 1000), {1, 1000});
       for (QStringList* letters : {&average, &range}) {
         const bool isFirstMissing = letters == &range && shapes[shape][0] == 0;  // it has no moving range
@@ -255,7 +211,7 @@ TEST(PageNotes, NoLetterIsLeftOutOfACrowdedChart) {
         letters->sort();
         QStringList expected;
         for (const LetteredNote& note : notes) expected << note.letter;
-        EXPECT_EQ(*letters, expected.mid(isFirstMissing)) << told();
+        EXPECT_EQ(*letters, expected.mid(isFirstMissing));
       }
     }
   }
@@ -269,17 +225,17 @@ TEST(PageNotes, TooManyAreCutShortThenCountedAndWhatLostItsSamplesComesLast) {
   record->unplacedNotes = {NoteOn(0, u"lost"_s, u"kim"_s, u"74.5"_s)};
   record->unplacedRuns.resize(970);
   const QString unplaced = u"No longer on a sample: 970 runs, 1 note. "_s;
-  const QStringList cut = TextsIn(Sheet(StatPage(data, {.trace = record})).Texts());
+  const QStringList cut = OnPaper(StatPage(data, {.trace = record})).Words();
   const QString all = cut.join(u' ');
   EXPECT_TRUE(all.contains(u"note 30 ") && all.contains(u'\u2026'));
   EXPECT_TRUE(all.contains(unplaced)) << all.toStdString();
 
   record->notes.clear();
   AddNotes(*record, 200, text);
-  const auto foot = Sheet(StatPage(data, {.trace = record})).Texts();
-  for (const PaintedShape& shape : foot)
+  const Painting foot = OnPaper(StatPage(data, {.trace = record}));
+  for (const PaintedShape& shape : foot.Texts())
     EXPECT_TRUE(!shape.text.contains(u"lee: note"_s) || shape.Place().top() > 400) << "the charts have room";
-  const QStringList most = TextsIn(foot);
+  const QStringList most = foot.Words();
   const int listed = int(most.filter(u"lee: note"_s).size());
   EXPECT_GT(listed, 30);
   EXPECT_TRUE(most.join(u'|').contains(u"|and %1 more: "_s.arg(200 - listed))) << listed;
@@ -290,17 +246,14 @@ TEST(PageNotes, TooManyAreCutShortThenCountedAndWhatLostItsSamplesComesLast) {
   const StatPage part(data, {.points = PointRange{11, 13}, .trace = record});
   EXPECT_EQ(part.NotesOn(12).at(0).letter, u"B");
   EXPECT_TRUE(part.NotesOn(10).empty());
-  EXPECT_FALSE(TextsIn(Sheet(part).Texts()).join(u' ').contains(u"begun"));
+  EXPECT_FALSE(OnPaper(part).Words().join(u' ').contains(u"begun"));
 
   record->notes.clear();
   AddNotes(*record, 2, u"note %1: a few words that no column of three has room for on one line of its own"_s);
   record->unplacedNotes.clear();
   record->unplacedRuns.clear();
-  EXPECT_EQ(TextsIn(Sheet(StatPage(data, {.trace = record})).Texts())
-                .filter(u"of its own"_s)
-                .filter(u"lee"_s)
-                .size(),
-            2)
+  EXPECT_EQ(
+      OnPaper(StatPage(data, {.trace = record})).Words().filter(u"of its own"_s).filter(u"lee"_s).size(), 2)
       << "few stand in fewer columns";
 }
 
@@ -316,7 +269,7 @@ TEST(PageNotes, APeriodShowsThePointsThatWereTakenInIt) {
   }
   const QString words =
       day.addDays(2).toString(Qt::ISODate) + u" to "_s + day.addDays(5).toString(Qt::ISODate);
-  EXPECT_EQ(TextsIn(Sheet(page).Texts()).filter(words).size(), 3) << "in the head and in both charts";
+  EXPECT_EQ(OnPaper(page).Words().filter(words).size(), 3) << "in the head and in both charts";
   const auto drawLater = [&] { StatPage(data, {.trace = record, .period = Period{day.addDays(200), {}}}); };
   EXPECT_TRUE(Refusal<InputError>(drawLater).contains(u"were taken from"));
 }

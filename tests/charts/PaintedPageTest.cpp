@@ -3,72 +3,50 @@
 #include <set>
 
 #include "tests/charts/PageData.h"
-#include "tests/support/RecordingDevice.h"
+#include "tests/charts/Painting.h"
 
 namespace {
 
-// Whether a line of these corners runs through the box.
-bool Touches(const QPolygonF& corners, const QRectF& box) {
-  for (qsizetype i = 1; i < corners.size(); ++i) {
-    const QLineF line(corners[i - 1], corners[i]);
-    if (box.contains(line.p1())) return true;
-    for (const QLineF& diagonal :
-         {QLineF(box.topLeft(), box.bottomRight()), QLineF(box.topRight(), box.bottomLeft())}) {
-      if (line.intersects(diagonal) == QLineF::BoundedIntersection) return true;
-    }
-  }
-  return false;
-}
+using Kind = Painting::Kind;
+const QColor red(255, 0, 0);
 
-bool IsMark(const PaintedShape& shape) {
-  return shape.kind == PaintedShape::Polygon && shape.fill == QColor(255, 0, 0);
-}
-
-// Every mark of a chart lies where its point does, as a diamond, or as an arrow at the edge of the plot area.
-void ExpectEveryMark(const StatPage& page, const QRectF& target, const std::vector<QPointF>& drawn) {
-  std::set<std::pair<int, int>> places;
-  for (const QPointF at : drawn) places.emplace(int(std::floor(at.x())), int(std::floor(at.y())));
-  int left = 0;
-  for (const StatPage::Mark& mark : page.Marks()) {
-    const QPointF at = page.Point(mark.graph, mark.number, target)->position;
+// Something red lies within two pixels of where the point of each mark does; of each so many-th.
+void ExpectEveryMark(const StatPage& page, const QImage& picture, size_t step = 1) {
+  const QRectF target(QPointF(), picture.deviceIndependentSize());
+  const auto marks = page.Marks();
+  for (size_t which = 0; which < marks.size(); which += step) {
+    const StatPage::Mark& mark = marks[which];
+    const QPointF point = page.Point(mark.graph, mark.number, target)->position;
+    const QPoint at = (point * picture.devicePixelRatio()).toPoint();
     bool isThere = false;
-    for (int dx = -1; dx <= 1; ++dx)
-      for (int dy = -1; dy <= 1; ++dy)
-        isThere |= places.contains({int(std::floor(at.x())) + dx, int(std::floor(at.y())) + dy});
-    left += !isThere;
+    for (int i = 0; i < 25 && !isThere; ++i)
+      isThere = picture.pixel(at + QPoint(i / 5 - 2, i % 5 - 2)) == red.rgb();
+    EXPECT_TRUE(isThere) << "mark " << mark.number << " left out";
   }
-  EXPECT_EQ(left, 0) << "marks left out";
 }
 
-// No text on another one, on a point or on a mark, none outside the page and none too small to read.
+// No text on another one, on a point or on a mark, none outside the page and none too small to read; and
+// each mark as a diamond, or as an arrow at the edge of the plot area.
 void ExpectNothingOverlaps(const StatPage& page, QSize size, int smallest) {
-  RecordingDevice device(size);
-  {
-    QPainter painter(&device);
-    page.Paint(painter, QRectF(QPointF(0, 0), QSizeF(size)));
-  }
-  const QRectF whole(QPointF(0, 0), QSizeF(size));
-  std::vector<QPointF> marks;
-  for (const PaintedShape& mark : device.Where(IsMark)) {
-    marks.push_back(mark.corners.size() == 3 ? mark.corners[0] : mark.Place().center());
+  const Painting painting(page, size, smallest);
+  const Shapes texts = painting.Texts(), marks = painting.Find(Kind::Polygon, red);
+  QImage picture(size, QImage::Format_RGB32);
+  picture.fill(Qt::white);
+  for (const PaintedShape& mark : marks) {
+    const QPointF at = mark.corners.size() == 3 ? mark.corners[0] : mark.Place().center();
+    picture.setPixelColor(at.toPoint(), red);
     EXPECT_GE(mark.Place().width(), 0.4 * smallest) << "too small to be seen";
   }
-  ExpectEveryMark(page, whole, marks);
-  const auto texts = device.Of(PaintedShape::Text, whole);
-  std::vector<QRectF> points;
-  for (const PaintedShape& shape : device.Shapes())
-    if (shape.kind == PaintedShape::Ellipse || IsMark(shape)) points.push_back(shape.Place());
+  ExpectEveryMark(page, picture, 1 + marks.size() / 200);
   ASSERT_GT(texts.size(), 20u);
-  for (size_t i = 0; i < texts.size(); ++i) {
-    const QRectF ink = texts[i].Place().adjusted(0.5, 0.5, -0.5, -0.5);
-    const std::string text = texts[i].text.toStdString();
-    EXPECT_TRUE(whole.contains(ink)) << text;
-    EXPECT_GE(texts[i].font.pixelSize(), smallest) << text;
-    for (size_t j = 0; j < i; ++j)
-      EXPECT_FALSE(ink.intersects(texts[j].Place())) << text << " on " << texts[j].text.toStdString();
-    const auto isOnText = [&](const QRectF& point) { return ink.intersects(point); };
-    EXPECT_TRUE(std::ranges::none_of(points, isOnText)) << text << " on a point";
+  for (const PaintedShape& text : texts) {
+    EXPECT_TRUE(QRectF(picture.rect()).contains(text.Place().adjusted(0.5, 0.5, -0.5, -0.5)))
+        << text.text.toStdString();
+    EXPECT_GE(text.font.pixelSize(), smallest) << text.text.toStdString();
   }
+  ExpectApart(texts, texts);
+  ExpectApart(texts, marks);
+  ExpectApart(texts, painting.Find(Kind::Ellipse));
 }
 
 std::map<std::string, CData> AllKinds() {
@@ -140,11 +118,7 @@ TEST(PaintedPage, EveryMarkIsStampedOnAPicture) {
     picture.setDevicePixelRatio(scale);
     QPainter painter(&picture);
     page.Paint(painter, {0, 0, 1280, 800});
-    std::vector<QPointF> red;
-    for (int y = 0; y < picture.height(); ++y)
-      for (int x = 0; x < picture.width(); ++x)
-        if (picture.pixelColor(x, y) == QColor(255, 0, 0)) red.emplace_back(x / scale, y / scale);
-    ExpectEveryMark(page, {0, 0, 1280, 800}, red);
+    ExpectEveryMark(page, picture);
   }
 }
 
@@ -173,7 +147,6 @@ std::vector<qint16> SomePoints(std::mt19937& generator, size_t count, int larges
 TEST(PaintedPage, EveryMarkHasItsNumberOnFreePaper) {
   std::mt19937 generator(11);
   std::normal_distribution<double> noise(0, 1);
-  constexpr QSize size(1280, 800);
   size_t numbers = 0;
   for (int run = 0; run < 1000 && !testing::Test::HasFailure(); ++run) {
     const int points = 8 + static_cast<int>(generator() % 53);
@@ -204,34 +177,24 @@ TEST(PaintedPage, EveryMarkHasItsNumberOnFreePaper) {
     size_t wanted = 0;
     for (const StatPage::Mark& mark : page.Marks()) wanted += mark.number >= first && mark.number <= last;
     numbers += wanted;
-    RecordingDevice device(size);
-    {
-      QPainter painter(&device);
-      page.Paint(painter, QRectF(QPointF(0, 0), QSizeF(size)));
-    }
-    std::vector<PaintedShape> texts = device.Of(PaintedShape::Text, QRectF(QPointF(0, 0), size)), inPlots;
+    const Painting painting(page, {1280, 800}, 9);
+    const Shapes texts = painting.Texts(), marks = painting.Find(Kind::Polygon, red);
+    Shapes inPlots;
     for (const int graph : {0, 1}) {
       const QRectF plot = page.Page().Geometry(graph, QRectF(0, 44, 1280, 756)).plot;
-      for (const PaintedShape& text : device.Of(PaintedShape::Text, plot)) inPlots.push_back(text);
+      for (const PaintedShape& text : texts)
+        if (plot.contains(text.Place().center())) inPlots.push_back(text);
     }
-    const auto isPoint = [](const PaintedShape& shape) {
-      return shape.kind == PaintedShape::Ellipse || shape.kind == PaintedShape::Polygon;
-    };
-    const auto marks = device.Where(isPoint);
     SCOPED_TRACE(testing::Message() << "run " << run << ", " << points << " points");
     EXPECT_EQ(inPlots.size(), wanted);
-    EXPECT_EQ(size_t(std::ranges::count_if(marks, IsMark)), wanted);
-    for (size_t i = 0; i < texts.size(); ++i)
-      for (size_t j = 0; j < i; ++j)
-        EXPECT_FALSE(texts[i].Place().intersects(texts[j].Place()))
-            << texts[i].text.toStdString() << " on " << texts[j].text.toStdString();
-    for (const PaintedShape& text : inPlots) {
-      for (const PaintedShape& mark : marks) EXPECT_FALSE(text.Place().intersects(mark.Place()));
-      for (const PaintedShape& line : device.Shapes()) {
-        const bool isLine = line.kind == PaintedShape::Line || line.kind == PaintedShape::Polyline;
-        EXPECT_FALSE(isLine && Touches(line.corners, text.Place())) << testing::PrintToString(line);
-      }
-    }
+    EXPECT_EQ(marks.size(), wanted);
+    ExpectApart(texts, texts);
+    ExpectApart(inPlots, marks);
+    ExpectApart(inPlots, painting.Find(Kind::Ellipse));
+    for (const Kind kind : {Kind::Line, Kind::Polyline})
+      for (const PaintedShape& line : painting.Find(kind))
+        for (const PaintedShape& text : inPlots)
+          EXPECT_FALSE(Crosses(line.corners, text.Place())) << testing::PrintToString(line);
   }
   EXPECT_GT(numbers, 10000u);
 }

@@ -71,15 +71,6 @@ TEST(StatPage, KnowsWhatItsLimitsAreCalculatedFrom) {
   }
 }
 
-TEST(StatPage, LeavesOutTheMovingRangeThatDoesNotExist) {
-  CData data = PageData::Simple();
-  data.SetSubGroupSize(1);
-  const StatPage page = PageData::Page(data);
-  const auto& ranges = page.Page().Graph(1).DataSet(u"RBar Data Set"_s);
-  EXPECT_TRUE(std::isnan(ranges[0]));
-  EXPECT_EQ(ranges[1], 0.2);
-}
-
 TEST(StatPage, SaysWhenDataAreTooFew) {
   const StatPage few(PageData::Random({.subgroups = 4}), {});
   EXPECT_EQ(TextsOf(few, GraphId::XBar), QStringList(u"NOT ENOUGH  DATA"_s));
