@@ -1,13 +1,10 @@
 // What opening may do to the disk, what may run in one text, and in which words failures are told.
 #include "platform/ado/Connection.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <map>
 
+#include "tests/support/Files.h"
 #include "tests/support/Refusal.h"
 
 using namespace Qt::StringLiterals;
@@ -16,16 +13,8 @@ namespace {
 
 class ConnectionTest : public testing::Test {
  protected:
-  // An empty file is an empty database.
-  QString MakeFile(const QString& name, const QByteArray& content = {}) {
-    const QString path = folder.filePath(name);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    return path;
-  }
-
   QString MakeTable(const QString& name) {
-    const QString path = MakeFile(name);
+    const QString path = WriteFile(folder.filePath(name));  // an empty database
     Connection connection;
     connection.OpenWith(path);
     connection.Execute(u"CREATE TABLE T (ID INTEGER PRIMARY KEY, Name TEXT COLLATE NOCASE)"_s);
@@ -37,7 +26,7 @@ class ConnectionTest : public testing::Test {
 };
 
 TEST_F(ConnectionTest, OpeningNeverMakesAFileAndNamesWhatIsWrong) {
-  const QString text = MakeFile(u"letter.mdb"_s, QByteArray(5000, 'x'));
+  const QString text = WriteFile(folder.filePath(u"letter.mdb"_s), QByteArray(5000, 'x'));
   const QString missing = folder.filePath(u"missing.mdb"_s);
   for (const auto& [path, reason] :
        std::map<QString, QString>{{missing, u"there is no such file"_s},
@@ -45,10 +34,8 @@ TEST_F(ConnectionTest, OpeningNeverMakesAFileAndNamesWhatIsWrong) {
                                   {{}, u"no file is named"_s},
                                   {text, u"the file is not a database"_s}})
     EXPECT_EQ(Refusal<DatabaseError>([&] { Connection().OpenWith(path); }), path + u": "_s + reason);
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"letter.mdb"_s));
-  QFile file(text);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), QByteArray(5000, 'x'));
+  EXPECT_EQ(EntriesOf(folder.path()), QStringList(u"letter.mdb"_s));
+  EXPECT_EQ(ReadFile(text), QByteArray(5000, 'x'));
 }
 
 TEST_F(ConnectionTest, OddFileNamesAreOpenedAsTheyAre) {

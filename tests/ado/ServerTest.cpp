@@ -9,10 +9,10 @@
 #include <cmath>
 #include <csignal>
 
-#include "platform/ado/Recordset.h"
 #include "platform/ado/ServerAddress.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Refusal.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestServer.h"
 
 using Cause = DatabaseError::Cause;
@@ -90,35 +90,17 @@ TEST_F(ServerTest, HostileTextsAreValuesAndASecondStatementIsRefused) {
   const QString hostile = u"o'ring\\'; DROP TABLE T; --"_s;
   const QVariant id = connection.Insert(u"INSERT INTO T (Name, \"Values\", Deleted) VALUES (?, ?, ?)"_s,
                                         {hostile, -0.0, true});
-  Recordset rows;
-  rows.Open(u"SELECT * FROM T WHERE ID = %1"_s.arg(id.toInt()), connection);
-  EXPECT_EQ(rows.Field(u"Name"_s), hostile);
-  EXPECT_TRUE(std::signbit(rows.Field(u"Values"_s).toDouble()));
-  EXPECT_EQ(rows.Field(u"Deleted"_s), 1);
+  const QVariantList row =
+      RowsOf(connection, u"SELECT Name, \"Values\", Deleted FROM T WHERE ID = %1"_s.arg(id.toInt())).at(0);
+  EXPECT_EQ(row[0], hostile);
+  EXPECT_TRUE(std::signbit(row[1].toDouble()));
+  EXPECT_EQ(row[2], 1);
   for (const char* text :
        {"SELECT 1; DROP TABLE T", "SELECT ';' ; DROP TABLE T", "SELECT E'\\''; DROP TABLE T --'",
         "SELECT $$'$$; DROP TABLE T --'", "SELECT 1 -- '\n; DROP TABLE T --'",
         "SELECT /* ' */ 1; DROP TABLE T --'", "SELECT 'open"})
     EXPECT_THROW(connection.Run(u"select"_s, QString::fromLatin1(text)), DatabaseError) << text;
   EXPECT_EQ(connection.Execute(u"DELETE * FROM T WHERE Name = 'two;';\n"_s), 0);
-}
-
-TEST_F(ServerTest, RecordsetsReadInTheOrderOfTheIdsAndWrite) {
-  connection.Execute(u"UPDATE T SET Name = 'first' WHERE ID = 1"_s);  // which moves the row behind the others
-  Recordset rows;
-  rows.Open(u"SELECT * FROM T WHERE Deleted = 0"_s, connection);
-  EXPECT_EQ(rows.Field(u"Name"_s), u"first"_s);
-  rows.AddNew();
-  rows.SetField(u"NAME"_s, u"three"_s);
-  rows.Update();
-  EXPECT_EQ(rows.Field(u"ID"_s), 3);
-  rows.SetField(u"Deleted"_s, true);
-  rows.Update();
-  rows.Requery();
-  EXPECT_EQ(rows.RecordCount(), 2);
-  other.Execute(u"UPDATE T SET Name = 'theirs' WHERE ID = 2"_s);
-  rows.SetField(u"Name"_s, u"mine"_s);
-  EXPECT_THROW(rows.Update(), DatabaseError);
 }
 
 TEST_F(ServerTest, WaitsForALockedRowAndNotForEver) {
@@ -141,8 +123,7 @@ TEST_F(ServerTest, WaitsForALockedRowAndNotForEver) {
 
 TEST_F(ServerTest, AConnectionThatWasLostIsMadeAgain) {
   TestServer::Restart();
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT count(*) FROM T"_s);
-  EXPECT_TRUE(connection.NextRow(query) && query.value(0) == 2);
+  EXPECT_EQ(ValueOf(connection, u"SELECT count(*) FROM T"_s), 2);
   TestServer::Restart();
   EXPECT_EQ(connection.Execute(u"UPDATE T SET Deleted = 1 WHERE ID = 1"_s), 1);
   connection.BeginTransaction();
@@ -159,9 +140,7 @@ TEST_F(ServerTest, AConnectionThatWasLostIsMadeAgain) {
 }
 
 TEST_F(ServerTest, AServerThatStopsKeepsNobodyWaiting) {
-  QSqlQuery query = other.Run(u"select"_s, u"SELECT pg_backend_pid()"_s);
-  ASSERT_TRUE(other.NextRow(query));
-  const auto process = static_cast<pid_t>(query.value(0).toInt());
+  const auto process = static_cast<pid_t>(ValueOf(other, u"SELECT pg_backend_pid()"_s).toInt());
   other.AnswerWait = 100;
   other.BeginTransaction();
   kill(process, SIGSTOP);

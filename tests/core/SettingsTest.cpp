@@ -17,10 +17,7 @@ struct SettingsTest : testing::Test {
 };
 
 TEST_F(SettingsTest, TheDefaultsServeForANewADamagedAndABrokenStore) {
-  QFile file(program.Path(u"settings.json"_s));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("{\"Soft") == 6);
-  file.close();
-  FileRegistry damaged(file.fileName());
+  FileRegistry damaged(WriteFile(program.Path(u"settings.json"_s), "{\"Soft"));
   class BrokenRegistry : public MemoryRegistry {
     int RegOpenKeyEx(const QString&, quint32, Key&) override { throw std::runtime_error("broken"); }
   } broken;
@@ -34,7 +31,7 @@ TEST_F(SettingsTest, TheDefaultsServeForANewADamagedAndABrokenStore) {
     EXPECT_TRUE(program.state.gSetup.ListviewDoubleClickViewsChart);
     EXPECT_EQ(program.state.gSetup.DatabaseName, QString());
   }
-  EXPECT_TRUE(program.boxes.Take().text.contains(file.fileName()));
+  EXPECT_TRUE(program.boxes.Take().text.contains(program.Path(u"settings.json"_s)));
 }
 
 TEST_F(SettingsTest, AStoreOfAnEarlierVersionServes) {

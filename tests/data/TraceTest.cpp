@@ -4,6 +4,8 @@
 
 #include <random>
 
+#include "tests/support/Cases.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -12,43 +14,23 @@ QStringList Samples(const QString& letters) { return letters.split(u' ', Qt::Ski
 
 Trace::Run RunOf(qsizetype first, qsizetype count, qint64 number) { return {first, count, {}, {}, number}; }
 
-// Where every sample came from, as digits; - for a new one.
-QString Told(const Trace::Origins& origins) {
-  QString told;
-  for (const qint32 origin : origins) told += origin == Trace::isNew ? u"-"_s : QString::number(origin);
-  return told;
-}
-
 }  // namespace
 
 TEST(Trace, TheShortestDifferenceTellsWhichSamplesStay) {
-  const struct {
-    QString before, after, origins;
-  } cases[] = {
-      {u"a b c d"_s, u"a b c d e"_s, u"0123-"_s},    // added behind
-      {u"a b c d e"_s, u"c d e f"_s, u"234-"_s},     // cut in front, and added behind
-      {u"a b c"_s, u"a x b c"_s, u"0-12"_s},         // came
-      {u"a b c"_s, u"a c"_s, u"02"_s},               // went
-      {u"a b c"_s, u"a x c"_s, u"012"_s},            // corrected
-      {u"a b c d"_s, u"x y c d"_s, u"0123"_s},       // two for two
-      {u"a b c d"_s, u"x c d"_s, u"-23"_s},          // one for two: in nobody's place
-      {u"a b c d e"_s, u"x c e y"_s, u"-24-"_s},     // two for one, and one too many
-      {u"a b c d b"_s, u"x b d b y"_s, u"0134-"_s},  // one for one, and three that stay
-      {u""_s, u"a"_s, u"-"_s},
-      {u"a"_s, u""_s, u""_s},
-  };
-  for (const auto& [before, after, origins] : cases)
-    EXPECT_EQ(Told(Trace::ByDifference(Samples(before), Samples(after))), origins) << before.toStdString();
+  for (const auto& one :
+       Cases(u"trace.json"_s, u"difference: before, after, where each came from, what it is"_s))
+    EXPECT_EQ(Trace::ByDifference(Samples(one[0].toString()), Samples(one[1].toString())),
+              Numbers<qint32>(one[2]))
+        << one[3].toString().toStdString();
 }
 
 TEST(Trace, WhatIsMadeAnewInItsPlaceIsWhatItWas) {
-  const QStringList before = Samples(u"a b c d"_s);
-  const auto returned = [&](const Trace::Origins& origins, const QString& after) {
-    return Told(Trace::WithReturned(origins, before, Samples(after)));
-  };
-  EXPECT_EQ(returned({0, -1, -1, 3}, u"a x c d"_s), u"0-23"_s);        // b went, and c was made anew
-  EXPECT_EQ(returned({0, -1, -1, 2, 3}, u"a b d c d"_s), u"01-23"_s);  // d has its own place
-  EXPECT_EQ(returned({-1, -1, 3}, u"b a d"_s), u"-03"_s);              // one of the two stays
+  for (const auto& one :
+       Cases(u"trace.json"_s, u"made anew: before, known, after, where each came from, what it is"_s))
+    EXPECT_EQ(
+        Trace::WithReturned(Numbers<qint32>(one[1]), Samples(one[0].toString()), Samples(one[2].toString())),
+        Numbers<qint32>(one[3]))
+        << one[4].toString().toStdString();
 }
 
 TEST(Trace, MovesRunsAndNotesWithTheirSamplesAndListsWhatIsLeft) {

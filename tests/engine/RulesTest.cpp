@@ -5,13 +5,6 @@
 
 #include "tests/support/Cases.h"
 
-template <class Number>
-std::vector<Number> Numbers(const QJsonValue& list) {
-  std::vector<Number> numbers;
-  for (const auto& one : list.toArray()) numbers.push_back(static_cast<Number>(one.toInt()));
-  return numbers;
-}
-
 TEST(Rules, MarkExactlyThePointsThatCompleteAPattern) {
   // What it is, the rule, the points in tenths, the points that violate it.
   for (const auto& one : Cases(QStringLiteral("rules.json"), QStringLiteral("patterns"))) {

@@ -4,16 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "data/Statistics.h"
 #include "library/Library.h"
 #include "library/LibraryWatch.h"
 #include "tests/support/Approved.h"
+#include "tests/support/Files.h"
 #include "tests/support/Refusal.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestServer.h"
 
 using namespace Qt::StringLiterals;
@@ -49,46 +49,38 @@ class LibraryFixture : public testing::Test {
   }
 
   void Execute(const QString& sql) { others->Database().Execute(sql); }
-  QVariant Value(const QString& sql) {
-    QSqlQuery query = others->Database().Run(u"select"_s, sql);
-    return others->Database().NextRow(query) ? query.value(0) : QVariant();
-  }
-  // The first column, joined.
-  QString Joined(const QString& sql) {
-    QStringList values;
-    QSqlQuery query = others->Database().Run(u"select"_s, sql);
-    while (others->Database().NextRow(query)) values << query.value(0).toString();
-    return values.join(u',');
-  }
+  QVariant Value(const QString& sql) { return ValueOf(others->Database(), sql); }
   qint64 Number(const QString& sql) { return Value(sql).toLongLong(); }
   QString Values() { return Value(u"SELECT \"Values\" FROM StatData WHERE ID = 1"_s).toString(); }
 
-  // What is done, with what it makes of the rows: in the test's diary.
-  void Tell(const QString& what) {
+  // What stands in the library.
+  virtual Approved::Diary::States Standing() {
     Approved::Diary::States states;
     for (const QString& table : {u"StatData"_s, u"DeletedStatData"_s}) {
       if (!others->Database().Has(table)) continue;
-      QSqlQuery query = others->Database().Run(u"select"_s,
-                                               u"SELECT ID, Description, \"Values\", UpperSpecLimit, "
-                                               "XBarUCL, XBarMean, LastModified FROM "_s +
-                                                   table);
-      while (others->Database().NextRow(query)) {
-        QStringList fields;
-        for (int column = 1; column < 7; ++column) fields << query.value(column).toString();
-        const QString row = u"row %1"_s.arg(query.value(0).toString());
-        states[table == u"StatData" ? row : row + u" deleted"_s] = fields.join(u" | "_s);
+      for (const QVariantList& row :
+           RowsOf(others->Database(),
+                  u"SELECT ID, Description, \"Values\", UpperSpecLimit, XBarUCL, XBarMean, "
+                  u"LastModified FROM "_s +
+                      table)) {
+        QStringList fields = QVariant(row).toStringList();
+        const QString name = u"row "_s + fields.takeFirst();
+        states[table == u"StatData" ? name : name + u" deleted"_s] = fields.join(u" | "_s);
       }
     }
-    diary.Step(QString(what).replace(path, u"LIB"_s), states);
+    for (const Library::Row& row : others->ReadAll())
+      if (const auto [first, last] = row.data->LimitsBase(); last > 0)
+        states[u"row %1 limits"_s.arg(row.id)] = u"of points %1 to %2"_s.arg(first).arg(last);
+    return states;
   }
+  // What is done, with what it makes of that: in the test's diary.
+  void Tell(const QString& what) { diary.Step(QString(what).replace(path, u"LIB"_s), Standing()); }
   template <class Call>
   void TellRefusal(const QString& what, Call&& call) {
     Tell(what + u": "_s + Refusal(call));
   }
 
-  QStringList Files() const {
-    return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-  }
+  QStringList Files() const { return EntriesOf(folder.path()); }
 
   QTemporaryDir folder;
   QString path;
@@ -108,9 +100,6 @@ inline std::optional<LibraryWatch::Change> News(LibraryWatch& watch) {
   return change;
 }
 
-// For what holds of a library of either kind.
-enum class Place { File, Server };
-
 class AnyLibraryFixture : public LibraryFixture, public testing::WithParamInterface<Place> {
  protected:
   void SetUp() override {
@@ -120,10 +109,3 @@ class AnyLibraryFixture : public LibraryFixture, public testing::WithParamInterf
     Start(address);
   }
 };
-
-inline std::string NameOf(const testing::TestParamInfo<Place>& place) {
-  return place.param == Place::File ? "File" : "Server";
-}
-
-#define ON_BOTH(Fixture) \
-  INSTANTIATE_TEST_SUITE_P(On, Fixture, testing::Values(Place::File, Place::Server), NameOf)

@@ -46,25 +46,14 @@ TEST_F(MergeTest, Values) {
 
 // Where each sample of the merged row comes from in the row as it stood.
 TEST_F(MergeTest, SamplesAreFollowedThroughBothChanges) {
-  const struct {
-    QString base, mine, theirs;
-    Trace::Origins known, origins;
-  } cases[] = {
-      {u"1,2,3,"_s, u"1,3,"_s, u"1,2,3,"_s, {}, {0, 2}},
-      {u"1,2,3,"_s, u"1,2,3,4,"_s, u"1,2,3,5,"_s, {}, {0, 1, 2, 3, -1}},  // both added
-      {u"1,2,3,"_s, u"2,9,"_s, u"1,2,3,5,"_s, {}, {1, 2, 3}},             // theirs behind my edit
-      {u"1,2,3,"_s, u"1,2,3,4,"_s, u"2,8,"_s, {}, {0, 1, -1}},            // mine behind theirs
-      {u"1,1,1,"_s, u"1,1,"_s, u"1,1,1,1,"_s, {0, 2}, {0, 2, 3}},         // as the editor knows
-      {u"1,1,1,"_s, u"1,1,"_s, u"1,1,1,"_s, {0, 3}, {0, 1}},              // what cannot be: there are three
-      {u"1,2,3,"_s, u"1,3,4,"_s, u"0,1,2,3,"_s, {0, 2, -1}, {1, 3, -1}},  // mine decides
-  };
-  for (const auto& [base, values, theirs, known, origins] : cases) {
-    CData mine = Loaded(Row(base));
-    mine.SetDelimitedInputString(values);
-    mine.SetSampleOrigins(known);
-    const QVariantList merged = Merge::Of(mine, Row(theirs), true).row;
-    EXPECT_EQ(Merge::OriginsOf(mine, Row(theirs), merged), origins)
-        << values.toStdString() << theirs.toStdString();
+  for (const auto& one :
+       Cases(u"merge.json"_s, u"origins: as read, mine, theirs, what the editor knows, the origins, why"_s)) {
+    CData mine = Loaded(Row(one[0].toString()));
+    mine.SetDelimitedInputString(one[1].toString());
+    mine.SetSampleOrigins(Numbers<qint32>(one[3]));
+    const QVariantList theirs = Row(one[2].toString());
+    EXPECT_EQ(Merge::OriginsOf(mine, theirs, Merge::Of(mine, theirs, true).row), Numbers<qint32>(one[4]))
+        << one[5].toString().toStdString();
   }
 }
 
@@ -159,23 +148,16 @@ TEST_F(MergeTest, WhatLoadingMadeOfTheRowIsNoChange) {
 
 // Limits that the row leaves open are kept by a save that asked for them, and by no other.
 TEST_F(MergeTest, OpenLimitsAreKeptOnRequestIfTheyCanBe) {
-  struct {
-    QString base, theirs;
-    double limit;  // the row's, upper and lower
-    int size;
-    double mean;  // kept; 0 for none
-  } const cases[] = {{u"1,2,3,4,"_s, u"1,2,3,4,"_s, 0, 2, 2.5},
-                     {u"1,2,3,4,"_s, u"1,2,3,4,5,6,"_s, 0, 2, 3.5},
-                     {u"1,2,3,4,"_s, u"1,2,3,4,"_s, 9, 2, 2.5},
-                     {u"2,2,2,2,"_s, u"2,2,2,2,"_s, 0, 2, 0},
-                     {u"1,2,"_s, u"1,2,"_s, 0, 2, 0}};
-  for (const auto& [base, theirs, limit, size, mean] : cases) {
+  for (const auto& one :
+       Cases(u"merge.json"_s, u"open limits: as read, theirs, the row's limit, the mean kept"_s)) {
+    const QString base = one[0].toString();
+    const double limit = one[2].toDouble(), mean = one[3].toDouble();
     SCOPED_TRACE(base.toStdString());
-    QVariantList row = With(Row(base), u"SubGroupSize", size);
+    QVariantList row = With(Row(base), u"SubGroupSize", 2);
     for (const QStringView column : {u"XBarMean", u"RBarUCL", u"RBarMean"}) row[At(column)] = 0.0;
     for (const QStringView column : {u"XBarUCL", u"XBarLCL"}) row[At(column)] = limit;
     CData mine = Loaded(row);
-    const QVariantList present = With(row, u"Values", theirs);
+    const QVariantList present = With(row, u"Values", one[1].toString());
     EXPECT_EQ(Merge::Of(mine, present).row, present);
     QCGlobalFunctions::ClearControlLimits(mine);
     ASSERT_TRUE(QCGlobalFunctions::CalculateStatistics(mine));

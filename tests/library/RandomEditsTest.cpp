@@ -1,6 +1,7 @@
 // Random edits of a data set with runs and notes, by several hands: KESTREL_EDITS of them, or some hundreds.
 #include <map>
 #include <random>
+#include <ranges>
 #include <set>
 
 #include "tests/library/LibraryFixture.h"
@@ -174,12 +175,10 @@ TEST_F(RandomEditsTest, NothingMovesToAnotherSampleAndNothingIsLost) {
     }
     for (const Trace::Run& run : record.unplacedRuns) ASSERT_TRUE(runs.insert(run.number).second);
     for (const Trace::Note& note : record.unplacedNotes) ASSERT_TRUE(notes.insert(note.text).second);
-    std::set<qint64> allRuns;
-    std::set<QString> allNotes;
-    for (const auto& [identity, run] : runOf) allRuns.insert(run);
-    for (const auto& [identity, text] : noteOf) allNotes.insert(text);
-    ASSERT_EQ(runs, allRuns);
-    ASSERT_EQ(notes, allNotes);
+    const auto allRuns = std::views::values(runOf);
+    const auto allNotes = std::views::values(noteOf);
+    ASSERT_EQ(runs, std::set(allRuns.begin(), allRuns.end()));
+    ASSERT_EQ(notes, std::set(allNotes.begin(), allNotes.end()));
   }
   std::cout << Edits() << " edits, " << runOf.size() << " samples in runs, " << noteOf.size()
             << " notes, looked at " << moved << " times" << std::endl;

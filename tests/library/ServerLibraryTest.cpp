@@ -18,7 +18,7 @@ class ServerLibraryTest : public LibraryFixture {
 
   // Has the connection to the server end at the next commit; before, where it has arrived there.
   void LoseCommit(bool arrives) {
-    const qint64 process = Process(*library);
+    const qint64 process = ValueOf(library->Database(), u"SELECT pg_backend_pid()"_s).toLongLong();
     isLost_ = false;
     Connection::FaultHook = [this, arrives, process](const QString& operation) {
       if (operation != u"commit"_s || std::exchange(isLost_, true)) return;
@@ -26,11 +26,6 @@ class ServerLibraryTest : public LibraryFixture {
       Value(u"SELECT pg_terminate_backend(%1, 5000)"_s.arg(process));
     };
   }
-  static qint64 Process(Library& of) {
-    QSqlQuery query = of.Database().Run(u"select"_s, u"SELECT pg_backend_pid()"_s);
-    return of.Database().NextRow(query) ? query.value(0).toLongLong() : 0;
-  }
-
   bool isLost_ = false;
 };
 

@@ -1,10 +1,7 @@
 // What a settings file survives: crashes, damage, two programs.
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
+#include "tests/support/Files.h"
 #include "tests/support/StoredValue.h"
 
 using namespace Qt::StringLiterals;
@@ -22,11 +19,6 @@ class FileRegistryTest : public testing::Test {
     registry.RegOpenKeyEx(path, Registry::KeyRead, handle);
     const int status = registry.RegQueryValueEx(handle, name, type, data);
     return status == Registry::Success ? data : QByteArray("status ") + QByteArray::number(status);
-  }
-
-  void WriteFile(const QByteArray& content) const {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
   }
 
   QTemporaryDir folder;
@@ -50,28 +42,24 @@ TEST_F(FileRegistryTest, TwoProgramsSeeEachOthersValuesAndTypesAreKept) {
 TEST_F(FileRegistryTest, ADamagedFileIsReportedOnceAndSetAside) {
   ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
   for (const QByteArray& content : {QByteArray(), QByteArray("{\"Software\": {\"Data"), QByteArray("[1]")}) {
-    WriteFile(content);
+    WriteFile(path, content);
     FileRegistry registry(path);
     Registry::Key handle = 0;
     EXPECT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::ReadFault);
     EXPECT_EQ(registry.RegOpenKeyEx(key, Registry::KeyRead, handle), Registry::NotFound);
     EXPECT_EQ(StoreValue(registry, key, u"DatabaseName"_s, "a.mdb"), Registry::Success);
-    QFile aside(path + u".damaged"_s);
-    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
-    EXPECT_EQ(aside.readAll(), content);
+    EXPECT_EQ(ReadFile(path + u".damaged"_s), content);
     EXPECT_EQ(Get(registry, key, u"DatabaseName"_s), "a.mdb");
   }
 }
 
 TEST_F(FileRegistryTest, AValueThatCannotBeMadeOutStaysInTheFile) {
   ASSERT_TRUE(QDir(folder.path()).mkdir(u"new"_s));
-  WriteFile(R"({"Software\\Orvane Labs\\Kestrel": {"Choice": {"4": "01zz"}, "Other": {"3": "0"}}})");
+  WriteFile(path, R"({"Software\\Orvane Labs\\Kestrel": {"Choice": {"4": "01zz"}, "Other": {"3": "0"}}})");
   FileRegistry registry(path);
   EXPECT_EQ(Get(registry, key, u"Choice"_s), "");
   EXPECT_EQ(StoreValue(registry, key, u"DatabaseName"_s, "a.mdb"), Registry::Success);
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray content = file.readAll();
+  const QByteArray content = ReadFile(path);
   EXPECT_TRUE(content.contains(R"("4": "01zz")") && content.contains(R"("3": "0")")) << content.toStdString();
   EXPECT_EQ(StoreValue(registry, key, u"Choice"_s, "\1", Registry::Dword), Registry::Success);
   EXPECT_EQ(Get(registry, key, u"Choice"_s), "\1") << "until it is set";

@@ -1,13 +1,11 @@
 #include "platform/system/SingleInstance.h"
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <memory>
 #include <thread>
+
+#include "tests/support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,12 +41,9 @@ TEST_F(SingleInstanceTest, TheSecondCopyKnowsOfTheFirstUntilThatEnds) {
 }
 
 TEST_F(SingleInstanceTest, WhatACrashedCopyLeftDoesNotCount) {
-  for (const char* kind : {"lock", "socket"}) {
-    QFile left(Path(
-        u"common/kestrel-%1.%2"_s.arg(QFileInfo(QDir::homePath()).ownerId()).arg(QLatin1StringView(kind))));
-    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
-    left.write("/nowhere");
-  }
+  const uint user = QFileInfo(QDir::homePath()).ownerId();
+  for (const QString& kind : {u"lock"_s, u"socket"_s})
+    WriteFile(Path(u"common/kestrel-%1.%2"_s.arg(user).arg(kind)), "/nowhere");
   SingleInstance next(In({}));
   EXPECT_FALSE(next.PrevInstance());
   bool taken = false;
@@ -64,11 +59,7 @@ TEST_F(SingleInstanceTest, WhatTheSecondCopyHandsOverArrivesWhole) {
   QByteArray taken;
   first.Listen([&](const QByteArray& message) { taken = message; });
   for (const QString& session : {u"one"_s, QString()}) {
-    const QByteArray message = QByteArray(
-                                   "/plant/gr\xc3\xb6\xc3\x9f"
-                                   "e\0token",
-                                   18)
-                                   .repeated(300);
+    const QByteArray message = u"/plant/größe\0token"_s.toUtf8().repeated(300);
     bool answered = false;
     std::thread second([&] { answered = SingleInstance(In(session)).HandOver(message); });
     taken.clear();

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <stdexcept>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -15,4 +16,12 @@ inline QJsonArray Cases(const QString& file, const QString& part) {
   const QJsonArray cases = QJsonDocument::fromJson(json.readAll())[part].toArray();
   if (cases.isEmpty()) throw std::runtime_error("no cases " + part.toStdString());
   return cases;
+}
+
+// A list of whole numbers in one of them.
+template <class Number>
+std::vector<Number> Numbers(const QJsonValue& list) {
+  std::vector<Number> numbers;
+  for (const auto& one : list.toArray()) numbers.push_back(static_cast<Number>(one.toInt()));
+  return numbers;
 }

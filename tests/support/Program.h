@@ -1,7 +1,6 @@
 // Runs the command line in a temporary folder with a library of its own: as a process, or as a test decides.
 #pragma once
 
-#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -66,16 +65,8 @@ class ProgramTest : public testing::Test {
     return RunIn(Importing(words, values));
   }
 
-  QString Write(const QString& name, const QByteArray& bytes) const {
-    QFile file(Path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()) << name.toStdString();
-    return Path(name);
-  }
-  QByteArray Read(const QString& path) const {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-  }
+  QString Write(const QString& name, const QByteArray& bytes) const { return WriteFile(Path(name), bytes); }
+  static QByteArray Read(const QString& path) { return ReadFile(path); }
 
   static std::vector<QVariantList> DataRows(const QString& path) {
     return RowsOf(path, u"SELECT * FROM StatData"_s);

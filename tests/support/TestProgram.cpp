@@ -1,10 +1,5 @@
 #include "tests/support/TestProgram.h"
 
-#include <QSqlQuery>
-#include <QSqlRecord>
-
-#include "platform/ado/Connection.h"
-
 std::vector<qint32> RecordedMainScreen::ListedIDs() const {
   std::vector<qint32> ids;
   for (const CDataPtr& data : Globals().gDataCollection) ids.push_back(data->ID());
@@ -25,10 +20,6 @@ TestProgram::TestProgram() {
 TestProgram::~TestProgram() {
   Connection::FaultHook = nullptr;
   InstallGlobals(previous_);
-}
-
-std::vector<QVariantList> TestProgram::Rows(const QString& sql, const QString& path) const {
-  return RowsOf(path.isEmpty() ? LibraryPath() : path, sql);
 }
 
 void TestProgram::FailAt(const QString& operation) {
@@ -60,22 +51,4 @@ qint32 TestProgram::Insert(const QString& description) const {
       u"12, 8, 10, 4, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0)"_s,
       {description, NewDataSet(description)->DelimitedInputString()});
   return Rows(u"SELECT max(ID) AS ID FROM StatData"_s)[0][0].toInt();
-}
-
-void RunSql(const QString& path, const QString& sql, const QVariantList& values) {
-  Connection connection;
-  connection.OpenWith(path);
-  connection.Execute(sql, values);
-}
-
-std::vector<QVariantList> RowsOf(const QString& path, const QString& sql) {
-  Connection connection;
-  connection.OpenWith(path);
-  QSqlQuery query = connection.Run(u"select"_s, sql);
-  std::vector<QVariantList> rows;
-  while (connection.NextRow(query)) {
-    rows.emplace_back();
-    for (int column = 0; column < query.record().count(); ++column) rows.back() << query.value(column);
-  }
-  return rows;
 }

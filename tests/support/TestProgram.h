@@ -5,13 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <QVariant>
-#include <vector>
 
 #include "core/Globals.h"
+#include "tests/support/Files.h"
 #include "tests/support/RecordedMessageBoxes.h"
+#include "tests/support/Rows.h"
 
 using namespace Qt::StringLiterals;
 using MessageBox::Answer;
@@ -57,10 +56,6 @@ class RecordedMainScreen : public MainScreen {
   std::vector<qint32> ListedIDs() const override;  // of the collection, in its order
 };
 
-// Runs a statement on a database file, as another program would; and all rows that one gives.
-void RunSql(const QString& path, const QString& sql, const QVariantList& values = {});
-std::vector<QVariantList> RowsOf(const QString& path, const QString& sql);
-
 class TestProgram {
  public:
   TestProgram();  // installs the state; the library is open
@@ -82,7 +77,9 @@ class TestProgram {
   void Execute(const QString& sql, const QVariantList& values = {}) const {
     RunSql(LibraryPath(), sql, values);
   }
-  std::vector<QVariantList> Rows(const QString& sql, const QString& path = {}) const;
+  std::vector<QVariantList> Rows(const QString& sql, const QString& path = {}) const {
+    return RowsOf(path.isEmpty() ? LibraryPath() : path, sql);
+  }
 
   // Has each such operation on a database fail from now on; an empty name: none.
   static void FailAt(const QString& operation);

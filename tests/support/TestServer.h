@@ -2,6 +2,8 @@
 // needed and stopped at the end.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QString>
 
 namespace TestServer {
@@ -20,3 +22,10 @@ void Restart();
 inline constexpr auto missing = "no PostgreSQL server (package postgresql) to test with";
 
 }  // namespace TestServer
+
+// For what holds of a database of either kind.
+enum class Place { File, Server };
+
+#define ON_BOTH(Fixture)                                                             \
+  INSTANTIATE_TEST_SUITE_P(On, Fixture, testing::Values(Place::File, Place::Server), \
+                           [](const auto& place) { return place.param == Place::File ? "File" : "Server"; })
