@@ -2,45 +2,33 @@
 #pragma once
 
 #include <QBuffer>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QVariant>
 #include <cmath>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "platform/access/JetFile.h"
+#include "tests/support/Approved.h"
+#include "tests/support/Files.h"
+#include "tests/support/Refusal.h"
 
 namespace AccessFiles {
 
-inline QString Path(const QString& name) {
-  return QStringLiteral(KESTREL_TEST_DATA) + QStringLiteral("/access/") + name;
-}
+inline QString Path(const QString& name) { return QStringLiteral(KESTREL_TEST_DATA "/access/") + name; }
 
 inline QByteArray Bytes(const QString& name) {
-  QFile file(Path(name));
-  if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error("no file " + name.toStdString());
-  const QByteArray bytes = file.readAll();
-  return name.endsWith(QStringLiteral(".z")) ? qUncompress(bytes) : bytes;
+  const QByteArray bytes = ReadFile(Path(name));
+  return name.endsWith(u".z") ? qUncompress(bytes) : bytes;
 }
 
 // The valid files, with the name of the JSON that says what each holds.
 inline std::vector<std::pair<QString, QString>> Valid() {
-  std::vector<std::pair<QString, QString>> files = {
-      {QStringLiteral("plant_encoded.mdb"), QStringLiteral("plant")},
-      {QStringLiteral("plant.accdb.z"), QStringLiteral("plant")}};
-  for (const char* name : {"plant", "plant_text_dates", "null_limit", "unicode", "moved_rows"}) {
-    const QString base = QString::fromLatin1(name);
-    files.emplace_back(base + QStringLiteral(".mdb"), base);
+  std::vector<std::pair<QString, QString>> files;
+  for (const QString& name : EntriesOf(Path({}))) {
+    const QString json = name.section(u'.', 0, 0).remove(u"_encoded"_s);
+    if (!name.endsWith(u".json") && QFile::exists(Path(json + u".json"_s))) files.emplace_back(name, json);
   }
-  for (const char* name : {"shrunk", "fullrow", "lastdeleted"}) {
-    const QString base = QString::fromLatin1(name);
-    files.emplace_back(base + QStringLiteral(".mdb.z"), base);
-  }
+  EXPECT_EQ(files.size(), 10U);
   return files;
 }
 
@@ -50,7 +38,7 @@ inline std::string Dump(const QJsonObject& contents) {
 }
 
 inline QJsonObject Expected(const QString& name) {
-  return QJsonDocument::fromJson(Bytes(name + QStringLiteral(".json"))).object();
+  return QJsonDocument::fromJson(Bytes(name + u".json"_s)).object();
 }
 
 // As the JSON of a file writes it: every digit, a Null unlike an empty text, a negative zero as a text.
@@ -90,14 +78,15 @@ inline QJsonObject ReadAll(const QByteArray& bytes) {
   return contents;
 }
 
-// The text of the refusal to read the file, or "" where it can be read.
-inline std::string Refusal(const QByteArray& bytes) {
-  try {
-    ReadAll(bytes);
-    return {};
-  } catch (const JetError& error) {
-    return error.what();
-  }
+// Why each of the files is refused, as approved.
+using Damaged = std::vector<std::pair<QString, QByteArray>>;
+inline void ExpectRefusals(const Damaged& files, const std::function<QString(const QByteArray&)>& refusal) {
+  QStringList told;
+  for (const auto& [what, bytes] : files) told << what + u": "_s + refusal(bytes);
+  Approved::Expect(told);
+}
+inline QString ReadingRefused(const QByteArray& bytes) {
+  return Refusal<JetError>([&] { ReadAll(bytes); });
 }
 
 // Changing a file's bytes: numbers at a place, and where records are.
@@ -107,8 +96,9 @@ Number Get(const QByteArray& bytes, qsizetype at) {
 }
 
 template <class Number>
-void Put(QByteArray& bytes, qsizetype at, Number number) {
+QByteArray& Put(QByteArray& bytes, qsizetype at, Number number) {
   qToLittleEndian(number, bytes.data() + at);
+  return bytes;
 }
 
 // The first data set of plant.mdb, and its page.

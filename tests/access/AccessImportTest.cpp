@@ -1,15 +1,9 @@
 // Taking over a library from an Access file: all of it, exactly, or none of it and the reason.
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QSqlQuery>
-#include <QSqlRecord>
 #include <QTemporaryDir>
 
 #include "library/AccessImport.h"
-#include "platform/ado/Connection.h"
-#include "platform/error/Error.h"
 #include "tests/access/AccessFiles.h"
+#include "tests/support/Rows.h"
 
 using namespace Qt::StringLiterals;
 using namespace AccessFiles;
@@ -18,27 +12,16 @@ namespace {
 
 class AccessImportTest : public testing::Test {
  protected:
-  QString Write(const QByteArray& bytes) {
-    QFile file(folder_.filePath(u"old.mdb"_s));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-  }
+  QString Write(const QByteArray& bytes) { return WriteFile(folder_.filePath(u"old.mdb"_s), bytes); }
 
-  // The text of the refusal, after which nothing but the Access file may be there.
-  std::string Refusal(const QByteArray& bytes) {
-    const QString path = Write(bytes);
-    try {
-      AccessImport::Convert(path, target_);
-      ADD_FAILURE() << "it was taken over";
-      return {};
-    } catch (const Error& error) {
-      EXPECT_EQ(QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                QStringList(u"old.mdb"_s));
-      const std::string text = error.what();
-      EXPECT_EQ(text.rfind(path.toStdString() + ": ", 0), 0U) << text;
-      return text.substr(static_cast<size_t>(path.size()) + 2);
-    }
+  // Why they are refused; and nothing but the Access file may be there.
+  void ExpectRefusals(const Damaged& files) {
+    AccessFiles::ExpectRefusals(files, [this](const QByteArray& bytes) {
+      const QString path = Write(bytes);
+      const QString refusal = Refusal([&] { AccessImport::Convert(path, target_); });
+      EXPECT_EQ(EntriesOf(folder_.path()), QStringList(u"old.mdb"_s));
+      return QString(refusal).replace(path, u"FILE"_s);
+    });
   }
 
   QJsonObject ReadLibrary() {
@@ -87,8 +70,7 @@ TEST_F(AccessImportTest, TakesOverEveryValueOfEveryValidFile) {
     });
     EXPECT_EQ(last, rows);
     EXPECT_EQ(Dump(ReadLibrary()), Dump(expected)) << name.toStdString();
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == bytes) << "the original was touched";
+    EXPECT_EQ(ReadFile(path), bytes) << "the original was touched";
   }
 }
 
@@ -102,34 +84,25 @@ TEST_F(AccessImportTest, CountsAndGivesNoNumberTwice) {
   EXPECT_EQ(counts.dataSets, expected[u"StatData"_s].toArray().size());
   EXPECT_EQ(counts.samples, samples);
   EXPECT_EQ(counts.units, expected[u"Units"_s].toArray().size());
-  Connection connection;
-  connection.OpenWith(target_);
-  connection.Execute(u"INSERT INTO StatData (Description) VALUES ('new')"_s);
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT MAX(ID) FROM StatData"_s);
-  ASSERT_TRUE(connection.NextRow(query));
-  EXPECT_EQ(query.value(0), 13);
+  RunSql(target_, u"INSERT INTO StatData (Description) VALUES ('new')"_s);
+  EXPECT_EQ(RowsOf(target_, u"SELECT max(ID) FROM StatData"_s)[0][0], 13);
 }
 
 TEST_F(AccessImportTest, RefusesInOneLineAndLeavesNothing) {
-  EXPECT_EQ(Refusal(Bytes(u"old_revision.mdb"_s)),
-            "Invalid Database Version. Current Database Version: 1.9. Required Database Version: 2.0.");
-  EXPECT_EQ(Refusal(Bytes(u"no_revision.mdb"_s)), "The table \"DBRevision\" is missing.");
-  EXPECT_NE(Refusal(Bytes(u"jet3.mdb"_s)).find("Access 97"), std::string::npos);
   const QByteArray plant = Bytes(u"plant.mdb"_s);
-  EXPECT_NE(Refusal(plant.left(40 * JetPages::pageSize)).find("is damaged"), std::string::npos);
+  QByteArray renamed = plant;
+  for (const QString& name : {u"HiFlier"_s, u"LoFlier"_s}) {
+    const QByteArray stored(reinterpret_cast<const char*>(name.utf16()), 2 * name.size());
+    renamed.replace(stored, QByteArray(stored).replace(0, 1, "X"));
+  }
   QByteArray cutLater = plant;  // the revision can be read, the last data set cannot
   cutLater[PageAt(60)] = 0;
-  EXPECT_NE(Refusal(cutLater).find("\"StatData\" is damaged at row 8: column \"Values\""), std::string::npos);
-}
-
-TEST_F(AccessImportTest, NamesTheColumnsThatAreMissing) {
-  QByteArray file = Bytes(u"plant.mdb"_s);
-  for (const char* name : {"HiFlier", "LoFlier"}) {
-    const QString text = QString::fromLatin1(name);
-    const QByteArray stored(reinterpret_cast<const char*>(text.utf16()), 2 * text.size());
-    for (qsizetype at = 0; (at = file.indexOf(stored, at)) >= 0;) file[at] = 'X';
-  }
-  EXPECT_EQ(Refusal(file), "The table \"StatData\" lacks the column \"HiFlier\", \"LoFlier\".");
+  ExpectRefusals({{u"of an old revision"_s, Bytes(u"old_revision.mdb"_s)},
+                  {u"of none"_s, Bytes(u"no_revision.mdb"_s)},
+                  {u"of Access 97"_s, Bytes(u"jet3.mdb"_s)},
+                  {u"cut off"_s, plant.left(40 * JetPages::pageSize)},
+                  {u"damaged later"_s, cutLater},
+                  {u"without two columns"_s, renamed}});
 }
 
 TEST_F(AccessImportTest, RefusesAFileThatIsWrittenMeanwhile) {
@@ -146,38 +119,28 @@ TEST_F(AccessImportTest, RefusesAFileThatIsWrittenMeanwhile) {
 TEST_F(AccessImportTest, NeverReplacesAFile) {
   ASSERT_TRUE(QFile::copy(Path(u"unicode.json"_s), target_));
   EXPECT_THROW(AccessImport::Convert(Path(u"plant.mdb"_s), target_), Error);
-  QFile file(target_);
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == Bytes(u"unicode.json"_s));
+  EXPECT_EQ(ReadFile(target_), Bytes(u"unicode.json"_s));
 }
 
 // What the new file cannot hold as it is must not become something else in it.
 TEST_F(AccessImportTest, RefusesWhatWouldChange) {
   const QByteArray plant = Bytes(u"plant.mdb"_s);
-  QByteArray file = plant;
-  Put(file, FixedAt(file, firstRowOfPlant, "XBarUCL"), std::numeric_limits<double>::quiet_NaN());
-  EXPECT_EQ(
-      Refusal(file),
-      "The table \"StatData\" cannot be taken over at row 1: column \"XBarUCL\": the value is no number.");
-  file = plant;
-  Put(file, FixedAt(file, firstRowOfPlant, "ID"), 2);
-  EXPECT_EQ(Refusal(file),
-            "The table \"StatData\" cannot be taken over at row 2: another row has the same ID.");
+  QByteArray noNumber = plant, sameId = plant, later = Bytes(u"shrunk.mdb.z"_s);
+  Put(noNumber, FixedAt(plant, firstRowOfPlant, "XBarUCL"), std::numeric_limits<double>::quiet_NaN());
+  Put(sameId, FixedAt(plant, firstRowOfPlant, "ID"), 2);
   // Among so many that they are written together.
-  file = Bytes(u"shrunk.mdb.z"_s);
-  const quint32 owner = Open(file)->Table(u"StatData"_s).page;
+  const quint32 owner = Open(later)->Table(u"StatData"_s).page;
   quint32 page = 1;
-  while (Get<quint8>(file, PageAt(page)) != JetPages::DataPage ||
-         Get<quint32>(file, PageAt(page) + 4) != owner)
+  while (Get<quint8>(later, PageAt(page)) != JetPages::DataPage ||
+         Get<quint32>(later, PageAt(page) + 4) != owner)
     ++page;
-  Put(file, FixedAt(file, (page << 8) + 2, "ID"), Get<qint32>(file, FixedAt(file, page << 8, "ID")));
-  EXPECT_EQ(Refusal(file),
-            "The table \"StatData\" cannot be taken over at row 3: another row has the same ID.");
+  Put(later, FixedAt(later, (page << 8) + 2, "ID"), Get<qint32>(later, FixedAt(later, page << 8, "ID")));
+  Damaged files{{u"no number"_s, noNumber}, {u"an ID twice"_s, sameId}, {u"the same, of many"_s, later}};
   const QString text = Expected(u"plant"_s)[u"StatData"_s][7][u"Values"_s].toString();
   const qsizetype textAt = RecordAt(plant, Get<quint32>(plant, LongFieldAt(plant, text) + 4)) + 4;
   for (const quint16 unit : std::initializer_list<quint16>{0xD834, 0xFFFE, 0xFFFF}) {
-    file = plant;
-    Put(file, textAt, unit);
-    EXPECT_NE(Refusal(file).find("column \"Values\": the text holds something that is no character"),
-              std::string::npos);
+    QByteArray file = plant;
+    files.emplace_back(u"the character %1"_s.arg(unit, 0, 16), Put(file, textAt, unit));
   }
+  ExpectRefusals(files);
 }
