@@ -1,125 +1,70 @@
 // Reads every include of the program's sources: a room uses only what stands below it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <map>
-#include <regex>
-#include <set>
-#include <string>
-#include <vector>
+#include "tests/support/Cases.h"
+#include "tests/support/Sources.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
 // Lowest first: a room uses the rooms before it, but for those that know nothing of each other.
-const std::vector<std::string> rooms = {"engine", "platform", "texts",   "data", "library", "charts",
-                                        "verify", "core",     "screens", "cli",  "app"};
-const std::map<std::string, std::set<std::string>> strangers = {
-    {"core", {"verify"}}, {"screens", {"verify"}}, {"cli", {"core", "screens"}}};
+const QStringList rooms = {u"engine"_s, u"platform"_s, u"texts"_s,   u"data"_s, u"library"_s, u"charts"_s,
+                           u"verify"_s, u"core"_s,     u"screens"_s, u"cli"_s,  u"app"_s};
+const QMap<QString, QStringList> strangers = {
+    {u"core"_s, {u"verify"_s}}, {u"screens"_s, {u"verify"_s}}, {u"cli"_s, {u"core"_s, u"screens"_s}}};
 
 // What a part of platform uses besides itself.
-const std::map<std::string, std::set<std::string>> platformUses = {
-    {"access", {"error"}}, {"ado", {"error"}}, {"language", {"error", "engine"}}, {"system", {"error"}}};
+const QMap<QString, QStringList> platformUses = {{u"access"_s, {u"error"_s}},
+                                                 {u"ado"_s, {u"error"_s}},
+                                                 {u"language"_s, {u"error"_s, u"engine"_s}},
+                                                 {u"system"_s, {u"error"_s}}};
 
-std::string Part(const std::string& path, int number) {
-  const fs::path parts = path;
-  return std::next(parts.begin(), number)->string();
-}
+QString Part(const QString& path, int number) { return path.section(u'/', number, number); }
 
-std::ptrdiff_t Floor(const std::string& room) {
-  return std::find(rooms.begin(), rooms.end(), room) - rooms.begin();
-}
-
-bool HasWindows(const std::string& source) {
-  return source.starts_with("screens/") || source.starts_with("app/") || source.starts_with("platform/ui/");
+bool HasWindows(const QString& source) {
+  return source.startsWith(u"screens/") || source.startsWith(u"app/") || source.startsWith(u"platform/ui/");
 }
 
 // Whether the file `source` may include `used`.
-bool MayInclude(const std::string& source, const std::string& used) {
-  const std::string room = Part(source, 0);
-  if (used.starts_with("Q")) {
-    const bool isWidget = fs::exists(fs::path(KESTREL_QT_WIDGETS) / used);
-    return room != "engine" && (!isWidget || HasWindows(source));
+bool MayInclude(const QString& source, const QString& used) {
+  const QString room = Part(source, 0);
+  if (used.startsWith(u'Q')) {
+    const bool isWidget = QFile::exists(QStringLiteral(KESTREL_QT_WIDGETS "/") + used);
+    return room != u"engine" && (!isWidget || HasWindows(source));
   }
-  const std::string usedRoom = Part(used, 0);
-  if (Floor(usedRoom) == std::ssize(rooms)) return true;  // not one of ours
-  if (room == "platform") {
-    const auto uses = platformUses.find(Part(source, 1));
-    const std::string part = usedRoom == "platform" ? Part(used, 1) : usedRoom;
-    return part == Part(source, 1) || (uses != platformUses.end() && uses->second.contains(part));
+  const QString usedRoom = Part(used, 0);
+  if (!rooms.contains(usedRoom)) return true;  // not one of ours
+  if (room == u"platform") {
+    const QString part = usedRoom == u"platform" ? Part(used, 1) : usedRoom;
+    return part == Part(source, 1) || platformUses.value(Part(source, 1)).contains(part);
   }
-  const auto unknown = strangers.find(room);
-  if (unknown != strangers.end() && unknown->second.contains(usedRoom)) return false;
-  return Floor(usedRoom) <= Floor(room);
-}
-
-std::vector<std::string> Sources() {
-  std::vector<std::string> sources;
-  const fs::path top = KESTREL_SOURCE;
-  for (const std::string& room : rooms) {
-    if (!fs::exists(top / room)) continue;
-    for (const auto& entry : fs::recursive_directory_iterator(top / room)) {
-      const std::string suffix = entry.path().extension().string();
-      if (suffix == ".h" || suffix == ".cpp") sources.push_back(fs::relative(entry.path(), top).string());
-    }
-  }
-  return sources;
-}
-
-std::vector<std::string> Lines(const std::string& path) {
-  std::ifstream file(fs::path(KESTREL_SOURCE) / path);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(file, line);) lines.push_back(line);
-  return lines;
+  return !strangers.value(room).contains(usedRoom) && rooms.indexOf(usedRoom) <= rooms.indexOf(room);
 }
 
 TEST(Architecture, IncludesPointDown) {
-  const std::vector<std::string> sources = Sources();
-  ASSERT_GT(sources.size(), 100U);
-  const std::regex include("#include [<\"]([^>\"]+)[>\"].*");
-  for (const std::string& source : sources) {
-    for (const std::string& line : Lines(source)) {
-      std::smatch match;
-      if (!std::regex_match(line, match, include)) continue;
-      EXPECT_TRUE(MayInclude(source, match[1])) << source << " uses " << match[1];
-    }
-  }
+  static const QRegularExpression include(u"^#include [<\"]([^>\"]+)[>\"]"_s,
+                                          QRegularExpression::MultilineOption);
+  const int count = ForEachSource(rooms, [&](const QString& path, const QString& source) {
+    for (const auto& match : include.globalMatch(source))
+      EXPECT_TRUE(MayInclude(path, match.captured(1)))
+          << path.toStdString() << " uses " << match.captured(1).toStdString();
+  });
+  ASSERT_GT(count, 100);
 }
 
 // What the test above would let pass if its rules were wrong.
 TEST(Architecture, PlantedIncludesAreRefused) {
-  const std::vector<std::pair<std::string, std::string>> planted = {
-      {"engine/Engine.cpp", "QString"},
-      {"engine/Engine.cpp", "platform/error/Error.h"},
-      {"platform/ado/Connection.cpp", "engine/Engine.h"},
-      {"platform/ado/Connection.cpp", "platform/registry/Registry.h"},
-      {"platform/ado/Connection.cpp", "texts/Texts.h"},
-      {"platform/chart/ChartPage.cpp", "QWidget"},
-      {"texts/Texts.cpp", "data/CData.h"},
-      {"data/CData.cpp", "library/Library.h"},
-      {"library/Library.cpp", "core/Globals.h"},
-      {"charts/StatPage.cpp", "QLabel"},
-      {"charts/StatPage.cpp", "core/Messages.h"},
-      {"verify/Verification.cpp", "core/Messages.h"},
-      {"core/Globals.cpp", "screens/frmMain.h"},
-      {"core/Globals.cpp", "QDialog"},
-      {"core/Globals.cpp", "verify/Verification.h"},
-      {"screens/frmMain.cpp", "cli/Console.h"},
-      {"cli/Console.cpp", "core/Messages.h"},
-      {"cli/Console.cpp", "screens/frmMain.h"},
-      {"cli/Console.cpp", "QApplication"},
-      {"screens/frmMain.cpp", "app/Desktop.h"}};
-  for (const auto& [source, used] : planted) EXPECT_FALSE(MayInclude(source, used)) << source << " " << used;
-  EXPECT_TRUE(MayInclude("screens/frmMain.cpp", "QWidget"));
-  EXPECT_TRUE(MayInclude("platform/language/Conversions.cpp", "engine/Parse.h"));
-  EXPECT_TRUE(MayInclude("cli/Console.cpp", "verify/Verification.h"));
+  for (const auto& one : Cases(u"includes.json"_s, u"refused: the file, what it includes"_s))
+    EXPECT_FALSE(MayInclude(one[0].toString(), one[1].toString()))
+        << one[0].toString().toStdString() << " " << one[1].toString().toStdString();
+  EXPECT_TRUE(MayInclude(u"screens/frmMain.cpp"_s, u"QWidget"_s));
+  EXPECT_TRUE(MayInclude(u"platform/language/Conversions.cpp"_s, u"engine/Parse.h"_s));
+  EXPECT_TRUE(MayInclude(u"cli/Console.cpp"_s, u"verify/Verification.h"_s));
 }
 
 TEST(Architecture, FilesStayReadable) {
-  for (const std::string& source : Sources()) EXPECT_LE(Lines(source).size(), 400U) << source;
+  ForEachSource(rooms, [](const QString& path, const QString& source) {
+    EXPECT_LE(source.count(u'\n'), 400) << path.toStdString();
+  });
 }
 
 }  // namespace

@@ -3,32 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QDirIterator>
-#include <QFile>
-#include <QRegularExpression>
-
+#include "tests/support/Sources.h"
 #include "texts/UnitWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Calls use(path below the top, contents) for every source file of the rooms; returns how many there are.
-template <class Use>
-int ForEachSource(const QStringList& rooms, Use use) {
-  int count = 0;
-  const QString top = QStringLiteral(KESTREL_SOURCES) + u'/';
-  for (const QString& room : rooms) {
-    QDirIterator files(top + room, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
-    for (; files.hasNext(); ++count) {
-      QFile file(files.next());
-      if (file.open(QIODevice::ReadOnly))
-        use(file.fileName().mid(top.size()), QString::fromUtf8(file.readAll()));
-    }
-  }
-  return count;
-}
 
 TEST(Texts, LooksUpByTheSecondPartAlone) {
   for (const QStringView found : {u"Error Message;106", u";106", u"x; 106 ", u"x;106;105"})

@@ -1,0 +1,24 @@
+// Reads the program's sources, for the tests of what stands in them.
+#pragma once
+
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+// Calls use(path below the top, contents) for every source file of the rooms; returns how many there are.
+template <class Use>
+int ForEachSource(const QStringList& rooms, Use use) {
+  int count = 0;
+  const QString top = QStringLiteral(KESTREL_SOURCES) + u'/';
+  for (const QString& room : rooms) {
+    QDirIterator files(top + room, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
+    for (; files.hasNext(); ++count) {
+      QFile file(files.next());
+      if (file.open(QIODevice::ReadOnly))
+        use(file.fileName().mid(top.size()), QString::fromUtf8(file.readAll()));
+    }
+  }
+  return count;
+}
