@@ -78,16 +78,10 @@ TEST(Engine, CapabilityNeedsASpecificationAndASpread) {
   EXPECT_FALSE(equal.cp || equal.cpk || equal.pp || equal.ppk || equal.ExpectedOutside());
   EXPECT_EQ(equal.samplesOutside, 2);
   // Limits are decimals, finer than the samples or beyond all whole numbers.
-  const auto outside = [](const char* text, double lower, double upper) {
-    return RunEngine(text, {.upperSpecLimit = upper, .lowerSpecLimit = lower}).capability.samplesOutside;
-  };
-  EXPECT_EQ(outside("0.1,0.2,0.3,0.4", 0.2, 0.3), 2);
-  EXPECT_EQ(outside("-3,-2,-1,0,1,2,3", -2.001, 1.999), 3);
-  EXPECT_EQ(outside("-3,-2,-1,0,1,2,3", -1.999, 2.001), 3);
-  EXPECT_EQ(outside("-3,-2,-1,0,1,2,3", 0.5, 2.5), 5);
-  EXPECT_EQ(outside("1,2,3", -1e40, 1e40), 0);
-  EXPECT_EQ(outside("1,2,3", 1e39, 1e40), 3);
-  EXPECT_EQ(outside("1e15,1e-15,-1e15,3e-15", 2e-15, 1e14), 3);
+  for (const auto& one : EngineCases("samples outside: the samples, lower, upper, how many")) {
+    const Inputs inputs{.upperSpecLimit = one[2].toDouble(), .lowerSpecLimit = one[1].toDouble()};
+    EXPECT_EQ(RunEngine(Text(one[0]), inputs).capability.samplesOutside, one[3].toInt()) << Text(one[0]);
+  }
 }
 
 // On the page it is 1.00.

@@ -1,9 +1,10 @@
 // Fuzzes the engine: the first line holds the numbers among the inputs (what is missing is 0), the second the
 // delimiter, the rest is the text of samples.
 #include <algorithm>
-#include <charconv>
+#include <array>
 #include <cmath>
-#include <vector>
+#include <cstdlib>
+#include <string>
 
 #include "engine/Engine.h"
 #include "tests/fuzz/Require.h"
@@ -17,24 +18,21 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
-std::vector<double> Numbers(std::string_view line) {
-  std::vector<double> numbers;
-  const char* at = line.data();
-  const char* const end = at + line.size();
-  while (at < end && numbers.size() < 20) {
-    double number = 0;
-    const auto [next, error] = std::from_chars(at, end, number);
-    if (error == std::errc()) numbers.push_back(number);
-    at = std::max(next, at + 1);
+std::array<double, 20> Numbers(const std::string& line) {
+  std::array<double, 20> numbers{};
+  const char* at = line.c_str();
+  for (double& number : numbers) {
+    char* end = nullptr;
+    number = std::strtod(at, &end);
+    at = end == at && *at ? at + 1 : end;  // past what is none
   }
-  numbers.resize(20);
   return numbers;
 }
 
 int Whole(double number) { return std::abs(number) < 1e6 ? static_cast<int>(number) : 0; }
 
 engine::Inputs ReadInputs(std::string_view text) {
-  const std::vector<double> numbers = Numbers(TakeLine(text));
+  const std::array<double, 20> numbers = Numbers(std::string(TakeLine(text)));
   engine::Inputs inputs;
   inputs.subGroupSize = Whole(numbers[0]);
   inputs.precisionValue = Whole(numbers[1]);
