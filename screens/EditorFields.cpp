@@ -107,7 +107,8 @@ std::optional<EditorFields::Fault> EditorFields::Unfilled() const {
   if (IsBlank(units)) return Fault{u"comboUnits"_s, Words::Editor::unitToChoose()};
   for (const NumberBox& box : boxes)
     if (box.isRequired && !Conversions::IsNumeric(this->*box.text))
-      return Fault{box.ControlName(), Words::Editor::numberToFillIn(box.Caption())};
+      return Fault{box.ControlName(),
+                   IsBlank(this->*box.text) ? Words::Editor::numberToFillIn(box.Caption()) : Hint()};
   if (IsBlank(subGroup)) return Fault{u"comboSubGroup"_s, Words::Editor::subGroupToChoose()};
   if (Conversions::CDbl(lsl) < Conversions::CDbl(usl)) return {};
   return Fault{u"txtUSL"_s, Words::Editor::specLimitsCross()};

@@ -249,6 +249,7 @@ void StatGraphics::Recalculate() {
     dataChanged_ = true;
     ShowAnew();
     ShowNews(Words::Chart::limitsNotSaved());
+    LibraryChanged();  // what somebody else wrote meanwhile is told instead
   });
 }
 
