@@ -87,8 +87,11 @@ class PageBrowser : public QTextBrowser {
   }
 
   QImage Drawn(const QString& name, QSize pixels) {
+    // With a palette it would be shrunk to the palette's colours.
     const auto read = [this](const QString& file) {
-      return QImage::fromData(loadResource(QTextDocument::ImageResource, QUrl(file)).toByteArray());
+      const auto picture =
+          QImage::fromData(loadResource(QTextDocument::ImageResource, QUrl(file)).toByteArray());
+      return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     };
     const QImage plain = read(name);
     if (plain.size() == pixels) return plain;
