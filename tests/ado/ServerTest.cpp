@@ -151,8 +151,7 @@ TEST_F(ServerTest, AServerThatStopsKeepsNobodyWaiting) {
   other.RollbackTransaction();
   EXPECT_EQ(other.Execute(u"UPDATE T SET Deleted = 1"_s), 2) << "over another connection";
   EXPECT_LT(since.elapsed(), 2000);
-  kill(process, SIGKILL);
-  TestServer::Restart();  // it ends all its processes after such an end of one
+  kill(process, SIGCONT);
 }
 
 }  // namespace
