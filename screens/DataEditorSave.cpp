@@ -29,8 +29,6 @@ namespace {
 
 constexpr qint16 fewestSamples = 8;
 
-bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
-
 // A line that becomes so many is what it was where it stays one. Where it is not known what one was, it is
 // not known of any.
 void AddLine(Trace::Origins& to, const Trace::Origins& lines, qsizetype number, qsizetype count) {
@@ -253,8 +251,9 @@ bool DataEditorSave::ValidateFields() {
     return Refuse(
         LoadResText(u"Upper and lower control limits must be entered if the checkbox labeled 'Calculate "
                     u"Limits On Save' is left unchecked.;174") +
-            (missing->text == &EditorFields::rLCL ? u"\r\n\r\n"_s + Words::Saving::lowerRangeLimitOfZero()
-                                                  : QString()),
+            (missing->text == &EditorFields::rLCL && !IsBlank(fields_.rLCL)
+                 ? u"\r\n\r\n"_s + Words::Saving::lowerRangeLimitOfZero()
+                 : QString()),
         missing->ControlName());
   const double nominal = Conversions::CDbl(fields_.nominal);
   if (nominal > Conversions::CDbl(fields_.usl) || nominal < Conversions::CDbl(fields_.lsl))

@@ -48,8 +48,6 @@ QString LimitText(double value, qint16 dataSetsDecimals) {
   return rounded < 0 ? u'-' + text : text;
 }
 
-bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
-
 // The centre lines can do without a number.
 bool MustBeEntered(const NumberBox& box) {
   return box.IsControlLimit() && box.text != &EditorFields::xMean && box.text != &EditorFields::rMean;

@@ -11,6 +11,8 @@
 
 struct NumberBox;
 
+inline bool IsBlank(const QString& text) { return text.trimmed().isEmpty(); }
+
 struct EditorFields {
   QString description, units;
   QString usl, nominal, lsl, hiFlier, lowFlier;

@@ -305,12 +305,9 @@ inline constexpr Text<2> limitsLeaveTheirPoints{
     u"these points again.\r\n\r\nSave?"};
 inline constexpr Text<> lowerRangeLimitOfZero{
     u"A lower range limit of 0, which is right for subgroups of up to six, cannot be kept by this screen. "
-    u"Tick "
-    u"\"Calculate Control Limits on Save\" and save; afterwards, Recalculate on the chart screen can make "
-    u"the "
-    u"limits from chosen points again. Add Measurements and the command line's append keep the limits as "
-    u"they "
-    u"are."};
+    u"Tick \"Calculate Control Limits on Save\" and save; afterwards, Recalculate on the chart screen can "
+    u"make the limits from chosen points again. Add Measurements and the command line's append keep the "
+    u"limits as they are."};
 inline constexpr Text<> saveAllTheSame{u"Save all the same?"};
 inline constexpr Text<4> limitsWere{u"The X-bar control limits were %1 to %2, and are now %3 to %4."};
 inline constexpr Text<4> rangeLimitsWere{u"The range control limits were %1 to %2, and are now %3 to %4."};
