@@ -64,7 +64,7 @@ TEST_F(JetDamage, IsRefusedWithTheTableNamed) {
       // columns.
       {"a long text said to be Null", page + 4093, 1, Get<quint8>(plant_, page + 4093) & ~4U},
       {"a column that starts too late", page + 4085, 2, Get<quint16>(plant_, page + 4085) + 2U},
-      {"data that no column has", page + 4083, 2, Get<quint16>(plant_, page + 4083) - 1U},
+      {"data that no column has", page + 4083, 2, Get<quint16>(plant_, page + 4083) - 2U},
       {"a long text longer than the file", field, 4, 0x3FFFFFFF},
       {"a long text declared shorter", field, 4, Get<quint32>(plant_, field) - 2},
       {"a long text said to be one record", field, 4, Get<quint32>(plant_, field) | 0x40000000},
