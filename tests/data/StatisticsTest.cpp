@@ -1,27 +1,23 @@
 // Every figure keeps its name on its way to the engine and back.
 #include "data/Statistics.h"
 
+#include "tests/support/Cases.h"
 #include "tests/support/Figures.h"
 
 namespace {
 
 TEST(CreateStatistics, FollowsTheDecimalsOfSamplesAndLimitsWhereItMay) {
-  const auto shown = [](bool follows, const char* values, double upper, double nominal) {
+  for (const auto& one : Cases(u"decimals.json"_s, u"follows, samples, upper, nominal, shown, its own"_s)) {
     CData data;
-    data.SetFollowsItsDecimals(follows);
-    data.SetDelimitedInputString(QString::fromLatin1(values));
-    data.SetUpperSpecLimit(upper);
-    data.SetNominalSpecLimit(nominal);
+    data.SetFollowsItsDecimals(one[0].toBool());
+    data.SetDelimitedInputString(one[1].toString());
+    data.SetUpperSpecLimit(one[2].toDouble());
+    data.SetNominalSpecLimit(one[3].toDouble());
     EXPECT_TRUE(QCGlobalFunctions::CalculateStatistics(data));
-    EXPECT_EQ(data.UpperSpecLimit(), follows ? upper : 5);
-    return std::pair(int{data.PrecisionValue()}, data.OwnDecimals());
-  };
-  EXPECT_EQ(shown(true, "1,2.1234,3.50000,", 5, 4), std::pair(4, 4));
-  EXPECT_EQ(shown(true, "1,2.12345,3", 5, 4), std::pair(7, 5));
-  EXPECT_EQ(shown(true, "1,2,3", 5.00001, 4), std::pair(7, 5));
-  EXPECT_EQ(shown(true, "1,2,3", 5, 4.000001), std::pair(8, 6));
-  EXPECT_EQ(shown(true, "1e-10,2,3", 5, 4), std::pair(8, 10));
-  EXPECT_EQ(shown(false, "1,2.12345,3", 5.00001, 4), std::pair(4, 5));
+    EXPECT_EQ(data.UpperSpecLimit(), one[0].toBool() ? one[2].toDouble() : 5);
+    EXPECT_EQ(data.PrecisionValue(), one[4].toInt()) << one[1].toString().toStdString();
+    EXPECT_EQ(data.OwnDecimals(), one[5].toInt()) << one[1].toString().toStdString();
+  }
 }
 
 TEST(CreateStatistics, ARefusalLeavesAllFiguresAsTheyWere) {

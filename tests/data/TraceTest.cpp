@@ -67,13 +67,11 @@ TEST(Trace, KeepsAsManySamplesAsCanStay) {
       return samples;
     };
     const QStringList before = text(), after = text();
-    std::vector<std::vector<int>> longest(static_cast<std::size_t>(before.size()) + 1,
-                                          std::vector<int>(static_cast<std::size_t>(after.size()) + 1));
-    for (std::size_t i = 0; i < longest.size() - 1; ++i)
-      for (std::size_t k = 0; k < longest[0].size() - 1; ++k)
-        longest[i + 1][k + 1] = before[static_cast<qsizetype>(i)] == after[static_cast<qsizetype>(k)]
-                                    ? longest[i][k] + 1
-                                    : std::max(longest[i][k + 1], longest[i + 1][k]);
+    QList<QList<int>> longest(before.size() + 1, QList<int>(after.size() + 1));
+    for (qsizetype i = 0; i < before.size(); ++i)
+      for (qsizetype k = 0; k < after.size(); ++k)
+        longest[i + 1][k + 1] =
+            before[i] == after[k] ? longest[i][k] + 1 : std::max(longest[i][k + 1], longest[i + 1][k]);
     const auto origins = Trace::ByDifference(before, after);
     int kept = 0;
     qint32 last = -1;

@@ -22,11 +22,8 @@ class DamageTest : public CommandTest {
                                        {u"Long"_s, many},
                                        {u"Void"_s, many}})
       EXPECT_EQ(Import(u"--description "_s + name, values).status, 0);
-    Connection connection;
-    connection.OpenWith(library);
-    connection.Execute(u"DELETE FROM StatData WHERE Description IN ('Gone', 'Void')"_s);
-    connection.Execute(u"INSERT INTO Units (Name) VALUES ('MM')"_s);
-    connection.Close();
+    RunSql(library, u"DELETE FROM StatData WHERE Description IN ('Gone', 'Void')"_s);
+    RunSql(library, u"INSERT INTO Units (Name) VALUES ('MM')"_s);
     original = Read(library);
     rows = DataRows(library);
     status = RunIn(statusWords).output;

@@ -17,6 +17,7 @@
 #include "app/Desktop.h"
 #include "core/Globals.h"
 #include "screens/frmMain.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Widgets.h"
 
 using namespace Qt::StringLiterals;
@@ -93,11 +94,9 @@ void Answer(QMessageBox& box) {
 
 // The samples that the library has while the question stands: to keep one's own may take them away.
 void NoteOver() {
-  Connection connection;
-  connection.OpenWith(given.library);
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT \"Values\" FROM StatData WHERE ID = ?"_s,
-                                   {Globals().gCurrentDataID});
-  if (connection.NextRow(query)) Note(QStringList{u"remove"_s} + LinesOf(query.value(0).toString()));
+  for (const QVariantList& row : RowsOf(
+           given.library, u"SELECT \"Values\" FROM StatData WHERE ID = %1"_s.arg(Globals().gCurrentDataID)))
+    Note(QStringList{u"remove"_s} + LinesOf(row[0].toString()));
 }
 
 void Decide(QWidget& question) {

@@ -77,7 +77,6 @@ class HandsTest : public ProgramTest {
       log.push_back(Words{u"try"_s} + samples);
       return samples;
     }
-    void Saved(const Words& samples) { log.push_back(Words{u"saved"_s} + samples); }
     int KillAfter() { return dice.bounded(100) < 15 ? int(dice.bounded(60)) : -1; }
 
     std::vector<Words> log;
@@ -91,35 +90,30 @@ class HandsTest : public ProgramTest {
     std::thread thread_;
   };
 
+  void RunScript(Loop& loop, const Words& command, const Words& samples, int killAfter) const {
+    ++loop.runs;
+    if (RunUntil(command, killAfter) != 0) return;
+    ++loop.done;
+    loop.log.push_back(Words{u"saved"_s} + samples);
+  }
   void Append(Loop& loop) const {
     const Words samples = loop.Samples(1 + int(loop.dice.bounded(3)));
     const QString name = QString::fromLatin1(names[loop.dice.bounded(4)]);
-    ++loop.runs;
-    if (RunUntil(Words{u"append"_s, library, u"--description"_s, name} + samples, loop.KillAfter()) != 0)
-      return;
-    ++loop.done;
-    loop.Saved(samples);
+    RunScript(loop, Words{u"append"_s, library, u"--description"_s, name} + samples, samples,
+              loop.KillAfter());
   }
-
   // The first ones are there before anybody else is.
   void ImportNext(Loop& loop) const {
     const bool isFirst = loop.done < 4;
-    if (isFirst) return ImportAs(loop, QString::fromLatin1(names[loop.done]), 40, -1);
-    ImportAs(loop, u"IMPORT %1"_s.arg(loop.runs), 16, loop.KillAfter());
-    QThread::msleep(200);
-  }
-
-  void ImportAs(Loop& loop, const QString& name, int count, int killAfter) const {
-    const Words samples = loop.Samples(count);
-    const QString csv = Write(u"values.csv"_s, samples.join(u'\n').toUtf8() + '\n');
+    const QString name = isFirst ? QString::fromLatin1(names[loop.done]) : u"IMPORT %1"_s.arg(loop.runs);
+    const Words samples = loop.Samples(isFirst ? 40 : 16);
+    Write(u"values.csv"_s, samples.join(u'\n').toUtf8() + '\n');
     loop.log.push_back({u"new"_s, name});
-    ++loop.runs;
-    const Words command{u"import"_s,    library,          csv,          u"--description"_s,
-                        name,           u"--usl=12"_s,    u"--lsl=8"_s, u"--nominal=10"_s,
-                        u"--unit=MM"_s, u"--subgroup=2"_s};
-    if (RunUntil(command, killAfter) != 0) return;
-    ++loop.done;
-    loop.Saved(samples);
+    RunScript(loop,
+              Placed(u"import LIB @values.csv --usl=12 --lsl=8 --nominal=10 --unit=MM --subgroup=2") +
+                  Words{u"--description"_s, name},
+              samples, isFirst ? -1 : loop.KillAfter());
+    if (!isFirst) QThread::msleep(200);
   }
 
   // A desktop: killed and started again every few seconds, each time as another hand.
@@ -203,25 +197,21 @@ class HandsTest : public ProgramTest {
 
   void CheckSamples() {
     std::set<QString> present;
-    for (const char* table : {"StatData", "DeletedStatData"}) {
-      if (RowsOf(library, u"SELECT name FROM sqlite_master WHERE name = '%1'"_s.arg(QLatin1String(table)))
-              .empty())
-        continue;
-      for (const QVariantList& row :
-           RowsOf(library, u"SELECT ID, Description, \"Values\" FROM %1"_s.arg(QLatin1String(table)))) {
-        std::map<QString, QString> last;  // of each hand
-        std::set<QString> seen;
-        Words samples = row[2].toString().split(u',');
-        samples.removeLast();
-        for (const QString& sample : samples) {
-          const QString which = u"%1 of row %2 (%3)"_s.arg(sample, row[0].toString(), row[1].toString());
-          if (!seen.insert(sample).second) Fault(u"twice: "_s + which);
-          if (!story.tried.contains(sample)) Fault(u"nobody's: "_s + which);
-          if (sample.endsWith(u'1') && std::exchange(last[sample.mid(2, 2)], sample) > sample)
-            Fault(u"out of order: "_s + which);
-        }
-        present.merge(seen);
+    Library opened(library);
+    std::vector<Library::Row> rows = opened.ReadAll();
+    for (const Library::Deleted& deleted : opened.DeletedDataSets()) rows.push_back(deleted.row);
+    for (const Library::Row& row : rows) {
+      ASSERT_TRUE(row.data) << row.failure->what();
+      std::map<QString, QString> last;  // of each hand
+      std::set<QString> seen;
+      for (const QString& sample : Trace::SamplesIn(row.data->DelimitedInputString())) {
+        const QString which = u"%1 of row %2 (%3)"_s.arg(sample).arg(row.id).arg(row.description);
+        if (!seen.insert(sample).second) Fault(u"twice: "_s + which);
+        if (!story.tried.contains(sample)) Fault(u"nobody's: "_s + which);
+        if (sample.endsWith(u'1') && std::exchange(last[sample.mid(2, 2)], sample) > sample)
+          Fault(u"out of order: "_s + which);
       }
+      present.merge(seen);
     }
     for (const QVariantList& unit : RowsOf(library, u"SELECT Name FROM Units"_s))
       present.insert(unit[0].toString());

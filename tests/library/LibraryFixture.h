@@ -11,6 +11,7 @@
 #include "library/Library.h"
 #include "library/LibraryWatch.h"
 #include "tests/support/Approved.h"
+#include "tests/support/Figures.h"
 #include "tests/support/Files.h"
 #include "tests/support/Refusal.h"
 #include "tests/support/Rows.h"
@@ -32,15 +33,7 @@ class LibraryFixture : public testing::Test {
 
   // Eight values in subgroups of 2; limits are calculated at every load.
   static CDataPtr NewDataSet(const QString& description) {
-    const auto data = std::make_shared<CData>();
-    data->SetDescription(description);
-    data->SetUnitOfMeasurement(u"MM"_s);
-    data->SetDelimitedInputString(u"9,10,11,10,9,10,11,10,"_s);
-    data->SetSubGroupSize(2);
-    data->SetUpperSpecLimit(12);
-    data->SetLowerSpecLimit(8);
-    data->SetNominalSpecLimit(10);
-    return data;
+    return DataSetOf(description, u"9,10,11,10,9,10,11,10,"_s, 2);
   }
 
   CDataPtr Added(const QString& description) {

@@ -32,6 +32,19 @@ inline void SetFigures(CData& data, const QJsonObject& figures) {
   });
 }
 
+// One that passes every check, not saved yet: around 10, between 8 and 12.
+inline CDataPtr DataSetOf(const QString& description, const QString& values, qint16 subGroupSize) {
+  auto data = std::make_shared<CData>();
+  data->SetDescription(description);
+  data->SetUnitOfMeasurement(u"MM"_s);
+  data->SetDelimitedInputString(values);
+  data->SetSubGroupSize(subGroupSize);
+  data->SetUpperSpecLimit(12);
+  data->SetLowerSpecLimit(8);
+  data->SetNominalSpecLimit(10);
+  return data;
+}
+
 // A number from 31 on for each property, with a fraction where it can have one; texts are their own names.
 // What decides how the others are read stays as it is: the delimiter, the decimals.
 inline CData DistinctData() {

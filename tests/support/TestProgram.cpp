@@ -1,5 +1,7 @@
 #include "tests/support/TestProgram.h"
 
+#include "tests/support/Figures.h"
+
 std::vector<qint32> RecordedMainScreen::ListedIDs() const {
   std::vector<qint32> ids;
   for (const CDataPtr& data : Globals().gDataCollection) ids.push_back(data->ID());
@@ -29,17 +31,10 @@ void TestProgram::FailAt(const QString& operation) {
 }
 
 CDataPtr TestProgram::NewDataSet(const QString& description) {
-  const auto data = std::make_shared<CData>();
-  data->SetDescription(description);
-  data->SetUnitOfMeasurement(u"MM"_s);
   QString values;
   for (int i = 0; i < 40; ++i) values += QString::number(9.5 + (i * 7 % 11) / 10.0) + u',';
-  data->SetDelimitedInputString(values);
+  const CDataPtr data = DataSetOf(description, values, 4);
   data->SetSampleQty(40);
-  data->SetSubGroupSize(4);
-  data->SetUpperSpecLimit(12);
-  data->SetLowerSpecLimit(8);
-  data->SetNominalSpecLimit(10);
   return data;
 }
 
