@@ -10,21 +10,21 @@ std::vector<Entry> All(Connection& connection) {
   std::vector<Entry> entries;
   if (!ExtraTables::HasDeleted(connection)) return entries;
   const Table& table = Tables::StatData();
-  QSqlQuery query = connection.Run(
+  const Query query = connection.Run(
       u"select"_s, u"SELECT Entry, DeletedAt, %1 FROM DeletedStatData ORDER BY Entry DESC"_s.arg(
                        table.ColumnList(u"DeletedStatData"_s)));
   while (connection.NextRow(query)) {
     Entry& entry = entries.emplace_back();
-    entry.number = query.value(0).toLongLong();
-    entry.deletedAt = query.value(1).toString();
-    for (int i = 0; i < static_cast<int>(table.columns.size()); ++i) entry.row << query.value(i + 2);
+    entry.number = query->value(0).toLongLong();
+    entry.deletedAt = query->value(1).toString();
+    for (int i = 0; i < static_cast<int>(table.columns.size()); ++i) entry.row << query->value(i + 2);
   }
   return entries;
 }
 
 bool Contains(Connection& connection, qint64 number) {
   if (!ExtraTables::HasDeleted(connection)) return false;
-  QSqlQuery query = connection.Run(
+  const Query query = connection.Run(
       u"select"_s, u"SELECT 1 FROM DeletedStatData WHERE Entry = ?"_s + connection.RowLock(), {number});
   return connection.NextRow(query);
 }

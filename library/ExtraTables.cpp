@@ -64,8 +64,8 @@ void MakeLimitsBases(Connection& connection) {
 
 void ExtraTables::RequireKnownLayout(Connection& connection, const QString& place) {
   if (!connection.Has(u"LibraryLayout"_s)) return;
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT max(Number) FROM LibraryLayout"_s);
-  if (connection.NextRow(query) && query.value(0).toInt() > layout)
+  const Query query = connection.Run(u"select"_s, u"SELECT max(Number) FROM LibraryLayout"_s);
+  if (connection.NextRow(query) && query->value(0).toInt() > layout)
     throw Error(u"%1: %2"_s.arg(place, Words::Library::laterLayout()), Error::Kind::Unavailable, place);
 }
 
@@ -96,11 +96,11 @@ bool ExtraTables::HasFormerNames(Connection& connection) { return connection.Has
 ExtraTables::LimitsBases ExtraTables::ReadLimitsBases(Connection& connection, const QString& clause) {
   LimitsBases bases;
   if (!connection.Has(u"LimitsBase"_s)) return bases;
-  QSqlQuery query =
+  const Query query =
       connection.Run(u"select"_s, u"SELECT ID, FirstPoint, LastPoint FROM LimitsBase "_s + clause);
   while (connection.NextRow(query)) {
-    const auto point = [&](int column) { return static_cast<qint16>(query.value(column).toInt()); };
-    bases[query.value(0).toLongLong()] = {point(1), point(2)};
+    const auto point = [&](int column) { return static_cast<qint16>(query->value(column).toInt()); };
+    bases[query->value(0).toLongLong()] = {point(1), point(2)};
   }
   return bases;
 }

@@ -240,7 +240,8 @@ CDataPtr Library::Extended(const QString& description, const QStringList& values
 
 Library::Appended Library::TryAppend(const QString& description, const QStringList& values,
                                      const QDateTime& now, Limits limits, const Trace::Source& source) {
-  Extended(description, values, limits);  // what is refused is refused before a backup is made
+  // What is refused is refused before a backup is made, which a server has none of.
+  if (!connection_.IsServer()) Extended(description, values, limits);
   // One transaction from reading to writing: of two programs that append at once, neither loses the other's
   // values.
   Transaction transaction(connection_, limits == Limits::Stay ? Change::Adds : Change::Replaces);

@@ -37,7 +37,7 @@ void ReadRows(Connection& from, const QString& select, const Take& take) {
     sql = u"FETCH %1 FROM Copied"_s.arg(rowsAtATime);
   }
   for (int read = rowsAtATime; read == rowsAtATime;) {
-    QSqlQuery query = from.Run(u"select"_s, sql);
+    const Query query = from.Run(u"select"_s, sql);
     for (read = 0; from.NextRow(query); ++read) take(query);
     if (!from.IsServer()) break;
   }
@@ -60,9 +60,9 @@ void CopyTable(Connection& from, Connection& to, const QString& table) {
   const bool inOrder = here.count() > 1;  // a revision has no number
   ReadRows(from,
            u"SELECT %1 FROM %2%3"_s.arg(columns.join(u", "_s), table, inOrder ? u" ORDER BY 1"_s : QString()),
-           [&](const QSqlQuery& query) {
+           [&](const Query& query) {
              QVariantList row;
-             for (int i = 0; i < columns.size(); ++i) row << query.value(i);
+             for (int i = 0; i < columns.size(); ++i) row << query->value(i);
              to.Execute(insert, row);
              if (!hasNames) return;
              const QString name = row[Tables::StatData().IndexOf(u"Description")].toString();
@@ -72,8 +72,8 @@ void CopyTable(Connection& from, Connection& to, const QString& table) {
 }
 
 qint64 Number(Connection& connection, const QString& sql) {
-  QSqlQuery query = connection.Run(u"select"_s, sql);
-  return connection.NextRow(query) ? query.value(0).toLongLong() : 0;
+  const Query query = connection.Run(u"select"_s, sql);
+  return connection.NextRow(query) ? query->value(0).toLongLong() : 0;
 }
 
 // A number that was given is not given again, although its row may be gone.

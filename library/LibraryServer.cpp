@@ -56,9 +56,9 @@ void LibraryServer::Create(const QString& address, const LibraryFile::Fill& fill
 }
 
 std::optional<qint64> LibraryServer::FindName(Connection& connection, const QString& description) {
-  QSqlQuery query = connection.Run(u"select"_s, u"SELECT ID FROM StatDataName WHERE NameKey = ?"_s,
-                                   {Names::Key(description)});
-  return connection.NextRow(query) ? std::optional(query.value(0).toLongLong()) : std::nullopt;
+  const Query query = connection.Run(u"select"_s, u"SELECT ID FROM StatDataName WHERE NameKey = ?"_s,
+                                     {Names::Key(description)});
+  return connection.NextRow(query) ? std::optional(query->value(0).toLongLong()) : std::nullopt;
 }
 
 bool LibraryServer::KeepName(Connection& connection, qint64 id, const QString& description) {
@@ -86,10 +86,11 @@ void LibraryServer::KeepTokens(Connection& connection) {
 }
 
 bool LibraryServer::CanWrite(Connection& connection) {
-  QSqlQuery query = connection.Run(u"select"_s,
-                                   u"SELECT has_table_privilege('statdata', 'UPDATE') AND "
-                                   "has_table_privilege('statdata', 'INSERT') AND NOT pg_is_in_recovery()"_s);
-  return connection.NextRow(query) && query.value(0).toBool();
+  const Query query =
+      connection.Run(u"select"_s,
+                     u"SELECT has_table_privilege('statdata', 'UPDATE') AND "
+                     "has_table_privilege('statdata', 'INSERT') AND NOT pg_is_in_recovery()"_s);
+  return connection.NextRow(query) && query->value(0).toBool();
 }
 
 void LibraryServer::LockUnits(Connection& connection) {

@@ -20,8 +20,12 @@ void Create(const QString& address, const LibraryFile::Fill& fill = LibraryFile:
 // The statements that make the triggers; `isGone` and `isNew` are their steps for the rows OLD and NEW.
 QStringList Triggers(const QString& isGone, const QString& isNew);
 
-// The data set of that name, or of one that is the same.
+// The data set of that name, or of one that is the same, where its key is kept.
 std::optional<qint64> FindName(Connection& connection, const QString& description);
+// Those whose keys are not: another program has put them there.
+inline const QString namesWithoutKey = QStringLiteral(
+    "SELECT ID, Description FROM StatData WHERE NOT EXISTS "
+    "(SELECT 1 FROM StatDataName AS known WHERE known.ID = StatData.ID) ORDER BY ID");
 
 // In the transaction that is open: the data set goes by that name. False where another one does.
 bool KeepName(Connection& connection, qint64 id, const QString& description);

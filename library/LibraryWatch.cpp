@@ -165,26 +165,26 @@ std::optional<LibraryWatch::Change> LibraryWatch::Compare(qint64 dataVersion) {
 
 LibraryWatch::State LibraryWatch::ReadVersions(const QString& clause) {
   State state;
-  QSqlQuery query =
+  const Query query =
       connection_->Run(u"watch"_s, u"SELECT ID, Version, Deleted FROM StatDataVersion"_s + clause);
   while (connection_->NextRow(query))
-    state[query.value(0).toLongLong()] = VersionOf(query.value(1).toLongLong(), query.value(2).toBool());
+    state[query->value(0).toLongLong()] = VersionOf(query->value(1).toLongLong(), query->value(2).toBool());
   return state;
 }
 
 LibraryWatch::State LibraryWatch::ReadContents() {
   State state;
-  QSqlQuery query = connection_->Run(
+  const Query query = connection_->Run(
       u"watch"_s, u"SELECT %1 FROM StatData"_s.arg(Tables::StatData().ColumnList(u"StatData"_s)));
   while (connection_->NextRow(query)) {
     QCryptographicHash hash(QCryptographicHash::Sha1);
     for (int i = 0; i < static_cast<int>(Tables::StatData().columns.size()); ++i) {
-      hash.addData(query.value(i).toString().toUtf8());
+      hash.addData(query->value(i).toString().toUtf8());
       hash.addData(QByteArrayView("\0", 1));
     }
     quint64 number = 0;
     std::memcpy(&number, hash.result().constData(), sizeof number);
-    state[query.value(0).toLongLong()] = number;
+    state[query->value(0).toLongLong()] = number;
   }
   return state;
 }

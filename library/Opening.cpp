@@ -67,9 +67,9 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
 }
 
 QString Library::Revision() {
-  QSqlQuery query = connection_.Run(u"select"_s, u"SELECT Revision FROM DBRevision"_s);
+  const Query query = connection_.Run(u"select"_s, u"SELECT Revision FROM DBRevision"_s);
   QVariant revision;
-  while (connection_.NextRow(query)) revision = query.value(0);
+  while (connection_.NextRow(query)) revision = query->value(0);
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
 

@@ -38,13 +38,13 @@ QString OneOf(std::span<const qint64> ids) {
 Library::RawRows Library::Select(const QString& clause, const QVariantList& values) {
   const Table& table = Tables::StatData();
   const auto count = static_cast<int>(table.columns.size());
-  QSqlQuery query = connection_.Run(
+  const Query query = connection_.Run(
       u"select"_s, u"SELECT %1 FROM %2 %3"_s.arg(table.ColumnList(table.name), table.name, clause), values);
   RawRows rows;
   while (connection_.NextRow(query)) {
     QVariantList& row = rows.emplace_back();
     row.reserve(count);
-    for (int column = 0; column < count; ++column) row << query.value(column);
+    for (int column = 0; column < count; ++column) row << query->value(column);
   }
   return rows;
 }
@@ -77,7 +77,7 @@ void Library::ReadPortions(const std::function<bool(std::vector<Row>&)>& take,
       read = SelectEach(part);
       if (read.empty()) continue;
     } else {
-      read = Select(u"WHERE ID > ? ORDER BY ID LIMIT %1"_s.arg(count), {last});
+      read = Select(u"WHERE ID > ? ORDER BY ID LIMIT ?"_s, {last, count});
       if (read.empty()) return;
       last = Tables::IdOf(read.back());
     }
@@ -124,9 +124,9 @@ std::optional<Library::Row> Library::Read(qint64 id) {
 
 std::vector<Library::Entry> Library::Entries(const QString& sql) {
   std::vector<Entry> entries;
-  QSqlQuery query = connection_.Run(u"select"_s, sql);
+  const Query query = connection_.Run(u"select"_s, sql);
   while (connection_.NextRow(query))
-    entries.push_back({query.value(0).toLongLong(), query.value(1).toString()});
+    entries.push_back({query->value(0).toLongLong(), query->value(1).toString()});
   return entries;
 }
 
@@ -137,9 +137,9 @@ std::optional<qint64> Library::FindId(const QString& sql, const QString& name) {
 }
 
 std::optional<qint64> Library::FindDataSet(const QString& description) {
-  if (connection_.IsServer())
-    if (const auto id = LibraryServer::FindName(connection_, description)) return id;
-  return FindId(everyName, description);
+  if (!connection_.IsServer()) return FindId(everyName, description);
+  const auto id = LibraryServer::FindName(connection_, description);
+  return id ? id : FindId(LibraryServer::namesWithoutKey, description);
 }
 
 bool Library::Contains(const QString& description) { return FindDataSet(description).has_value(); }

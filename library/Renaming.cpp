@@ -21,7 +21,7 @@ InputError Library::NotThere(const QString& description) {
 
 bool Library::WasNamed(qint64 id, const QString& description) {
   if (!ExtraTables::HasFormerNames(connection_)) return false;
-  QSqlQuery query = connection_.Run(
+  const Query query = connection_.Run(
       u"select"_s, u"SELECT 1 FROM FormerDescription WHERE ID = ? AND Description = ?"_s, {id, description});
   return connection_.NextRow(query);
 }

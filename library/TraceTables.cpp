@@ -158,28 +158,28 @@ struct Stored {
 std::map<qint64, Stored> StoredOf(Connection& connection, const QStringList& ids) {
   std::map<qint64, Stored> stored;
   const QString order = u"WHERE ID IN (%1) ORDER BY ID, Entry"_s.arg(ids.join(u','));
-  QSqlQuery runs = connection.Run(
+  const Query runs = connection.Run(
       u"select"_s,
       u"SELECT ID, Run, FirstSample, SampleCount, TakenAt, Lot, Fingerprint FROM SampleRun "_s + order);
   while (connection.NextRow(runs)) {
-    const QVariant first = runs.value(2);
-    stored[runs.value(0).toLongLong()].runs.push_back(
-        {{first.toLongLong(), runs.value(3).toLongLong(), TimeIn(runs.value(4)), runs.value(5).toString(),
-          runs.value(1).toLongLong()},
+    const QVariant first = runs->value(2);
+    stored[runs->value(0).toLongLong()].runs.push_back(
+        {{first.toLongLong(), runs->value(3).toLongLong(), TimeIn(runs->value(4)), runs->value(5).toString(),
+          runs->value(1).toLongLong()},
          first,
-         runs.value(6)});
+         runs->value(6)});
   }
-  QSqlQuery notes = connection.Run(
+  const Query notes = connection.Run(
       u"select"_s,
       u"SELECT ID, Entry, FirstSample, SampleValue, Note, Author, WrittenAt, Fingerprint FROM SampleNote "_s +
           order);
   while (connection.NextRow(notes)) {
-    const QVariant first = notes.value(2);
-    stored[notes.value(0).toLongLong()].notes.push_back(
-        {{first.toLongLong(), notes.value(4).toString(), notes.value(5).toString(), TimeIn(notes.value(6)),
-          notes.value(3).toString(), notes.value(1).toLongLong()},
+    const QVariant first = notes->value(2);
+    stored[notes->value(0).toLongLong()].notes.push_back(
+        {{first.toLongLong(), notes->value(4).toString(), notes->value(5).toString(), TimeIn(notes->value(6)),
+          notes->value(3).toString(), notes->value(1).toLongLong()},
          first,
-         notes.value(7)});
+         notes->value(7)});
   }
   return stored;
 }
@@ -214,23 +214,24 @@ bool AreMade(Connection& connection) { return connection.Has(u"SampleNote"_s); }
 // Whether the last entry that has a place rests on the first `count` of these samples; then all do, since the
 // fingerprint of each is of all samples before it.
 bool LastFits(Connection& connection, qint64 id, const QString& values, qsizetype count) {
-  QSqlQuery query = connection.Run(u"select"_s,
-                                   u"SELECT FirstSample + SampleCount, Fingerprint FROM SampleRun WHERE ID = "
-                                   u"? AND FirstSample IS NOT NULL "
-                                   "UNION ALL SELECT FirstSample + 1, Fingerprint FROM SampleNote WHERE ID = "
-                                   "? AND FirstSample IS NOT NULL "
-                                   "ORDER BY 1 DESC LIMIT 1"_s,
-                                   {id, id});
+  const Query query =
+      connection.Run(u"select"_s,
+                     u"SELECT FirstSample + SampleCount, Fingerprint FROM SampleRun WHERE ID = "
+                     u"? AND FirstSample IS NOT NULL "
+                     "UNION ALL SELECT FirstSample + 1, Fingerprint FROM SampleNote WHERE ID = "
+                     "? AND FirstSample IS NOT NULL "
+                     "ORDER BY 1 DESC LIMIT 1"_s,
+                     {id, id});
   if (!connection.NextRow(query)) return true;
-  const qint64 end = query.value(0).toLongLong();
-  return end <= count && CountAndPrint(values, end).second == query.value(1).toLongLong();
+  const qint64 end = query->value(0).toLongLong();
+  return end <= count && CountAndPrint(values, end).second == query->value(1).toLongLong();
 }
 
 // The largest number in a column; 0 where there is none.
 qint64 Largest(Connection& connection, const QString& column, const QString& table, qint64 id) {
-  QSqlQuery query =
+  const Query query =
       connection.Run(u"select"_s, u"SELECT max(%1) FROM %2 WHERE ID = ?"_s.arg(column, table), {id});
-  return connection.NextRow(query) ? query.value(0).toLongLong() : 0;
+  return connection.NextRow(query) ? query->value(0).toLongLong() : 0;
 }
 
 }  // namespace
@@ -242,10 +243,10 @@ void TraceTables::Make(Connection& connection) {
 
 bool TraceTables::HasEntries(Connection& connection, qint64 id) {
   if (!AreMade(connection)) return false;
-  QSqlQuery query = connection.Run(u"select"_s,
-                                   u"SELECT 1 WHERE EXISTS (SELECT 1 FROM SampleRun WHERE ID = ?) "
-                                   "OR EXISTS (SELECT 1 FROM SampleNote WHERE ID = ?)"_s,
-                                   {id, id});
+  const Query query = connection.Run(u"select"_s,
+                                     u"SELECT 1 WHERE EXISTS (SELECT 1 FROM SampleRun WHERE ID = ?) "
+                                     "OR EXISTS (SELECT 1 FROM SampleNote WHERE ID = ?)"_s,
+                                     {id, id});
   return connection.NextRow(query);
 }
 

@@ -4,6 +4,7 @@
 #include <QSqlDriver>
 #include <QThread>
 #include <QUuid>
+#include <algorithm>
 #include <atomic>
 #include <optional>
 #include <utility>
@@ -47,6 +48,7 @@ void Connection::OpenWith(const QString& connectString, const QString& user, con
 }
 
 void Connection::Reopen(int connectWait) {
+  Forget();
   try {
     dialect_->Open(name_, user_, password_, IsServer() ? connectWait : LockWait);
     state_ = Open;
@@ -98,8 +100,17 @@ class Connection::Answer {
   std::optional<ServerLibrary::Deadline> deadline_;
 };
 
+// What the server has kept of this connection's, while there still is one.
+void Connection::Forget() {
+  constexpr int answerWait = 500;
+  const Answer answer(*this, answerWait);
+  prepared_.clear();
+  there_.clear();
+}
+
 void Connection::Close() {
   if (inTransaction_) RollbackTransaction();
+  Forget();
   if (QSqlDatabase::contains(name_)) {
     Database().close();
     QSqlDatabase::removeDatabase(name_);
@@ -129,7 +140,7 @@ auto Connection::OverAnyConnection(const Call& call) {
   }
 }
 
-QSqlQuery Connection::Run(const QString& operation, const QString& sql, const QVariantList& values) {
+Query Connection::Run(const QString& operation, const QString& sql, const QVariantList& values) {
   RequireOpen();
   BeforeOperation(operation);
   if (inTransaction_) return RunOnce(sql, values);
@@ -137,51 +148,71 @@ QSqlQuery Connection::Run(const QString& operation, const QString& sql, const QV
   return OverAnyConnection([&] { return RunOnce(sql, values); });
 }
 
-QSqlQuery Connection::RunOnce(const QString& sql, const QVariantList& values) {
-  QSqlQuery query(Database());
-  query.setForwardOnly(dialect_->IsForwardOnly());
-  const QString words = dialect_->Translate(sql);
+Query Connection::RunOnce(const QString& sql, const QVariantList& values) {
   const Answer answer(*this, AnswerWait);
   if (values.isEmpty()) {
-    answer.Require(query.exec(words), query);
+    const Query query = Made();
+    answer.Require(query->exec(dialect_->Translate(sql)), *query);
     return query;
   }
-  answer.Require(query.prepare(words), query);
-  for (const QVariant& value : values) query.addBindValue(dialect_->Bound(value));
-  answer.Require(query.exec(), query);
+  const Query query = Prepared(sql, answer);
+  for (int i = 0; i < values.size(); ++i) query->bindValue(i, dialect_->Bound(values[i]));
+  answer.Require(query->exec(), *query);
   return query;
 }
 
-bool Connection::NextRow(QSqlQuery& query) const {
-  if (query.next()) return true;
-  if (query.lastError().isValid()) throw dialect_->Failure(query.lastError());
+Query Connection::Made() const {
+  auto query = std::make_shared<QSqlQuery>(Database());
+  query->setForwardOnly(dialect_->IsForwardOnly());
+  return query;
+}
+
+Query Connection::Prepared(const QString& sql, const Answer& answer) {
+  constexpr std::size_t most = 50;
+  const auto isFree = [](const auto& known) { return known.second.use_count() == 1; };
+  const auto [first, last] = prepared_.equal_range(sql);
+  if (const auto found = std::find_if(first, last, isFree); found != last) return found->second;
+  const Query query = Made();
+  answer.Require(query->prepare(dialect_->Translate(sql)), *query);
+  if (!IsServer()) return query;
+  if (prepared_.size() == most) std::erase_if(prepared_, isFree);
+  prepared_.emplace(sql, query);
+  return query;
+}
+
+bool Connection::NextRow(const Query& query) const {
+  if (query->next()) return true;
+  if (query->lastError().isValid()) throw dialect_->Failure(query->lastError());
   return false;
 }
 
 qint64 Connection::Execute(const QString& sql, const QVariantList& values) {
   std::optional<Transaction> transaction;
   if (BeforeChange || IsServer()) transaction.emplace(*this);
-  const qint64 rows = Run(u"execute"_s, sql, values).numRowsAffected();
+  const qint64 rows = Run(u"execute"_s, sql, values)->numRowsAffected();
   if (transaction) transaction->Commit();
   return rows;
 }
 
 QVariant Connection::Insert(const QString& sql, const QVariantList& values) {
-  QSqlQuery query = Run(u"insert"_s, sql + u" RETURNING ID"_s, values);
-  return NextRow(query) ? query.value(0) : QVariant();
+  const Query query = Run(u"insert"_s, sql + u" RETURNING ID"_s, values);
+  return NextRow(query) ? query->value(0) : QVariant();
 }
 
 bool Connection::Has(const QString& name) {
-  QSqlQuery query = Run(u"select"_s, dialect_->LookUp(), {name});
-  return NextRow(query) && query.value(0).toInt() > 0;
+  if (there_.contains(name)) return true;
+  const Query query = Run(u"select"_s, dialect_->LookUp(), {name});
+  const bool isThere = NextRow(query) && query->value(0).toInt() > 0;
+  if (isThere && IsServer()) there_.insert(name);
+  return isThere;
 }
 
 QString Connection::RowLock() const { return inTransaction_ ? dialect_->RowLock() : QString(); }
 
 void Connection::CheckIntegrity() {
-  QSqlQuery query = Run(u"check"_s, u"PRAGMA quick_check(1)"_s);
+  const Query query = Run(u"check"_s, u"PRAGMA quick_check(1)"_s);
   const bool found = NextRow(query);
-  if (!found || query.value(0).toString() != u"ok"_s)
+  if (!found || query->value(0).toString() != u"ok"_s)
     throw DatabaseError(dialect_->Place() + u": the file is damaged"_s);
 }
 
@@ -190,8 +221,8 @@ qint64 Connection::DataVersion() {
     if (HasEnded()) Reopen();
     return notifications_;
   }
-  QSqlQuery query = Run(u"version"_s, u"PRAGMA data_version"_s);
-  return NextRow(query) ? query.value(0).toLongLong() : 0;
+  const Query query = Run(u"version"_s, u"PRAGMA data_version"_s);
+  return NextRow(query) ? query->value(0).toLongLong() : 0;
 }
 
 void Connection::CallBeforeChange(Change change) {
@@ -263,7 +294,7 @@ bool Connection::IsWritten(const QString& token) {
   for (since.start(); !token.isEmpty() && !since.hasExpired(AnswerWait / 2); QThread::msleep(between)) {
     try {
       Reopen(AnswerWait / 2);
-      QSqlQuery query = RunOnce(
+      const Query query = RunOnce(
           u"INSERT INTO %1 (Token) VALUES (?) ON CONFLICT DO NOTHING RETURNING Token"_s.arg(TokenTable),
           {token});
       return !NextRow(query);
@@ -281,4 +312,5 @@ void Connection::RollbackTransaction() {
   const Answer answer(*this, AnswerWait);
   Database().rollback();
   inTransaction_ = false;
+  there_.clear();
 }

@@ -14,7 +14,9 @@
 #include <QVariant>
 #include <QVariantList>
 #include <functional>
+#include <map>
 #include <memory>
+#include <set>
 
 #include "platform/error/Error.h"
 
@@ -41,6 +43,9 @@ class DatabaseError : public Error {
 };
 
 class Dialect;
+
+// A statement that was run, before its first row or at one.
+using Query = std::shared_ptr<QSqlQuery>;
 
 class Connection {
  public:
@@ -78,9 +83,9 @@ class Connection {
   qint64 Execute(const QString& sql, const QVariantList& values = {});
 
   // The same for any statement: a forward-only query, before its first row. NextRow throws where reading
-  // fails.
-  QSqlQuery Run(const QString& operation, const QString& sql, const QVariantList& values = {});
-  bool NextRow(QSqlQuery& query) const;
+  // fails. A server knows what was run with values, and takes only the values the next time.
+  Query Run(const QString& operation, const QString& sql, const QVariantList& values = {});
+  bool NextRow(const Query& query) const;
 
   // Runs an INSERT of one row; gives its ID.
   QVariant Insert(const QString& sql, const QVariantList& values = {});
@@ -130,8 +135,13 @@ class Connection {
   static void BeforeOperation(const QString& operation);
 
  private:
+  class Answer;
+
   void Reopen(int connectWait = 4000);
-  QSqlQuery RunOnce(const QString& sql, const QVariantList& values);
+  void Forget();
+  Query RunOnce(const QString& sql, const QVariantList& values);
+  Query Made() const;
+  Query Prepared(const QString& sql, const Answer& answer);
   template <class Call>
   auto OverAnyConnection(const Call& call);
   void Control(const QString& operation, const QString& sql, int answerWait);
@@ -139,8 +149,6 @@ class Connection {
   void Subscribe();
   bool IsWritten(const QString& token);
   void RequireOpen() const;
-
-  class Answer;
 
   QString name_;  // of the Qt Sql connection
   std::unique_ptr<Dialect> dialect_;
@@ -150,6 +158,8 @@ class Connection {
   qint64 notifications_ = 0;  // and connections since the first
   State state_ = Closed;
   bool inTransaction_ = false;
+  std::multimap<QString, Query> prepared_;  // of a server, by their text; one that somebody holds is in use
+  std::set<QString> there_;                 // what a server is known to have
 };
 
 // Does what a body does in a transaction of its own, and again where other programs were faster.

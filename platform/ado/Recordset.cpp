@@ -18,10 +18,10 @@ QString TableOf(const QString& sql) {
   return plain.match(sql).captured(1);
 }
 
-std::vector<QVariant> ReadRow(const QSqlQuery& query, int columnCount) {
+std::vector<QVariant> ReadRow(const Query& query, int columnCount) {
   std::vector<QVariant> row;
   row.reserve(static_cast<size_t>(columnCount));
-  for (int column = 0; column < columnCount; ++column) row.push_back(query.value(column));
+  for (int column = 0; column < columnCount; ++column) row.push_back(query->value(column));
   return row;
 }
 
@@ -60,8 +60,8 @@ void Recordset::Requery() {
 }
 
 void Recordset::Fetch() {
-  QSqlQuery query = connection_->Run(u"select"_s, sql_, values_);
-  const QSqlRecord record = query.record();
+  const Query query = connection_->Run(u"select"_s, sql_, values_);
+  const QSqlRecord record = query->record();
   QStringList columns;
   for (int column = 0; column < record.count(); ++column) columns.append(record.fieldName(column));
   std::vector<std::vector<QVariant>> rows;
@@ -213,7 +213,7 @@ std::vector<QVariant> Recordset::Insert() {
   }
   const QVariant id = connection_->Insert(sql, values);
   // Read back, for the columns that the database itself filled.
-  QSqlQuery query =
+  const Query query =
       connection_->Run(u"select"_s, u"SELECT * FROM %1 WHERE ID = ?"_s.arg(Quoted(table_)), {id});
   if (!connection_->NextRow(query)) throw DatabaseError(u"The new record cannot be read back."_s);
   return ReadRow(query, static_cast<int>(columns_.size()));
@@ -231,7 +231,7 @@ std::vector<QVariant> Recordset::Change() {
 }
 
 void Recordset::RequireUnchanged(const QVariant& id) {
-  QSqlQuery query =
+  const Query query =
       connection_->Run(u"select"_s, u"SELECT * FROM %1 WHERE ID = ?"_s.arg(Quoted(table_)), {id});
   if (!connection_->NextRow(query))
     throw DatabaseError(u"The record was deleted by another program in the meantime."_s);

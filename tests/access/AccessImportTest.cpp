@@ -29,12 +29,12 @@ class AccessImportTest : public testing::Test {
     connection.OpenWith(target_);
     QJsonObject contents;
     for (const QString& table : {u"StatData"_s, u"Units"_s, u"DBRevision"_s}) {
-      QSqlQuery query = connection.Run(u"select"_s, u"SELECT * FROM "_s + table);
+      const Query query = connection.Run(u"select"_s, u"SELECT * FROM "_s + table);
       QJsonArray rows;
       while (connection.NextRow(query)) {
         QJsonObject row;
-        for (int i = 0; i < query.record().count(); ++i)
-          row[query.record().fieldName(i)] = ToJson(query.value(i));
+        for (int i = 0; i < query->record().count(); ++i)
+          row[query->record().fieldName(i)] = ToJson(query->value(i));
         if (table == u"Units"_s) row[u"Deleted"_s] = row[u"Deleted"_s].toInt() != 0;
         rows.append(row);
       }

@@ -139,6 +139,31 @@ TEST_F(ServerTest, AConnectionThatWasLostIsMadeAgain) {
   EXPECT_EQ(connection.Execute(u"DELETE FROM T"_s), 2) << "nothing of it was written";
 }
 
+TEST_F(ServerTest, AStatementThatIsKnownIsRunAgainAndForgottenWithItsConnection) {
+  const auto from = [&](int id) {
+    return connection.Run(u"select"_s, u"SELECT ID FROM T WHERE ID >= ? ORDER BY ID"_s, {id});
+  };
+  const auto known = [&] {
+    const Query query = connection.Run(u"select"_s, u"SELECT count(*) FROM pg_prepared_statements"_s);
+    return connection.NextRow(query) ? query->value(0).toInt() : 0;
+  };
+  const int before = known();
+  QStringList pairs;
+  for (int again = 0; again < 2; ++again)
+    for (const Query one = from(1); connection.NextRow(one);)
+      for (const Query two = from(2); connection.NextRow(two);)
+        pairs << one->value(0).toString() + two->value(0).toString();
+  EXPECT_EQ(pairs.join(u' '), u"12 22 12 22"_s);
+  EXPECT_EQ(known(), before + 2) << "two at once";
+  connection.BeginTransaction();
+  connection.Execute(u"CREATE TABLE Made (ID INTEGER)"_s);
+  EXPECT_TRUE(connection.Has(u"Made"_s));
+  connection.RollbackTransaction();
+  EXPECT_FALSE(connection.Has(u"Made"_s));
+  TestServer::Restart();
+  EXPECT_TRUE(connection.NextRow(from(2)));
+}
+
 TEST_F(ServerTest, AServerThatStopsKeepsNobodyWaiting) {
   const auto process = static_cast<pid_t>(ValueOf(other, u"SELECT pg_backend_pid()"_s).toInt());
   other.AnswerWait = 100;

@@ -38,8 +38,8 @@ TEST_F(VerifyTest, SavesAndLoadsOnAServerAndLeavesNothingThere) {
   Connection connection;
   connection.OpenWith(address);
   const auto count = [&](const QString& what) {
-    QSqlQuery query = connection.Run(u"select"_s, u"SELECT count(*) FROM "_s + what);
-    return connection.NextRow(query) ? query.value(0).toInt() : -1;
+    const Query query = connection.Run(u"select"_s, u"SELECT count(*) FROM "_s + what);
+    return connection.NextRow(query) ? query->value(0).toInt() : -1;
   };
   const auto verify = [&](const QString& place) { return Run({u"verify"_s, u"--server"_s, place}); };
   EXPECT_EQ(Run({u"new"_s, address}).error, QString());

@@ -8,11 +8,11 @@
 #include "platform/ado/Connection.h"
 
 inline std::vector<QVariantList> RowsOf(Connection& connection, const QString& sql) {
-  QSqlQuery query = connection.Run(QStringLiteral("select"), sql);
+  const Query query = connection.Run(QStringLiteral("select"), sql);
   std::vector<QVariantList> rows;
   while (connection.NextRow(query)) {
     rows.emplace_back();
-    for (int column = 0; column < query.record().count(); ++column) rows.back() << query.value(column);
+    for (int column = 0; column < query->record().count(); ++column) rows.back() << query->value(column);
   }
   return rows;
 }
