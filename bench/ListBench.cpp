@@ -14,6 +14,7 @@
 #include <cstdio>
 
 #include "bench/Bench.h"
+#include "bench/SkippingClock.h"
 #include "core/Globals.h"
 #include "screens/MainList.h"
 #include "screens/frmMain.h"
@@ -23,16 +24,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int dataSets = 50'000;
-
-// Leaves out what the program waits for.
-class SkippingClock : public SystemClock {
- public:
-  qint32 GetTickCount() override { return SystemClock::GetTickCount() + skipped_; }
-  void Sleep(int milliseconds) override { skipped_ += milliseconds; }
-
- private:
-  qint32 skipped_ = 0;
-};
 
 double Milliseconds(const std::function<void()>& act) {
   QElapsedTimer timer;
