@@ -135,8 +135,10 @@ class Watcher {
  public:
   Watcher(const QString& place, const QString& command)
       : place_(place), command_(command), watch_(place), library_(Library::Open(place, Console::Warn)) {
-    for (const Library::Row& row : library_->ReadAll())
+    library_->ReadEach([this](const Library::Row& row) {
       if (!row.failure) states_[row.id] = StateOf(*row.data);
+      return true;
+    });
   }
 
   void Look() {
@@ -156,11 +158,23 @@ class Watcher {
   }
 
  private:
-  using Rows = std::map<qint64, std::optional<Library::Row>>;  // none where it is gone
+  struct Found {
+    State state = {};
+    QString failure = {};
+  };
+  using Rows = std::map<qint64, std::optional<Found>>;  // none where it is gone
+
+  static Found FoundIn(const Library::Row& row) {
+    return row.failure ? Found{.failure = row.failure->Text()} : Found{.state = StateOf(*row.data)};
+  }
 
   Rows ReadPending() {
     Rows rows;
-    for (const qint64 number : pending_) rows[number] = library_->Read(number);
+    for (const qint64 number : pending_)
+      if (const auto row = library_->Read(number))
+        rows[number] = FoundIn(*row);
+      else
+        rows[number] = std::nullopt;
     if (!rows.empty()) complaint_.clear();
     pending_.clear();
     return rows;
@@ -171,7 +185,10 @@ class Watcher {
     auto library = Library::Open(place_, Console::Warn);
     Rows rows;
     for (const auto& [known, state] : states_) rows[known] = std::nullopt;
-    for (const Library::Row& row : library->ReadAll()) rows[row.id] = row;
+    library->ReadEach([&rows](const Library::Row& row) {
+      rows[row.id] = FoundIn(row);
+      return true;
+    });
     library_ = std::move(library);
     isReplaced_ = false;
     pending_.clear();
@@ -183,15 +200,15 @@ class Watcher {
     if (std::exchange(complaint_, text) != text) Console::Complain(text);
   }
 
-  void Compare(qint64 number, const std::optional<Library::Row>& row) {
-    if (row && row->failure) return Console::Complain(place_ + u": "_s + row->failure->Text());
+  void Compare(qint64 number, const std::optional<Found>& row) {
+    if (row && !row->failure.isEmpty()) return Console::Complain(place_ + u": "_s + row->failure);
     const auto known = states_.find(number);
     const bool isKnown = known != states_.end();
     if (!row && !isKnown) return;
     const State before = isKnown ? known->second : State{};
     State now{before.description, Words::Command::deleted(), u"-"_s, u"-"_s};
     if (row)
-      states_[number] = now = StateOf(*row->data);
+      states_[number] = now = row->state;
     else
       states_.erase(known);
     if (!isKnown || !now.IsSame(before)) Tell(number, before, now);
@@ -238,7 +255,9 @@ class Watcher {
 }
 
 int RunWatch(const Arguments& arguments) {
-  Watcher watcher(arguments.Operands()[0], arguments.Text(exec));
+  const QString& place = arguments.Operands()[0];
+  Library::Open(place, Console::Warn);  // what does not answer is waited for once
+  Watcher watcher(place, arguments.Text(exec));
   WatchUntilStopped(watcher);
 }
 

@@ -44,7 +44,7 @@ void Connection::OpenWith(const QString& connectString, const QString& user, con
   dialect_ = Dialect::For(Provider, connectString);
   user_ = user;
   password_ = password;
-  Reopen();
+  Reopen(ConnectWait);
 }
 
 void Connection::Reopen(int connectWait) {
@@ -135,7 +135,7 @@ auto Connection::OverAnyConnection(const Call& call) {
   } catch (const DatabaseError& error) {
     constexpr int notLong = 1000;
     if (error.cause != DatabaseError::Cause::Lost || since.hasExpired(notLong)) throw;
-    Reopen();
+    Reopen(ConnectWait);
     return call();
   }
 }
@@ -218,7 +218,7 @@ void Connection::CheckIntegrity() {
 
 qint64 Connection::DataVersion() {
   if (IsServer()) {
-    if (HasEnded()) Reopen();
+    if (HasEnded()) Reopen(ConnectWait);
     return notifications_;
   }
   const Query query = Run(u"version"_s, u"PRAGMA data_version"_s);

@@ -63,7 +63,8 @@ class Connection {
       30;  // seconds; 30000 is what the program sets; the wait for a lock stays short all the same
   int LockWait = 2000;  // milliseconds that a statement waits for another program to let go of the file
   void SetLockWait(int milliseconds);  // of an open one; never fails
-  int AnswerWait = 4500;  // milliseconds that a server, or the network before it, has for one statement
+  int ConnectWait = 4000;  // milliseconds for a connection to a server; half of them for a name server
+  int AnswerWait = 4500;   // milliseconds that a server, or the network before it, has for one statement
   QString Provider = JetProvider;
 
   // Opens, and proves that the file is a database by reading from it. Throws InputError where an address is
@@ -137,7 +138,7 @@ class Connection {
  private:
   class Answer;
 
-  void Reopen(int connectWait = 4000);
+  void Reopen(int connectWait);
   void Forget();
   Query RunOnce(const QString& sql, const QVariantList& values);
   Query Made() const;

@@ -65,7 +65,7 @@ QString Named(const ServerAddress& address, const QString& keyword) {
 
 // What keeps a connection from being made. The driver has only words for it, in whatever language.
 Reason ReasonNotToOpen(const QString& words, const ServerLibrary::Refusal& refusal,
-                       const ServerAddress& address) {
+                       ServerLibrary::Hosts hosts, const ServerAddress& address) {
   const auto named = [&](const QString& keyword) { return Named(address, keyword); };
   const QString& state = refusal.state;
   if (refusal.needsPassword)
@@ -82,7 +82,8 @@ Reason ReasonNotToOpen(const QString& words, const ServerLibrary::Refusal& refus
   if (state == "57P03"_L1)
     return {u"the server is starting or stopping; try again in a moment"_s, Cause::Lost};
   if (!state.isEmpty()) return {u"the server refuses the connection (%1)"_s.arg(words)};
-  if (!refusal.knowsHost) return {u"the host%1 is not known"_s.arg(named(u"host"_s)), Cause::Lost};
+  if (hosts == ServerLibrary::Hosts::Unknown)
+    return {u"the host%1 is not known"_s.arg(named(u"host"_s)), Cause::Lost};
   if (!refusal.isThere)
     return {u"no server answers there; check the host%1 and the port%2 (%3)"_s.arg(named(u"host"_s),
                                                                                    named(u"port"_s), words),
@@ -170,16 +171,22 @@ class Server : public Dialect {
     database.setUserName(user.isEmpty() ? address_.Part(u"user"_s) : user);
     const QString password = given.isEmpty() ? Passwords::Get().Of(address_) : given;
     database.setPassword(password);
-    database.setConnectOptions(Options(wait));
     QElapsedTimer since;
     since.start();
+    const bool hasNumber = address_.parts.contains(u"hostaddr"_s);
+    const auto hosts = ServerLibrary::LookUp(hasNumber ? QString() : address_.Part(u"host"_s), wait / 2);
+    if (hosts == ServerLibrary::Hosts::Unanswered)
+      throw DatabaseError(u"%1: no name server tells where the host%2 is; try again in a moment"_s.arg(
+                              place_, Named(address_, u"host"_s)),
+                          0, Cause::Lost);
+    database.setConnectOptions(Options(wait - static_cast<int>(since.elapsed())));
     if (database.open()) return;
     const QString words = OnOneLine(database.lastError().databaseText());
     Reason reason{u"the host%1 does not answer"_s.arg(Named(address_, u"host"_s)), Cause::Lost};
     // A second try, to learn why, takes as long.
     if (since.elapsed() < wait / 2)
-      reason =
-          ReasonNotToOpen(words, ServerLibrary::WhyRefused(address_.parts, password, wait / 2), address_);
+      reason = ReasonNotToOpen(words, ServerLibrary::WhyRefused(address_.parts, password, wait / 2), hosts,
+                               address_);
     throw DatabaseError(u"%1: %2"_s.arg(place_, reason.text), 0, reason.cause);
   }
 

@@ -5,8 +5,10 @@
 #include <QRegularExpression>
 #include <QSqlDriver>
 #include <QStringList>
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <future>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -110,14 +112,13 @@ class Watchdog {
   quint64 last_ = 0;
 };
 
-bool KnowsHosts(const QString& hosts) {
-  for (const QString& host : hosts.split(u',', Qt::SkipEmptyParts)) {
+bool AreKnown(const std::vector<QByteArray>& hosts) {
+  return std::ranges::all_of(hosts, [](const QByteArray& host) {
     addrinfo* found = nullptr;
-    if (host.startsWith(u'/') || host.startsWith(u'@')) continue;
-    if (getaddrinfo(host.toUtf8().constData(), nullptr, nullptr, &found) != 0) return false;
+    if (getaddrinfo(host.constData(), nullptr, nullptr, &found) != 0) return false;
     freeaddrinfo(found);
-  }
-  return true;
+    return true;
+  });
 }
 #endif
 
@@ -146,6 +147,20 @@ Deadline::~Deadline() {
 
 bool Deadline::HasPassed() const { return number_ != 0 && Watchdog::Get().HasCut(number_); }
 
+// On a thread of its own, which goes on where nobody waits for it any more.
+Hosts LookUp(const QString& hosts, int milliseconds) {
+  std::vector<QByteArray> names;
+  for (const QString& host : hosts.split(u',', Qt::SkipEmptyParts))
+    if (!host.startsWith(u'/') && !host.startsWith(u'@')) names.push_back(host.toUtf8());
+  if (names.empty()) return Hosts::Known;
+  std::promise<bool> answer;
+  std::future<bool> areKnown = answer.get_future();
+  std::thread([names, answer = std::move(answer)]() mutable { answer.set_value(AreKnown(names)); }).detach();
+  if (areKnown.wait_for(std::chrono::milliseconds(milliseconds)) != std::future_status::ready)
+    return Hosts::Unanswered;
+  return areKnown.get() ? Hosts::Known : Hosts::Unknown;
+}
+
 Refusal WhyRefused(const std::map<QString, QString>& parts, const QString& password, int milliseconds) {
   static auto* const start =
       Resolved<Connected(const char* const*, const char* const*, int)>("PQconnectStartParams");
@@ -172,7 +187,7 @@ Refusal WhyRefused(const std::map<QString, QString>& parts, const QString& passw
 
   enum Status { Ok, Bad, Started, Made };
   enum Polling { Failed, Reading, Writing, Done };
-  Refusal refusal{.knowsHost = KnowsHosts(parts.contains(u"host"_s) ? parts.at(u"host"_s) : QString())};
+  Refusal refusal;
   const QDeadlineTimer end(milliseconds);
   const Connected connection = start(keywords.data(), values.data(), 0);
   verbosity(connection, 3);  // nothing but the code, which no language changes
@@ -194,6 +209,7 @@ Refusal WhyRefused(const std::map<QString, QString>& parts, const QString& passw
 Deadline::Deadline(const QSqlDatabase&, int) {}
 Deadline::~Deadline() = default;
 bool Deadline::HasPassed() const { return false; }
+Hosts LookUp(const QString&, int) { return Hosts::Known; }
 Refusal WhyRefused(const std::map<QString, QString>&, const QString&, int) { return {.isThere = true}; }
 
 #endif

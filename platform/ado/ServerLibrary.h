@@ -26,12 +26,16 @@ class Deadline {
   quint64 number_ = 0;
 };
 
+// What a name server tells of hosts, divided by commas; it may take long to answer, and nothing that asks it
+// can be cut.
+enum class Hosts { Known, Unknown, Unanswered };
+Hosts LookUp(const QString& hosts, int milliseconds);
+
 // Why no connection comes about, by a try of its own.
 struct Refusal {
   QString state{};             // the server's code (SQLSTATE); empty where it has not answered
   bool needsPassword = false;  // the server asks for one, and there is none
   bool isThere = false;        // something has taken the connection
-  bool knowsHost = true;
 };
 Refusal WhyRefused(const std::map<QString, QString>& parts, const QString& password, int milliseconds);
 

@@ -2,12 +2,15 @@
 // becomes of a connection that is lost.
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+#include <netdb.h>
 #include <sys/types.h>
 
 #include <QElapsedTimer>
 #include <QJsonObject>
 #include <cmath>
 #include <csignal>
+#include <future>
 
 #include "platform/ado/ServerAddress.h"
 #include "tests/support/Cases.h"
@@ -16,6 +19,14 @@
 #include "tests/support/TestServer.h"
 
 using Cause = DatabaseError::Cause;
+
+// In place of the system's: one domain is not known, of another one no name server tells anything.
+extern "C" int getaddrinfo(const char* host, const char* service, const addrinfo* hints, addrinfo** found) {
+  static const auto system = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+  if (QByteArrayView(host).endsWith(".invalid")) return EAI_NONAME;
+  if (QByteArrayView(host).endsWith(".silent")) std::promise<void>().get_future().wait();
+  return system(host, service, hints, found);
+}
 
 namespace {
 
@@ -42,6 +53,14 @@ TEST(ServerAddressTest, APasswordIsRefusedAndNotShown) {
     EXPECT_FALSE(refusal.contains(u"sec"_s) || refusal.contains(u"ret"_s)) << refusal.toStdString();
   }
   EXPECT_TRUE(Refusal([] { ServerAddress::Parse(u"postgres://me:x@host"_s); }).contains(u"~/.pgpass"_s));
+}
+
+TEST(ServerAddressTest, ANameServerThatIsSilentKeepsNobodyWaiting) {
+  Connection connection;
+  connection.ConnectWait = 100;
+  EXPECT_TRUE(Refusal([&] {
+                connection.OpenWith(u"postgresql://plant.silent/quality"_s);
+              }).contains(u"no name server tells where the host \"plant.silent\" is"_s));
 }
 
 class ServerTest : public testing::Test {
