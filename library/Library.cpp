@@ -269,10 +269,15 @@ bool Library::OffersUnit(const QString& name) {
   return FindId(u"SELECT ID, Name FROM Units WHERE Deleted = 0 ORDER BY ID"_s, name).has_value();
 }
 
+// Who writes to a file is alone there.
+void Library::LockUnits() {
+  if (connection_.IsServer()) LibraryServer::LockUnits(connection_);
+}
+
 void Library::AddUnit(const QString& name) {
   if (name.isEmpty()) return;
   Transaction transaction(connection_, Change::Adds);
-  if (connection_.IsServer()) LibraryServer::LockUnits(connection_);
+  LockUnits();
   if (!OffersUnit(name)) connection_.Execute(u"INSERT INTO Units (Name) VALUES (?)"_s, {name});
   transaction.Commit();
 }

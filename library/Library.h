@@ -165,6 +165,7 @@ class Library {
   // Offers a unit of measurement, unless it is offered already.
   void AddUnit(const QString& name);
   bool OffersUnit(const QString& name);
+  void LockUnits();  // until the transaction that is open ends, nobody else adds one
 
   // A data set that was deleted, kept aside until it is restored or purged.
   struct Deleted {

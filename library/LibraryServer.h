@@ -36,7 +36,8 @@ void KeepTokens(Connection& connection);
 // Whether the user has the right to change rows, and the server takes changes.
 bool CanWrite(Connection& connection);
 
-// Until the transaction ends nobody else adds a unit.
+// Until the transaction ends nobody else adds a unit. No index keeps two from having the same name: that of a
+// deleted one is free again, and the program alone knows which names are the same.
 void LockUnits(Connection& connection);
 
 }  // namespace LibraryServer

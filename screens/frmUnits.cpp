@@ -189,6 +189,7 @@ bool frmUnits::SaveCurrentData() {
 bool frmUnits::WriteUnit() {
   const QString name = txtName->text().trimmed();
   Transaction transaction(CurrentConnection());
+  CurrentLibrary()->LockUnits();
   const auto theirs = IsNewRecord ? std::nullopt : TextsInTable();
   const bool isSettled = IsNewRecord
                              ? !CurrentLibrary()->OffersUnit(name)

@@ -110,6 +110,31 @@ TEST_F(ServerFormTest, ThePasswordIsAskedForUntilItIsRightAndKeptNowhere) {
   Connection::UsePassword(guarded, {});
 }
 
+TEST_F(ServerFormTest, AUnitThatTwoAddAtOnceIsThereOnce) {
+  Library::Create(address);
+  GlobalFunctions::AttachDatabase(address);
+  Library other(address);
+  other.Database().Execute(u"SET lock_timeout = 50"_s);
+  frmUnits form;
+  form.show();
+  Click(form, "qsMenuBar1_1");
+  Type(form, "txtName", u"mm"_s);
+  bool isRefused = false;
+  Connection::FaultHook = [&](const QString& operation) {
+    if (operation != u"insert"_s) return;
+    Connection::FaultHook = nullptr;
+    try {
+      other.AddUnit(u"MM"_s);
+    } catch (const DatabaseError& error) {
+      isRefused = error.IsBusy();
+    }
+  };
+  Click(form, "qsMenuBar1_2");
+  EXPECT_TRUE(isRefused);
+  other.AddUnit(u"MM"_s);
+  EXPECT_EQ(RowsOf(address, u"SELECT Name FROM Units"_s), (std::vector<QVariantList>{{u"mm"_s}}));
+}
+
 TEST_F(ServerFormTest, AReaderIsToldSoAndOfferedNothingThatWrites) {
   Library::Create(address);
   Library(address).Save(*TestProgram::NewDataSet(u"Shaft"_s), program.clock.Now());
