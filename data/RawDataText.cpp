@@ -96,7 +96,7 @@ QString FaultIn(const Examination& examination) {
 }
 
 QString WithFault(const QString& text, const Examination& examination) {
-  const QString fault = FaultIn(examination);
+  const QString fault = examination.Fault();
   return fault.isEmpty() ? text : text + u'\n' + fault;
 }
 
@@ -141,9 +141,7 @@ int DecimalsOf(QStringView text) {
   return static_cast<int>(std::clamp<qsizetype>(decimals - exponent.toInt(), 0, 400));
 }
 
-bool Examination::IsUnclear() const {
-  return notANumber.number + cells.number + unclear.number + comma.number > 0;
-}
+bool Examination::IsUnclear() const { return !unclearLines.isEmpty(); }
 
 qsizetype Examination::NamedLine() const {
   for (const Line* line : {&notANumber, &cells, &unclear, &comma, &tooFine, &beyondFliers, &tenfold})
@@ -151,12 +149,20 @@ qsizetype Examination::NamedLine() const {
   return 0;
 }
 
+QString Examination::Fault() const {
+  const QString fault = FaultIn(*this);
+  return unclearLines.size() < 2 ? fault : Words::RawData::unclearLines(unclearLines.size(), fault);
+}
+
 Examination Examine(const QString& text, const std::optional<FlierLimits>& fliers,
                     const std::optional<double>& before) {
   Examination found;
   Neighbours neighbours(found.tenfold, before);
   RawDataLines::ForEachLine(text, [&](qsizetype number, QStringView line) {
-    if (!Conversions::IsNumeric(line)) return ExamineUnclear(number, line, found);
+    if (!Conversions::IsNumeric(line)) {
+      found.unclearLines << number;
+      return ExamineUnclear(number, line, found);
+    }
     ++found.values;
     const double value = Conversions::CDbl(line);
     if (DecimalsOf(line) > mostDecimals) Note(found.tooFine, number, line);
@@ -194,7 +200,7 @@ QString Quoted(const QString& text) {
 
 QString Describe(const Examination& examination, const QString& subGroupSize) {
   const qsizetype values = examination.values;
-  if (values == 0 && examination.IsUnclear()) return FaultIn(examination);
+  if (values == 0 && examination.IsUnclear()) return examination.Fault();
   QString result = values == 0   ? Words::RawData::noValues()
                    : values == 1 ? Words::RawData::oneValue()
                                  : Words::RawData::values(values);

@@ -22,19 +22,22 @@ struct Line {
 };
 
 struct Examination {
-  qsizetype values = 0;  // numbers
-  Line notANumber;       // the first; its text is the element that is none
-  Line cells;            // the first line of several cells
-  Line unclear;          // the first that is a number only in some reading
-  Line comma;            // the first line that a comma makes more than one value
-  Line tooFine;          // the first number with more than mostDecimals decimals
-  Line beyondFliers;     // the first number that does not lie between the flier limits
-  Line tenfold;          // the first number ten times as large as its neighbours
+  qsizetype values = 0;           // numbers
+  Line notANumber;                // the first; its text is the element that is none
+  Line cells;                     // the first line of several cells
+  Line unclear;                   // the first that is a number only in some reading
+  Line comma;                     // the first line that a comma makes more than one value
+  QList<qsizetype> unclearLines;  // the numbers of all of these four kinds, ascending
+  Line tooFine;                   // the first number with more than mostDecimals decimals
+  Line beyondFliers;              // the first number that does not lie between the flier limits
+  Line tenfold;                   // the first number ten times as large as its neighbours
 
   // Something is no number as it stands, or several.
   bool IsUnclear() const;
   // The line that the live line names; 0 for none.
   qsizetype NamedLine() const;
+  // What is wrong with it; empty where nothing is.
+  QString Fault() const;
 };
 
 inline constexpr int mostDecimals = 8;  // more are not shown

@@ -41,7 +41,8 @@ AddMeasurements::AddMeasurements(QWidget* parent) : QDialog(parent) {
     BuildControls();
     InstallHelpKey(this, HelpTopics::AddMeasurements);
     UpdateNotes();
-    resize(sizeHint().boundedTo(RoomFor(*this)));
+    // With room for what is offered below the values.
+    resize((sizeHint() + QSize(0, fontMetrics().height() * 6)).boundedTo(RoomFor(*this)));
   });
 }
 
@@ -68,7 +69,7 @@ void AddMeasurements::BuildControls() {
   heading.setBold(true);
   lblDescription->setFont(heading);
   txtNewValues = new RawDataBox(u"txtNewValues"_s, this);
-  txtNewValues->setMinimumHeight(std::min(fontMetrics().lineSpacing() * 7, RoomFor(*this).height() / 4));
+  txtNewValues->setMinimumHeight(std::min(fontMetrics().lineSpacing() * 7, RoomFor(*this).height() / 6));
   auto* label = new QLabel(Words::Adding::newValues(), this);
   label->setBuddy(txtNewValues);
   notes_ = new RawDataNotes(txtNewValues, this);
@@ -83,8 +84,8 @@ void AddMeasurements::BuildControls() {
   auto* verdict = new QHBoxLayout;
   verdict->addWidget(ledVerdict);
   verdict->addWidget(lblVerdict, 1);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
+  auto* buttons = IsLow(*this) ? verdict : new QHBoxLayout;
+  if (buttons != verdict) buttons->addStretch();
   buttons->addWidget(cmdAdd);
   buttons->addWidget(cmdClose);
   auto* body = new QWidget;
@@ -99,7 +100,7 @@ void AddMeasurements::BuildControls() {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(new ScrollingPage(body, this), 1);
   layout->addLayout(verdict);
-  layout->addLayout(buttons);
+  if (buttons != verdict) layout->addLayout(buttons);
   setMinimumWidth(std::min(fontMetrics().averageCharWidth() * 60, RoomFor(*this).width()));
   txtNewValues->setFocus();
 
@@ -170,7 +171,10 @@ void AddMeasurements::ShowVerdict(const CData& shown, bool withNewValues) {
 bool AddMeasurements::SettleCommas() {
   const QString text = txtNewValues->toPlainText();
   const auto doubt = RawDataReadings::DoubtfulComma(text);
-  if (!doubt) return true;
+  const auto canBeAdded = [&](bool asOneValue) {
+    return !AddedSamples::ValuesIn(RawDataReadings::Settled(text, asOneValue)).isEmpty();
+  };
+  if (!doubt || (!canBeAdded(true) && !canBeAdded(false))) return true;  // it is refused
   const Answer answer =
       ShowSystemMessage(SaveQuestions::DoubtfulComma(*doubt), Icon::Question, Buttons::YesNoCancel);
   if (answer != Answer::Yes && answer != Answer::No) return false;

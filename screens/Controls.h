@@ -19,6 +19,11 @@ inline QSize RoomFor(const QWidget& window) {
   return window.screen()->availableSize() - QSize(em, em * 5 / 2);
 }
 
+// Whether its screen is so low for the size of its letters that what can wait has to stand in a menu.
+inline bool IsLow(const QWidget& widget) {
+  return RoomFor(widget).height() < widget.fontMetrics().height() * 24;
+}
+
 // A label for a text of any length: shown to the letter, wrapped, and to be copied from.
 inline QLabel* TextLabel(const QString& name, QWidget* parent, const QString& text = {}) {
   auto* label = Named(new QLabel(text, parent), name);

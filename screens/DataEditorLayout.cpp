@@ -60,12 +60,13 @@ void DataEditor::BuildControls() {
   page->setContentsMargins(gap, gap, gap, gap);
   page->setSpacing(gap);
   page->addLayout(BuildHead(), 0, 0, 1, 2);
-  page->addWidget(BuildSpecLimits(), 1, 0);
-  page->addWidget(BuildControlLimits(), 2, 0);
-  page->addWidget(BuildChartSetup(), 3, 0);
+  const int columns = IsNarrow(*this) ? 2 : 1;
+  page->addWidget(BuildSpecLimits(), 1, 0, 1, columns);
+  page->addWidget(BuildControlLimits(), 2, 0, 1, columns);
+  page->addWidget(BuildChartSetup(), 3, 0, 1, columns);
   if (IsNarrow(*this)) {
-    page->addWidget(BuildRawData(), 4, 0);
-    txtRawData->setMinimumHeight(fontMetrics().height() * 8);
+    page->addWidget(BuildRawData(), 4, 0, 1, columns);
+    txtRawData->setMinimumHeight(fontMetrics().height() * 5);
   } else {
     page->addWidget(BuildRawData(), 1, 1, 3, 1);
   }

@@ -41,7 +41,6 @@ class DataEditorSave {
  private:
   bool SettleCommas();
   bool ConfirmFliers(const QString& values);
-  QString HandedOverValues() const;
   Trace::Origins HandedOverSamples() const;
   void Keep(QString& values, const QString& kept);
   qint16 MaxSamples() const;

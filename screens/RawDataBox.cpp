@@ -103,6 +103,11 @@ void RawDataBox::MarkSubgroups(qint16 size, qsizetype before) {
   viewport()->update();
 }
 
+void RawDataBox::MarkUnclear(const QList<qsizetype>& lines) {
+  unclearLines_ = lines;
+  margin_->update();
+}
+
 void RawDataBox::insertFromMimeData(const QMimeData* source) {
   if (!source->hasText()) return;
   RawDataReadings::Pasted pasted = RawDataReadings::FromPasted(source->text());
@@ -205,12 +210,15 @@ void RawDataBox::PaintMargin() {
   QPainter painter(margin_);
   painter.fillRect(margin_->rect(), palette().color(QPalette::AlternateBase));
   painter.setFont(font());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
   ForEachVisibleLine([&](int number, double top) {
     const QRectF place(0, top, NumbersWidth() - marginGap, fontMetrics().height());
+    const bool isUnclear = std::ranges::binary_search(unclearLines_, number);
+    if (isUnclear) painter.fillRect(place.adjusted(0, 0, marginGap, 0), palette().color(QPalette::Text));
+    painter.setPen(palette().color(isUnclear ? QPalette::Base : QPalette::PlaceholderText));
     painter.drawText(place, Qt::AlignRight | Qt::AlignTop, QString::number(number));
     const Trace::Run* run = besideWidth_ > 0 ? RunOf(number - 1) : nullptr;
     if (!run) return;
+    painter.setPen(palette().color(QPalette::PlaceholderText));
     const QRectF beside(NumbersWidth() + marginGap, top, besideWidth_, fontMetrics().height());
     painter.drawText(beside, Qt::AlignLeft | Qt::AlignTop,
                      fontMetrics().elidedText(BesideText(*run), Qt::ElideRight, besideWidth_));

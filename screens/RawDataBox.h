@@ -35,6 +35,8 @@ class RawDataBox : public QPlainTextEdit {
   void GoToLine(qsizetype number);  // counted from 1
   // Marks where a subgroup of more than one value begins; `before` values stand before the box's.
   void MarkSubgroups(qint16 size, qsizetype before = 0);
+  // Makes the numbers of these lines, ascending, stand out.
+  void MarkUnclear(const QList<qsizetype>& lines);
 
   // Commas that the last paste read as decimal points; 0 once the text has changed since.
   qsizetype DecimalCommasRead() const { return decimalCommasRead_; }
@@ -67,7 +69,8 @@ class RawDataBox : public QPlainTextEdit {
   Trace::Origins shownSamples_;    // of each line, with what was typed anew in its place
   int shownRevision_ = -1;         // of the text that these are of
   Trace::Record record_;
-  int besideWidth_ = 0;           // of times and lots; 0 where there are none
-  QList<qsizetype> markedLines_;  // ascending
+  int besideWidth_ = 0;            // of times and lots; 0 where there are none
+  QList<qsizetype> markedLines_;   // ascending
+  QList<qsizetype> unclearLines_;  // ascending
   qsizetype decimalCommasRead_ = 0;
 };

@@ -37,6 +37,8 @@ class RawDataNotes : public QWidget {
 
  private:
   void FitNote();
+  void ShowOffers();
+  void BringIntoSight();
   void TakeOffer(qsizetype index);
 
   RawDataBox* box_;

@@ -200,18 +200,20 @@ inline constexpr Text<2> severalValues{
     u"Line %1 is more than one value: %2. A decimal is written with a point."};
 inline constexpr Text<2> severalCells{u"Line %1 has several cells: %2. Which hold the values?"};
 inline constexpr Text<2> unclear{u"Line %1 is unclear: %2"};
+inline constexpr Text<2> unclearLines{u"%1 lines cannot be read as they stand. %2"};
 inline constexpr Text<2> beyondFliers{u"Line %1 does not lie between the flier limits: %2"};
 inline constexpr Text<3> tooFine{
     u"Line %1 has more than the %3 decimals that are shown: %2. A smaller unit shows them all."};
 inline constexpr Text<2> tenfold{u"Line %1 is ten times its neighbours: %2"};
 inline constexpr Text<1> oneNewValue{u"1 new value, %1 in all"};
 inline constexpr Text<2> newValues{u"%1 new values, %2 in all"};
-inline constexpr Text<1> goToLine{u"Go to line %1"};
+inline constexpr Text<1> goToLine{u"Go to line %1 (&0)"};
 inline constexpr Text<> commaWasRead{u"1 comma was read as a decimal point."};
 inline constexpr Text<1> commasWereRead{u"%1 commas were read as decimal points."};
 
 // The readings that are offered for what is unclear.
 inline constexpr Text<> moreReadings{u"More readings"};
+inline constexpr Text<> chooseReading{u"Choose a reading"};
 inline constexpr Text<> readDecimalComma{u"Read 1 comma as a decimal point"};
 inline constexpr Text<1> readDecimalCommas{u"Read %1 commas as decimal points"};
 inline constexpr Text<1> readCommasAndPoints{

@@ -61,7 +61,7 @@ TEST_F(AddMeasurementsTest, LimitsThatTheRowDoesNotKeepAreForetoldAnewAndKept) {
 TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
   EnterValues(u"105"_s);  // ten times its neighbours, those in the library too
   Clear();
-  EnterValues(u"10.1\nabc"_s);
+  EnterValues(u"10.1\nabc\n10,25"_s);  // what cannot be added is not asked about
   Choose("cmdAdd");
   Clear();
   EnterValues(u"10,25"_s);

@@ -80,6 +80,7 @@ TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
       {"no data", SPOILT(f.rawData = u" \r\n\n"_s)},
       {"seven values", SPOILT(f.rawData = Values(7))},
       {"text at the end", SPOILT(f.rawData += u"\nabc"_s)},
+      {"two lines that are no numbers, and a comma to ask about", SPOILT(f.rawData += u"\n9,5\nabc\n1..2"_s)},
       {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768))},
       {"no description", SPOILT(f.description = u"  "_s)},
       {"no unit", SPOILT(f.units.clear())},
