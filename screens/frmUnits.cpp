@@ -181,7 +181,7 @@ bool frmUnits::SaveCurrentData() {
     return true;
   });
   // What could not be written must not be written by the next move either.
-  if (!saved && recordset_.GetState() == Recordset::Opened) recordset_.CancelUpdate();
+  if (!saved && IsOpen()) recordset_.CancelUpdate();
   return saved;
 }
 
@@ -230,7 +230,7 @@ void frmUnits::MoveTo(qint64 position) {
 
 // Stays at the unit that is shown.
 bool frmUnits::ListAll() {
-  const qint32 id = recordset_.RecordCount() > 0 ? CurrentID() : 0;
+  const qint32 id = IsOpen() && recordset_.RecordCount() > 0 ? CurrentID() : 0;
   isListed_ = GlobalFunctions::OpenFilteredRecordset(recordset_, allUnits, {}, true);
   if (isListed_) FindUnit(id);
   return isListed_;
@@ -309,9 +309,8 @@ void frmUnits::UpdateScreenFields() {
 }
 
 void frmUnits::UpdateButtons() {
-  const bool isOpen = recordset_.GetState() == Recordset::Opened;
   const auto states = QCGlobalFunctions::UpdateMenuButtonStates(recordset_);
-  qsMenuBar1->SetEnabled(RecordBar::Add, isOpen);
+  qsMenuBar1->SetEnabled(RecordBar::Add, IsOpen());
   qsMenuBar1->SetEnabled(RecordBar::Save, ScreenChanged);
   qsMenuBar1->SetEnabled(RecordBar::Delete, states.currentRecord && !IsNewRecord);
   for (const int command : {RecordBar::First, RecordBar::Previous})
@@ -335,7 +334,9 @@ void frmUnits::UpdateButtons() {
 }
 
 void frmUnits::reject() {
-  if (ResolvePendingChanges()) QDialog::reject();
+  Trap(u"frmUnits::Form_Unload"_s, [this] {
+    if (ResolvePendingChanges()) QDialog::reject();
+  });
 }
 
 // What is typed into a locked name begins a unit, or is told why it cannot.
@@ -344,7 +345,7 @@ bool frmUnits::eventFilter(QObject* watched, QEvent* event) {
     const auto* key = static_cast<QKeyEvent*>(event);
     const bool isText = !key->text().isEmpty() && key->text().at(0).isPrint() &&
                         !key->modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier);
-    if (isText || key->matches(QKeySequence::Paste)) {
+    if (IsOpen() && (isText || key->matches(QKeySequence::Paste))) {
       if (recordset_.RecordCount() == 0) {
         AddUnit();
       } else {

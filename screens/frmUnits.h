@@ -42,6 +42,7 @@ class frmUnits : public QDialog, public LibraryView {
   std::optional<Texts> TextsInTable() const;
   void ReadAgain();
   void TakePresent();
+  bool IsOpen() const { return recordset_.GetState() == Recordset::Opened; }
   qint32 CurrentID() const { return recordset_.Field(QStringLiteral("ID")).toInt(); }
   void DeleteUnit();
   void RefreshList();

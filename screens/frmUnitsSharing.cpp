@@ -65,7 +65,7 @@ void frmUnits::FindUnit(qint32 id) {
 
 void frmUnits::LibraryChanged() {
   recordset_.SetActiveConnection(CurrentConnection());  // the library may have been opened anew
-  if (recordset_.GetState() != Recordset::Opened || IsNewRecord) return;
+  if (!IsOpen() || IsNewRecord) return;
   try {
     if (TextsInBoxes() == snapshot_) {
       TakePresent();

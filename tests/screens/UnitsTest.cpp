@@ -188,4 +188,16 @@ TEST_F(UnitsTest, AChangeThatCannotBeWrittenIsNotWrittenLater) {
   Run(RecordBar::Next, {Answer::No});
 }
 
+TEST_F(UnitsTest, TypingIsHarmlessWhereTheUnitsCannotBeRead) {
+  Step(u"Refresh list, in vain"_s,
+       [&] {
+         TestProgram::FailAt(u"select"_s);
+         Get<RecordBar>(form, "qsMenuBar1").Button(RecordBar::RefreshList)->trigger();
+         TestProgram::FailAt({});
+       },
+       {Answer::Ok});
+  EnterSeen("txtName", u"in"_s);
+  Run(RecordBar::RefreshList);
+}
+
 }  // namespace
