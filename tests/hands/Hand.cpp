@@ -77,7 +77,8 @@ void Answer(QMessageBox& box) {
   auto answer = QMessageBox::Yes;
   if (text.contains(u"Do you wish to save these changes"_s) || text.startsWith(u"Data has changed"_s)) {
     answer = Chance(60) ? QMessageBox::Yes : Chance(70) ? QMessageBox::No : QMessageBox::Cancel;
-    if (answer == QMessageBox::Yes) NoteTry();
+    // What is not to be saved may stay in the form, and be saved later.
+    if (answer != QMessageBox::Cancel) NoteTry();
     if (answer == QMessageBox::No) typed = {};
   } else if (text.contains(u"as a new data set?"_s)) {
     if (!Chance(50)) answer = QMessageBox::No;
