@@ -88,7 +88,7 @@ Reason ReasonNotToOpen(const QString& words, const ServerLibrary::Refusal& refus
     return {u"no server answers there; check the host%1 and the port%2 (%3)"_s.arg(named(u"host"_s),
                                                                                    named(u"port"_s), words),
             Cause::Lost};
-  return {u"the server cannot be reached (%1)"_s.arg(words), Cause::Lost};
+  return {u"there is no connection (%1)"_s.arg(words), Cause::Lost};
 }
 
 // Of each user at each server.
