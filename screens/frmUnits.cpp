@@ -188,6 +188,7 @@ bool frmUnits::SaveCurrentData() {
 // False where others were quicker since it was settled with them, and nothing is written.
 bool frmUnits::WriteUnit() {
   const QString name = txtName->text().trimmed();
+  recordset_.SetActiveConnection(CurrentConnection());  // the library may have been opened anew
   Transaction transaction(CurrentConnection());
   CurrentLibrary()->LockUnits();
   const auto theirs = IsNewRecord ? std::nullopt : TextsInTable();

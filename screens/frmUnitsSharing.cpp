@@ -52,6 +52,7 @@ std::optional<frmUnits::Texts> frmUnits::TextsInTable() const {
 // The units as they are now, at the same one.
 void frmUnits::ReadAgain() {
   const qint32 id = recordset_.RecordCount() > 0 ? CurrentID() : 0;
+  recordset_.SetActiveConnection(CurrentConnection());  // the library may have been opened anew
   recordset_.Requery();
   FindUnit(id);
 }
@@ -64,7 +65,6 @@ void frmUnits::FindUnit(qint32 id) {
 }
 
 void frmUnits::LibraryChanged() {
-  recordset_.SetActiveConnection(CurrentConnection());  // the library may have been opened anew
   if (!IsOpen() || IsNewRecord) return;
   try {
     if (TextsInBoxes() == snapshot_) {

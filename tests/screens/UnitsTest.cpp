@@ -154,6 +154,9 @@ TEST_F(UnitsTest, FollowsALibraryThatIsOpenedAnew) {
   EnterSeen("txtName", u"inch"_s);
   reopen();
   Run(RecordBar::Save);
+  Describe(true);
+  GlobalFunctions::ReopenDatabase();  // and is still being read
+  Run(RecordBar::Save);
 }
 
 // Between the question whether a name is free and the writing.
