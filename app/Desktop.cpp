@@ -9,6 +9,7 @@
 
 #include "core/Globals.h"
 #include "core/StartUp.h"
+#include "core/Trap.h"
 #include "platform/ado/ServerAddress.h"
 #include "platform/registry/Registry.h"
 #include "platform/system/SingleInstance.h"
@@ -76,6 +77,15 @@ void ShowPainted(QWidget& window) {
   waiting.start();
   while (!window.windowHandle()->isExposed() && waiting.elapsed() < 200) QCoreApplication::processEvents();
 }
+
+// An error that a slot leaves through would end the program somewhere in an event loop: it is told instead.
+class Application : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    return Trap(u"Kestrel"_s, false, [&] { return QApplication::notify(receiver, event); });
+  }
+};
 
 // Gives the keyboard back to the window that was under a closed one: without a window manager nobody else
 // does.
@@ -185,7 +195,7 @@ void TakeOver(frmMain& main, const QByteArray& message) {
 int RunDesktop(int& argc, char** argv, const QString& libraryForThisRun) {
   QApplication::setOrganizationName(u"Orvane Labs"_s);
   QApplication::setStyle(new ProgramStyle);
-  QApplication application(argc, argv);
+  Application application(argc, argv);
   // Closing the main window ends the program, whatever help windows are still open.
   QApplication::setQuitOnLastWindowClosed(false);
   SingleInstance instance;

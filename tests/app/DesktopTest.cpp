@@ -2,6 +2,7 @@
 // becomes of the file that it was started with.
 #include "app/Desktop.h"
 
+#include <QMessageBox>
 #include <QTextBlock>
 #include <QTextBrowser>
 
@@ -89,6 +90,10 @@ TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {
     QTest::keyClick(&question, Qt::Key_Return);
     return true;
   };
+  const auto told = [&](QWidget& box) {
+    EXPECT_TRUE(dynamic_cast<QMessageBox&>(box).text().startsWith(u"Kestrel failed with error:"_s));
+    return confirm(box);
+  };
   const QString main = u"frmMain"_s, charts = u"StatGraphics"_s;
   steps = {{main, loaded},
            {main, Trigger("Toolbar1_2_2")},
@@ -101,6 +106,8 @@ TEST_F(DesktopTest, EachCommandOpensItsScreenAndClosingEndsTheProgram) {
            {charts, HelpIsTheChartScreens},
            {charts, Trigger("Toolbar1_4")},
            {u"RecalcScreen"_s, Close},
+           {charts, [](QWidget&) -> bool { throw Error(u"planted"_s); }},  // told, and the program goes on
+           {u"MessageBox"_s, told},
            {charts, [this](QWidget&) { return StartAgain(); }},
            {main, handedOver},
            {main, [](QWidget& window) { return window.close() || true; }},
