@@ -227,11 +227,21 @@ bool LastFits(Connection& connection, qint64 id, const QString& values, qsizetyp
   return end <= count && CountAndPrint(values, end).second == query->value(1).toLongLong();
 }
 
-// The largest number in a column; 0 where there is none.
-qint64 Largest(Connection& connection, const QString& column, const QString& table, qint64 id) {
-  const Query query =
-      connection.Run(u"select"_s, u"SELECT max(%1) FROM %2 WHERE ID = ?"_s.arg(column, table), {id});
+// The largest number of the entries of a data set; 0 where there is none.
+qint64 LargestNote(Connection& connection, qint64 id) {
+  const Query query = connection.Run(u"select"_s, u"SELECT max(Entry) FROM SampleNote WHERE ID = ?"_s, {id});
   return connection.NextRow(query) ? query->value(0).toLongLong() : 0;
+}
+
+struct RunNumbers {
+  qint64 entry = 0;
+  qint64 run = 0;
+};
+RunNumbers LargestRun(Connection& connection, qint64 id) {
+  const Query query =
+      connection.Run(u"select"_s, u"SELECT max(Entry), max(Run) FROM SampleRun WHERE ID = ?"_s, {id});
+  if (!connection.NextRow(query)) return {};
+  return {query->value(0).toLongLong(), query->value(1).toLongLong()};
 }
 
 }  // namespace
@@ -291,17 +301,16 @@ void TraceTables::AddRun(Connection& connection, qint64 id, const Trace::Source&
     const QStringList before = Trace::SamplesIn(values).first(first);
     Write(connection, id, Read(connection, id, before).record, before);
   }
+  const auto [entry, run] = LargestRun(connection, id);
   Runs runs(connection);
-  runs.Put(id, Largest(connection, u"Entry"_s, u"SampleRun"_s, id) + 1,
-           {first, count, source.time, source.lot, Largest(connection, u"Run"_s, u"SampleRun"_s, id) + 1},
-           print);
+  runs.Put(id, entry + 1, {first, count, source.time, source.lot, run + 1}, print);
   runs.End();
 }
 
 void TraceTables::PutNote(Connection& connection, qint64 id, Trace::Note note, const QStringList& samples) {
   Make(connection);
   if (note.number == 0)
-    note.number = Largest(connection, u"Entry"_s, u"SampleNote"_s, id) + 1;
+    note.number = LargestNote(connection, id) + 1;
   else
     RemoveNote(connection, id, note.number);
   Notes notes(connection);
