@@ -12,9 +12,9 @@ namespace {
 class ChartNotesTest : public ChartScreenFixture {
  protected:
   // Eight more samples, of two points, at the time of the program's clock.
-  void AddTimedPoints() {
-    ASSERT_TRUE(
-        DataObjectFunctions::AppendToDataObject(data, QString(u"10,"_s).repeated(8).chopped(1).split(u',')));
+  void AddTimedPoints(size_t place = 0) {
+    ASSERT_TRUE(DataObjectFunctions::AppendToDataObject(program.state.gDataCollection.at(place),
+                                                        QStringList(8, u"10"_s)));
     data = program.state.gDataCollection.at(0);
   }
   void OpenActive() {
@@ -138,7 +138,9 @@ TEST_F(ChartNotesTest, TimesStandAtTheAxisAndAMonthShowsItsPoints) {
   Open();
   EXPECT_FALSE(Get<QComboBox>(*screen, "cboAxis").isVisible()) << "nothing to show";
   program.clock.now = QDateTime(QDate(2026, 10, 31), QTime(23, 30));
-  AddTimedPoints();
+  program.Insert(u"Bore"_s);
+  ASSERT_TRUE(DataObjectFunctions::InitializeCDataCollection());
+  for (const size_t place : {0U, 1U}) AddTimedPoints(place);
   OpenActive();
   Hover(12);
   PressOn(*screen, Qt::Key_T);
@@ -159,6 +161,8 @@ TEST_F(ChartNotesTest, TimesStandAtTheAxisAndAMonthShowsItsPoints) {
   EXPECT_TRUE(
       FileBy("Toolbar1_5_4", program.Path(u"month.svg"_s)).contains("Period: 2026-10-01 to 2026-10-31"));
   Choose("cmdAllPoints");
+  Choose("cmdLastMonth");
+  Choose("cmdNext");  // all of it, although it has points of that month too
 }
 
 }  // namespace
