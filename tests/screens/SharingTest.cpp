@@ -143,8 +143,8 @@ TEST_F(SharingTest, AConflictShowsBothVersionsAndAsks) {
     SaveIn(editor, {});
     InConflict("cmdMine");
     SaveIn(editor, {Answer::Ok});
-    Enter(editor, "txtUSL", u"15"_s);
-    program.Execute(u"UPDATE StatData SET UpperSpecLimit = 16"_s);
+    for (const char* box : {"txtUSL", "txtHiFlier"}) Enter(editor, box, u"15"_s);
+    program.Execute(u"UPDATE StatData SET UpperSpecLimit = 16, HiFlier = 17, LoFlier = 4"_s);
     InConflict("cmdTheirs");
     SaveIn(editor, {});
     auto& raw = Get<QPlainTextEdit>(editor, "txtRawData");

@@ -121,6 +121,7 @@ TEST_F(ButtonBarTest, PlainButtonsAnswerMouseKeysAndMnemonic) {
   bar.AddButton(u"Zoom In"_s, {}, Symbol::ZoomIn);
   bar.SetCaption(3, u"Zoom Out"_s, Symbol::ZoomOut);
   EXPECT_EQ(Tool(u"Toolbar1_3"_s)->text(), u"&Zoom Out"_s) << "the letter stays";
+  EXPECT_EQ(Grey(bar.Button(3)->icon().pixmap(24)), Grey(SymbolIcon(Symbol::ZoomOut).pixmap(24)));
 }
 
 TEST_F(ButtonBarTest, AButtonWithAMenuOnlyOpensIt) {
