@@ -1,7 +1,5 @@
 // Times, lots and notes on the chart screen: what the mouse tells, the axis, the months, and the form for a
 // note.
-#include <QAction>
-#include <QComboBox>
 #include <QTreeWidget>
 
 #include "screens/NoteForm.h"
@@ -42,8 +40,9 @@ class ChartNotesTest : public ChartScreenFixture {
   void TypeNote(const QWidget& form, const QString& text) {
     Step(text, [&] { QTest::keyClicks(&Get<QPlainTextEdit>(form, "txtNote"), text); });
   }
-  void ChooseIn(const QWidget& form, const char* button) {
-    Step(QLatin1StringView(button), [&] { Click(form, button); });
+  void ChooseIn(const QWidget& form, const char* button, Answers answers = {}) {
+    Step(
+        QLatin1StringView(button), [&] { Click(form, button); }, answers);
   }
 };
 
@@ -78,58 +77,25 @@ TEST_F(ChartNotesTest, WhatHasLostItsSamplesIsListedRemovedAndPutOnAnotherPoint)
   EXPECT_FALSE(Get<QAction>(*screen, "Toolbar1_5_8").isEnabled());
   const QString before = data->DelimitedInputString();
   for (int i = 0; i < 3; ++i) AddTimedPoints();
-  DataObjectFunctions::SetNote(*data, 0, {}, u"stays"_s);
-  DataObjectFunctions::SetNote(*data, 40, {}, u"new drum"_s);
-  DataObjectFunctions::SetNote(*data, 48, {}, u"door open"_s);
+  for (const auto& [sample, text] : {std::pair{0, u"stays"_s}, {40, u"new drum"_s}, {48, u"door open"_s}})
+    DataObjectFunctions::SetNote(*data, sample, {}, text);
   ChangeElsewhere(u"\"Values\" = '%1'"_s.arg(before + u"9,9,9,9,"_s));
   OpenActive();
-  const auto list = [](QWidget& form) -> QTreeWidget& { return Get<QTreeWidget>(form, "listUnplaced"); };
-  const auto listed = [&](QWidget& form) {
-    QStringList rows;
-    for (int row = 0; row < list(form).topLevelItemCount(); ++row)
-      rows << list(form).topLevelItem(row)->text(0) + u' ' + list(form).topLevelItem(row)->text(3);
-    return rows;
-  };
   Hover(1);
   WithForm(
-      [&](QWidget& form) {
-        EXPECT_EQ(listed(form),
-                  (QStringList{u"Note new drum"_s, u"Note door open"_s, u"Run "_s, u"Run "_s, u"Run "_s}));
-        EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"new drum");
-        Click(form, "cmdPlace");  // beside the note that is there
-        EXPECT_EQ(TextOf(form, "lblNews"), u"The note is on point 1 now.");
-        program.boxes.Expect(Answer::No);
-        Click(form, "cmdRemove");
-        EXPECT_EQ(program.boxes.Take().text, u"Remove 1 note from the library? This cannot be undone.");
-        EXPECT_EQ(listed(form).size(), 4);
-        QTest::keyClick(&list(form), Qt::Key_End, Qt::NoModifier);
-        EXPECT_FALSE(Get<QPushButton>(form, "cmdPlace").isEnabled()) << "a run";
-        program.boxes.Expect(Answer::Yes);
-        Click(form, "cmdRemove");
-        EXPECT_EQ(program.boxes.Take().text, u"Remove 1 run from the library? This cannot be undone.");
-        EXPECT_EQ(listed(form), (QStringList{u"Note door open"_s, u"Run "_s, u"Run "_s}));
+      [this](QWidget& form) {
+        ChooseIn(form, "cmdPlace");  // beside the note that is there
+        ChooseIn(form, "cmdRemove", {Answer::No});
+        PressOn(Get<QTreeWidget>(form, "listUnplaced"), Qt::Key_End);  // a run has no place
+        ChooseIn(form, "cmdRemove", {Answer::Yes});
       },
       Qt::Key_U);
-  EXPECT_EQ(view->Page()->NotesOn(1).size(), 2u);
-  WithForm([](QWidget& form) {
-    auto& which = Get<QComboBox>(form, "cboNote");
-    EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"stays");
-    which.setFocus();
-    QTest::keyClick(&which, Qt::Key_Down);
-    EXPECT_EQ(Get<QPlainTextEdit>(form, "txtNote").toPlainText(), u"new drum");
-    Get<QPlainTextEdit>(form, "txtNote").setPlainText(u"new drum opened"_s);
-    EXPECT_FALSE(which.isEnabled());
-    Click(form, "cmdSave");
+  WithForm([this](QWidget& form) {
+    PressOn(Get<QComboBox>(form, "cboNote"), Qt::Key_Down);
+    TypeNote(form, u" opened"_s);
+    ChooseIn(form, "cmdSave");
   });
-  const Trace::Record record = program.state.gLibrary->TraceOf(*program.state.gDataCollection.at(0));
-  EXPECT_EQ(record.NoteAt(0)->text + u'|' + record.NoteAt(1)->text, u"stays|new drum opened");
-  WithForm(
-      [&](QWidget& form) {
-        program.boxes.Expect(Answer::Yes);
-        Click(form, "cmdRemoveAll");
-        EXPECT_TRUE(listed(form).isEmpty());
-      },
-      Qt::Key_U);
+  WithForm([this](QWidget& form) { ChooseIn(form, "cmdRemoveAll", {Answer::Yes}); }, Qt::Key_U);
   EXPECT_FALSE(Get<QAction>(*screen, "Toolbar1_5_8").isEnabled());
   EXPECT_EQ(program.Rows(u"SELECT count(*) FROM SampleRun"_s)[0][0], 0);
 }
