@@ -34,16 +34,17 @@ QImage Grey(const QPixmap& picture) {
   return onWhite.convertToFormat(QImage::Format_Grayscale8);
 }
 
-// Calls act once, as soon as find gives a window, from inside whatever runs its event loop then.
-template <class Find, class Act>
-void WhenThere(Find find, Act act) {
+// Calls act once, as soon as such a window is in front, from inside whatever runs its event loop then.
+template <class Window, class Act>
+void InNext(Act act) {
   auto* poll = new QTimer(qApp);
   QObject::connect(poll, &QTimer::timeout, poll, [=] {
-    if (auto* window = find()) {
-      poll->stop();
-      poll->deleteLater();
-      act(window);
-    }
+    QWidget* popup = QApplication::activePopupWidget();
+    auto* window = qobject_cast<Window*>(popup ? popup : QApplication::activeWindow());
+    if (!window) return;
+    poll->stop();
+    poll->deleteLater();
+    act(window);
   });
   poll->start(0);
 }
@@ -96,8 +97,7 @@ class ButtonBarTest : public testing::Test {
   // Runs action, which must open the menu, and picks its second entry there by its letter ("C&onnection",
   // since the C is the first entry's).
   static void PickFromMenu(const std::function<void()>& action) {
-    WhenThere([] { return QApplication::activePopupWidget(); },
-              [](QWidget* menu) { QTest::keyClick(menu, Qt::Key_O); });
+    InNext<QMenu>([](QMenu* menu) { QTest::keyClick(menu, Qt::Key_O); });
     action();
   }
 
@@ -151,7 +151,7 @@ TEST(QtMessageBoxTest, HasItsButtonsAndSignAndEscapeRefuses) {
         Case{Buttons::YesNoCancel, all, Icon::None, QMessageBox::NoIcon, Qt::Key_Return, Answer::Yes},
         Case{Buttons::Ok, u"&OK"_s, Icon::Information, QMessageBox::Information, Qt::Key_Escape,
              Answer::Ok}}) {
-    const auto act = [&, &captions = captions, &sign = sign, &key = key](QMessageBox* box) {
+    InNext<QMessageBox>([&, &captions = captions, &sign = sign, &key = key](QMessageBox* box) {
       EXPECT_EQ(box->text(), QString(text).replace(u'\r', u'\n'));
       EXPECT_EQ(std::pair(box->windowTitle(), box->icon()), std::pair(u"System Message"_s, sign));
       QStringList shown;
@@ -161,8 +161,7 @@ TEST(QtMessageBoxTest, HasItsButtonsAndSignAndEscapeRefuses) {
       const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
       EXPECT_GE(label->height(), label->heightForWidth(label->width()));
       QTest::keyClick(box, key.key(), key.keyboardModifiers());
-    };
-    WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); }, act);
+    });
     EXPECT_EQ(QtMessageBox({u"&OK"_s, u"&Yes"_s, u"&No"_s, u"&Cancel"_s})
                   .Show({text, u"System Message"_s, icon, buttons}),
               answer);
@@ -170,12 +169,11 @@ TEST(QtMessageBoxTest, HasItsButtonsAndSignAndEscapeRefuses) {
 }
 
 TEST(QtMessageBoxTest, ItsTitleIsNotCut) {
-  const auto act = [](QMessageBox* box) {
+  InNext<QMessageBox>([](QMessageBox* box) {
     const int letters = box->fontMetrics().horizontalAdvance(box->windowTitle());
     EXPECT_GT(box->width(), letters + box->fontMetrics().height() * 6) << "the window's own buttons";
     QTest::keyClick(box, Qt::Key_Escape);
-  };
-  WhenThere([] { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); }, act);
+  });
   QtMessageBox({u"&OK"_s, {}, {}, {}}).Show({u"No"_s, u"A title of some more letters"_s});
 }
 
@@ -189,8 +187,8 @@ TEST(QtFileDialogTest, AsksForWhatTheRequestSays) {
   for (const auto& [kind, keepsExisting, start, chosen] :
        {Case{Kind::Save, false, there, {}}, Case{Kind::Save, true, there, there},
         Case{Kind::Open, false, there, there}, Case{Kind::Open, false, folder.path(), {}}}) {
-    const auto act = [&, &kind = kind, &keepsExisting = keepsExisting, &start = start,
-                      &chosen = chosen](QFileDialog* dialog) {
+    InNext<QFileDialog>([&, &kind = kind, &keepsExisting = keepsExisting, &start = start,
+                         &chosen = chosen](QFileDialog* dialog) {
       const bool save = kind == Kind::Save;
       EXPECT_EQ(dialog->acceptMode(), save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
       EXPECT_EQ(dialog->fileMode(), save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -204,8 +202,7 @@ TEST(QtFileDialogTest, AsksForWhatTheRequestSays) {
       dialog->findChild<QDialogButtonBox*>()
           ->button(save ? QDialogButtonBox::Save : QDialogButtonBox::Open)
           ->click();
-    };
-    WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
+    });
     EXPECT_EQ(QtFileDialog().Ask({kind, u"Title"_s, filter, start, u"pdf"_s, keepsExisting}), chosen);
   }
 }
@@ -216,7 +213,7 @@ TEST(QtFileDialogTest, ShowsTheKindOfFileThatTheFolderHas) {
   for (const QString& name :
        {u"plant.kestrel"_s, u"old/plant.MDB"_s, u"old/plant.db"_s, u"other/notes.txt"_s})
     ASSERT_TRUE(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
-  const auto act = [&](QFileDialog* dialog) {
+  InNext<QFileDialog>([&](QFileDialog* dialog) {
     const auto chosen = [&](const QString& entered) {
       dialog->setDirectory(folder.filePath(entered));
       Q_EMIT dialog->directoryEntered(folder.filePath(entered));
@@ -231,8 +228,7 @@ TEST(QtFileDialogTest, ShowsTheKindOfFileThatTheFolderHas) {
     dialog->selectNameFilter(u"All (*)"_s);
     EXPECT_EQ(chosen(u"old"_s), u"All (*)") << "the user's choice stays";
     QTest::keyClick(dialog, Qt::Key_Escape);
-  };
-  WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
+  });
   QtFileDialog().Ask({FileDialog::Kind::Open,
                       u"Title"_s,
                       u"Access(*.mdb);;K (*.kestrel *.db);;All (*)"_s,
@@ -243,12 +239,11 @@ TEST(QtFileDialogTest, ShowsTheKindOfFileThatTheFolderHas) {
 TEST(QtFileDialogTest, AnotherKindOfFileHasAnotherEnding) {
   const QTemporaryDir folder;
   for (const auto& [typed, expected] : {std::pair{QString(), u"ring 1.5.png"_s}, {u"x"_s, u"x.png"_s}}) {
-    const auto act = [&typed = typed](QFileDialog* dialog) {
+    InNext<QFileDialog>([&typed = typed](QFileDialog* dialog) {
       QTest::keyClick(dialog->findChild<QComboBox*>(u"fileTypeCombo"_s), Qt::Key_Down);
       if (!typed.isEmpty()) dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(typed);
       dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
-    };
-    WhenThere([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); }, act);
+    });
     EXPECT_EQ(QtFileDialog().Ask({FileDialog::Kind::Save, u"Title"_s, u"P (*.pdf);;G (*.png)"_s,
                                   folder.filePath(u"ring 1.5.pdf"_s), u"pdf"_s}),
               folder.filePath(expected));
