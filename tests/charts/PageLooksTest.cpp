@@ -2,7 +2,6 @@
 // approved.
 #include <QRegularExpression>
 
-#include "charts/StatPage.h"
 #include "tests/charts/PageData.h"
 #include "tests/support/Approved.h"
 #include "tests/support/RecordingDevice.h"
@@ -37,18 +36,9 @@ QStringList Painted(const StatPage& page, QRectF target = {0, 0, 1280, 800}) {
 // Eight points: the fourth breaks a rule, the sixth lies below the scale, the eighth above it and breaks two.
 CData Sample() {
   CData data = PageData::Simple();
-  data.SetXBarOutputString(u"10.0,12.1,5.9,18,10.0,-30,10.2,50.0"_s);
-  data.SetHistogramBinValuesOutputString(u"0,7,1,2,0,4,3,12,1,0,0,5"_s);
-  data.SetHistoLoScaleValue(8);
-  data.SetHistoHiScaleValue(13);
+  SetFigures(data, Cases(u"page.json"_s, u"sample"_s)[0].toObject());
   data.SetRangesOutside({3, 5});
   return data;
-}
-
-void SetSpecification(CData& data, double lower, double nominal, double upper) {
-  data.SetLowerSpecLimit(lower);
-  data.SetNominalSpecLimit(nominal);
-  data.SetUpperSpecLimit(upper);
 }
 
 // A page, and of those like it only what they have and it has not.
@@ -63,20 +53,13 @@ TEST(PageLooks, AreAsApproved) {
     Approved::Expect(u"page-"_s + name, Approved::Without(lines, sample) << u"%1 shapes"_s.arg(lines.size()));
   };
   expect(u"part"_s, [](CData&) {}, {.points = PointRange{4, 8}});
-  expect(u"zones"_s,
-         [](CData& data) {
-           data.SetXBarOutputString(u"10.0,10.1,9.9,10.2,10.0,9.8,10.2,9.9"_s);
-           data.SetXBarUCL(10.6);
-         },
-         {.fittedScale = true});
-  expect(u"close-limits"_s,
-         [](CData& data) {
-           data.SetPrecisionValue(4);
-           data.SetXBarMean(10.125);  // a half in two decimals, which a double holds exactly
-           data.SetXBarUCL(10.1252);
-           data.SetRBarUCL(123456.785);
-         },
-         {.fittedScale = true});
+  for (const auto& one : Cases(u"page.json"_s, u"looks: name, figures, fitted, without capability"_s)) {
+    const auto change = [&](CData& data) {
+      SetFigures(data, one[1].toObject());
+      if (one[3].toBool()) data.SetCapability({});
+    };
+    expect(one[0].toString(), change, {.fittedScale = one[2].toBool()});
+  }
   expect(u"individuals"_s, [](CData& data) {
     data.SetSubGroupSize(1);
     data.SetViolatingPoints({});
@@ -85,29 +68,6 @@ TEST(PageLooks, AreAsApproved) {
     data.SetDetectionPeriod(0);
     data.SetIsInControl(true);
     data.SetProcessState(4);
-  });
-  expect(u"reversed-limits"_s, [](CData& data) {
-    data.SetXBarLCL(10.3);
-    data.SetXBarUCL(9.7);
-    data.SetPrecisionValue(4);
-    data.SetDelimitedInputString(u"10.00,12.50,"_s);
-  });
-  expect(u"specification-at-zero"_s, [](CData& data) {
-    SetSpecification(data, 0, 1, 3);
-    data.SetHistoLoScaleValue(-1);
-    data.SetCPKValue(0.99);
-    data.SetIsInControl(true);
-  });
-  expect(u"specification-at-the-ends"_s, [](CData& data) { SetSpecification(data, 8, 10, 13.5); });
-  expect(u"no-specification"_s, [](CData& data) {
-    SetSpecification(data, 0, 0, 0);
-    data.SetCPKValue(0);
-    data.SetCapability({});
-  });
-  expect(u"reversed-specification"_s, [](CData& data) {
-    SetSpecification(data, 11, 10, 9);
-    data.SetCPKValue(0);
-    data.SetCapability({});
   });
   expect(u"no-variation"_s, [](CData& data) {
     data.SetCPKValue(0);

@@ -64,32 +64,11 @@ std::map<std::string, CData> AllKinds() {
       {"about 123456789", Random({.mean = 123456789, .deviation = 4000, .decimals = 2, .precision = 5})},
       {"about -5", Random({.subgroups = 60, .mean = -5, .deviation = 2})},
       {"a far scale", Random({.subgroups = 40, .mean = 9e6, .deviation = 1, .precision = 8})}};
-  const auto change = [&](const char* name, auto&& set) {
-    CData data = Random({.subgroups = 40});
-    set(data);
-    if (!QCGlobalFunctions::CalculateStatistics(data)) throw std::runtime_error(name);
-    kinds.emplace(name, data);
-  };
-  change("no specification", [](CData& data) {
-    data.SetLowerSpecLimit(0);
-    data.SetNominalSpecLimit(0);
-    data.SetUpperSpecLimit(0);
-  });
-  change("limits the wrong way round", [](CData& data) {
-    data.SetXBarLCL(74.05);
-    data.SetXBarUCL(73.95);
-    data.SetLowerSpecLimit(75);
-    data.SetUpperSpecLimit(73);
-  });
-  change("every point marked", [](CData& data) {
-    data.SetXBarLCL(73.8);
-    data.SetXBarMean(73.85);
-    data.SetXBarUCL(73.9);
-  });
-  change("a long description", [](CData& data) {
-    data.SetDescription(QString(u"Cylinder bore at station 4 "_s).repeated(3).left(80));
-    data.SetUnitOfMeasurement({});
-  });
+  for (const auto& one : Cases(u"page.json"_s, u"kinds: name, figures"_s)) {
+    CData& data = kinds.emplace(one[0].toString().toStdString(), Random({.subgroups = 40})).first->second;
+    SetFigures(data, one[1].toObject());
+    if (!QCGlobalFunctions::CalculateStatistics(data)) throw std::runtime_error("no statistics");
+  }
   return kinds;
 }
 
