@@ -1,6 +1,5 @@
 // A database on a server: which addresses are meant and taken, what is told of what is wrong, and what
 // becomes of a connection that is lost.
-#include <gtest/gtest.h>
 
 #include <dlfcn.h>
 #include <netdb.h>

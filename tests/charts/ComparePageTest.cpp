@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "charts/ControlChart.h"
 #include "tests/charts/PageData.h"
 #include "tests/charts/Painting.h"
 #include "tests/support/Approved.h"

@@ -1,7 +1,5 @@
 // Times, lots and notes on the page: which point has which, where they stand, and that nothing touches.
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 
 #include "platform/chart/StretchLabels.h"

@@ -4,7 +4,6 @@
 #include <sys/resource.h>
 
 #include <QDir>
-#include <QImage>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <csignal>

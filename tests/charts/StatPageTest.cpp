@@ -1,6 +1,5 @@
 // What the page records for a data set, as numbers and texts, and what lies under the mouse.
 #include <cmath>
-#include <limits>
 
 #include "charts/Histogram.h"
 #include "charts/LimitsOrigin.h"

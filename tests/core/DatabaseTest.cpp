@@ -3,7 +3,6 @@
 #include "core/RegistryFunctions.h"
 #include "core/StartUp.h"
 #include "library/LibraryFile.h"
-#include "platform/error/Error.h"
 #include "tests/support/Approved.h"
 #include "tests/support/FailEach.h"
 #include "tests/support/TestProgram.h"

@@ -1,8 +1,6 @@
 // The engine where no reference case leads: spellings of numbers, the ends of what types hold, and refusals.
-#include <algorithm>
 #include <cmath>
 
-#include "engine/Decimal.h"
 #include "engine/Parse.h"
 #include "tests/engine/EngineRun.h"
 #include "tests/support/Cases.h"

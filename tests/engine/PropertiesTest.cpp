@@ -4,7 +4,6 @@
 #include <regex>
 #include <sstream>
 
-#include "engine/Decimal.h"
 #include "tests/engine/EngineRun.h"
 
 namespace {

@@ -12,7 +12,6 @@
 #include <QRegularExpression>
 #include <QTableWidget>
 #include <QTreeWidget>
-#include <set>
 
 #include "app/Desktop.h"
 #include "core/Globals.h"

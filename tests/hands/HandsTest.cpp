@@ -1,15 +1,11 @@
 // Many hands on one library for a while: scripts that append and import, desktops, an editor of units; each
 // is killed now and then. Whatever one of them was told is saved must be there, once and in order.
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QThread>
 #include <atomic>
-#include <map>
-#include <set>
 #include <thread>
 
 #include "data/Names.h"
-#include "library/Library.h"
 #include "tests/support/Program.h"
 
 namespace {

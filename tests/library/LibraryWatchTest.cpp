@@ -1,8 +1,6 @@
 // What a look at a library tells of what others have done to it.
 #include "library/LibraryWatch.h"
 
-#include <QCoreApplication>
-
 #include "tests/library/LibraryFixture.h"
 
 namespace {

@@ -1,7 +1,6 @@
 // What becomes of a row that two have changed, unit by unit.
 #include "library/Merge.h"
 
-#include "platform/error/Error.h"
 #include "tests/library/LibraryFixture.h"
 #include "tests/support/Cases.h"
 

@@ -1,8 +1,6 @@
 // Random edits of a data set with runs and notes, by several hands: KESTREL_EDITS of them, or some hundreds.
-#include <map>
 #include <random>
 #include <ranges>
-#include <set>
 
 #include "tests/library/LibraryFixture.h"
 

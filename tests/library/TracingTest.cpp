@@ -1,5 +1,4 @@
 // Runs and notes in a library: written, moved with their samples, and what others do to these.
-#include "library/LibraryWatch.h"
 #include "library/Merge.h"
 #include "library/TraceTables.h"
 #include "tests/library/LibraryFixture.h"

@@ -1,5 +1,4 @@
 // Two data sets beside each other: from the selection in the main window to the page on paper.
-#include <QCheckBox>
 
 #include "screens/CompareChoice.h"
 #include "screens/CompareForm.h"

@@ -1,6 +1,5 @@
 // The main window's commands: the other screens, adding, editing, deleting, and the ways to a database. The
 // protocol of each walk is approved.
-#include <QDir>
 #include <QProgressDialog>
 
 #include "core/DataObjectFunctions.h"

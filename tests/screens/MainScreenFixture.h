@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <memory>
 
 #include "core/RegistryFunctions.h"
 #include "library/LibraryFile.h"

@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QHelpEvent>
-#include <QLabel>
 #include <QProgressBar>
 #include <QScreen>
 

@@ -1,5 +1,4 @@
 // Configuration, about box and help, driven as a person drives them, and the manual's own soundness.
-#include <QDir>
 #include <QListWidget>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -15,7 +14,6 @@
 #include "tests/screens/OpenHelp.h"
 #include "tests/support/StoredValue.h"
 #include "tests/support/TestProgram.h"
-#include "tests/support/Widgets.h"
 
 namespace {
 

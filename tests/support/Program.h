@@ -5,7 +5,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <functional>
 
 #include "tests/support/TestProgram.h"
 

@@ -1,7 +1,6 @@
 #include "tests/support/TestServer.h"
 
 #include <grp.h>
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/prctl.h>
 #include <unistd.h>
