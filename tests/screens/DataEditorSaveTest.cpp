@@ -5,6 +5,7 @@
 #include "core/CreateStatistics.h"
 #include "core/DataObjectFunctions.h"
 #include "data/Statistics.h"
+#include "tests/support/Cases.h"
 #include "tests/support/Protocol.h"
 
 namespace {
@@ -19,12 +20,7 @@ QString Values(int count) {
 class DataEditorSaveTest : public testing::Test {
  protected:
   DataEditorSaveTest() {
-    fields.description = u" shaft Ø 🛠 "_s;
-    fields.units = u"mm"_s;
-    fields.usl = u"12"_s;
-    fields.nominal = u"10"_s;
-    fields.lsl = u"8"_s;
-    fields.subGroup = u"4"_s;
+    Fill(Cases(u"editor.json"_s, u"sound"_s)[0]);
     fields.rawData = Values(40);
     protocol.Begin(u"Start"_s);
   }
@@ -37,6 +33,37 @@ class DataEditorSaveTest : public testing::Test {
     DataObjectFunctions::GetDataObjectByID(id, edited);
     fields = EditorFields::Of(*edited);
     protocol.Step(u"Edit"_s);
+  }
+
+  // What is named; the raw data so many times, or with more behind them.
+  void Fill(const QJsonValue& changes) {
+    static const std::map<const char*, QString EditorFields::*> texts{
+        {"description", &EditorFields::description},
+        {"units", &EditorFields::units},
+        {"usl", &EditorFields::usl},
+        {"nominal", &EditorFields::nominal},
+        {"lsl", &EditorFields::lsl},
+        {"hiFlier", &EditorFields::hiFlier},
+        {"lowFlier", &EditorFields::lowFlier},
+        {"xUCL", &EditorFields::xUCL},
+        {"xMean", &EditorFields::xMean},
+        {"xLCL", &EditorFields::xLCL},
+        {"rUCL", &EditorFields::rUCL},
+        {"rMean", &EditorFields::rMean},
+        {"rLCL", &EditorFields::rLCL},
+        {"subGroup", &EditorFields::subGroup},
+        {"maxSamples", &EditorFields::maxSamples},
+        {"rawData", &EditorFields::rawData}};
+    static const std::map<const char*, bool EditorFields::*> ticks{
+        {"discardFliers", &EditorFields::discardFliers},
+        {"calculateLimits", &EditorFields::calculateLimits},
+        {"useAllSamples", &EditorFields::useAllSamples}};
+    const int times = changes[u"times"_s].toInt(1);
+    for (const auto& [name, text] : texts)
+      if (const QJsonValue value = changes[QLatin1String(name)]; value.isString())
+        fields.*text = value.toString().repeated(times);
+    for (const auto& [name, tick] : ticks) fields.*tick = changes[QLatin1String(name)].toBool(fields.*tick);
+    fields.rawData += changes[u"behind"_s].toString();
   }
 
   // With these answers to the boxes that it brings.
@@ -70,49 +97,19 @@ TEST_F(DataEditorSaveTest, AddsWithOneBoxAndNeverTwice) {
 }
 
 TEST_F(DataEditorSaveTest, EachRefusalSaysWhyAndChangesNothing) {
-  struct Refusal {
-    const char* what;
-    void (*spoil)(EditorFields&);
-    bool isSilent = false;
-  };
-#define SPOILT(change) [](EditorFields& f) { change; }
-  const Refusal refusals[] = {
-      {"no data", SPOILT(f.rawData = u" \r\n\n"_s)},
-      {"seven values", SPOILT(f.rawData = Values(7))},
-      {"text at the end", SPOILT(f.rawData += u"\nabc"_s)},
-      {"two lines that are no numbers, and a comma to ask about", SPOILT(f.rawData += u"\n9,5\nabc\n1..2"_s)},
-      {"32768 values", SPOILT(f.rawData = u"1\n"_s.repeated(32768))},
-      {"no description", SPOILT(f.description = u"  "_s)},
-      {"no unit", SPOILT(f.units.clear())},
-      {"decimal comma", SPOILT(f.usl = u"12,5"_s)},
-      {"not a number", SPOILT(f.nominal = u"NaN"_s)},
-      {"limits alike", SPOILT(f.lsl = f.usl)},
-      {"limits alike in eight decimals", SPOILT(f.usl = u"1e-9"_s; f.nominal = f.lsl = u"0"_s)},
-      {"subgroup of 21", SPOILT(f.subGroup = u"21"_s)},
-      {"a limit of zero",
-       SPOILT(f.calculateLimits = false; f.xUCL = f.xLCL = f.rUCL = u"1"_s; f.rLCL = u"-.0"_s)},
-      {"nominal above", SPOILT(f.nominal = u"12.001"_s)},
-      {"no maximum", SPOILT(f.useAllSamples = false; f.maxSamples = u"ten"_s)},
-      {"maximum beyond 16 bits", SPOILT(f.useAllSamples = false; f.maxSamples = u"40000"_s)},
-      {"nothing of them", SPOILT(f.useAllSamples = false; f.maxSamples = u"0"_s), true},
-      {"limits too far apart", SPOILT(f.usl = u"1e308"_s; f.lsl = u"-1e308"_s)},
-      {"flier with a comma", SPOILT(f.hiFlier = u"14,5"_s)},
-      {"all are fliers", SPOILT(f.hiFlier = u"2"_s; f.lowFlier = u"1"_s; f.discardFliers = true), true},
-      {"an apostrophe", SPOILT(f.description = u"X'; DELETE FROM StatData; --"_s)},
-  };
-#undef SPOILT
   const EditorFields newFields = fields;
   Edit();
   const EditorFields oldFields = fields;
   const CDataPtr present = edited;
   for (const bool adding : {true, false}) {
     edited = adding ? nullptr : present;
-    for (const Refusal& refusal : refusals) {
-      if (!adding && refusal.what == std::string("an apostrophe")) continue;  // the description stays
+    for (const auto& one : Cases(u"editor.json"_s, u"refusals: what, the fields, without a box"_s)) {
+      const QString what = one[0].toString();
+      if (!adding && what == u"an apostrophe") continue;  // the description stays
       fields = adding ? newFields : oldFields;
-      refusal.spoil(fields);
-      Save(QLatin1StringView(refusal.what),
-           refusal.isSilent ? std::initializer_list<Answer>{} : std::initializer_list<Answer>{Answer::Ok});
+      Fill(one[1]);
+      Save(what,
+           one[2].toBool() ? std::initializer_list<Answer>{} : std::initializer_list<Answer>{Answer::Ok});
     }
   }
 }
@@ -147,13 +144,7 @@ TEST_F(DataEditorSaveTest, EditedLimitsAreKeptOrCalculated) {
   Edit();
   EXPECT_TRUE(fields.calculateLimits) << "a range limit of zero cannot be kept";
   EXPECT_EQ(fields.rLCL + fields.usl, u".000012.0000");
-  fields.description = u"another name"_s;
-  fields.calculateLimits = false;
-  fields.xUCL = u"11.5"_s;
-  fields.xLCL = u"-.5"_s;
-  fields.xMean = u""_s;  // is calculated
-  fields.rUCL = u"2"_s;
-  fields.rLCL = u".0001"_s;
+  Fill(Cases(u"editor.json"_s, u"limits of one's own, the mean calculated"_s)[0]);
   Save(u"limits of one's own"_s);
   fields = EditorFields::Of(*edited);
   EXPECT_FALSE(fields.calculateLimits);
@@ -164,10 +155,7 @@ TEST_F(DataEditorSaveTest, EditedLimitsAreKeptOrCalculated) {
 
 // Limits of a ten-thousandth were once stored, and then shown, with four decimals.
 TEST_F(DataEditorSaveTest, FineLimitsAreStoredAsTypedAndStayThroughAnotherSave) {
-  fields.usl = u".00015"_s;
-  fields.nominal = u".00012"_s;
-  fields.lsl = u".00010"_s;
-  fields.hiFlier = u".123456789012"_s;
+  Fill(Cases(u"editor.json"_s, u"fine limits"_s)[0]);
   fields.rawData = u"0.000118\n0.000121\n0.000124\n0.000119\n0.000122\n"_s.repeated(8);
   Save(u"fine limits"_s);
   EXPECT_TRUE(DataObjectFunctions::InitializeCDataCollection());
@@ -215,14 +203,9 @@ TEST_F(DataEditorSaveTest, StrangeLimitsAreSavedOnlyOnYes) {
   fields.calculateLimits = false;
   fields.rLCL = u".1"_s;
   const EditorFields sound = fields;
-  const std::function<void()> changes[] = {
-      [this] { std::swap(fields.xUCL, fields.xLCL); },
-      [this] { fields.hiFlier = u"1"_s, fields.lowFlier = u"20"_s; }, [this] { fields.rMean = u"9"_s; },
-      [this] { fields.xUCL = u"102"_s, fields.xMean = u"101"_s, fields.xLCL = u"100"_s; },
-      [this] { fields.usl = u"120"_s, fields.nominal = u"118"_s, fields.lsl = u"116"_s; }};
-  for (const auto& change : changes) {
+  for (const auto& change : Cases(u"editor.json"_s, u"strange limits"_s)) {
     fields = sound;
-    change();
+    Fill(change);
     Save(u"strange"_s, {Answer::No});
   }
   fields = sound;
