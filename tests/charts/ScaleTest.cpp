@@ -1,13 +1,13 @@
 // The ends of the value axes: the standard scale's exact numbers, the fitted scale's promises.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <limits>
 #include <random>
 
 #include "charts/FittedScale.h"
 #include "charts/TScale.h"
+#include "tests/support/Cases.h"
 
 namespace {
 
@@ -16,18 +16,15 @@ constexpr double biggest = std::numeric_limits<double>::max();
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
 TEST(TScale, GivesTheExactEndsOfItsGrid) {
-  using Four = std::array<double, 4>;
-  for (const auto& [minimum, maximum, scaleMin, scaleMax] :
-       {Four{9.7, 10.3, -20, 40}, Four{0.31, 0.52, 0.10000000000000003, 0.8},
-        Four{0, 0, -0.00005 - 0.0001, 0.0001}, Four{-3, 5, -6, 7}, Four{-7, -2, -10, 1},
-        Four{-7, -2.5, -10, 0}, Four{100, 100, 70, 120}, Four{5, -3, 2, 0}, Four{0, 1e7, -3e6, 1.2e7}}) {
+  for (const auto& one : Cases(u"page.json"_s, u"standard scale: least and largest value, ends"_s)) {
+    const double minimum = one[0].toDouble(), maximum = one[1].toDouble();
     TScale scale;
     scale.SetMaxValue(maximum);
     scale.SetMinValue(minimum);
     double high = -1, low = -1;
     ASSERT_TRUE(scale.GetScaleValues(high, low));
-    EXPECT_EQ(high, scaleMax) << minimum << " to " << maximum;
-    EXPECT_EQ(low, scaleMin) << minimum << " to " << maximum;
+    EXPECT_EQ(high, one[3].toDouble()) << minimum << " to " << maximum;
+    EXPECT_EQ(low, one[2].toDouble()) << minimum << " to " << maximum;
   }
 }
 
