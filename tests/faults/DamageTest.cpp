@@ -15,13 +15,9 @@ class DamageTest : public CommandTest {
     const QByteArray few = QByteArray("10.5\n9.75\n10.25\n").repeated(20);
     // A chain of pages, and pages that nothing uses any more.
     const QByteArray many = QByteArray("10.125\n9.5\n").repeated(2000);
-    for (const auto& [name, values] : {std::pair(u"Shaft"_s, few),
-                                       {u"Bore"_s, few},
-                                       {u"Gone"_s, few},
-                                       {u"Pin"_s, few},
-                                       {u"Long"_s, many},
-                                       {u"Void"_s, many}})
-      EXPECT_EQ(Import(u"--description "_s + name, values).status, 0);
+    for (const QString& name : {u"Shaft"_s, u"Bore"_s, u"Gone"_s, u"Pin"_s, u"Long"_s, u"Void"_s})
+      EXPECT_EQ(Import(u"--description "_s + name, name == u"Long" || name == u"Void" ? many : few).status,
+                0);
     RunSql(library, u"DELETE FROM StatData WHERE Description IN ('Gone', 'Void')"_s);
     RunSql(library, u"INSERT INTO Units (Name) VALUES ('MM')"_s);
     original = Read(library);

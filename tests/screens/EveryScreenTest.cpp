@@ -260,8 +260,6 @@ void ExpectEachOnce(const QMultiMap<QString, std::string>& keys) {
     EXPECT_EQ(keys.count(key), 1) << key.toStdString() << ": " << ::testing::PrintToString(keys.values(key));
 }
 
-}  // namespace
-
 TEST(EveryScreen, NamesItsControlsAndLeadsToThemByKeyboard) {
   ForEachScreen([](const QWidget& form) {
     int controls = 0;
@@ -288,8 +286,6 @@ TEST(EveryScreen, NamesItsControlsAndLeadsToThemByKeyboard) {
     }
   });
 }
-
-namespace {
 
 // A language that has no letter of English, and takes a third more room. Places, endings of files and the
 // program's name stay.
@@ -370,8 +366,6 @@ QSize RoomNeededBy(const QWidget& widget) {
   return {};
 }
 
-}  // namespace
-
 TEST(EveryScreen, SpeaksAnotherLanguageAndHasRoomForIt) {
   const PseudoLanguage language;
   ForEachScreen([](const QWidget& form) {
@@ -443,3 +437,5 @@ TEST(EveryScreen, FitsASmallScreenInLargeLetters) {
   });
   QApplication::setFont(before);
 }
+
+}  // namespace

@@ -54,17 +54,9 @@ TEST_F(RecalcScreenTest, NamesTheFirstFaultOfARangeForTwoSeconds) {
   Type(*screen, "txtStartPoint", u"x"_s);
   Click(*screen, "cmdRange");
   EXPECT_EQ(Get<QTimer>(*screen, "TextReset").interval(), 2000);
-  for (const auto& [from, to] : {std::pair(u"abc"_s, u"xyz"_s),
-                                 {u"1"_s, u"xyz"_s},
-                                 {u""_s, u"10"_s},
-                                 {u"12"_s, u"12"_s},
-                                 {u"-1"_s, u"11"_s},
-                                 {u"9"_s, u"11"_s},
-                                 {u"1"_s, u"5"_s},
-                                 {u"5.5"_s, u"10"_s},
-                                 {u"1"_s, u"99999"_s},
-                                 {u"1E+300"_s, u"1E+301"_s}}) {
-    Run(from, to, "cmdRange");
+  for (const QString& range : {u"abc xyz"_s, u"1 xyz"_s, u" 10"_s, u"12 12"_s, u"-1 11"_s, u"9 11"_s,
+                               u"1 5"_s, u"5.5 10"_s, u"1 99999"_s, u"1E+300 1E+301"_s}) {
+    Run(range.section(u' ', 0, 0), range.section(u' ', 1), "cmdRange");
     Tick("TextReset");  // the colour stays
     EXPECT_FALSE(Get<QTimer>(*screen, "TextReset").isActive());
     for (const char* box : {"txtStartPoint", "txtStopPoint"})
