@@ -3,7 +3,6 @@
 
 #include <sys/resource.h>
 
-#include <QDir>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <csignal>
@@ -12,14 +11,10 @@
 #include "charts/SaveFile.h"
 #include "tests/charts/PageData.h"
 #include "tests/support/Approved.h"
+#include "tests/support/Files.h"
 #include "tests/support/Refusal.h"
 
 namespace {
-
-QByteArray Contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   const QTemporaryDir folder;
@@ -31,7 +26,7 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
        {std::pair{u"PDF"_s, "%PDF"}, {u"png"_s, "\x89PNG"}, {u"svg"_s, "<?xml"}}) {
     const QString path = folder.filePath(u"page."_s + suffix);
     PageOutput::WritePage(page, path);
-    EXPECT_TRUE(Contents(path).startsWith(magic));
+    EXPECT_TRUE(ReadFile(path).startsWith(magic));
   }
   PageOutput::WritePdf(page, pdf);
   PageOutput::WritePng(page, png, {640, 400});
@@ -43,7 +38,7 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   page.Paint(painter, {0, 0, 640, 400});
   EXPECT_EQ(QImage(png), painted);
   EXPECT_NEAR(QImage(png).width() / (QImage(png).dotsPerMeterX() / 1000.0), 277, 1) << "millimetres of paper";
-  EXPECT_TRUE(Contents(svg).contains("<svg width=\"27")) << Contents(svg).left(200).toStdString();
+  EXPECT_TRUE(ReadFile(svg).contains("<svg width=\"27")) << ReadFile(svg).left(200).toStdString();
   // The drawing, with edges and letters of its own, in every place about as dark.
   QSvgRenderer(svg).render(&drawing);
   const auto small = [](const QImage& image) {
@@ -52,10 +47,10 @@ TEST(PageOutput, WritesTheSamePageInEveryFormat) {
   for (int y = 0; y < 20; ++y)
     for (int x = 0; x < 32; ++x)
       EXPECT_NEAR(qGray(small(drawn).pixel(x, y)), qGray(small(painted).pixel(x, y)), 12) << x << ' ' << y;
-  EXPECT_TRUE(Contents(svg).contains("LCL=9.7, Mean=10, UCL=10.3"));
-  EXPECT_TRUE(Contents(pdf).startsWith("%PDF-"));
-  EXPECT_GT(Contents(pdf).size(), 5000);
-  EXPECT_TRUE(Contents(pdf).contains("/MediaBox [0 0 842"));
+  EXPECT_TRUE(ReadFile(svg).contains("LCL=9.7, Mean=10, UCL=10.3"));
+  EXPECT_TRUE(ReadFile(pdf).startsWith("%PDF-"));
+  EXPECT_GT(ReadFile(pdf).size(), 5000);
+  EXPECT_TRUE(ReadFile(pdf).contains("/MediaBox [0 0 842"));
 }
 
 TEST(PageOutput, NamesTheFileItCannotWriteAndLeavesNothing) {
@@ -84,8 +79,8 @@ TEST(PageOutput, LeavesTheOlderFileWhenTheDiskIsFull) {
   setrlimit(RLIMIT_FSIZE, &full);
   for (const int size : {200, 100'000}) EXPECT_THROW(SaveFile(path, QByteArray(size, 'x')), Error) << size;
   setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_EQ(Contents(path), "older");
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"a.pdf"_s)) << "nothing half written";
+  EXPECT_EQ(ReadFile(path), "older");
+  EXPECT_EQ(EntriesOf(folder.path()), QStringList(u"a.pdf"_s)) << "nothing half written";
 }
 
 TEST(CsfExport, WritesEveryFigureOnItsOwnLineAndNothingOfABrokenSeries) {
@@ -104,14 +99,14 @@ TEST(CsfExport, WritesEveryFigureOnItsOwnLineAndNothingOfABrokenSeries) {
   QMap<QString, QString> names;
   for (const auto& [name, value] : FiguresOf(data).asKeyValueRange()) names[value.toString()] = name;
   QStringList lines;
-  for (const QString& line : QString::fromUtf8(Contents(path)).split(u"\r\n"_s))
+  for (const QString& line : QString::fromUtf8(ReadFile(path)).split(u"\r\n"_s))
     lines << line + u"  "_s + names.value(line);
   Approved::Expect(lines);
 
-  const QByteArray before = Contents(path);
+  const QByteArray before = ReadFile(path);
   data.SetXBarOutputString(u"1,2"_s);
   EXPECT_THROW(CsfExport::WriteCsf(data, path), Error);
-  EXPECT_EQ(Contents(path), before);
+  EXPECT_EQ(ReadFile(path), before);
 }
 
 }  // namespace

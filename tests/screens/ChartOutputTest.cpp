@@ -70,9 +70,7 @@ TEST_F(ChartOutputTest, PrintsOnThePrinterThatIsSetUp) {
   desk.paper = program.Path(u"paper"_s);
   Trigger("Toolbar1_1_3");
   Trigger("Toolbar1_1_1");  // and no file is asked for
-  QFile paper(desk.paper);
-  ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
-  const QByteArray printed = paper.readAll();
+  const QByteArray printed = ReadFile(desk.paper);
   EXPECT_TRUE(printed.contains("/MediaBox [0 0 792")) << "landscape";
   EXPECT_GT(printed.size(), 5000);
   EXPECT_EQ(desk.printer->docName(), u"Shaft");

@@ -92,9 +92,7 @@ class ChartScreenFixture : public Walk {
   QByteArray FileBy(const char* entry, const QString& path) {
     files.Expect(path);
     Trigger(entry);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return ReadFile(path);
   }
   const ChartPage& Page() const { return view->Page()->Page(); }
   QPoint CentreOf(GraphId graph) const {

@@ -97,11 +97,8 @@ TEST_F(MainCommandsTest, ConnectsToAnotherDatabase) {
 
 TEST_F(MainCommandsTest, ARefusedDatabaseChangesNothing) {
   StartLoaded({u"Bore"_s});
-  const QString notes = program.Path(u"notes.mdb"_s), damaged = CopyOfData(u"null_limit.mdb"_s),
-                old = CopyOfData(u"old_revision.mdb"_s);
-  QFile file(notes);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("a shopping list"));
-  file.close();
+  const QString notes = WriteFile(program.Path(u"notes.mdb"_s), "a shopping list"),
+                damaged = CopyOfData(u"null_limit.mdb"_s), old = CopyOfData(u"old_revision.mdb"_s);
   ASSERT_TRUE(QFile::resize(damaged, QFileInfo(damaged).size() / 2));
   for (const QString& path : {notes, damaged}) ChooseFile(path, {Answer::Ok});
   ChooseFile(old, {Answer::Ok, Answer::Ok});

@@ -58,7 +58,6 @@ TEST_F(SharingTest, AFileInTheLibrarysPlaceIsRead) {
   // While nothing can be read that is said as long as it is so, and what was read stays.
   const QString aside = program.Path(u"aside"_s);
   Move(program.LibraryPath(), aside);
-  QFile damaged(program.LibraryPath());
   const auto tell = [this](const char* timer) {
     Fire(*main, timer);
     EXPECT_EQ(Rows(), QStringList{u"PIN"_s});
@@ -66,8 +65,7 @@ TEST_F(SharingTest, AFileInTheLibrarysPlaceIsRead) {
   };
   for (const char* timer : {"WatchTimer", "NewsTimer", "WatchTimer"})
     EXPECT_TRUE(tell(timer).contains(u"there is no such file"_s)) << Panel().toStdString();
-  ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("a shopping list"));
-  damaged.close();
+  WriteFile(program.LibraryPath(), "a shopping list");
   EXPECT_TRUE(tell("WatchTimer").contains(u"is not a database"_s)) << Panel().toStdString();
   Move(aside, program.LibraryPath());
   Tick("WatchTimer");

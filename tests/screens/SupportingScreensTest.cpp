@@ -88,9 +88,8 @@ TEST_F(AboutTest, StartsTheToolThatTheStoreNames) {
   ExpectStart({}, false);  // nothing is known
   StoreValue(program.registry, location, u"MSINFO"_s, QFile::encodeName(program.folder.path()));
   ExpectStart({}, false);  // the folder is known, the tool is not in it
-  QFile tool(program.Path(u"MSINFO32.EXE"_s));
-  ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
-  ExpectStart(QDir::toNativeSeparators(tool.fileName()), true);
+  const QString tool = WriteFile(program.Path(u"MSINFO32.EXE"_s));
+  ExpectStart(QDir::toNativeSeparators(tool), true);
   StoreValue(program.registry, direct, u"PATH"_s,
              QByteArray("/tools/info\0", 12));  // comes first, and without its closing zero
   ExpectStart(u"/tools/info"_s, true);
@@ -204,10 +203,9 @@ TEST(Manual, EveryLinkAndPictureResolves) {
   const QStringList pages = manual.entryList({u"*.html"_s});
   EXPECT_GT(pages.size(), 20);
   for (const QString& name : pages) {
-    QFile page(manual.filePath(name));
-    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
-    for (auto matches = reference.globalMatch(QString::fromUtf8(page.readAll())); matches.hasNext();) {
-      const QString target = matches.next().captured(1);
+    const QString page = QString::fromUtf8(ReadFile(manual.filePath(name)));
+    for (const auto& match : reference.globalMatch(page)) {
+      const QString target = match.captured(1);
       for (const QString& file : {target, QString(target).replace(u".png"_s, u"@2x.png"_s)})
         EXPECT_TRUE(manual.exists(file)) << name.toStdString() << " refers to " << file.toStdString();
     }
