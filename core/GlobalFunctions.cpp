@@ -84,9 +84,7 @@ void ReopenDatabase() {
 bool TestDatabaseConnection(bool useODBC, const QString& connectString, QString* why) {
   for (;;) {
     try {
-      Connection connection;
-      connection.Provider = ProviderFor(useODBC);
-      connection.OpenWith(connectString);
+      Library(connectString, ProviderFor(useODBC));
       return true;
     } catch (const std::exception& error) {
       if (IsGivenPassword(connectString, error)) continue;

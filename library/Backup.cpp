@@ -107,10 +107,11 @@ void Share(const QString& copy, const QString& name) {
 // Whether the library could not be read (its tables' definition, a lock, damage): then it cannot be changed
 // either.
 bool IsAboutLibrary(const std::exception& error) {
-  constexpr int sqlError = 1, busy = 5, locked = 6, corrupt = 11, notADatabase = 26;
+  constexpr int sqlError = 1, busy = 5, locked = 6;
   const auto* failure = dynamic_cast<const DatabaseError*>(&error);
   const int code = failure ? failure->code : 0;
-  return code == sqlError || code == busy || code == locked || code == corrupt || code == notADatabase;
+  return code == sqlError || code == busy || code == locked || code == DatabaseError::damaged ||
+         code == DatabaseError::noDatabase;
 }
 
 QString FileItself(const QString& path) {
@@ -118,7 +119,28 @@ QString FileItself(const QString& path) {
   return itself.isEmpty() ? QFileInfo(path).absoluteFilePath() : itself;
 }
 
+// Empty where there is none.
+QString NewestBackup(const QString& library) {
+  QString newest;
+  for (const QString& backup : {Name(library, 1), ChangeName(library), DeletionName(library)})
+    if (QFile::exists(backup) && (newest.isEmpty() || MadeAt(backup) > MadeAt(newest))) newest = backup;
+  return newest;
+}
+
 }  // namespace
+
+void Backup::NamedWhereDamaged(const QString& libraryPath, const std::function<void()>& read) {
+  try {
+    read();
+  } catch (const DatabaseError& error) {
+    const bool isDamaged = error.code == DatabaseError::damaged || error.code == DatabaseError::noDatabase;
+    const QString backup = isDamaged ? NewestBackup(FileItself(libraryPath)) : QString();
+    if (backup.isEmpty()) throw;
+    const QString madeAt = MadeAt(backup).toString(u"yyyy-MM-dd HH:mm"_s);
+    throw DatabaseError(Words::Library::hasBackup(error.Text(), QFileInfo(backup).fileName(), madeAt),
+                        error.code);
+  }
+}
 
 Backup::Backup(Connection& connection, const QString& libraryPath, Tell tell,
                std::chrono::milliseconds checkHolds)
@@ -128,7 +150,7 @@ Backup::Backup(Connection& connection, const QString& libraryPath, Tell tell,
       tell_(std::move(tell)),
       checkHolds_(checkHolds) {
   try {
-    connection_.CheckIntegrity();
+    Check();
   } catch (...) {
     connection_.Close();
     throw;
@@ -138,6 +160,10 @@ Backup::Backup(Connection& connection, const QString& libraryPath, Tell tell,
 }
 
 Backup::~Backup() { connection_.BeforeChange = nullptr; }
+
+void Backup::Check() {
+  NamedWhereDamaged(library_, [this] { connection_.CheckIntegrity(); });
+}
 
 // A file that is gone or read-only, a folder that takes no journal: the change fails and says why.
 bool Backup::CanChange() const {
@@ -160,8 +186,7 @@ void Backup::MakeOrTell(const std::function<void()>& make) {
 }
 
 void Backup::BeforeChange(Connection::Change change) {
-  if (!hasChanged_ && std::chrono::milliseconds(sinceCheck_.elapsed()) >= checkHolds_)
-    connection_.CheckIntegrity();
+  if (!hasChanged_ && std::chrono::milliseconds(sinceCheck_.elapsed()) >= checkHolds_) Check();
   const bool replaces = change == Connection::Change::Replaces;
   const qint64 version = replaces ? connection_.DataVersion() : 0;
   const bool isLarge = IsLarge(library_);

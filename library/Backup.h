@@ -34,6 +34,10 @@ class Backup {
   // Gets the text for the user where no backup could be made; meanwhile no lock is held.
   using Tell = std::function<void(const QString& text)>;
 
+  // Where reading the library finds it damaged, the DatabaseError names the newest backup too, and the way
+  // back to it.
+  static void NamedWhereDamaged(const QString& libraryPath, const std::function<void()>& read);
+
   // Checks the open library now; has changes preceded by the backups and, the first one, where it comes later
   // than a check holds good, by another check. A damaged file is a DatabaseError: now, the connection is
   // closed; then, the change is refused. The file stays as it is. The connection outlives the guard.
@@ -47,6 +51,7 @@ class Backup {
   void BeforeDeletion();
 
  private:
+  void Check();
   void BeforeChange(Connection::Change change);
   bool CanChange() const;
   void MakeOrTell(const std::function<void()>& make);

@@ -38,7 +38,7 @@ QString Library::NameOf(const QString& place) {
 Library::Library(const QString& place, const QString& provider) : place_(place) {
   connection_.CommandTimeout = 30000;
   connection_.Provider = provider;
-  connection_.OpenWith(place);
+  Backup::NamedWhereDamaged(place, [&] { connection_.OpenWith(place); });
 }
 
 std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
@@ -67,9 +67,11 @@ std::unique_ptr<Library> Library::Open(const QString& place, const News& news) {
 }
 
 QString Library::Revision() {
-  const Query query = connection_.Run(u"select"_s, u"SELECT Revision FROM DBRevision"_s);
   QVariant revision;
-  while (connection_.NextRow(query)) revision = query->value(0);
+  Backup::NamedWhereDamaged(place_, [&] {
+    const Query query = connection_.Run(u"select"_s, u"SELECT Revision FROM DBRevision"_s);
+    while (connection_.NextRow(query)) revision = query->value(0);
+  });
   return revision.isNull() || revision.toString().size() < 3 ? QString() : revision.toString();
 }
 

@@ -24,6 +24,8 @@ inline constexpr Text<1> deletedMeanwhile{
     u"The data set \"%1\" was deleted by somebody else since it was read. Nothing was written. Open the "
     u"library again to see what it holds now."};
 inline constexpr Text<2> noBackup{u"No backup of %1 could be made. The change goes on without one.\r\n%2"};
+inline constexpr Text<3> hasBackup{
+    u"%1. Its newest backup is %2 (%3): rename the damaged file, then copy the backup to its name."};
 inline constexpr Text<1> isNull{u"%1 is Null."};
 inline constexpr Text<1> isNoNumber{u"%1 is no number."};
 inline constexpr Text<> nameTooLong{u"the name is too long: no backup could have one beside it"};

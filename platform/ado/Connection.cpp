@@ -213,7 +213,7 @@ void Connection::CheckIntegrity() {
   const Query query = Run(u"check"_s, u"PRAGMA quick_check(1)"_s);
   const bool found = NextRow(query);
   if (!found || query->value(0).toString() != u"ok"_s)
-    throw DatabaseError(dialect_->Place() + u": the file is damaged"_s);
+    throw DatabaseError(dialect_->Place() + u": the file is damaged"_s, DatabaseError::damaged);
 }
 
 qint64 Connection::DataVersion() {

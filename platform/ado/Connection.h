@@ -32,6 +32,9 @@ class DatabaseError : public Error {
     Lost        // there is no connection to the server
   };
 
+  // Result codes of a file that cannot be what it was.
+  static constexpr int damaged = 11, noDatabase = 26;
+
   explicit DatabaseError(const QString& text, int resultCode = 0, Cause why = Cause::Other,
                          Kind kind = Kind::Unavailable)
       : Error(text, kind), code(resultCode), cause(why) {}

@@ -91,6 +91,26 @@ TEST_F(BackupsTest, DamageSinceTheLastCheckRefusesTheFirstChange) {
   EXPECT_EQ(Files(), QStringList{u"plant.kestrel"_s});
 }
 
+TEST_F(BackupsTest, ADamagedLibraryNamesTheNewestAndTheWayBack) {
+  library->AddUnit(u"mm"_s);
+  library->Delete(1, now);  // whose backup is the newer one
+  library.reset();
+  const QByteArray whole = ReadFile(path);
+  for (const int place : {0, 4096 + 3}) {  // the head; a page of the tables
+    QByteArray damaged = whole;
+    damaged.replace(place, 60, QByteArray(60, 'x'));
+    WriteFile(path, damaged);
+    try {
+      Session();
+      ADD_FAILURE() << place;
+    } catch (const Error& error) {
+      EXPECT_TRUE(error.Text().startsWith(path));
+      EXPECT_TRUE(error.Text().contains(u"newest backup is plant.kestrel.backup.deletion (20"))
+          << error.Text().toStdString();
+    }
+  }
+}
+
 TEST_F(BackupsTest, LeftoversOfAKilledProgramGoWithTheNext) {
   for (const QString& end : {u".new"_s, u".new-journal"_s}) WriteFile(BackupPath(end));
   Append(u"4"_s);
