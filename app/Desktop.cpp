@@ -29,6 +29,7 @@
 #include "screens/frmAbout.h"
 #include "screens/frmConfigure.h"
 #include "screens/frmMain.h"
+#include "screens/frmUnits.h"
 #include "texts/SharingWords.h"
 #include "texts/Texts.h"
 #include "texts/Words.h"
@@ -218,6 +219,7 @@ int RunDesktop(int& argc, char** argv, const QString& libraryForThisRun) {
                 .measurements = ShowModal<AddMeasurements>,
                 .restore = ShowModal<RestoreForm>,
                 .rename = ShowModal<RenameForm>,
+                .units = ShowModal<frmUnits>,
                 .compare = [&printing](qint32 one, qint32 other) { ShowComparison(printing, one, other); }});
   QObject::connect(&main, &frmMain::Unloaded, &application, [] { QCoreApplication::exit(); });
   ShowPainted(main);

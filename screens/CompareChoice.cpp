@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <unordered_map>
 
 #include "core/DataObjectFunctions.h"
 #include "core/Globals.h"
@@ -76,6 +77,14 @@ void CompareChoice::Fill(qint32 one) {
   std::vector<CDataPtr> others;
   std::ranges::copy_if(Globals().gDataCollection, std::back_inserter(others),
                        [one](const CDataPtr& other) { return other->ID() != one; });
+  // In the order that the user sees in the main window; behind those what its filter hides.
+  std::unordered_map<qint32, size_t> places;
+  if (const MainScreen* screen = Globals().mainScreen)
+    for (const qint32 id : screen->ListedIDs()) places.emplace(id, places.size());
+  std::ranges::stable_sort(others, {}, [&](const CDataPtr& other) {
+    const auto place = places.find(other->ID());
+    return place == places.end() ? places.size() : place->second;
+  });
   listOther->SetHint(Words::Compare::noOther());
   listOther->AddRows(others);
 }

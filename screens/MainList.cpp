@@ -30,6 +30,8 @@ MainList::MainList(QWidget* parent) : QTreeView(parent), rows_(new MainListModel
   setVerticalScrollMode(ScrollPerPixel);
   setHorizontalScrollMode(ScrollPerPixel);
   setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
+  setFrameStyle(Box | Plain);  // whose colour tells where the keys go
+  setLineWidth(2);
   SetupListColumns();
   connect(this, &MainList::Arranged, this, &MainList::Describe);
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainList::SelectedOthers);
@@ -61,11 +63,13 @@ void MainList::SetupListColumns() {
 }
 
 void MainList::Sort(int column, Qt::SortOrder direction) {
+  const bool wasFirst = currentIndex().row() <= 0;
   KeepPlace([&] {
     rows_->SortBy(column, direction);
     rows_->Arrange(CurrentID());
   });
   scrollToTop();
+  if (!wasFirst) scrollTo(currentIndex());  // what was looked for stays in sight
 }
 
 void MainList::SizeColumns() {
@@ -307,20 +311,18 @@ void MainList::Describe() {
   viewport()->update();
 }
 
-// The frame around what is in view does not scroll with it.
-void MainList::scrollContentsBy(int dx, int dy) {
-  QTreeView::scrollContentsBy(dx, dy);
-  if (hasFocus()) viewport()->update();
+bool MainList::event(QEvent* event) {
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
+  if (event->type() != QEvent::Paint) return QTreeView::event(event);
+  const auto role = hasFocus() ? QPalette::Highlight : QPalette::Mid;
+  QPainter(this).fillRect(rect(), palette().color(role));
+  return true;
 }
 
 void MainList::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
-  QPainter painter(viewport());
-  if (hasFocus()) {  // as the boxes around it show theirs
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
-  }
   if (Hint().isEmpty()) return;
+  QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::Text));
   const int margin = fontMetrics().height();
   painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),

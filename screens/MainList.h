@@ -65,7 +65,7 @@ class MainList : public QTreeView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void scrollContentsBy(int dx, int dy) override;
+  bool event(QEvent* event) override;
 
  private:
   void SetupListColumns();

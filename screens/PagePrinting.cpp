@@ -86,8 +86,9 @@ QString PagePrinting::PrintPage(const OutputPage& page) {
       throw Error(Words::Chart::printRejected(printer.printerName(), reason));
     return {};
   }
-  const QString question = Words::Chart::printToFile();
-  return ConfirmedInSystemMessage(question) ? PrintToFile(page) : QString();
+  const bool isWanted = ShowSystemMessage(Words::Chart::printToFile(), MessageBox::Icon::Question,
+                                          MessageBox::Buttons::YesNo) == MessageBox::Answer::Yes;
+  return isWanted ? PrintToFile(page) : QString();
 }
 
 QString PagePrinting::PrintToFile(const OutputPage& page) {

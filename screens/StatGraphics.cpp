@@ -22,6 +22,7 @@
 #include "data/TAVELDataStringFunctions.h"
 #include "platform/ui/ButtonBar.h"
 #include "platform/ui/FileDialog.h"
+#include "screens/MarkList.h"
 #include "screens/PageView.h"
 #include "screens/PointsBar.h"
 #include "screens/ReadOnly.h"
@@ -142,6 +143,8 @@ void StatGraphics::ButtonMenuClick(int button, int entry) {
     NotePoint();
   } else if (entry == 8) {
     ListUnplaced();
+  } else if (entry >= 9) {
+    StepMark(entry == 9 ? 1 : -1);
   } else {
     EditPoint(view_->ShownPoint() ? view_->ShownPoint()->number : 0);
   }
@@ -194,6 +197,8 @@ void StatGraphics::UpdateStatGraphicsText() {
   Trap(u"StatGraphics::UpdateStatGraphicsText"_s, [this] {
     lblDescription->setText(data_->Description());
     if (view_->Page()) verdict_->Show(*data_, *view_->Page());
+    for (const int entry : {9, 10})
+      Toolbar1->Entry(Utilities, entry)->setEnabled(!verdict_->Marks().IsEmpty());
     cmdPrevious->setEnabled(Neighbour(-1) != nullptr);
     cmdNext->setEnabled(Neighbour(1) != nullptr);
     OfferStretch();

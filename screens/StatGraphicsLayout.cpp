@@ -103,6 +103,9 @@ ButtonBar* StatGraphics::BuildToolbar() {
   bar->AddEntry(Utilities, Words::Marks::edit(), Symbol::Edit)->setShortcut(Qt::Key_F2);
   bar->AddEntry(Utilities, Words::Note::command(), Symbol::Edit)->setShortcut(Qt::Key_N);
   bar->AddEntry(Utilities, Words::Unplaced::command(), Symbol::Edit)->setShortcut(Qt::Key_U);
+  bar->AddEntry(Utilities, Words::Marks::next(), Symbol::Next)->setShortcut(Qt::Key_F3);
+  bar->AddEntry(Utilities, Words::Marks::previousEntry(), Symbol::Previous)
+      ->setShortcut(Qt::SHIFT | Qt::Key_F3);
   return bar;
 }
 
@@ -185,8 +188,4 @@ void StatGraphics::ConnectPoints() {
   for (const int entry : {7, 6}) view_->addAction(Toolbar1->Entry(Utilities, entry));
   connect(&verdict_->Marks(), &MarkList::Chosen, this, &StatGraphics::ShowMark);
   connect(verdict_, &VerdictPanel::StepRequested, this, &StatGraphics::StepMark);
-  for (const int step : {1, -1}) {
-    const QKeySequence keys = step > 0 ? QKeySequence(Qt::Key_F3) : QKeySequence(Qt::SHIFT | Qt::Key_F3);
-    connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, step] { StepMark(step); });
-  }
 }

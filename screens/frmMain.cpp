@@ -154,9 +154,10 @@ void frmMain::UpdateToolbarStates() {
   for (const int entry : {3, 4, 6}) Toolbar1->Entry(DataButton, entry)->setEnabled(any && writes);
   for (const int entry : {1, 5}) Toolbar1->Entry(DataButton, entry)->setEnabled(writes);
   for (const int entry : {2, 3}) Toolbar1->Entry(ToolsButton, entry)->setEnabled(phase_ != Phase::Loading);
+  Toolbar1->Entry(ToolsButton, 6)->setEnabled(open);
   Toolbar1->Button(ExitButton)->setEnabled(InitComplete);
   for (QAction* item : {menuView, mnuEdit, mnuCompare}) item->setEnabled(any);
-  for (QAction* item : {mnuDelete, mnuAddMeasurements}) item->setEnabled(any && writes);
+  for (QAction* item : {mnuDelete, mnuRename, mnuAddMeasurements}) item->setEnabled(any && writes);
 }
 
 void frmMain::DoubleClickAction() {
@@ -201,6 +202,12 @@ void frmMain::DeleteData() {
       ShowSystemMessage(LoadResText(u"Selected data successfully deleted.;252"), Icon::Information,
                         Buttons::YesNo);
     UpdateToolbarStates();
+  });
+}
+
+void frmMain::Rename() {
+  Trap(u"frmMain::Rename"_s, [this] {
+    if (OneSelected()) screens_.rename();
   });
 }
 

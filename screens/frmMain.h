@@ -28,7 +28,7 @@ class frmMain : public QMainWindow, public MainScreen {
   // The screens that it opens; each returns when its screen has closed.
   struct Screens {
     std::function<void()> chart, editor, configuration, about, measurements;
-    std::function<void()> restore = {}, rename = {};
+    std::function<void()> restore = {}, rename = {}, units = {};
     std::function<void(qint32 one, qint32 other)> compare = {};  // no other: it asks for one
   };
 
@@ -107,6 +107,7 @@ class frmMain : public QMainWindow, public MainScreen {
   void AddData();
   void EditData();
   void DeleteData();
+  void Rename();
   void AddMeasurements();
   void Compare();
   void DoubleClickAction();
@@ -157,5 +158,6 @@ class frmMain : public QMainWindow, public MainScreen {
   QAction* mnuEdit = nullptr;
   QAction* mnuDelete = nullptr;
   QAction* mnuAddMeasurements = nullptr;
+  QAction* mnuRename = nullptr;
   QAction* mnuCompare = nullptr;
 };

@@ -30,6 +30,7 @@
 #include "texts/SharingWords.h"
 #include "texts/StartWords.h"
 #include "texts/Texts.h"
+#include "texts/UnitWords.h"
 #include "texts/Words.h"
 
 using namespace Qt::StringLiterals;
@@ -40,6 +41,12 @@ void NameTimer(QTimer& timer, const QString& name, int milliseconds, QObject* fo
   timer.setObjectName(name);
   timer.setInterval(milliseconds);
   timer.setParent(form);
+}
+
+// Tells in a menu which key does the same; the list itself takes the key.
+void ShowKey(QAction* action, const QKeySequence& key) {
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetShortcut);
 }
 
 // Its text may be longer than the panel is wide: then the library's name is what stays of it, a tool tip has
@@ -157,12 +164,11 @@ void frmMain::BuildToolbar() {
   entry(DataButton, LoadResText(u"Add;240"), Symbol::Add, &frmMain::AddData)->setShortcut(QKeySequence::New);
   entry(DataButton, LoadResText(u"Edit;241"), Symbol::Edit, &frmMain::EditData)
       ->setShortcut(Qt::CTRL | Qt::Key_E);
-  entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData);
+  ShowKey(entry(DataButton, LoadResText(u"Delete;242"), Symbol::Delete, &frmMain::DeleteData),
+          QKeySequence::Delete);
   entry(DataButton, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
   entry(DataButton, Words::Sharing::restoreEntry(), Symbol::Back, &frmMain::RestoreDeleted);
-  entry(DataButton, Words::Renaming::entry(), Symbol::Edit, [this] {
-    if (OneSelected()) screens_.rename();
-  })->setShortcut(Qt::Key_F2);
+  entry(DataButton, Words::Renaming::entry(), Symbol::Edit, &frmMain::Rename)->setShortcut(Qt::Key_F2);
   entry(DataButton, Words::Main::compare(), Symbol::Chart, &frmMain::Compare)
       ->setShortcut(Qt::CTRL | Qt::Key_M);
 
@@ -177,6 +183,7 @@ void frmMain::BuildToolbar() {
   entry(ToolsButton, Words::Start::sampleEntry(), Symbol::Chart,
         [this] { Attach(DatabaseChoice::CreateSamples()); });
   entry(ToolsButton, Words::Server::entry(), Symbol::Database, [this] { Attach(ServerForm::Ask(this)); });
+  entry(ToolsButton, Words::Units::entry(), Symbol::Edit, [this] { screens_.units(); });
 
   button(u"Help;219", u"Application Help;220", Symbol::Help);
   entry(HelpButton, Words::Main::contents(), Symbol::Contents, [] { CallUpHelp(HelpTopics::Contents); });
@@ -189,19 +196,26 @@ void frmMain::BuildToolbar() {
 
 void frmMain::BuildMenu() {
   MyMenu = Named(new QMenu(this), u"MyMenu"_s);
-  const auto item = [this](const QString& name, const QString& caption, Symbol symbol, auto command) {
+  const auto item = [this](const QString& name, const QString& caption, Symbol symbol, auto command,
+                           const QKeySequence& key = {}) {
     QAction* action = MyMenu->addAction(SymbolIcon(symbol), caption);
     action->setObjectName(name);
+    ShowKey(action, key);
     connect(action, &QAction::triggered, this, command);
     return action;
   };
   menuView = item(u"menuView"_s, Words::Main::viewChart(), Symbol::Chart, &frmMain::ViewChart);
   MyMenu->addSeparator()->setObjectName(u"mnuSpace"_s);
-  mnuEdit = item(u"mnuEdit"_s, Words::Main::editData(), Symbol::Edit, &frmMain::EditData);
+  mnuEdit = item(u"mnuEdit"_s, Words::Main::editData(), Symbol::Edit, &frmMain::EditData,
+                 Toolbar1->Entry(DataButton, 2)->shortcut());
   mnuAddMeasurements =
       item(u"mnuAddMeasurements"_s, Words::Adding::command(), Symbol::Add, &frmMain::AddMeasurements);
-  mnuDelete = item(u"mnuDelete"_s, Words::Main::deleteData(), Symbol::Delete, &frmMain::DeleteData);
-  mnuCompare = item(u"mnuCompare"_s, Words::Main::compare(), Symbol::Chart, &frmMain::Compare);
+  mnuDelete = item(u"mnuDelete"_s, Words::Main::deleteData(), Symbol::Delete, &frmMain::DeleteData,
+                   QKeySequence::Delete);
+  mnuRename = item(u"mnuRename"_s, Words::Renaming::menuEntry(), Symbol::Edit, &frmMain::Rename,
+                   Toolbar1->Entry(DataButton, 6)->shortcut());
+  mnuCompare = item(u"mnuCompare"_s, Words::Main::compare(), Symbol::Chart, &frmMain::Compare,
+                    Toolbar1->Entry(DataButton, 7)->shortcut());
   BuildSortMenu();
 }
 

@@ -155,6 +155,8 @@ void frmUnits::SaveUnit() {
   if (!SaveCurrentData()) return;
   if (!isListed_) ListAll();  // among the others it stays in sight
   RefreshScreen();
+  note_ = Words::Units::saved(txtName->text());
+  UpdateButtons();
 }
 
 // A deleted unit's name is free again. A test that failed has been reported and says nothing of the name.

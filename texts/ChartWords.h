@@ -52,6 +52,7 @@ inline constexpr Text<1> average{u"Average %1"};
 inline constexpr Text<> next{u"Ne&xt mark"};
 inline constexpr Text<> nextTip{u"Go to the next marked point (F3)"};
 inline constexpr Text<> previous{u"Pre&vious"};
+inline constexpr Text<> previousEntry{u"Pre&vious mark"};
 inline constexpr Text<> previousTip{u"Go to the previous marked point (Shift+F3)"};
 inline constexpr Text<> edit{u"Ed&it the Point's Samples"};
 inline constexpr Text<> choosePoint{

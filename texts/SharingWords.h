@@ -98,6 +98,7 @@ inline constexpr Text<1> restored{u"\"%1\" is back in the list."};
 // Another name for a data set.
 namespace Words::Renaming {
 inline constexpr Text<> entry{u"Rename..."};
+inline constexpr Text<> menuEntry{u"&Rename..."};
 inline constexpr Text<> title{u"Rename data set"};
 inline constexpr Text<> newName{u"&New description:"};
 inline constexpr Text<> scripts{

@@ -6,6 +6,8 @@
 namespace Words {
 
 namespace Units {
+inline constexpr Text<> entry{u"Units of Measurement…"};
+inline constexpr Text<1> saved{u"%1 is saved."};
 inline constexpr Text<> noneShown{u"No unit is shown. Refresh list shows the units, Add makes a new one."};
 inline constexpr Text<> none{u"There are no units yet. Add makes the first one."};
 inline constexpr Text<> nameStays{

@@ -247,7 +247,8 @@ QMultiMap<QString, std::string> Keys(const QWidget& form) {
     if (button && button->isVisible() && button->isEnabled()) own << button->shortcut();
     if (label && label->isVisible() && label->buddy() && label->buddy()->isEnabled())
       own << QKeySequence::mnemonic(label->text());
-    if (action && action->isEnabled()) own << action->shortcuts();
+    const bool isToldOnly = action && action->shortcutContext() == Qt::WidgetShortcut;  // in a menu
+    if (action && action->isEnabled() && !isToldOnly) own << action->shortcuts();
     if (shortcut && shortcut->isEnabled()) own << shortcut->key();
     for (const QKeySequence& key : own)
       if (!key.isEmpty()) keys.insert(key.toString(), NameOf(*object));

@@ -101,6 +101,10 @@ TEST_F(MainListTest, KeepsFilterSortingSelectionAndPlaceWhileOthersWork) {
   QTest::keyClick(&List(), Qt::Key_Escape);
   EXPECT_EQ(Rows().size(), 79);
   EXPECT_FALSE(Get<QCheckBox>(*main, "checkOutOfControl").isChecked());
+
+  ClickRow(70);
+  Action("mnuSort_1").trigger();  // the other way round
+  EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(List().currentIndex()).topLeft()));
 }
 
 TEST_F(MainListTest, KeysAndMouseWorkAsElsewhere) {
