@@ -123,7 +123,7 @@ QString FileItself(const QString& path) {
 QString NewestBackup(const QString& library) {
   QString newest;
   for (const QString& backup : {Name(library, 1), ChangeName(library), DeletionName(library)})
-    if (QFile::exists(backup) && (newest.isEmpty() || MadeAt(backup) > MadeAt(newest))) newest = backup;
+    if (QFile::exists(backup) && (newest.isEmpty() || MadeAt(backup) >= MadeAt(newest))) newest = backup;
   return newest;
 }
 
