@@ -261,6 +261,25 @@ void ExpectEachOnce(const QMultiMap<QString, std::string>& keys) {
     EXPECT_EQ(keys.count(key), 1) << key.toStdString() << ": " << ::testing::PrintToString(keys.values(key));
 }
 
+// As the manual writes them; none where only the underlined letter of a control is meant.
+QString Written(QString key) {
+  if (key.startsWith(u"Alt+") && key.size() == 5) return {};
+  if (key == u"Esc") return u"Escape"_s;
+  return key.replace(u"PgDown"_s, u"Page Down"_s).replace(u"PgUp"_s, u"Page Up"_s);
+}
+
+TEST(EveryScreen, HasItsKeysInTheManual) {
+  QFile file(u":/manual/keys.html"_s);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString page = QString::fromUtf8(file.readAll());
+  ForEachScreen([&](const QWidget& form) {
+    for (const QString& key : Keys(form).uniqueKeys()) {
+      const QRegularExpression word(u"[>, ]%1[<, ]"_s.arg(QRegularExpression::escape(Written(key))));
+      EXPECT_TRUE(Written(key).isEmpty() || page.contains(word)) << key.toStdString();
+    }
+  });
+}
+
 TEST(EveryScreen, NamesItsControlsAndLeadsToThemByKeyboard) {
   ForEachScreen([](const QWidget& form) {
     int controls = 0;
