@@ -42,7 +42,7 @@ AddMeasurements::AddMeasurements(QWidget* parent) : QDialog(parent) {
     InstallHelpKey(this, HelpTopics::AddMeasurements);
     UpdateNotes();
     // With room for what is offered below the values.
-    resize((sizeHint() + QSize(0, fontMetrics().height() * 6)).boundedTo(RoomFor(*this)));
+    resize((sizeHint() + QSize(0, fontMetrics().height() * 10)).boundedTo(RoomFor(*this)));
   });
 }
 
@@ -84,7 +84,8 @@ void AddMeasurements::BuildControls() {
   auto* verdict = new QHBoxLayout;
   verdict->addWidget(ledVerdict);
   verdict->addWidget(lblVerdict, 1);
-  auto* buttons = IsLow(*this) ? verdict : new QHBoxLayout;
+  const bool isShort = RoomFor(*this).height() < fontMetrics().height() * 44;  // readings need the room
+  auto* buttons = isShort ? verdict : new QHBoxLayout;
   if (buttons != verdict) buttons->addStretch();
   buttons->addWidget(cmdAdd);
   buttons->addWidget(cmdClose);
@@ -101,7 +102,7 @@ void AddMeasurements::BuildControls() {
   layout->addWidget(new ScrollingPage(body, this), 1);
   layout->addLayout(verdict);
   if (buttons != verdict) layout->addLayout(buttons);
-  setMinimumWidth(std::min(fontMetrics().averageCharWidth() * 60, RoomFor(*this).width()));
+  setMinimumWidth(std::min(fontMetrics().averageCharWidth() * 76, RoomFor(*this).width()));
   txtNewValues->setFocus();
 
   connect(txtNewValues, &QPlainTextEdit::textChanged, &NotesTimer,

@@ -106,6 +106,7 @@ void RawDataBox::MarkSubgroups(qint16 size, qsizetype before) {
 void RawDataBox::MarkUnclear(const QList<qsizetype>& lines) {
   unclearLines_ = lines;
   margin_->update();
+  viewport()->update();
 }
 
 void RawDataBox::insertFromMimeData(const QMimeData* source) {
@@ -232,5 +233,10 @@ void RawDataBox::paintEvent(QPaintEvent* event) {
   ForEachVisibleLine([&](int number, double top) {
     if (std::ranges::binary_search(markedLines_, number))
       painter.drawLine(QPointF(0, top), QPointF(viewport()->width(), top));
+    if (!std::ranges::binary_search(unclearLines_, number)) return;
+    const QString text = document()->findBlockByNumber(number - 1).text();
+    const double left = contentOffset().x() + document()->documentMargin();
+    painter.fillRect(QRectF(left, top + fontMetrics().height() - 1, fontMetrics().horizontalAdvance(text), 2),
+                     Qt::red);
   });
 }

@@ -35,7 +35,7 @@ class RawDataBox : public QPlainTextEdit {
   void GoToLine(qsizetype number);  // counted from 1
   // Marks where a subgroup of more than one value begins; `before` values stand before the box's.
   void MarkSubgroups(qint16 size, qsizetype before = 0);
-  // Makes the numbers of these lines, ascending, stand out.
+  // Underlines these lines, ascending, and makes their numbers stand out.
   void MarkUnclear(const QList<qsizetype>& lines);
 
   // Commas that the last paste read as decimal points; 0 once the text has changed since.

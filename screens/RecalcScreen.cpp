@@ -151,7 +151,8 @@ QWidget* RecalcScreen::BuildDataRange(Mnemonics& mnemonics) {
 
 QWidget* RecalcScreen::BuildChart() {
   chartBox_ = Named(new QWidget(this), u"chartBox"_s);
-  auto* lblDrag = TextLabel(u"lblDrag"_s, chartBox_, Words::Recalculate::drag());
+  auto* lblDrag =
+      TextLabel(u"lblDrag"_s, chartBox_, Words::Recalculate::drag() + u' ' + Words::Recalculate::leaveOut());
   view_ = Named(new PageView(chartBox_), u"PageView"_s);
   view_->setMinimumHeight(fontMetrics().height() * 9);
   view_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);  // scrolls only for less than that

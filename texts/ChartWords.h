@@ -107,6 +107,10 @@ inline constexpr Text<> dataRange{u"Data Range"};
 inline constexpr Text<> startPoint{u"Start Point:"};
 inline constexpr Text<> endPoint{u"End Point:"};
 inline constexpr Text<> drag{u"Drag the mouse over the chart to choose the points."};
+inline constexpr Text<> leaveOut{
+    u"To leave out a point in the middle, choose the points before or behind it, or remove its samples in "
+    u"the "
+    u"data editor."};
 inline constexpr Text<> notNumeric{u"Not a valid numerical value"};
 inline constexpr Text<> invalidRange{u"Invalid range"};
 inline constexpr Text<1> withoutWidth{
