@@ -3,6 +3,7 @@
 
 #include <csignal>
 
+#include "library/Library.h"
 #include "tests/faults/Command.h"
 #include "tests/support/Refusal.h"
 #include "tests/support/StoredValue.h"
@@ -123,6 +124,7 @@ TEST_F(FullDiskTest, AReadOnlyLibraryIsReadAndNeverCopied) {
     const WithoutPrivileges ordinaryUser(folder_.path());
     if (!ordinaryUser.Effective()) GTEST_SKIP() << "permissions do not bind this user";
     EXPECT_EQ(RunIn(u"status LIB").status, 0);
+    EXPECT_FALSE(Library::Open(library, {})->CanWrite()) << "the windows offer no change";
     Fails(3, append, {library, reason});
     ExpectUntouched();
   }

@@ -147,7 +147,7 @@ TEST_F(ServerFormTest, AReaderIsToldSoAndOfferedNothingThatWrites) {
   QMetaObject::invokeMethod(&Get<QTimer>(window, "InitTimer"), "timeout");
   EXPECT_TRUE(program.screen.panel.contains(u"read only"_s));
   for (const char* name : {"Toolbar1_2_1", "Toolbar1_2_3", "Toolbar1_2_4", "Toolbar1_2_5", "Toolbar1_2_6",
-                           "mnuDelete", "mnuAddMeasurements"})
+                           "mnuDelete", "mnuAddMeasurements", "mnuRename"})
     EXPECT_FALSE(Get<QAction>(window, name).isEnabled()) << name;
   EXPECT_TRUE(Get<QAction>(window, "mnuEdit").isEnabled()) << "to look at";
   DataEditor editor;
