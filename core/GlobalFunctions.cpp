@@ -117,17 +117,21 @@ void AttachDatabase(const QString& databasePath) {
     QString revision, why;
     bool valid = false;
     if (TestDatabaseConnection(false, path, &why)) IsDBRevisionValid(path, revision, valid);
+    const auto setUpDisplay = [&] {
+      if (state.mainScreen) state.mainScreen->SetupMainFormDisplay();
+    };
     if (!valid) {
-      ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + Shown(path), why);
-    } else {
-      if (OpenDatabaseConnection(false, path)) {
-        state.gDatabaseOpen = true;
-        UseDatabase(path, revision, !forThisRun);
-      } else if (!state.gDatabaseOpen) {
-        ShowInDatabasePanel(LoadResText(u"<none>;295"));
-      }
+      setUpDisplay();  // behind the box stands what is open, or the ways to a library
+      return ShowErrorMessage(true, LoadResText(u"Error opening database:;102") + u"\r\n"_s + Shown(path),
+                              why);
     }
-    if (state.mainScreen) state.mainScreen->SetupMainFormDisplay();
+    if (OpenDatabaseConnection(false, path)) {
+      state.gDatabaseOpen = true;
+      UseDatabase(path, revision, !forThisRun);
+    } else if (!state.gDatabaseOpen) {
+      ShowInDatabasePanel(LoadResText(u"<none>;295"));
+    }
+    setUpDisplay();
   });
 }
 

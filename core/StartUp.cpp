@@ -37,10 +37,11 @@ void AttachConfiguredDatabase() {
     state.mainScreen->SetDatabasePanelText(LoadResText(u"Current Database: ;299") +
                                            LoadResText(u"<none>;295"));
   if (!state.gDatabaseForThisRun.isEmpty() || !state.gSetup.DatabaseName.isEmpty())
-    GlobalFunctions::AttachDatabase({});
-  else
-    MessageBox::Show({LoadResText(u"Error opening database:;304"), Words::systemMessage.toString(),
-                      MessageBox::Icon::Information, MessageBox::Buttons::Ok});
+    return GlobalFunctions::AttachDatabase({});
+  // Behind the box that says why there is no library stand the ways to one.
+  if (state.mainScreen) state.mainScreen->SetupMainFormDisplay();
+  MessageBox::Show({LoadResText(u"Error opening database:;304"), Words::systemMessage.toString(),
+                    MessageBox::Icon::Information, MessageBox::Buttons::Ok});
 }
 
 }  // namespace StartUp
