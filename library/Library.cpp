@@ -222,11 +222,10 @@ void Library::TryAdd(CData& data, const QDateTime& now, std::vector<Trace::Run> 
 
 // The data set with the values behind its own, and with its statistics.
 CDataPtr Library::Extended(const QString& description, const QStringList& values, Limits limits) {
-  const auto id = FindDataSet(description);
-  const RawRows rows = id ? SelectId(*id) : RawRows();
+  const RawRows rows = SelectNamed(description);
   if (rows.empty()) throw NotThere(description);
-  const Row row =
-      Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_, u"WHERE ID = %1"_s.arg(*id)));
+  const QString its = u"WHERE ID = %1"_s.arg(Tables::IdOf(rows.front()));
+  const Row row = Rows::Make(rows.front(), ExtraTables::ReadLimitsBases(connection_, its));
   if (row.failure) throw Error(place_ + u": "_s + row.failure->Text(), row.failure->GetKind(), place_);
   QString text = row.data->DelimitedInputString();
   if (!text.trimmed().isEmpty() && !text.endsWith(u',')) text += u',';

@@ -184,6 +184,7 @@ class Library {
   using RawRows = std::vector<QVariantList>;
   RawRows Select(const QString& clause = {}, const QVariantList& values = {});
   RawRows SelectId(qint64 id);
+  RawRows SelectNamed(const QString& description);
   RawRows SelectEach(std::span<const qint64> ids);
   std::vector<Entry> Entries(const QString& sql);
   std::optional<QVariantList> PresentRow(const CData& data);

@@ -142,4 +142,18 @@ std::optional<qint64> Library::FindDataSet(const QString& description) {
   return id ? id : FindId(LibraryServer::namesWithoutKey, description);
 }
 
+// One or none, as by its ID; from a server in one go.
+Library::RawRows Library::SelectNamed(const QString& description) {
+  if (connection_.IsServer()) {
+    const QString key = Names::Key(description);
+    RawRows rows = Select(
+        u"WHERE ID = (SELECT ID FROM StatDataName WHERE NameKey = ?)"_s + connection_.RowLock(), {key});
+    // While it was waited for it may have been given another name.
+    const auto name = [&] { return rows.front()[Tables::StatData().IndexOf(u"Description")].toString(); };
+    if (!rows.empty() && Names::Key(name()) == key) return rows;
+  }
+  const auto id = FindDataSet(description);
+  return id ? SelectId(*id) : RawRows();
+}
+
 bool Library::Contains(const QString& description) { return FindDataSet(description).has_value(); }

@@ -211,37 +211,40 @@ TraceTables::Found Placed(const Stored& stored, const QStringList& samples) {
 
 bool AreMade(Connection& connection) { return connection.Has(u"SampleNote"_s); }
 
-// Whether the last entry that has a place rests on the first `count` of these samples; then all do, since the
-// fingerprint of each is of all samples before it.
-bool LastFits(Connection& connection, qint64 id, const QString& values, qsizetype count) {
-  const Query query =
-      connection.Run(u"select"_s,
-                     u"SELECT FirstSample + SampleCount, Fingerprint FROM SampleRun WHERE ID = "
-                     u"? AND FirstSample IS NOT NULL "
-                     "UNION ALL SELECT FirstSample + 1, Fingerprint FROM SampleNote WHERE ID = "
-                     "? AND FirstSample IS NOT NULL "
-                     "ORDER BY 1 DESC LIMIT 1"_s,
-                     {id, id});
-  if (!connection.NextRow(query)) return true;
-  const qint64 end = query->value(0).toLongLong();
-  return end <= count && CountAndPrint(values, end).second == query->value(1).toLongLong();
-}
-
 // The largest number of the entries of a data set; 0 where there is none.
 qint64 LargestNote(Connection& connection, qint64 id) {
   const Query query = connection.Run(u"select"_s, u"SELECT max(Entry) FROM SampleNote WHERE ID = ?"_s, {id});
   return connection.NextRow(query) ? query->value(0).toLongLong() : 0;
 }
 
-struct RunNumbers {
-  qint64 entry = 0;
+// What those of a data set end with.
+struct Ends {
+  qint64 entry = 0;  // the largest numbers; 0 where there is none
   qint64 run = 0;
+  std::optional<qint64> behind;  // the last sample that an entry rests on
+  qint64 print = 0;              // of all samples up to there
+
+  // Whether that one rests on the first `count` of these samples; then all do, since the fingerprint of each
+  // is of all samples before it.
+  bool Fit(const QString& values, qsizetype count) const {
+    return !behind || (*behind <= count && CountAndPrint(values, *behind).second == print);
+  }
 };
-RunNumbers LargestRun(Connection& connection, qint64 id) {
-  const Query query =
-      connection.Run(u"select"_s, u"SELECT max(Entry), max(Run) FROM SampleRun WHERE ID = ?"_s, {id});
+Ends EndsOf(Connection& connection, qint64 id) {
+  const Query query = connection.Run(
+      u"select"_s,
+      u"SELECT MostEntry, MostRun, Behind, Fingerprint FROM "
+      "(SELECT max(Entry) AS MostEntry, max(Run) AS MostRun FROM SampleRun WHERE ID = ?) AS Numbers "
+      "LEFT JOIN (SELECT FirstSample + SampleCount AS Behind, Fingerprint FROM SampleRun "
+      "WHERE ID = ? AND FirstSample IS NOT NULL "
+      "UNION ALL SELECT FirstSample + 1, Fingerprint FROM SampleNote WHERE ID = ? AND FirstSample IS NOT "
+      "NULL "
+      "ORDER BY 1 DESC LIMIT 1) AS Last ON 1 = 1"_s,
+      {id, id, id});
   if (!connection.NextRow(query)) return {};
-  return {query->value(0).toLongLong(), query->value(1).toLongLong()};
+  Ends ends{query->value(0).toLongLong(), query->value(1).toLongLong(), {}, query->value(3).toLongLong()};
+  if (!query->isNull(2)) ends.behind = query->value(2).toLongLong();
+  return ends;
 }
 
 }  // namespace
@@ -296,14 +299,15 @@ void TraceTables::AddRun(Connection& connection, qint64 id, const Trace::Source&
   Make(connection);
   const auto [samples, print] = CountAndPrint(values);
   const qsizetype first = samples - count;
-  if (!LastFits(connection, id, values, first)) {
+  Ends ends = EndsOf(connection, id);
+  if (!ends.Fit(values, first)) {
     // What somebody has cut off must not fit again since the same comes behind.
     const QStringList before = Trace::SamplesIn(values).first(first);
     Write(connection, id, Read(connection, id, before).record, before);
+    ends = EndsOf(connection, id);
   }
-  const auto [entry, run] = LargestRun(connection, id);
   Runs runs(connection);
-  runs.Put(id, entry + 1, {first, count, source.time, source.lot, run + 1}, print);
+  runs.Put(id, ends.entry + 1, {first, count, source.time, source.lot, ends.run + 1}, print);
   runs.End();
 }
 
