@@ -64,6 +64,9 @@ TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
   EnterValues(u"10.1\nabc\n10,25"_s);  // what cannot be added is not asked about
   Choose("cmdAdd");
   Clear();
+  EnterValues(u"10.1\n10 mm"_s);
+  Choose("cmdAdd");
+  Clear();
   EnterValues(u"10,25"_s);
   Choose("cmdAdd", {Answer::Cancel});
   Choose("cmdAdd", {Answer::Yes});
