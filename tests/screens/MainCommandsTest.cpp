@@ -12,13 +12,19 @@ class MainCommandsTest : public MainScreenFixture {};
 TEST_F(MainCommandsTest, OpensTheOtherScreens) {
   StartLoaded({u"Bore"_s});
   for (const char* command :
-       {"Toolbar1_1", "Toolbar1_2_2", "Toolbar1_3_1", "Toolbar1_4_2", "menuView", "mnuEdit"})
+       {"Toolbar1_1", "Toolbar1_2_1", "Toolbar1_2_2", "Toolbar1_3_1", "Toolbar1_4_2", "menuView", "mnuEdit"})
     Trigger(command);
   for (const bool viewsChart : {true, false}) {
     program.state.gSetup.ListviewDoubleClickViewsChart = viewsChart;
     Step(u"double click"_s, [&] { QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(0)); });
     Step(u"Return"_s, [&] { QTest::keyClick(&List(), Qt::Key_Return); });
   }
+  const QPoint beside = List().viewport()->rect().bottomLeft() - QPoint(0, 2);
+  Step(u"double click beside"_s, [&] { QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, beside); });
+  QDialog form(main.get());
+  form.setModal(true);
+  form.show();
+  Tick("ExitTimer");  // waits for the form
 }
 
 TEST_F(MainCommandsTest, FollowsAFormToAnotherDataSet) {
