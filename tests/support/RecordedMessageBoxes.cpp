@@ -40,6 +40,7 @@ MessageBox::Request RecordedMessageBoxes::Take() {
 }
 
 Answer RecordedMessageBoxes::Show(const MessageBox::Request& request) {
+  whileShown();
   shown_.push_back(request);
   const std::string box = '"' + request.title.toStdString() + "\": " + request.text.toStdString();
   const Answer refusal = MessageBox::Refusal(request.buttons);

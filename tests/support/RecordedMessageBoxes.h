@@ -4,6 +4,7 @@
 
 #include <QStringList>
 #include <deque>
+#include <functional>
 
 #include "platform/ui/MessageBox.h"
 
@@ -25,6 +26,8 @@ class RecordedMessageBoxes : public MessageBox::Presenter {
   QStringList TakeAll() { return std::exchange(log_, {}); }
 
   MessageBox::Answer Show(const MessageBox::Request& request) override;
+
+  std::function<void()> whileShown = [] {};
 
  private:
   struct Expected {
