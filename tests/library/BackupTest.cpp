@@ -100,14 +100,8 @@ TEST_F(BackupsTest, ADamagedLibraryNamesTheNewestAndTheWayBack) {
     QByteArray damaged = whole;
     damaged.replace(place, 60, QByteArray(60, 'x'));
     WriteFile(path, damaged);
-    try {
-      Session();
-      ADD_FAILURE() << place;
-    } catch (const Error& error) {
-      EXPECT_TRUE(error.Text().startsWith(path));
-      EXPECT_TRUE(error.Text().contains(u"newest backup is plant.kestrel.backup.deletion (20"))
-          << error.Text().toStdString();
-    }
+    EXPECT_TRUE(
+        Refusal([this] { Session(); }).contains(u"newest backup is plant.kestrel.backup.deletion (20"));
   }
 }
 

@@ -72,6 +72,8 @@ TEST_F(AddMeasurementsTest, OnlyWhatIsClearIsAdded) {
   Choose("cmdAdd", {Answer::Yes});
   EnterValues(u"10,025"_s);
   Choose("cmdAdd", {Answer::Cancel});
+  Clear();
+  EnterValues({});  // what was added before is no news any more
 }
 
 TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
@@ -86,8 +88,11 @@ TEST_F(AddMeasurementsTest, WhatOthersAddedMeanwhileStays) {
 }
 
 TEST_F(AddMeasurementsTest, ClosingAsksWhereSomethingWouldBeLost) {
+  EnterValues(u"10 mm"_s);
+  for (const Answer answer : {Answer::Cancel, Answer::Yes})
+    Press(Qt::Key_Escape, {answer});  // it is not added
+  Clear();
   EnterValues(u"10.25"_s);
-  Press(Qt::Key_Escape, {Answer::Cancel});
   Choose("cmdClose", {Answer::Yes});
 }
 

@@ -41,6 +41,8 @@ TEST_F(ChartOutputTest, SavesWhatIsInViewInTheFormatOfTheName) {
   EXPECT_TRUE(FileBy("Toolbar1_5_4", program.Path(u"a.png"_s)).startsWith("\x89PNG"));
   EXPECT_EQ(files.last.folder, program.Path(u"Shaft.pdf"_s)) << "where the last one went";
   EXPECT_TRUE(FileBy("Toolbar1_5_4", program.Path(u"a.svg"_s)).contains("points 3 to 6 of 10"));
+  Trigger("Toolbar1_3");
+  EXPECT_FALSE(FileBy("Toolbar1_5_4", program.Path(u"b.svg"_s)).contains("HISTOGRAM")) << "zoomed";
   files.Expect({});
   Trigger("Toolbar1_5_4");
   for (const auto& name : {u"missing/a.png"_s, u"a.jpg"_s}) {

@@ -50,13 +50,7 @@ TEST_F(MainCommandsTest, AddingReadsTheLibraryAgainAndSelectsTheNewDataSet) {
   StartLoaded({u"Bore"_s, u"Shaft"_s});
   ClickRow(1);
   Press(Qt::CTRL | Qt::Key_N);  // and nothing is added
-  inEditor = [this] {
-    const CDataPtr added = TestProgram::NewDataSet(u"PIN"_s);
-    DataObjectFunctions::SaveDataObjectToDatabase(added);
-    DataObjectFunctions::AddDataObjectToSystem(added);
-    EXPECT_EQ(added->ID(), 0);
-    EXPECT_EQ(Rows().last(), u"PIN");
-  };
+  inEditor = [this] { Add(u"PIN"_s); };
   const qint32 before = clock.ticks;
   Trigger("Toolbar1_2_1");
   EXPECT_EQ(clock.ticks, before) << "the user need not wait";

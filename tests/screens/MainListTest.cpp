@@ -104,7 +104,15 @@ TEST_F(MainListTest, KeepsFilterSortingSelectionAndPlaceWhileOthersWork) {
 
   ClickRow(70);
   Action("mnuSort_1").trigger();  // the other way round
-  EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(List().currentIndex()).topLeft()));
+  const auto isInSight = [this] {
+    return List().viewport()->rect().contains(List().visualRect(List().currentIndex()).topLeft());
+  };
+  EXPECT_TRUE(isInSight());
+  Action("mnuSort_-1").trigger();
+  ClickRow(0);
+  inEditor = [this] { Add(u"NEW"_s); };
+  Action("Toolbar1_2_1").trigger();
+  EXPECT_TRUE(Current() == u"NEW" && isInSight());
 }
 
 TEST_F(MainListTest, KeysAndMouseWorkAsElsewhere) {

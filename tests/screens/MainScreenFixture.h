@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 
+#include "core/DataObjectFunctions.h"
 #include "core/RegistryFunctions.h"
 #include "library/LibraryFile.h"
 #include "screens/MainList.h"
@@ -60,6 +61,14 @@ class MainScreenFixture : public Walk {
   void Edited() {
     opened << (program.state.gAddMode ? u"editor to add"_s : u"editor"_s);
     if (inEditor) inEditor();
+  }
+
+  void Add(const QString& name) const {
+    const CDataPtr added = TestProgram::NewDataSet(name);
+    DataObjectFunctions::SaveDataObjectToDatabase(added);
+    DataObjectFunctions::AddDataObjectToSystem(added);
+    EXPECT_EQ(added->ID(), 0);
+    EXPECT_EQ(Rows().last(), name);
   }
 
   // What somebody else does, which the window's clock sees.

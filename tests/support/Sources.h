@@ -2,8 +2,9 @@
 #pragma once
 
 #include <QDirIterator>
-#include <QFile>
 #include <QRegularExpression>
+
+#include "tests/support/Files.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,9 +16,8 @@ int ForEachSource(const QStringList& rooms, Use use) {
   for (const QString& room : rooms) {
     QDirIterator files(top + room, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
     for (; files.hasNext(); ++count) {
-      QFile file(files.next());
-      if (file.open(QIODevice::ReadOnly))
-        use(file.fileName().mid(top.size()), QString::fromUtf8(file.readAll()));
+      const QString path = files.next();
+      use(path.mid(top.size()), QString::fromUtf8(ReadFile(path)));
     }
   }
   return count;
