@@ -97,11 +97,10 @@ TEST_F(BackupsTest, ADamagedLibraryNamesTheNewestAndTheWayBack) {
   library.reset();
   const QByteArray whole = ReadFile(path);
   for (const int place : {0, 4096 + 3}) {  // the head; a page of the tables
-    QByteArray damaged = whole;
-    damaged.replace(place, 60, QByteArray(60, 'x'));
-    WriteFile(path, damaged);
-    EXPECT_TRUE(
-        Refusal([this] { Session(); }).contains(u"newest backup is plant.kestrel.backup.deletion (20"));
+    WriteFile(path, QByteArray(whole).replace(place, 60, QByteArray(60, 'x')));
+    const QString refusal = Refusal([this] { Session(); });
+    EXPECT_TRUE(refusal.contains(u"newest backup is plant.kestrel.backup.deletion (20"))
+        << refusal.toStdString();
   }
 }
 

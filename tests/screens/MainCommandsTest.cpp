@@ -22,8 +22,7 @@ TEST_F(MainCommandsTest, OpensTheOtherScreens) {
   const QPoint beside = List().viewport()->rect().bottomLeft() - QPoint(0, 2);
   Step(u"double click beside"_s, [&] { QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, beside); });
   QDialog form(main.get());
-  form.setModal(true);
-  form.show();
+  form.open();
   Tick("ExitTimer");  // waits for the form
 }
 
