@@ -2,8 +2,8 @@
 // is its only word (scripts/bench-server):
 // - reading 5,000 data sets of 500 values against reading the rows by the driver and one bare pass over them
 // - appending one value against a bare UPDATE of the same row in a transaction
-// - from the end of the documented waits to the first rows of the main window's list, of ten times as many
-// too
+// - from the end of the documented waits to the first rows of the main window's list; and with ten times as
+//   many data sets
 // - from the end of an append by another program to the changed row there
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -58,15 +58,13 @@ void FillUp(Connection& connection) {
   for (const Column& column : Tables::StatData().columns)
     if (column.unit != Column::Unit::None) columns << column.Quoted();
   for (int from = dataSets; from < manyDataSets; from += dataSets) {
-    connection.Execute(
-        u"INSERT INTO StatData (Description, LastModified, %1) SELECT Description || ' of %2', LastModified, "
-        u"%1 "
-        "FROM StatData WHERE ID <= %3"_s.arg(columns.join(u", "_s))
-            .arg(from)
-            .arg(dataSets));
-    connection.Execute(
-        u"INSERT INTO StatDataName (NameKey, ID) SELECT Description, ID FROM StatData WHERE ID > %1"_s.arg(
-            from));
+    const QString copies =
+        u"INSERT INTO StatData (Description, LastModified, %1) "
+        "SELECT Description || ' of %2', LastModified, %1 FROM StatData WHERE ID <= %3"_s;
+    connection.Execute(copies.arg(columns.join(u", "_s)).arg(from).arg(dataSets));
+    const QString names =
+        u"INSERT INTO StatDataName (NameKey, ID) SELECT Description, ID FROM StatData WHERE ID > %1"_s;
+    connection.Execute(names.arg(from));
   }
   connection.Execute(u"ANALYZE"_s);
 }
