@@ -155,7 +155,7 @@ void frmUnits::SaveUnit() {
   if (!SaveCurrentData()) return;
   if (!isListed_) ListAll();  // among the others it stays in sight
   RefreshScreen();
-  note_ = Words::Units::saved(txtName->text());
+  saved_ = txtName->text();
   UpdateButtons();
 }
 
@@ -287,6 +287,7 @@ void frmUnits::TakeSnapshot() {
   SnapshotTaken = true;
   news_.clear();
   note_.clear();
+  saved_.clear();
   ScreenChanged = false;
 }
 
@@ -328,7 +329,9 @@ void frmUnits::UpdateButtons() {
     record = Words::Units::newUnit();
   else if (states.currentRecord)
     record = Words::Units::place(recordset_.AbsolutePosition(), recordset_.RecordCount());
-  QStringList lines{record, note_, news_};
+  // No longer once something else has been typed.
+  const bool isSaved = !saved_.isEmpty() && !ScreenChanged;
+  QStringList lines{record, isSaved ? Words::Units::saved(saved_) : QString(), note_, news_};
   lines.removeAll(QString());
   lblRecord->setText(lines.join(u'\n'));
   // A wrapped text claims no room of its own in the window around it.

@@ -68,6 +68,7 @@ class frmUnits : public QDialog, public LibraryView {
   bool keepsTyped_ = false;  // the last save was called off
   bool isListed_ = false;    // the recordset has all units, of which there may be none
   QString note_;             // why what was typed was not taken
+  QString saved_;            // the name of what is shown, where it was just saved
   QString news_;             // what others have done meanwhile
   Texts snapshot_;           // as last loaded or saved
 

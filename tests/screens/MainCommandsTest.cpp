@@ -11,8 +11,8 @@ class MainCommandsTest : public MainScreenFixture {};
 
 TEST_F(MainCommandsTest, OpensTheOtherScreens) {
   StartLoaded({u"Bore"_s});
-  for (const char* command :
-       {"Toolbar1_1", "Toolbar1_2_1", "Toolbar1_2_2", "Toolbar1_3_1", "Toolbar1_4_2", "menuView", "mnuEdit"})
+  for (const char* command : {"Toolbar1_1", "Toolbar1_2_1", "Toolbar1_2_2", "Toolbar1_3_1", "Toolbar1_3_6",
+                              "Toolbar1_4_2", "menuView", "mnuEdit"})
     Trigger(command);
   for (const bool viewsChart : {true, false}) {
     program.state.gSetup.ListviewDoubleClickViewsChart = viewsChart;

@@ -47,6 +47,7 @@ class MainScreenFixture : public Walk {
         .measurements = [this] { opened << u"measurements"_s; },
         .restore = [this] { inRestore(); },
         .rename = [this] { inRename(); },
+        .units = [this] { opened << u"units"_s; },
         .compare = [this](qint32 one, qint32 other) { opened << u"%1 and %2"_s.arg(one).arg(other); }});
     EXPECT_EQ(Enabled(), u"--------") << "boxes of the start may stand over the window";
     ASSERT_TRUE(main->Form_Load());
